@@ -1,0 +1,42 @@
+// The pad as the poll cycle sees it: one call that fills one record.
+#pragma once
+
+#include <cstdint>
+
+/// State of a pad. Names, order and widths are those of the Windows multimedia joystick API (joystickapi.h);
+/// the axes run from 0 to 65535, small x is left, small y is up.
+struct JOYINFOEX {
+    std::uint32_t dwSize = 0;
+    std::uint32_t dwFlags = 0;
+    std::uint32_t dwXpos = 0;
+    std::uint32_t dwYpos = 0;
+    std::uint32_t dwZpos = 0;
+    std::uint32_t dwRpos = 0;
+    std::uint32_t dwUpos = 0;
+    std::uint32_t dwVpos = 0;
+    std::uint32_t dwButtons = 0; ///< bit k is button k
+    std::uint32_t dwButtonNumber = 0;
+    std::uint32_t dwPOV = 0; ///< hundredths of a degree clockwise from up, 65535 when centred
+    std::uint32_t dwReserved1 = 0;
+    std::uint32_t dwReserved2 = 0;
+};
+static_assert(sizeof(JOYINFOEX) == 52);
+
+inline constexpr std::uint32_t JOYERR_NOERROR = 0;
+inline constexpr std::uint32_t JOYERR_UNPLUGGED = 167;
+inline constexpr std::uint32_t JOY_POVCENTERED = 65535;
+inline constexpr std::uint32_t JOY_AXIS_RUHE = 32767; ///< an axis at rest, and one that the pad does not have
+
+/// Contract: a pad may come and go between any two calls. Never throws, never blocks.
+class Joystick {
+public:
+    Joystick() = default;
+    Joystick(const Joystick&) = delete;
+    Joystick& operator=(const Joystick&) = delete;
+    virtual ~Joystick() = default;
+
+    /// Reads pad `id` (0 is the first) into `info`: the six axes, dwButtons, dwButtonNumber and dwPOV.
+    /// dwSize and dwFlags are the caller's and stay. Returns JOYERR_NOERROR, or JOYERR_UNPLUGGED when there is
+    /// no such pad; `info` is then left as it was.
+    virtual std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) = 0;
+};

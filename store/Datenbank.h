@@ -1,0 +1,120 @@
+// The table store: SQLite behind the few operations that the logic knows.
+//
+// A set is a list of row ids, fixed when it is opened; values are read live. No statement stays open between two
+// calls, so a reader never blocks another program's write.
+#pragma once
+
+#include "store/LaufzeitFehler.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+class Recordset;
+
+/// Value of a column: Null, a whole number or a text in UTF-8.
+using Wert = std::variant<std::monostate, std::int64_t, std::string>;
+
+inline bool istNull(const Wert& wert) { return std::holds_alternative<std::monostate>(wert); }
+/// The value as text; Null gives "".
+std::string alsText(const Wert& wert);
+/// The value as number; Null and a text that is no whole number throw error 13.
+std::int64_t alsZahl(const Wert& wert);
+
+/// How long an operation waits for a file that another program has locked, before it fails unchanged.
+inline constexpr int SPERRE_WARTEN_MS = 250;
+
+/// Pastes a `Schema` name between the two pieces of a statement text. A name with an apostrophe would end the
+/// literal early: it throws error 3075, so that nothing a user typed is ever run as a statement.
+std::string anweisung(std::string_view bisZumNamen, std::string_view name, std::string_view danach = "';");
+
+/// An open database file. Closes it when destroyed.
+class Database {
+public:
+    Database(Database&&) noexcept;
+    Database& operator=(Database&&) noexcept;
+    ~Database();
+
+    /// Opens a set. `source` is a table name, which gives all rows in stored order, or a SELECT text over one
+    /// table. Names are matched without regard to case. Throws 3075 for a text that is no single SELECT, 3078 for
+    /// a table that is not there, 3218 when the file stays locked.
+    Recordset OpenRecordset(std::string_view source);
+
+    /// Runs `arbeit` in one transaction: all of its updates or none, also through a crash. An exception rolls back
+    /// and goes on to the caller.
+    template <class Arbeit> void inEinerTransaktion(Arbeit&& arbeit) {
+        beginnen();
+        try {
+            arbeit();
+        } catch (...) {
+            verwerfen();
+            throw;
+        }
+        festschreiben();
+    }
+
+    void Close();
+
+private:
+    friend class Recordset;
+    friend Database OpenDatabase(const std::string& pfad);
+    struct Innen;
+    explicit Database(std::shared_ptr<Innen> innen);
+    void beginnen();
+    void festschreiben();
+    void verwerfen() noexcept;
+    std::shared_ptr<Innen> innen_;
+};
+
+/// Opens the file; never creates one. Throws 3024 if it is not there, 3343 if it is no database, 3049 if it is
+/// damaged. A file that may only be read opens; writing to it then throws 3027.
+Database OpenDatabase(const std::string& pfad);
+
+/// A set of rows with a cursor.
+class Recordset {
+public:
+    Recordset(Recordset&&) noexcept;
+    Recordset& operator=(Recordset&&) noexcept;
+    ~Recordset();
+
+    /// True when there is no current row; true at once for an empty set. After Delete it is false until MoveNext.
+    bool get_EOF() const;
+    /// Number of rows of the set as it was opened.
+    std::int32_t get_RecordCount() const;
+
+    /// To the first row; throws 3021 on an empty set.
+    void MoveFirst();
+    /// To the next row, at last behind the last one; throws 3021 when it is there already.
+    void MoveNext();
+
+    /// Starts a new row: columns that are not written get their defaults.
+    void AddNew();
+    /// Starts changing the current row; throws 3021 without one.
+    void Edit();
+    /// Writes what was put since AddNew or Edit, all of it or nothing. Throws 3020 without one of them, 3022 for a
+    /// key that exists, 3218 when the file stays locked. The buffered change is gone after an error.
+    void Update();
+    /// Deletes the current row; the position is a hole until MoveNext. Throws 3021 without a current row.
+    void Delete();
+
+    /// Reads a column of the current row, by name (without regard to case) or by ordinal from 0. Throws 3021
+    /// without a current row, 3265 for a column that is not there.
+    Wert get_Value(std::string_view spalte) const;
+    Wert get_Value(int ordinal) const;
+
+    /// Puts a value into the row begun with AddNew or Edit; throws 3020 without one. A text for a number throws 13,
+    /// a number that the column's width does not hold throws 6; the old value stays.
+    void put_Value(std::string_view spalte, Wert wert);
+    void put_Value(int ordinal, Wert wert);
+
+    void Close();
+
+private:
+    friend class Database;
+    struct Innen;
+    explicit Recordset(std::unique_ptr<Innen> innen);
+    std::unique_ptr<Innen> innen_;
+};
