@@ -57,9 +57,9 @@ static_assert(sizeof(INPUT) == 28 && offsetof(INPUT, ki) == 4 && offsetof(KEYBDI
 /// code means the key that carries its label on the user's keyboard layout; the extended flag does not select
 /// another key. A code without a counterpart, an unknown type and a failing system are ignored. Never throws.
 ///
-/// Mouse records: MOVE moves by dx, dy counts; MOVE with ABSOLUTE moves to dx, dy, where 0..65535 spans the whole
-/// screen. WHEEL turns by mouseData / 120 notches, rounded to the nearest and at least one away from 0; positive
-/// is away from the user. Several flags in one record act in the order move, buttons, wheel.
+/// Mouse records: MOVE moves by dx, dy counts; MOVE with ABSOLUTE moves to dx, dy, where 0..65535 spans the
+/// whole screen. WHEEL turns by mouseData / 120 notches, rounded to the nearest and at least one away from 0;
+/// positive is away from the user. Several flags in one record act in the order move, buttons, wheel.
 class Eingabe {
 public:
     Eingabe() = default;

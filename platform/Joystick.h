@@ -36,7 +36,7 @@ public:
     virtual ~Joystick() = default;
 
     /// Reads pad `id` (0 is the first) into `info`: the six axes, dwButtons, dwButtonNumber and dwPOV.
-    /// dwSize and dwFlags are the caller's and stay. Returns JOYERR_NOERROR, or JOYERR_UNPLUGGED when there is
-    /// no such pad; `info` is then left as it was.
+    /// dwSize and dwFlags are the caller's and stay. Returns JOYERR_NOERROR, or JOYERR_UNPLUGGED when there
+    /// is no such pad; `info` is then left as it was.
     virtual std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) = 0;
 };

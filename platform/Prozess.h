@@ -14,14 +14,15 @@ public:
     Prozess& operator=(const Prozess&) = delete;
     virtual ~Prozess() = default;
 
-    /// Asks for a priority class; REALTIME_PRIORITY_CLASS is the one in use. Returns whether the system granted
-    /// the class itself; if it did not, the best below it that it grants is in force.
+    /// Asks for a priority class; REALTIME_PRIORITY_CLASS is the one in use. Returns whether the system
+    /// granted the class itself; if it did not, the best below it that it grants is in force.
     virtual bool SetPriorityClass(std::uint32_t klasse) = 0;
 
-    /// `name` made absolute against the current directory, in UTF-8. "/" and "\" both separate pieces in `name`.
+    /// `name` made absolute against the current directory, in UTF-8. "/" and "\" both separate pieces in
+    /// `name`.
     virtual std::string GetFullPathNameA(std::string_view name) = 0;
 
-    /// Opens a document with the program that the desktop has for it. Does not wait; returns whether it could be
-    /// handed over.
+    /// Opens a document with the program that the desktop has for it. Does not wait; returns whether it could
+    /// be handed over.
     virtual bool ShellExecuteA(const std::string& datei) = 0;
 };

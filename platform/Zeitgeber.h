@@ -12,7 +12,8 @@ using TimerProzedur = std::function<void()>;
 /// What SetTimer makes of an interval below 1 ms.
 inline constexpr std::chrono::milliseconds SETTIMER_MINDESTENS{10};
 
-/// A form timer. Made switched off with interval 0; destroying it stops it, also from within its own procedure.
+/// A form timer. Made switched off with interval 0; destroying it stops it, also from within its own
+/// procedure.
 class Formularzeitgeber {
 public:
     Formularzeitgeber() = default;
@@ -20,7 +21,8 @@ public:
     Formularzeitgeber& operator=(const Formularzeitgeber&) = delete;
     virtual ~Formularzeitgeber() = default;
 
-    /// Sets the interval; 0 and less keep the timer silent though it stays enabled. A period that runs starts anew.
+    /// Sets the interval; 0 and less keep the timer silent though it stays enabled. A period that runs starts
+    /// anew.
     virtual void Interval(std::chrono::milliseconds intervall) = 0;
     /// Switches on or off. Switching on starts a period; switching on what is on changes nothing.
     virtual void Enabled(bool an) = 0;
@@ -29,8 +31,8 @@ public:
     virtual bool Enabled() const = 0;
 };
 
-/// Contract: all procedures run one at a time on the thread that made the timers, from its event loop. A timer is
-/// periodic; calls that could not be made in time are dropped but for one, never queued up.
+/// Contract: all procedures run one at a time on the thread that made the timers, from its event loop. A
+/// timer is periodic; calls that could not be made in time are dropped but for one, never queued up.
 class Zeitgeber {
 public:
     Zeitgeber() = default;
@@ -38,8 +40,8 @@ public:
     Zeitgeber& operator=(const Zeitgeber&) = delete;
     virtual ~Zeitgeber() = default;
 
-    /// Starts timer `id`, to run until it is killed; replaces a running timer of that id, interval and procedure,
-    /// with a fresh period. An interval below 1 counts as SETTIMER_MINDESTENS.
+    /// Starts timer `id`, to run until it is killed; replaces a running timer of that id, interval and
+    /// procedure, with a fresh period. An interval below 1 counts as SETTIMER_MINDESTENS.
     virtual void SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) = 0;
     /// Stops timer `id`; an id that does not run is ignored. No call of it comes after this.
     virtual void KillTimer(std::uint32_t id) = 0;

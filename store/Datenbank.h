@@ -1,7 +1,7 @@
 // The table store: SQLite behind the few operations that the logic knows.
 //
-// A set is a list of row ids, fixed when it is opened; values are read live. No statement stays open between two
-// calls, so a reader never blocks another program's write.
+// A set is a list of row ids, fixed when it is opened; values are read live. No statement stays open between
+// two calls, so a reader never blocks another program's write.
 #pragma once
 
 #include "store/LaufzeitFehler.h"
@@ -18,7 +18,9 @@ class Recordset;
 /// Value of a column: Null, a whole number or a text in UTF-8.
 using Wert = std::variant<std::monostate, std::int64_t, std::string>;
 
-inline bool istNull(const Wert& wert) { return std::holds_alternative<std::monostate>(wert); }
+inline bool istNull(const Wert& wert) {
+    return std::holds_alternative<std::monostate>(wert);
+}
 /// The value as text; Null gives "".
 std::string alsText(const Wert& wert);
 /// The value as number; Null and a text that is no whole number throw error 13.
@@ -39,12 +41,12 @@ public:
     ~Database();
 
     /// Opens a set. `source` is a table name, which gives all rows in stored order, or a SELECT text over one
-    /// table. Names are matched without regard to case. Throws 3075 for a text that is no single SELECT, 3078 for
-    /// a table that is not there, 3218 when the file stays locked.
+    /// table. Names are matched without regard to case. Throws 3075 for a text that is no single SELECT, 3078
+    /// for a table that is not there, 3218 when the file stays locked.
     Recordset OpenRecordset(std::string_view source);
 
-    /// Runs `arbeit` in one transaction: all of its updates or none, also through a crash. An exception rolls back
-    /// and goes on to the caller.
+    /// Runs `arbeit` in one transaction: all of its updates or none, also through a crash. An exception rolls
+    /// back and goes on to the caller.
     template <class Arbeit> void inEinerTransaktion(Arbeit&& arbeit) {
         beginnen();
         try {
@@ -69,8 +71,8 @@ private:
     std::shared_ptr<Innen> innen_;
 };
 
-/// Opens the file; never creates one. Throws 3024 if it is not there, 3343 if it is no database, 3049 if it is
-/// damaged. A file that may only be read opens; writing to it then throws 3027.
+/// Opens the file; never creates one. Throws 3024 if it is not there, 3343 if it is no database, 3049 if it
+/// is damaged. A file that may only be read opens; writing to it then throws 3027.
 Database OpenDatabase(const std::string& pfad);
 
 /// A set of rows with a cursor.
@@ -80,7 +82,8 @@ public:
     Recordset& operator=(Recordset&&) noexcept;
     ~Recordset();
 
-    /// True when there is no current row; true at once for an empty set. After Delete it is false until MoveNext.
+    /// True when there is no current row; true at once for an empty set. After Delete it is false until
+    /// MoveNext.
     bool get_EOF() const;
     /// Number of rows of the set as it was opened.
     std::int32_t get_RecordCount() const;
@@ -94,8 +97,8 @@ public:
     void AddNew();
     /// Starts changing the current row; throws 3021 without one.
     void Edit();
-    /// Writes what was put since AddNew or Edit, all of it or nothing. Throws 3020 without one of them, 3022 for a
-    /// key that exists, 3218 when the file stays locked. The buffered change is gone after an error.
+    /// Writes what was put since AddNew or Edit, all of it or nothing. Throws 3020 without one of them, 3022
+    /// for a key that exists, 3218 when the file stays locked. The buffered change is gone after an error.
     void Update();
     /// Deletes the current row; the position is a hole until MoveNext. Throws 3021 without a current row.
     void Delete();
@@ -105,8 +108,8 @@ public:
     Wert get_Value(std::string_view spalte) const;
     Wert get_Value(int ordinal) const;
 
-    /// Puts a value into the row begun with AddNew or Edit; throws 3020 without one. A text for a number throws 13,
-    /// a number that the column's width does not hold throws 6; the old value stays.
+    /// Puts a value into the row begun with AddNew or Edit; throws 3020 without one. A text for a number
+    /// throws 13, a number that the column's width does not hold throws 6; the old value stays.
     void put_Value(std::string_view spalte, Wert wert);
     void put_Value(int ordinal, Wert wert);
 

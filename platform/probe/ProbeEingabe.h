@@ -1,0 +1,38 @@
+// Injection that only writes down what is sent.
+#pragma once
+
+#include "platform/Eingabe.h"
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// One record as text: keys "+65" and "-65" ("+38e" with the extended flag), "m(dx,dy)" relative and
+/// "abs(x,y)" absolute moves, "LD LU RD RU MD MU" buttons, "W+3" and "W-4" the wheel; several in one record
+/// joined by blanks.
+std::string ereignistext(const INPUT& ereignis);
+
+class ProbeEingabe final : public Eingabe {
+public:
+    /// Called for each event as it is sent.
+    using Zuhoerer = std::function<void(const INPUT&)>;
+
+    ProbeEingabe() = default;
+    explicit ProbeEingabe(Zuhoerer zuhoerer) : zuhoerer_(std::move(zuhoerer)) {}
+
+    std::uint32_t SendInput(std::span<const INPUT> ereignisse) override;
+    /// Every code has its own scan code: the code and 1000.
+    std::uint32_t MapVirtualKeyA(std::uint32_t code, std::uint32_t art) override {
+        return art == 0 ? code + 1000 : 0;
+    }
+
+    /// All events since the last call, oldest first.
+    std::vector<INPUT> abholen() { return std::exchange(ereignisse_, {}); }
+    /// The same as texts.
+    std::vector<std::string> texteAbholen();
+
+private:
+    Zuhoerer zuhoerer_;
+    std::vector<INPUT> ereignisse_;
+};

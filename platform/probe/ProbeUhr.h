@@ -1,0 +1,57 @@
+// Virtual clock: timers that run when time is moved on by hand.
+//
+// Due timers run by deadline, and at one deadline in the order in which they were set; a periodic timer keeps
+// its place in that order, a timer that is set anew goes to its end.
+#pragma once
+
+#include "platform/Zeitgeber.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+
+class ProbeUhr final : public Zeitgeber {
+public:
+    using Zeit = std::chrono::milliseconds;
+
+    ProbeUhr();
+    ~ProbeUhr() override;
+
+    void SetTimer(std::uint32_t id, Zeit intervall, TimerProzedur prozedur) override;
+    void KillTimer(std::uint32_t id) override;
+    std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
+
+    Zeit jetzt() const { return jetzt_; }
+    /// Runs all timers that are due up to and including `ziel`, then stands at `ziel`.
+    void vorBis(Zeit ziel);
+    void vorUm(Zeit dauer) { vorBis(jetzt_ + dauer); }
+    /// Whether timer `id` runs.
+    bool laeuft(std::uint32_t id) const { return fenster_.contains(id); }
+    /// How many timers, of both kinds, would fire if time went on.
+    std::size_t laufende() const { return plan_.size(); }
+
+private:
+    class Formular;
+
+    // A timer's place in the plan: when it is due next, and the order in which it was set.
+    struct Platz {
+        Zeit faellig;
+        std::uint64_t reihe;
+        auto operator<=>(const Platz&) const = default;
+    };
+    struct Eintrag {
+        Zeit intervall;
+        TimerProzedur prozedur;
+    };
+
+    // A timer in the plan is known by its order number, which stays while its deadline moves on.
+    std::uint64_t einplanen(Zeit intervall, TimerProzedur prozedur);
+    void streichen(std::uint64_t reihe);
+
+    Zeit jetzt_{0};
+    std::uint64_t naechsteReihe_ = 0;
+    std::map<Platz, Eintrag> plan_;
+    std::map<std::uint64_t, Platz> plaetze_;         // by order number
+    std::map<std::uint32_t, std::uint64_t> fenster_; // window timers: id to order number
+};
