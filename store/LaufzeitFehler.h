@@ -14,15 +14,20 @@ enum class Fehlernummer {
     KeinAktuellerSatz = 3021,
     DoppelterSchluessel = 3022,
     KeineDatei = 3024,
-    DateiBeschaedigt = 3049,
     KeinPlatz = 3026,
     NurLesen = 3027,
+    KeineTransaktion = 3034,
+    EinAusgabe = 3043,
+    DateiBeschaedigt = 3049,
+    KeinZugriff = 3051,
     Syntax = 3075,
     KeineTabelle = 3078,
     FeldZuKlein = 3163,
     Gesperrt = 3218,
     KeinSolchesFeld = 3265,
+    FeldOhneWert = 3314,
     KeineDatenbank = 3343,
+    ObjektGeschlossen = 3420,
 };
 
 class LaufzeitFehler : public std::runtime_error {

@@ -3,7 +3,8 @@
 
 #include <string>
 
-/// Looks a key up. With `richtung` 0, `wert` is a code in decimal and the name comes back; otherwise `wert`
-/// is a name and its code comes back. No row gives "". A statement that fails (an apostrophe in `wert`) gives
-/// `wert` itself for richtung 0 and throws LaufzeitFehler otherwise.
+/// Looks a key up. With `richtung` 0, `wert` is a code in decimal and its name comes back: "" for a code
+/// without a name, `wert` itself when the statement fails (an apostrophe in `wert`). Otherwise `wert` is a
+/// name and its code comes back; a failing statement then throws, as does a name without a row (3021). A
+/// database that cannot be opened throws in both directions.
 std::string KeyCodeSuchen(const std::string& datenbankPfad, int richtung, const std::string& wert);

@@ -1,0 +1,56 @@
+#include "store/Datenbank.h"
+
+#include "store/Verbindung.h"
+
+std::string anweisung(std::string_view bisZumNamen, std::string_view name, std::string_view danach) {
+    if (name.find('\'') != std::string_view::npos)
+        throw LaufzeitFehler(Fehlernummer::Syntax, "Syntaxfehler in der Datenbankabfrage: der Name „" +
+                                                       std::string(name) + "“ enthält einen Apostroph.");
+    std::string text(bisZumNamen);
+    text += name;
+    text += danach;
+    return text;
+}
+
+Database OpenDatabase(const std::string& pfad) {
+    return Database(std::make_shared<Verbindung>(pfad));
+}
+
+Database::Database(std::shared_ptr<Verbindung> verbindung) : verbindung_(std::move(verbindung)) {}
+Database::Database(Database&&) noexcept = default;
+
+Database& Database::operator=(Database&& andere) noexcept {
+    if (this != &andere) {
+        Close();
+        verbindung_ = std::move(andere.verbindung_);
+    }
+    return *this;
+}
+
+Database::~Database() {
+    Close();
+}
+
+void Database::Close() {
+    if (verbindung_)
+        verbindung_->schliessen(); // sets may still hold the connection: they find it closed
+    verbindung_.reset();
+}
+
+Verbindung& Database::offen() const {
+    if (!verbindung_)
+        throw LaufzeitFehler(Fehlernummer::ObjektGeschlossen, "Die Datenbank ist geschlossen.");
+    return *verbindung_;
+}
+
+void Database::beginnen() {
+    offen().beginnen();
+}
+void Database::festschreiben() {
+    offen().festschreiben();
+}
+
+void Database::verwerfen() noexcept {
+    if (verbindung_)
+        verbindung_->verwerfen();
+}

@@ -1,0 +1,245 @@
+#include "store/Verbindung.h"
+
+#include "store/Namen.h"
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <new>
+#include <system_error>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Meldung {
+    Fehlernummer nummer;
+    std::string_view text; ///< "%" stands for the file
+};
+
+Meldung meldungFuer(int sqliteNummer) {
+    switch (sqliteNummer & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return {Fehlernummer::Gesperrt, "Die Datenbank „%“ ist von einem anderen Programm gesperrt."};
+    case SQLITE_FULL:
+        return {Fehlernummer::KeinPlatz, "Kein Platz mehr auf dem Datenträger für die Datenbank „%“."};
+    case SQLITE_READONLY:
+        return {Fehlernummer::NurLesen, "Die Datenbank „%“ kann nur gelesen werden."};
+    case SQLITE_CORRUPT:
+        return {Fehlernummer::DateiBeschaedigt, "Die Datenbank „%“ ist beschädigt."};
+    case SQLITE_NOTADB:
+        return {Fehlernummer::KeineDatenbank, "Die Datei „%“ ist keine Datenbank."};
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return {Fehlernummer::KeinZugriff, "Kein Zugriff auf die Datenbank „%“."};
+    case SQLITE_CONSTRAINT:
+        if (sqliteNummer == SQLITE_CONSTRAINT_NOTNULL)
+            return {Fehlernummer::FeldOhneWert, "Ein Feld, das einen Wert braucht, ist leer."};
+        return {Fehlernummer::DoppelterSchluessel, "Einen Satz mit diesem Schlüssel gibt es schon."};
+    case SQLITE_ERROR:
+        return {Fehlernummer::Syntax, "Syntaxfehler in der Datenbankabfrage."};
+    default:
+        return {Fehlernummer::EinAusgabe, "Fehler beim Zugriff auf den Datenträger der Datenbank „%“."};
+    }
+}
+
+LaufzeitFehler fehler(Fehlernummer nummer, std::string_view text, const std::string& pfad) {
+    std::string ganz(text);
+    if (const std::size_t stelle = ganz.find('%'); stelle != std::string::npos)
+        ganz.replace(stelle, 1, pfad);
+    return {nummer, ganz};
+}
+
+constexpr std::uintmax_t KLEINSTE_SEITE = 512; ///< of a SQLite file, by its format
+
+/// SQLite says of a file that is not there and of a directory no more than that it cannot open them, and
+/// takes an empty file for a database without tables; these are told apart here.
+void dateiPruefen(const std::string& pfad) {
+    std::error_code grund;
+    const fs::file_status stand = fs::status(pfad, grund);
+    if (stand.type() == fs::file_type::not_found)
+        throw fehler(Fehlernummer::KeineDatei, "Die Datenbank „%“ gibt es nicht.", pfad);
+    if (stand.type() == fs::file_type::none || stand.type() == fs::file_type::unknown)
+        throw fehler(Fehlernummer::KeinZugriff, meldungFuer(SQLITE_CANTOPEN).text, pfad);
+    if (stand.type() != fs::file_type::regular || fs::file_size(pfad, grund) < KLEINSTE_SEITE)
+        throw fehler(Fehlernummer::KeineDatenbank, meldungFuer(SQLITE_NOTADB).text, pfad);
+}
+
+/// A database may come from anywhere: nothing that lies in it is trusted to run, and a misspelt column is an
+/// error and not a text.
+void absichern(sqlite3* sqlite) {
+    sqlite3_extended_result_codes(sqlite, 1);
+    sqlite3_busy_timeout(sqlite, SPERRE_WARTEN_MS);
+    sqlite3_db_config(sqlite, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(sqlite, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(sqlite, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(sqlite, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+}
+
+} // namespace
+
+void Verbindung::Schliesser::operator()(sqlite3* verbindung) const noexcept {
+    sqlite3_close_v2(verbindung);
+}
+void Verbindung::Schliesser::operator()(sqlite3_stmt* anweisung) const noexcept {
+    sqlite3_finalize(anweisung);
+}
+
+Verbindung::Verbindung(const std::string& pfad) : pfad_(pfad) {
+    dateiPruefen(pfad);
+    // An absolute path, so that names like ":memory:" are what they are everywhere else: names of files.
+    const std::string absolut = fs::absolute(pfad).string();
+    sqlite3* sqlite = nullptr;
+    const int nummer =
+        sqlite3_open_v2(absolut.c_str(), &sqlite, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    sqlite_.reset(sqlite);
+    if (nummer != SQLITE_OK)
+        melden(nummer);
+    absichern(sqlite);
+    // The first look into the file, which finds out whether it is a database at all. FULL: an Update that has
+    // come back lies on the disk.
+    ausfuehren("PRAGMA synchronous = FULL");
+}
+
+Verbindung::~Verbindung() = default;
+
+void Verbindung::schliessen() noexcept {
+    anweisungen_.clear();
+    sqlite_.reset();
+}
+
+sqlite3_stmt* Verbindung::vorbereitet(const std::string& text) {
+    if (!sqlite_)
+        throw LaufzeitFehler(Fehlernummer::ObjektGeschlossen, "Die Datenbank ist geschlossen.");
+    auto& anweisung = anweisungen_[text];
+    if (!anweisung) {
+        sqlite3_stmt* neu = nullptr;
+        const int nummer = sqlite3_prepare_v3(sqlite_.get(), text.data(), static_cast<int>(text.size()),
+                                              SQLITE_PREPARE_PERSISTENT, &neu, nullptr);
+        if (nummer != SQLITE_OK)
+            melden(nummer);
+        anweisung.reset(neu);
+    }
+    return anweisung.get();
+}
+
+Verbindung::Lauf::Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte)
+    : verbindung_(verbindung), anweisung_(verbindung.vorbereitet(text)) {
+    int stelle = 0;
+    for (const Wert& wert : werte)
+        binden(++stelle, wert);
+}
+
+Verbindung::Lauf::~Lauf() {
+    sqlite3_reset(anweisung_);
+    sqlite3_clear_bindings(anweisung_);
+}
+
+void Verbindung::Lauf::binden(int stelle, const Wert& wert) {
+    int nummer = SQLITE_OK; // what is not bound is Null
+    if (const auto* zahl = std::get_if<std::int64_t>(&wert))
+        nummer = sqlite3_bind_int64(anweisung_, stelle, *zahl);
+    else if (const auto* text = std::get_if<std::string>(&wert))
+        nummer = sqlite3_bind_text64(anweisung_, stelle, text->data(), text->size(), SQLITE_TRANSIENT,
+                                     SQLITE_UTF8);
+    if (nummer != SQLITE_OK)
+        verbindung_.melden(nummer);
+}
+
+bool Verbindung::Lauf::weiter() {
+    const int nummer = sqlite3_step(anweisung_);
+    if (nummer != SQLITE_ROW && nummer != SQLITE_DONE)
+        verbindung_.melden(nummer);
+    return nummer == SQLITE_ROW;
+}
+
+Wert Verbindung::Lauf::wert(int spalte) const {
+    switch (sqlite3_column_type(anweisung_, spalte)) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return std::int64_t{sqlite3_column_int64(anweisung_, spalte)};
+    default: { // fractions and blobs, which this store never writes, read as their text
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(anweisung_, spalte));
+        const auto laenge = static_cast<std::size_t>(sqlite3_column_bytes(anweisung_, spalte));
+        return text ? std::string(text, laenge) : std::string();
+    }
+    }
+}
+
+void Verbindung::ausfuehren(const std::string& text) {
+    Lauf lauf(*this, text, {});
+    while (lauf.weiter()) {
+    }
+}
+
+int Verbindung::schreiben(const std::string& text, const std::vector<Wert>& werte) {
+    transaktionPruefen();
+    Lauf lauf(*this, text, werte);
+    lauf.weiter();
+    return sqlite3_changes(sqlite_.get());
+}
+
+std::shared_ptr<const Tabelle> Verbindung::tabelle(std::string_view name) {
+    auto& bekannt = tabellen_[kleinGeschrieben(name)];
+    if (bekannt)
+        return bekannt;
+    Tabelle gefunden;
+    Lauf lauf(*this,
+              "SELECT t.name, s.name, s.type FROM sqlite_schema t, pragma_table_info(t.name) s "
+              "WHERE t.type = 'table' AND t.name = ? COLLATE NOCASE ORDER BY s.cid",
+              {std::string(name)});
+    while (lauf.weiter()) {
+        gefunden.name = alsText(lauf.wert(0));
+        gefunden.spalten.push_back({alsText(lauf.wert(1)), spaltenartAus(alsText(lauf.wert(2)))});
+    }
+    if (gefunden.spalten.empty())
+        throw fehler(Fehlernummer::KeineTabelle,
+                     "Die Datenbank „%“ hat keine Tabelle „" + std::string(name) + "“.", pfad_);
+    bekannt = std::make_shared<const Tabelle>(std::move(gefunden));
+    return bekannt;
+}
+
+/// Some errors (a full disk, for one) end the whole transaction by themselves. What follows in it must not
+/// then stand by itself.
+void Verbindung::transaktionPruefen() const {
+    if (tiefe_ > 0 && sqlite_ && sqlite3_get_autocommit(sqlite_.get()))
+        throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "Der Vorgang in der Datenbank ist abgebrochen.");
+}
+
+void Verbindung::beginnen() {
+    transaktionPruefen();
+    // IMMEDIATE takes the lock for writing at once: waiting for it later could block two programs for each
+    // other.
+    ausfuehren(tiefe_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT innen");
+    ++tiefe_;
+}
+
+void Verbindung::festschreiben() {
+    try {
+        transaktionPruefen();
+        ausfuehren(tiefe_ == 1 ? "COMMIT" : "RELEASE innen");
+    } catch (...) {
+        verwerfen();
+        throw;
+    }
+    --tiefe_;
+}
+
+void Verbindung::verwerfen() noexcept {
+    const bool lebt = sqlite_ && !sqlite3_get_autocommit(sqlite_.get());
+    const char* text = tiefe_ == 1 ? "ROLLBACK" : "ROLLBACK TO innen; RELEASE innen";
+    if (lebt)
+        sqlite3_exec(sqlite_.get(), text, nullptr, nullptr, nullptr);
+    --tiefe_;
+}
+
+void Verbindung::melden(int sqliteNummer) const {
+    if ((sqliteNummer & 0xff) == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    const Meldung meldung = meldungFuer(sqliteNummer);
+    throw fehler(meldung.nummer, meldung.text, pfad_);
+}

@@ -1,0 +1,78 @@
+// One connection to a SQLite file: opened, kept and closed in one object, every error as a LaufzeitFehler.
+//
+// Statements are prepared once for a text and kept until the connection closes; one that is not being stepped
+// holds no lock. The whole of SQLite's C interface is used in Verbindung.cpp only.
+#pragma once
+
+#include "store/Datenbank.h"
+#include "store/Tabelle.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+class Verbindung {
+public:
+    /// Opens an existing file; errors as OpenDatabase has them.
+    explicit Verbindung(const std::string& pfad);
+    ~Verbindung();
+    Verbindung(const Verbindung&) = delete;
+    Verbindung& operator=(const Verbindung&) = delete;
+
+    /// Rolls back what is not committed. Every later use throws 3420.
+    void schliessen() noexcept;
+    bool istOffen() const { return sqlite_ != nullptr; }
+
+    /// One run through a statement. Finished when it is destroyed: no statement outlives the call that needs
+    /// it.
+    class Lauf {
+    public:
+        Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte);
+        ~Lauf();
+        Lauf(const Lauf&) = delete;
+        Lauf& operator=(const Lauf&) = delete;
+
+        /// Steps on; true when a row stands ready.
+        bool weiter();
+        /// A column of that row.
+        Wert wert(int spalte) const;
+
+    private:
+        void binden(int stelle, const Wert& wert);
+        Verbindung& verbindung_;
+        sqlite3_stmt* anweisung_;
+    };
+
+    /// Runs a statement that writes; gives the number of rows that it changed.
+    int schreiben(const std::string& text, const std::vector<Wert>& werte);
+
+    /// The columns of a table, looked up once a connection. Throws 3078 for a name that is no table.
+    std::shared_ptr<const Tabelle> tabelle(std::string_view name);
+
+    /// A transaction; one inside another is a part of it that can be rolled back by itself.
+    void beginnen();
+    void festschreiben();
+    void verwerfen() noexcept;
+
+private:
+    struct Schliesser {
+        void operator()(sqlite3* verbindung) const noexcept;
+        void operator()(sqlite3_stmt* anweisung) const noexcept;
+    };
+
+    sqlite3_stmt* vorbereitet(const std::string& text);
+    void ausfuehren(const std::string& text);
+    void transaktionPruefen() const;
+    [[noreturn]] void melden(int sqliteNummer) const;
+
+    std::string pfad_;
+    std::unique_ptr<sqlite3, Schliesser> sqlite_;
+    std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Schliesser>> anweisungen_;
+    std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_;
+    int tiefe_ = 0; ///< of transactions inside each other
+};
