@@ -6,6 +6,7 @@
 
 /// Numbers of the errors that the program raises. The numbers are those of the Basic runtime and of DAO.
 enum class Fehlernummer {
+    Unerwartet = 51, // an internal error, such as no memory
     Ueberlauf = 6,
     FalscherIndex = 9,
     DivisionDurchNull = 11,

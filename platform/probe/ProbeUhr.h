@@ -25,6 +25,11 @@ public:
     Zeit jetzt() const { return jetzt_; }
     /// Runs all timers that are due up to and including `ziel`, then stands at `ziel`.
     void vorBis(Zeit ziel);
+    /// Runs all timers that are due before `ziel`, then stands at `ziel`; those due then have not run yet.
+    void vorVor(Zeit ziel) {
+        vorBis(ziel - Zeit{1});
+        jetzt_ = ziel;
+    }
     void vorUm(Zeit dauer) { vorBis(jetzt_ + dauer); }
     /// Whether timer `id` runs.
     bool laeuft(std::uint32_t id) const { return fenster_.contains(id); }

@@ -1,0 +1,30 @@
+// Timers of one run: their procedures may throw, and none of them outlives the run.
+#pragma once
+
+#include "platform/Zeitgeber.h"
+
+#include <functional>
+#include <set>
+
+class LaufzeitFehler;
+
+/// Passes on to another Zeitgeber. An exception that a procedure throws goes to the handler instead of the
+/// event loop; what still runs when this object dies is killed.
+class GesicherterZeitgeber final : public Zeitgeber {
+public:
+    using Fehlerbehandlung = std::function<void(const LaufzeitFehler&)>;
+
+    GesicherterZeitgeber(Zeitgeber& innen, Fehlerbehandlung beiFehler);
+    ~GesicherterZeitgeber() override;
+
+    void SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) override;
+    void KillTimer(std::uint32_t id) override;
+    std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
+
+private:
+    TimerProzedur gesichert(TimerProzedur prozedur) const;
+
+    Zeitgeber& innen_;
+    Fehlerbehandlung beiFehler_;
+    std::set<std::uint32_t> gesetzte_;
+};

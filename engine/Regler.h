@@ -1,0 +1,29 @@
+// The thirteen settings of a run that its scroll bars hold.
+#pragma once
+
+#include <array>
+
+/// Range and start value of a scroll bar.
+struct Reglerbereich {
+    int min;
+    int max;
+    int start;
+};
+
+inline constexpr int REGLER = 12;
+
+/// `HScroll1`(0 to 11): window sizes, minimum counts and margins of the smoothing.
+inline constexpr std::array<Reglerbereich, REGLER> HSCROLL1_BEREICHE{{{1, 30, 1},
+                                                                      {0, 15, 0},
+                                                                      {1, 30, 1},
+                                                                      {0, 15, 0},
+                                                                      {0, 1000, 0},
+                                                                      {0, 1000, 0},
+                                                                      {1, 30, 1},
+                                                                      {0, 15, 0},
+                                                                      {1, 30, 1},
+                                                                      {0, 15, 1},
+                                                                      {0, 1000, 0},
+                                                                      {0, 1000, 1}}};
+/// `HScroll2`: repeat interval in milliseconds, 0 for no repeat.
+inline constexpr Reglerbereich HSCROLL2_BEREICH{0, 500, 0};

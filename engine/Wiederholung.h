@@ -1,0 +1,52 @@
+// Repeats held keys, so that a held pad button behaves like a held key of a keyboard.
+//
+// Sixteen timers, one for each of the first sixteen places of the list of held keys. A timer is picked by the
+// place at which a new entry appears; what it repeats stands in the repeat slot of that number. Entries move
+// up when one before them goes, slots do not: from then on place and entry part, and the slot's text decides.
+#pragma once
+
+#include "platform/Zeitgeber.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class GehalteneTasten;
+class XPTaste;
+
+/// What outlasts a run.
+struct Wiederholstand {
+    std::array<std::string, 21> WiederholSlots; ///< held-key entries or ""; places 16 to 20 have no timer
+    std::string GehaltenTextAlt;                ///< `GehaltenText` as of the last comparison
+};
+
+class Wiederholung {
+public:
+    static constexpr int ZEITGEBER = 16;
+
+    Wiederholung(Wiederholstand& stand, const GehalteneTasten& gehaltene, XPTaste& xpTaste,
+                 Zeitgeber& zeitgeber);
+
+    /// Interval of repeats that start from now on, the value of `HScroll2`; 0 repeats nothing.
+    void intervall(std::chrono::milliseconds wert) { intervall_ = wert; }
+
+    /// Starts the timer of every entry of `GehaltenText` that is new since the last comparison.
+    void WiederholungPruefen();
+    /// Stops the first repeat of the entry's slot among places 0 to 19.
+    void WiederholungStoppen(std::string_view eintrag);
+    /// All buttons are up: empties places 0 to 19 if place 0 holds anything. Timers go on, over empty places.
+    void slotsLeeren();
+    /// Takes the held keys as they are now for known.
+    void abgleichen();
+
+private:
+    void takt(std::size_t platz);
+
+    Wiederholstand& stand_;
+    const GehalteneTasten& gehaltene_;
+    XPTaste& xpTaste_;
+    std::chrono::milliseconds intervall_{0};
+    std::array<std::unique_ptr<Formularzeitgeber>, ZEITGEBER> Timer1_;
+};

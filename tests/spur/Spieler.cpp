@@ -1,0 +1,217 @@
+#include "tests/spur/Spieler.h"
+
+#include "engine/LaufAnzeige.h"
+#include "engine/LaufFenster.h"
+#include "engine/Regler.h"
+#include "platform/probe/ProbeEingabe.h"
+#include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeUhr.h"
+#include "store/LaufzeitFehler.h"
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Art = Spureingabe::Art;
+
+constexpr const char* SCHEMA = "S";
+
+/// A folder of its own that goes when the scenario is over.
+class Arbeitsordner {
+public:
+    Arbeitsordner() {
+        auto muster = (fs::temp_directory_path() / "spur-XXXXXX").string();
+        if (!mkdtemp(muster.data()))
+            throw Szenariofehler("no folder can be made in " + fs::temp_directory_path().string());
+        pfad_ = muster;
+    }
+    ~Arbeitsordner() {
+        std::error_code egal;
+        fs::remove_all(pfad_, egal);
+    }
+    Arbeitsordner(const Arbeitsordner&) = delete;
+    Arbeitsordner& operator=(const Arbeitsordner&) = delete;
+
+    const fs::path& pfad() const { return pfad_; }
+
+private:
+    fs::path pfad_;
+};
+
+void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweisungen) {
+    sqlite3* roh = nullptr;
+    const int geoeffnet = sqlite3_open_v2(datei.c_str(), &roh, SQLITE_OPEN_READWRITE, nullptr);
+    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> datenbank(roh, &sqlite3_close);
+    if (geoeffnet != SQLITE_OK)
+        throw Szenariofehler("the database can't be opened: " + datei.string());
+    // The folder is thrown away: nothing needs to reach the disk.
+    sqlite3_exec(roh, "PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;", nullptr, nullptr, nullptr);
+    for (const auto& anweisung : anweisungen)
+        if (sqlite3_exec(roh, anweisung.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw Szenariofehler("sql " + anweisung + ": " + sqlite3_errmsg(roh));
+}
+
+class Spieler final : private LaufAnzeige {
+public:
+    explicit Spieler(const fs::path& datenbank)
+        : eingabe_([this](const INPUT& ereignis) {
+            ergebnis_.ereignisse.push_back({uhr_.jetzt(), ereignistext(ereignis)});
+        }) {
+        zustand_.global.DatenbankPfad = datenbank.string();
+        zustand_.global.SchemaName = SCHEMA;
+    }
+
+    Spurergebnis spielen(const Szenario& szenario) {
+        for (const auto& eingabe : szenario.eingaben) {
+            bis(eingabe.zeit);
+            ausfuehren(eingabe);
+            if (eingabe.art == Art::Ende)
+                break;
+        }
+        uhr_.vorBis(uhr_.jetzt()); // what is due at the last time of all
+        return std::move(ergebnis_);
+    }
+
+private:
+    void bis(std::chrono::milliseconds zeit) {
+        // A run that an error has stopped is taken down outside of its own timers, so step by step.
+        while (uhr_.jetzt() < zeit) {
+            uhr_.vorVor(uhr_.jetzt() + std::chrono::milliseconds{1});
+            if (abgebrochen_)
+                lauf_.reset();
+        }
+    }
+
+    void ausfuehren(const Spureingabe& eingabe) {
+        switch (eingabe.art) {
+        case Art::Start:
+            starten();
+            break;
+        case Art::Stop:
+            stoppen();
+            break;
+        case Art::Ende:
+            break;
+        case Art::Tasten:
+            pad_.zustand.dwButtons = eingabe.wert;
+            break;
+        case Art::Pov:
+            pad_.zustand.dwPOV = eingabe.wert;
+            break;
+        case Art::Achse:
+            achse(eingabe.index) = eingabe.wert;
+            break;
+        case Art::PadWeg:
+            pad_.da = false;
+            break;
+        case Art::PadDa:
+            pad_.da = true;
+            break;
+        case Art::Regler:
+            regler(eingabe);
+            break;
+        case Art::Knopf:
+            lauf().Command1Klick(static_cast<int>(eingabe.index));
+            break;
+        }
+    }
+
+    void starten() {
+        if (lauf_)
+            throw Szenariofehler("start while a run is on");
+        abgebrochen_ = false;
+        lauf_ = std::make_unique<LaufFenster>(
+            Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this, std::span<Stick* const>{}});
+        try {
+            lauf_->laden();
+        } catch (const LaufzeitFehler& fehler) {
+            abgebrochen(fehler);
+            lauf_.reset();
+        }
+    }
+
+    void stoppen() {
+        if (!lauf_)
+            return; // an error has stopped it already
+        lauf_->beenden();
+        lauf_.reset();
+    }
+
+    void regler(const Spureingabe& eingabe) {
+        if (eingabe.index == REGLER)
+            lauf().HScroll2Aenderung(static_cast<int>(eingabe.wert));
+    }
+
+    std::uint32_t& achse(std::uint32_t index) {
+        auto& z = pad_.zustand;
+        const std::array<std::uint32_t*, 6> achsen{&z.dwXpos, &z.dwYpos, &z.dwZpos,
+                                                   &z.dwRpos, &z.dwUpos, &z.dwVpos};
+        return *achsen[index];
+    }
+
+    LaufFenster& lauf() {
+        if (!lauf_)
+            throw Szenariofehler("an input for the window while no run is on");
+        return *lauf_;
+    }
+
+    void titel(const std::string&) override {}
+    void lblUmschalt(std::string_view) override {}
+    void gedrueckteTasten(int) override {}
+    void Erg(int, const std::string&) override {}
+    void Command1(int, std::string_view) override {}
+    void testfeld(bool) override {}
+    void Option1(int) override {}
+    void hauptformVerbergen() override {}
+    void hauptformZurueck(bool) override {}
+    void abgebrochen(const LaufzeitFehler& fehler) override {
+        abgebrochen_ = true;
+        ergebnis_.fehler = fehler.zahl();
+        ergebnis_.fehlertext = fehler.what();
+    }
+
+    Spurergebnis ergebnis_;
+    ProbeUhr uhr_;
+    ProbeJoystick pad_;
+    ProbeEingabe eingabe_;
+    Laufzustand zustand_;
+    bool abgebrochen_ = false;
+    std::unique_ptr<LaufFenster> lauf_;
+};
+
+std::string zeile(const Spurereignis& ereignis) {
+    return std::to_string(ereignis.zeit.count()) + " " + ereignis.text;
+}
+
+std::string zeile(const std::vector<Spurereignis>& ereignisse, std::size_t i) {
+    return i < ereignisse.size() ? zeile(ereignisse[i]) : "nothing more";
+}
+
+} // namespace
+
+Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank) {
+    const Arbeitsordner ordner;
+    const auto datenbank = ordner.pfad() / "Belegung.twk";
+    fs::copy_file(leereDatenbank, datenbank);
+    sqlAusfuehren(datenbank, szenario.sql);
+    return Spieler(datenbank).spielen(szenario);
+}
+
+std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis) {
+    const auto& soll = szenario.erwartet;
+    const auto& ist = ergebnis.ereignisse;
+    for (std::size_t i = 0; i < std::max(soll.size(), ist.size()); ++i)
+        if (i >= soll.size() || i >= ist.size() || soll[i] != ist[i])
+            return "event " + std::to_string(i + 1) + ": expected " + zeile(soll, i) + ", came " +
+                   zeile(ist, i);
+    if (szenario.fehler && szenario.fehler != ergebnis.fehler)
+        return "the run should have been stopped by error " + std::to_string(*szenario.fehler) +
+               ", was stopped by " + (ergebnis.fehler ? std::to_string(*ergebnis.fehler) : "none");
+    return "";
+}
