@@ -1,0 +1,28 @@
+#include "editors/Formhilfen.h"
+
+#include "store/LaufzeitFehler.h"
+
+#include <QLayout>
+
+#include <algorithm>
+
+QString feldname(std::string_view name, int index) {
+    return QString("%1(%2)").arg(qt(name)).arg(index);
+}
+
+void hoeheSetzen(QWidget& form, int gewuenscht) {
+    if (form.layout())
+        form.layout()->activate();
+    form.setFixedHeight(std::max(gewuenscht, form.minimumSizeHint().height()));
+}
+
+void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::Icon symbol) {
+    QMessageBox box(symbol, titel, text, QMessageBox::Ok, eltern);
+    box.exec();
+}
+
+void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel) {
+    const auto text =
+        QString("Laufzeitfehler %1:\n%2").arg(fehler.zahl()).arg(QString::fromUtf8(fehler.what()));
+    meldung(eltern, text, titel, QMessageBox::Warning);
+}

@@ -1,0 +1,40 @@
+// Small things that all forms share: lengths, control names, plain message boxes.
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+#include <QWidget>
+
+#include <string>
+#include <string_view>
+
+class LaufzeitFehler;
+
+/// A length in twips, 1/15 of a device-independent pixel.
+constexpr int twips(int laenge) {
+    return (laenge + 7) / 15;
+}
+
+inline QString qt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// Name of an element of a control array, "Command1(5)".
+QString feldname(std::string_view name, int index);
+
+/// Gives a control its name; returns it, so that it can stand where it is made.
+template <class Control> Control* benannt(Control* control, const QString& name) {
+    control->setObjectName(name);
+    return control;
+}
+
+/// Gives the form a fixed height: `gewuenscht`, or what its content needs where a large font makes it need
+/// more.
+void hoeheSetzen(QWidget& form, int gewuenscht);
+
+/// A message box with one button; comes back when it is closed.
+void meldung(QWidget* eltern, const QString& text, const QString& titel,
+             QMessageBox::Icon symbol = QMessageBox::NoIcon);
+
+/// The message box of an error: number and text.
+void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel);

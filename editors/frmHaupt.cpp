@@ -1,0 +1,265 @@
+#include "editors/frmHaupt.h"
+
+#include "editors/Formhilfen.h"
+#include "editors/Laufsteuerung.h"
+#include "platform/Prozess.h"
+#include "store/LaufzeitFehler.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QCompleter>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int VOLLE_HOEHE = twips(5250);
+constexpr int KURZE_HOEHE = twips(2700);
+constexpr int BREITE = 640;
+constexpr int REGLER_MAX = 2000;
+
+// Indices of Command1.
+enum Knopf {
+    BUTTON_BEARBEITEN = 0,
+    LINKEN_STICK_BEARBEITEN = 1,
+    SCHEMA_NEU = 2,
+    SCHEMA_LOESCHEN = 3,
+    DATENBANK = 4,
+    SCHEMA_STARTEN = 5,
+    RECHTEN_STICK_BEARBEITEN = 6,
+};
+
+constexpr const char* STARTEN = "Schema starten";
+constexpr const char* STOPPEN = "Schema stoppen";
+
+QScrollBar* scrollleiste(Qt::Orientation richtung, const QString& name) {
+    auto* leiste = benannt(new QScrollBar(richtung), name);
+    leiste->setRange(0, REGLER_MAX);
+    leiste->setPageStep(REGLER_MAX / 10);
+    leiste->setFocusPolicy(Qt::StrongFocus);
+    return leiste;
+}
+
+QLineEdit* anzeigefeld(const QString& name, const QString& text) {
+    auto* feld = benannt(new QLineEdit(text), name);
+    feld->setReadOnly(true);
+    feld->setFocusPolicy(Qt::ClickFocus);
+    return feld;
+}
+
+} // namespace
+
+frmHaupt::frmHaupt(GobalVariable& global, Laufsteuerung& laufsteuerung, Prozess& prozess)
+    : global_(global), laufsteuerung_(laufsteuerung), prozess_(prozess) {
+    setObjectName("frmHaupt");
+    setWindowTitle("Game-Pad-Konfic");
+    aufbauen();
+    connect(&laufsteuerung_, &Laufsteuerung::hauptformVerbergen, this, &QWidget::hide);
+    connect(&laufsteuerung_, &Laufsteuerung::hauptformZurueck, this, &frmHaupt::hauptformZurueck);
+}
+
+// --- layout, top to bottom ---
+
+void frmHaupt::aufbauen() {
+    setFixedWidth(BREITE);
+    auto* anordnung = new QVBoxLayout(this);
+    anordnung->addWidget(kopf());
+    unterteil_ = unterteil();
+    anordnung->addWidget(unterteil_);
+    anordnung->addStretch();
+    volleHoehe(true);
+}
+
+QWidget* frmHaupt::kopf() {
+    auto* bereich = new QWidget;
+    auto* gitter = new QGridLayout(bereich);
+    gitter->setContentsMargins(0, 0, 0, 0);
+
+    Combo1_ = benannt(new QComboBox, "Combo1");
+    Combo1_->setEditable(true);
+    Combo1_->setInsertPolicy(QComboBox::NoInsert);
+    Combo1_->setCompleter(nullptr);
+    connect(Combo1_, &QComboBox::editTextChanged, this,
+            [this](const QString& text) { global_.SchemaName = text.toStdString(); });
+    connect(Combo1_, &QComboBox::activated, this, [this] { Combo1Klick(); });
+    auto* name = benannt(new QLabel("Schema wählen:"), feldname("Label1", 0));
+    name->setBuddy(Combo1_);
+    gitter->addWidget(name, 0, 0);
+    gitter->addWidget(Combo1_, 0, 1, 1, 2);
+
+    auto* knoepfe = new QGridLayout;
+    knoepfe->addWidget(Command1(SCHEMA_NEU, "Schema neu"), 0, 0);
+    knoepfe->addWidget(Command1(SCHEMA_LOESCHEN, "Schema löschen"), 0, 1);
+    knoepfe->addWidget(Command1(SCHEMA_STARTEN, STARTEN), 0, 2);
+    knoepfe->addWidget(Command1(BUTTON_BEARBEITEN, "Button bearbeiten"), 1, 0);
+    knoepfe->addWidget(Command1(DATENBANK, "Datenbank"), 1, 1);
+    gitter->addLayout(knoepfe, 1, 0, 1, 3);
+    gitter->setColumnStretch(1, 1);
+
+    // Their forms are not part of the program yet.
+    for (const int index : {SCHEMA_NEU, SCHEMA_LOESCHEN, BUTTON_BEARBEITEN})
+        Command1_[index]->setEnabled(false);
+    return bereich;
+}
+
+QWidget* frmHaupt::unterteil() {
+    auto* bereich = new QWidget;
+    auto* anordnung = new QVBoxLayout(bereich);
+    anordnung->setContentsMargins(0, 0, 0, 0);
+    anordnung->addWidget(pfadzeile());
+    auto* sticks = new QHBoxLayout;
+    sticks->addWidget(stickgruppe(0, LINKEN_STICK_BEARBEITEN));
+    sticks->addWidget(stickgruppe(1, RECHTEN_STICK_BEARBEITEN));
+    anordnung->addLayout(sticks);
+    anordnung->addWidget(fusszeile());
+    return bereich;
+}
+
+QWidget* frmHaupt::pfadzeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    Text1_ = benannt(new QLineEdit, feldname("Text1", 0));
+    auto* name = benannt(new QLabel("Programmpfad:"), feldname("Label1", 1));
+    name->setBuddy(Text1_);
+    zeile->addWidget(name);
+    zeile->addWidget(Text1_, 1);
+    return bereich;
+}
+
+QGroupBox* frmHaupt::stickgruppe(int stick, int knopf) {
+    auto* gruppe = new QGroupBox;
+    auto* gitter = new QGridLayout(gruppe);
+    gitter->setVerticalSpacing(3);
+    gitter->addWidget(
+        benannt(new QLabel(stick == 0 ? "Linken Stick" : "Rechten Stick"), feldname("Label2", stick)), 0, 0);
+    gitter->addWidget(Command1(knopf, "Bearbeiten"), 1, 0);
+    Command1_[knopf]->setEnabled(false);
+
+    auto* waagrecht = scrollleiste(Qt::Horizontal, feldname("HScroll1", stick));
+    auto* sensible = anzeigefeld(feldname("Text2", stick), "Sensible: 0");
+    connect(waagrecht, &QScrollBar::valueChanged, sensible,
+            [sensible](int wert) { sensible->setText(QString("Sensible: %1").arg(wert)); });
+    gitter->addWidget(waagrecht, 2, 0);
+    gitter->addWidget(sensible, 3, 0);
+
+    auto* senkrecht = scrollleiste(Qt::Vertical, feldname("VScroll1", stick));
+    auto* wert = anzeigefeld(feldname("Text3", stick), "0");
+    wert->setFixedWidth(wert->fontMetrics().horizontalAdvance("00000") + 12);
+    connect(senkrecht, &QScrollBar::valueChanged, wert,
+            [wert](int neu) { wert->setText(QString::number(neu)); });
+    gitter->addWidget(senkrecht, 0, 1, 3, 1, Qt::AlignHCenter);
+    gitter->addWidget(wert, 3, 1);
+    return gruppe;
+}
+
+QWidget* frmHaupt::fusszeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    auto* achsen = benannt(new QPushButton("Achsen kalibrieren"), "Command3");
+    auto* schubregler = benannt(new QPushButton("Schubregler"), "Command4");
+    achsen->setEnabled(false);
+    schubregler->setEnabled(false);
+    auto* hilfe = benannt(new QPushButton("Hilfe"), "Command2");
+    connect(hilfe, &QPushButton::clicked, this, [this] { prozess_.ShellExecuteA(global_.HilfePfad); });
+    auto* hinweis =
+        benannt(new QLabel("Die Hilfe ist mit Java geschrieben. Bitte lassen Sie diese in Ihrem Browser zu!"),
+                "Label3");
+    hinweis->setWordWrap(true);
+    zeile->addWidget(achsen);
+    zeile->addWidget(schubregler);
+    zeile->addWidget(hilfe);
+    zeile->addWidget(hinweis, 1);
+    return bereich;
+}
+
+QPushButton* frmHaupt::Command1(int index, const QString& text) {
+    auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
+    connect(knopf, &QPushButton::clicked, this, [this, index] { Command1Klick(index); });
+    Command1_[index] = knopf;
+    return knopf;
+}
+
+void frmHaupt::volleHoehe(bool voll) {
+    unterteil_->setVisible(voll);
+    hoeheSetzen(*this, voll ? VOLLE_HOEHE : KURZE_HOEHE);
+}
+
+// --- the list ---
+
+void frmHaupt::laden() {
+    prozess_.SetPriorityClass(REALTIME_PRIORITY_CLASS);
+    global_.PfadeSetzen(prozess_);
+    try {
+        schemataLesen();
+    } catch (const LaufzeitFehler& fehler) {
+        fehlermeldung(nullptr, fehler, qt(global_.DatenbankPfad));
+    }
+    if (Combo1_->count() == 0) {
+        volleHoehe(false);
+        return;
+    }
+    Combo1_->setCurrentIndex(0);
+    Combo1Klick();
+}
+
+void frmHaupt::schemataLesen() {
+    schemata_ = SchemataLesen(global_.DatenbankPfad);
+    Combo1_->clear();
+    // The spare entry at the end is no name.
+    for (std::size_t i = 0; i + 1 < schemata_.SchemaNamen.size(); ++i)
+        Combo1_->addItem(qt(schemata_.SchemaNamen[i]));
+}
+
+void frmHaupt::Combo1Klick() {
+    const auto name = Combo1_->currentText().toStdString();
+    const auto& namen = schemata_.SchemaNamen;
+    const auto stelle = std::find(namen.begin(), namen.end(), name);
+    if (stelle != namen.end())
+        Text1_->setText(qt(schemata_.SchemaPfade[static_cast<std::size_t>(stelle - namen.begin())]));
+    global_.SchemaName = name;
+}
+
+// --- the buttons ---
+
+void frmHaupt::Command1Klick(int index) {
+    if (Combo1_->count() > 0) {
+        global_.SchemaName = Combo1_->currentText().toStdString();
+    } else if (index != SCHEMA_NEU) {
+        meldung(this, "Es muß ein Schema erstellt werden", "Kein Schema!", QMessageBox::Information);
+        return;
+    }
+    if (index == SCHEMA_STARTEN)
+        starten();
+}
+
+void frmHaupt::starten() {
+    auto* knopf = Command1_[SCHEMA_STARTEN];
+    if (knopf->text() != STARTEN) {
+        laufsteuerung_.entladen();
+        knopf->setText(STARTEN);
+    } else if (laufsteuerung_.laden()) {
+        knopf->setText(STOPPEN);
+    }
+}
+
+void frmHaupt::hauptformZurueck(bool zeigen) {
+    Command1_[SCHEMA_STARTEN]->setText(STARTEN);
+    if (zeigen)
+        show();
+}
+
+void frmHaupt::closeEvent(QCloseEvent* ereignis) {
+    laufsteuerung_.entladen();
+    ereignis->accept();
+    emit geschlossen();
+}

@@ -1,0 +1,62 @@
+// The main form: lists the `Schema`s and is the road to everything else.
+//
+// Its captions are the state of its toggles: `Command1`(5) tells whether a run is on.
+#pragma once
+
+#include "engine/GobalVariable.h"
+#include "store/modLesen.h"
+
+#include <QWidget>
+
+#include <map>
+
+class Laufsteuerung;
+class Prozess;
+class QComboBox;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+
+class frmHaupt final : public QWidget {
+    Q_OBJECT
+
+public:
+    frmHaupt(GobalVariable& global, Laufsteuerung& laufsteuerung, Prozess& prozess);
+
+    /// Load of the form: priority, paths, the list. A database that can't be read gives one message box and
+    /// an empty list.
+    void laden();
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+
+signals:
+    /// The form was closed: the program ends.
+    void geschlossen();
+
+private:
+    void aufbauen();
+    QWidget* kopf();
+    QWidget* unterteil();
+    QWidget* pfadzeile();
+    QGroupBox* stickgruppe(int stick, int knopf);
+    QWidget* fusszeile();
+    QPushButton* Command1(int index, const QString& text);
+    void volleHoehe(bool voll);
+
+    void schemataLesen();
+    void Combo1Klick();
+    void Command1Klick(int index);
+    void starten();
+    void hauptformZurueck(bool zeigen);
+
+    GobalVariable& global_;
+    Laufsteuerung& laufsteuerung_;
+    Prozess& prozess_;
+    Schemaliste schemata_;
+
+    QComboBox* Combo1_ = nullptr;
+    QLineEdit* Text1_ = nullptr;
+    QWidget* unterteil_ = nullptr;
+    std::map<int, QPushButton*> Command1_;
+};

@@ -1,0 +1,30 @@
+// The composition: makes the parts of the program and joins them. Lives as long as the process.
+#pragma once
+
+#include "editors/Laufsteuerung.h"
+#include "editors/frmHaupt.h"
+#include "engine/Laufzustand.h"
+
+/// What the program takes from its platform; all of it outlives the program.
+struct Plattform {
+    Joystick& joystick;
+    Eingabe& eingabe;
+    Zeitgeber& zeitgeber;
+    Prozess& prozess;
+};
+
+class Programm {
+public:
+    explicit Programm(const Plattform& plattform);
+
+    /// Loads the main form and shows it. Closing it ends the application's event loop.
+    void starten();
+
+    frmHaupt& hauptform() { return hauptform_; }
+    Laufsteuerung& laufsteuerung() { return laufsteuerung_; }
+
+private:
+    Laufzustand zustand_;
+    Laufsteuerung laufsteuerung_;
+    frmHaupt hauptform_;
+};
