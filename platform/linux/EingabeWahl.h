@@ -1,0 +1,40 @@
+// Which injection serves on this system.
+#pragma once
+
+#include "platform/Eingabe.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+class Tastaturlayout;
+
+/// The answer of a candidate: an injection that serves, or the reason in German why it cannot.
+struct EingabeAngebot {
+    std::unique_ptr<Eingabe> eingabe;
+    std::string grund;
+};
+
+struct EingabeKandidat {
+    std::string name;
+    std::function<EingabeAngebot()> pruefen;
+};
+
+/// `eingabe` is never null: if no candidate serves it ignores everything, and `name` is empty.
+struct EingabeWahl {
+    std::unique_ptr<Eingabe> eingabe;
+    std::string name;
+    std::vector<std::string> gruende; ///< "name: reason" of those that were asked and cannot serve
+};
+
+/// Asks one after the other and takes the first that serves.
+EingabeWahl eingabeWaehlen(std::span<const EingabeKandidat> kandidaten);
+
+/// uinput, then XTest, on the X server of $DISPLAY. The layout must outlive what is chosen.
+std::vector<EingabeKandidat> eingabeKandidaten(Tastaturlayout& layout);
+
+/// Whether the X server `anzeige` ("": $DISPLAY) is there but takes its input from elsewhere than the
+/// kernel's devices, as virtual servers do: none of its devices has a node.
+bool xServerOhneGeraete(const std::string& anzeige);

@@ -1,0 +1,122 @@
+#include "platform/linux/QtZeitgeber.h"
+
+#include <QSocketNotifier>
+#include <algorithm>
+#include <cerrno>
+#include <sys/timerfd.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+class QtZeitgeber::Formular final : public Formularzeitgeber {
+public:
+    Formular(QtZeitgeber& geber, TimerProzedur prozedur)
+        : geber_(geber), eintrag_(std::make_shared<Eintrag>()) {
+        eintrag_->prozedur = std::move(prozedur);
+    }
+    ~Formular() override { geber_.streichen(eintrag_); }
+
+    void Interval(std::chrono::milliseconds intervall) override {
+        intervall_ = intervall;
+        neuBeginnen();
+    }
+    void Enabled(bool an) override {
+        if (an == an_)
+            return;
+        an_ = an;
+        neuBeginnen();
+    }
+    std::chrono::milliseconds Interval() const override { return intervall_; }
+    bool Enabled() const override { return an_; }
+
+private:
+    void neuBeginnen() {
+        geber_.streichen(eintrag_);
+        if (an_ && intervall_ > std::chrono::milliseconds{0})
+            geber_.einplanen(eintrag_, intervall_);
+    }
+
+    QtZeitgeber& geber_;
+    Zeiger eintrag_;
+    std::chrono::milliseconds intervall_{0};
+    bool an_ = false;
+};
+
+QtZeitgeber::QtZeitgeber() : uhr_(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)) {
+    if (uhr_ < 0)
+        throw std::system_error(errno, std::generic_category(), "timerfd");
+    melder_ = std::make_unique<QSocketNotifier>(uhr_, QSocketNotifier::Read);
+    QObject::connect(melder_.get(), &QSocketNotifier::activated, melder_.get(), [this] { laufen(); });
+}
+
+QtZeitgeber::~QtZeitgeber() {
+    melder_.reset();
+    close(uhr_);
+}
+
+void QtZeitgeber::SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) {
+    KillTimer(id);
+    const auto eintrag = std::make_shared<Eintrag>();
+    eintrag->prozedur = std::move(prozedur);
+    fenster_[id] = eintrag;
+    einplanen(eintrag, intervall < std::chrono::milliseconds{1} ? SETTIMER_MINDESTENS : intervall);
+}
+
+void QtZeitgeber::KillTimer(std::uint32_t id) {
+    if (const auto knoten = fenster_.extract(id))
+        streichen(knoten.mapped());
+}
+
+std::unique_ptr<Formularzeitgeber> QtZeitgeber::formularzeitgeber(TimerProzedur prozedur) {
+    return std::make_unique<Formular>(*this, std::move(prozedur));
+}
+
+void QtZeitgeber::einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall) {
+    eintrag->intervall = intervall;
+    eintrag->faellig = Uhr::now() + eintrag->intervall;
+    plan_.push_back(eintrag);
+    stellen();
+}
+
+void QtZeitgeber::streichen(const Zeiger& eintrag) {
+    if (std::erase(plan_, eintrag) > 0)
+        stellen();
+}
+
+// Runs what is due, each timer once at most, so that other events get their turn even when procedures take
+// longer than their periods.
+void QtZeitgeber::laufen() {
+    gestellt_ = {};
+    const auto jetzt = Uhr::now();
+    for (auto eintrag = faelligster(); eintrag && eintrag->faellig <= jetzt; eintrag = faelligster()) {
+        const auto versaeumt = (jetzt - eintrag->faellig) / eintrag->intervall;
+        eintrag->faellig += (versaeumt + 1) * eintrag->intervall;
+        eintrag->laeuft = true;
+        eintrag->prozedur(); // may kill, replace or destroy the timer, this one too
+        eintrag->laeuft = false;
+    }
+    stellen();
+}
+
+// A timer whose procedure runs an event loop of its own waits for the end of that.
+QtZeitgeber::Zeiger QtZeitgeber::faelligster() const {
+    Zeiger erster;
+    for (const auto& eintrag : plan_)
+        if (!eintrag->laeuft && (!erster || eintrag->faellig < erster->faellig))
+            erster = eintrag;
+    return erster;
+}
+
+void QtZeitgeber::stellen() {
+    const auto erster = faelligster();
+    const auto frist = erster ? erster->faellig : Uhr::time_point{};
+    if (frist == gestellt_ && erster)
+        return;
+    gestellt_ = frist;
+    const auto seitStart = frist.time_since_epoch(); // steady_clock is CLOCK_MONOTONIC
+    const auto sekunden = std::chrono::duration_cast<std::chrono::seconds>(seitStart);
+    itimerspec wecken{};
+    wecken.it_value.tv_sec = sekunden.count();
+    wecken.it_value.tv_nsec = std::chrono::nanoseconds(seitStart - sekunden).count();
+    timerfd_settime(uhr_, TFD_TIMER_ABSTIME, &wecken, nullptr); // all 0 stops it
+}

@@ -1,0 +1,51 @@
+// Timers on Qt's event loop.
+//
+// All timers share one timerfd, which is set to the next deadline: exact to some 0.1 ms under every event
+// dispatcher, where Qt's own timers round to whole milliseconds, and timers with one deadline run in the
+// order in which they were set. A timer keeps to the grid of its deadlines; whole periods that were missed
+// are left out.
+#pragma once
+
+#include "platform/Zeitgeber.h"
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <vector>
+
+class QSocketNotifier;
+
+class QtZeitgeber final : public Zeitgeber {
+public:
+    /// Needs the QCoreApplication of its thread. Throws std::system_error if the system has no timer to give.
+    QtZeitgeber();
+    ~QtZeitgeber() override;
+
+    void SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) override;
+    void KillTimer(std::uint32_t id) override;
+    std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
+
+private:
+    class Formular;
+    using Uhr = std::chrono::steady_clock;
+
+    struct Eintrag {
+        TimerProzedur prozedur;
+        Uhr::duration intervall{};
+        Uhr::time_point faellig;
+        bool laeuft = false; // its procedure is on the stack
+    };
+    using Zeiger = std::shared_ptr<Eintrag>;
+
+    void einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall);
+    void streichen(const Zeiger& eintrag);
+    void laufen();
+    Zeiger faelligster() const;
+    void stellen();
+
+    int uhr_; // file descriptor
+    std::unique_ptr<QSocketNotifier> melder_;
+    Uhr::time_point gestellt_; // what the clock is set to; the epoch when it is not
+    std::vector<Zeiger> plan_; // in the order in which they were set
+    std::map<std::uint32_t, Zeiger> fenster_;
+};

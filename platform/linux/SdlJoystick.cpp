@@ -1,0 +1,184 @@
+#include "platform/linux/SdlJoystick.h"
+
+#include <SDL.h>
+#include <algorithm>
+#include <bit>
+#include <limits>
+
+namespace {
+
+constexpr Uint32 TEILE = SDL_INIT_JOYSTICK | SDL_INIT_GAMECONTROLLER;
+constexpr Sint16 HALBER_WEG = 16384;
+constexpr int ROHE_ACHSEN = 6;
+constexpr int ROHE_TASTEN = 32;
+
+using Achsenfeld = std::uint32_t JOYINFOEX::*;
+constexpr Achsenfeld ACHSENFELDER[ROHE_ACHSEN] = {&JOYINFOEX::dwXpos, &JOYINFOEX::dwYpos, &JOYINFOEX::dwZpos,
+                                                  &JOYINFOEX::dwRpos, &JOYINFOEX::dwUpos, &JOYINFOEX::dwVpos};
+
+// In the order of ACHSENFELDER.
+constexpr SDL_GameControllerAxis ACHSEN[ROHE_ACHSEN] = {
+    SDL_CONTROLLER_AXIS_LEFTX,  SDL_CONTROLLER_AXIS_LEFTY,       SDL_CONTROLLER_AXIS_RIGHTX,
+    SDL_CONTROLLER_AXIS_RIGHTY, SDL_CONTROLLER_AXIS_TRIGGERLEFT, SDL_CONTROLLER_AXIS_TRIGGERRIGHT};
+
+struct Tastenbit {
+    SDL_GameControllerButton taste;
+    unsigned bit;
+};
+constexpr Tastenbit TASTENBITS[] = {
+    {SDL_CONTROLLER_BUTTON_Y, 0},
+    {SDL_CONTROLLER_BUTTON_B, 1},
+    {SDL_CONTROLLER_BUTTON_A, 2},
+    {SDL_CONTROLLER_BUTTON_X, 3},
+    {SDL_CONTROLLER_BUTTON_LEFTSHOULDER, 5},
+    {SDL_CONTROLLER_BUTTON_RIGHTSHOULDER, 7},
+    {SDL_CONTROLLER_BUTTON_BACK, 8},
+    {SDL_CONTROLLER_BUTTON_START, 9},
+    {SDL_CONTROLLER_BUTTON_LEFTSTICK, 10},
+    {SDL_CONTROLLER_BUTTON_RIGHTSTICK, 11},
+};
+
+struct Abzugbit {
+    SDL_GameControllerAxis achse;
+    unsigned bit;
+};
+constexpr Abzugbit ABZUGBITS[] = {{SDL_CONTROLLER_AXIS_TRIGGERLEFT, 4},
+                                  {SDL_CONTROLLER_AXIS_TRIGGERRIGHT, 6}};
+
+struct Kreuztaste {
+    SDL_GameControllerButton taste;
+    Uint8 richtung;
+};
+constexpr Kreuztaste KREUZTASTEN[] = {{SDL_CONTROLLER_BUTTON_DPAD_UP, SDL_HAT_UP},
+                                      {SDL_CONTROLLER_BUTTON_DPAD_RIGHT, SDL_HAT_RIGHT},
+                                      {SDL_CONTROLLER_BUTTON_DPAD_DOWN, SDL_HAT_DOWN},
+                                      {SDL_CONTROLLER_BUTTON_DPAD_LEFT, SDL_HAT_LEFT}};
+
+struct Hutwinkel {
+    Uint8 richtung;
+    std::uint32_t winkel;
+};
+constexpr Hutwinkel HUTWINKEL[] = {
+    {SDL_HAT_UP, 0},       {SDL_HAT_RIGHTUP, 4500},   {SDL_HAT_RIGHT, 9000}, {SDL_HAT_RIGHTDOWN, 13500},
+    {SDL_HAT_DOWN, 18000}, {SDL_HAT_LEFTDOWN, 22500}, {SDL_HAT_LEFT, 27000}, {SDL_HAT_LEFTUP, 31500}};
+
+// SDL's -32768..32767 to 0..65535 with rest at 32767.
+constexpr std::uint32_t achsenwert(Sint16 wert) {
+    constexpr int MITTE = static_cast<int>(JOY_AXIS_RUHE);
+    return static_cast<std::uint32_t>(wert <= 0 ? std::max(0, wert + MITTE) : wert + MITTE + 1);
+}
+static_assert(achsenwert(-32768) == 0 && achsenwert(-32767) == 0 && achsenwert(-1) == 32766);
+static_assert(achsenwert(0) == JOY_AXIS_RUHE && achsenwert(1) == 32769 && achsenwert(32767) == 65535);
+
+// Opposite directions at a time, which only a broken pad sends, count as none.
+std::uint32_t winkel(Uint8 richtung) {
+    const auto treffer = std::ranges::find(HUTWINKEL, richtung, &Hutwinkel::richtung);
+    return treffer != std::end(HUTWINKEL) ? treffer->winkel : JOY_POVCENTERED;
+}
+
+void erkanntesLesen(SDL_GameController* pad, JOYINFOEX& info) {
+    for (int nummer = 0; nummer < ROHE_ACHSEN; ++nummer)
+        info.*ACHSENFELDER[nummer] = achsenwert(SDL_GameControllerGetAxis(pad, ACHSEN[nummer]));
+    for (const auto& taste : TASTENBITS)
+        info.dwButtons |= Uint32{SDL_GameControllerGetButton(pad, taste.taste)} << taste.bit;
+    for (const auto& abzug : ABZUGBITS)
+        if (SDL_GameControllerGetAxis(pad, abzug.achse) >= HALBER_WEG)
+            info.dwButtons |= 1U << abzug.bit;
+    unsigned richtung = SDL_HAT_CENTERED;
+    for (const auto& kreuz : KREUZTASTEN)
+        if (SDL_GameControllerGetButton(pad, kreuz.taste) != 0)
+            richtung |= kreuz.richtung;
+    info.dwPOV = winkel(static_cast<Uint8>(richtung));
+}
+
+void rohesLesen(SDL_Joystick* pad, JOYINFOEX& info) {
+    const int achsen = SDL_JoystickNumAxes(pad);
+    for (int nummer = 0; nummer < ROHE_ACHSEN; ++nummer)
+        info.*ACHSENFELDER[nummer] =
+            nummer < achsen ? achsenwert(SDL_JoystickGetAxis(pad, nummer)) : JOY_AXIS_RUHE;
+    const int tasten = std::min(SDL_JoystickNumButtons(pad), ROHE_TASTEN);
+    for (int nummer = 0; nummer < tasten; ++nummer)
+        info.dwButtons |= Uint32{SDL_JoystickGetButton(pad, nummer)} << nummer;
+    info.dwPOV = SDL_JoystickNumHats(pad) > 0 ? winkel(SDL_JoystickGetHat(pad, 0)) : JOY_POVCENTERED;
+}
+
+} // namespace
+
+// An open pad, as a controller if SDL knows its layout.
+class SdlJoystick::Pad {
+public:
+    explicit Pad(int stelle)
+        : kennung_(SDL_JoystickGetDeviceInstanceID(stelle))
+        , erkannt_(SDL_IsGameController(stelle) ? SDL_GameControllerOpen(stelle) : nullptr)
+        , roh_(erkannt_ ? nullptr : SDL_JoystickOpen(stelle)) {}
+    Pad(const Pad&) = delete;
+    Pad& operator=(const Pad&) = delete;
+    ~Pad() {
+        if (erkannt_)
+            SDL_GameControllerClose(erkannt_);
+        if (roh_)
+            SDL_JoystickClose(roh_);
+    }
+
+    SDL_JoystickID kennung() const { return kennung_; }
+
+    bool angeschlossen() const {
+        if (erkannt_)
+            return SDL_GameControllerGetAttached(erkannt_) == SDL_TRUE;
+        return roh_ && SDL_JoystickGetAttached(roh_) == SDL_TRUE;
+    }
+
+    void lesen(JOYINFOEX& info) const {
+        info.dwButtons = 0;
+        if (erkannt_)
+            erkanntesLesen(erkannt_, info);
+        else
+            rohesLesen(roh_, info);
+        info.dwButtonNumber = static_cast<std::uint32_t>(std::bit_width(info.dwButtons));
+    }
+
+private:
+    SDL_JoystickID kennung_;
+    SDL_GameController* erkannt_;
+    SDL_Joystick* roh_;
+};
+
+SdlJoystick::SdlJoystick() {
+    SDL_SetHintWithPriority(SDL_HINT_NO_SIGNAL_HANDLERS, "1", SDL_HINT_OVERRIDE);
+    SDL_SetHintWithPriority(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1", SDL_HINT_OVERRIDE);
+    // The search for HIDAPI devices can hold up a call for long; the kernel's own drivers serve the same
+    // pads.
+    SDL_SetHint(SDL_HINT_JOYSTICK_HIDAPI, "0");
+    if (SDL_InitSubSystem(TEILE) != 0)
+        return;
+    // The state is asked for; nobody takes events from the queue.
+    SDL_JoystickEventState(SDL_IGNORE);
+    SDL_GameControllerEventState(SDL_IGNORE);
+}
+
+SdlJoystick::~SdlJoystick() {
+    offene_.clear();
+    SDL_QuitSubSystem(TEILE);
+}
+
+std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
+    SDL_JoystickUpdate(); // finds pads that came or went, too
+    SDL_FlushEvents(SDL_JOYAXISMOTION, SDL_CONTROLLERSENSORUPDATE);
+
+    if (id >= static_cast<std::uint32_t>(std::max(0, SDL_NumJoysticks()))) {
+        offene_.erase(id);
+        return JOYERR_UNPLUGGED;
+    }
+    auto& pad = offene_[id];
+    const int stelle = static_cast<int>(id);
+    if (!pad || pad->kennung() != SDL_JoystickGetDeviceInstanceID(stelle)) {
+        pad.reset();
+        pad = std::make_unique<Pad>(stelle);
+    }
+    if (!pad->angeschlossen()) {
+        offene_.erase(id);
+        return JOYERR_UNPLUGGED;
+    }
+    pad->lesen(info);
+    return JOYERR_NOERROR;
+}

@@ -1,0 +1,37 @@
+// Pads through SDL.
+//
+// Pad `id` is the one that stands at this place in SDL's list, oldest first; so when the first pad goes, the
+// next call takes the one after it. A pad is opened at the first call that asks for it.
+//
+// A pad whose layout SDL knows is brought into one layout:
+//   dwButtons  bit 0 to 11: Dreieck, Kreis, Kreuz, Viereck, L 2, L 1, R 2, R 1, Select, Start, L-Stick,
+//   R-Stick;
+//              L 2 and R 2 from half way; nothing else gets in
+//   dwX/Ypos   left stick; dwZ/Rpos right stick
+//   dwU/Vpos   left and right trigger. They go through the same formula as the sticks, so they rest at 32767
+//   and
+//              are fully pressed at 65535.
+//   dwPOV      D-pad
+// Any other pad is passed on as it is: the first six axes to X, Y, Z, R, U, V, the first 32 buttons, the
+// first hat. dwButtonNumber is the number, from 1, of the highest button pressed, 0 without one.
+#pragma once
+
+#include "platform/Joystick.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+
+class SdlJoystick final : public Joystick {
+public:
+    /// If SDL cannot be started there is simply never a pad.
+    SdlJoystick();
+    ~SdlJoystick() override;
+
+    std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override;
+
+private:
+    class Pad;
+
+    std::map<std::uint32_t, std::unique_ptr<Pad>> offene_; // by id
+};

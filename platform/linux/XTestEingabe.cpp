@@ -1,0 +1,112 @@
+#include "platform/linux/XTestEingabe.h"
+
+#include "platform/linux/XVerbindung.h"
+
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+constexpr int X_VERSATZ = 8;
+constexpr std::int32_t SPANNE = 65536;
+constexpr std::int32_t WEITESTER_SCHRITT = 32767; // the protocol has 16 bits
+
+constexpr unsigned KNOPF_LINKS = 1;
+constexpr unsigned KNOPF_MITTE = 2;
+constexpr unsigned KNOPF_RECHTS = 3;
+constexpr unsigned RAD_HOCH = 4;
+constexpr unsigned RAD_RUNTER = 5;
+
+constexpr unsigned knopfnummer(Mausknopf knopf) {
+    switch (knopf) {
+    case Mausknopf::links:
+        return KNOPF_LINKS;
+    case Mausknopf::rechts:
+        return KNOPF_RECHTS;
+    case Mausknopf::mitte:
+        break;
+    }
+    return KNOPF_MITTE;
+}
+
+// The last of the 65536 steps is the last pixel.
+int pixel(std::int32_t wert, int laenge) {
+    return static_cast<int>(std::int64_t{wert} * laenge / SPANNE);
+}
+
+} // namespace
+
+std::unique_ptr<XTestEingabe> XTestEingabe::oeffnen(Tastaturlayout& layout, const std::string& anzeige,
+                                                    std::string& grund) {
+    auto verbindung = XVerbindung::oeffnen(anzeige);
+    if (!verbindung) {
+        grund = "Kein X-Server erreichbar";
+        return nullptr;
+    }
+    int unbenutzt = 0;
+    if (!XTestQueryExtension(verbindung->anzeige(), &unbenutzt, &unbenutzt, &unbenutzt, &unbenutzt)) {
+        grund = "Dem X-Server fehlt XTEST";
+        return nullptr;
+    }
+    return std::unique_ptr<XTestEingabe>(new XTestEingabe(layout, std::move(verbindung)));
+}
+
+XTestEingabe::XTestEingabe(Tastaturlayout& layout, std::unique_ptr<XVerbindung> verbindung)
+    : GeraeteEingabe(layout)
+    , verbindung_(std::move(verbindung))
+    , breite_(DisplayWidth(verbindung_->anzeige(), DefaultScreen(verbindung_->anzeige())))
+    , hoehe_(DisplayHeight(verbindung_->anzeige(), DefaultScreen(verbindung_->anzeige()))) {
+    Display* display = verbindung_->anzeige();
+    XTestGrabControl(display, True); // a server grab does not hold us up
+    XSelectInput(display, DefaultRootWindow(display), StructureNotifyMask); // the screen may change its size
+    XFlush(display);
+}
+
+XTestEingabe::~XTestEingabe() {
+    allesLoesen();
+}
+
+void XTestEingabe::taste(EvdevTaste taste, bool unten) {
+    XTestFakeKeyEvent(verbindung_->anzeige(), static_cast<unsigned>(taste + X_VERSATZ), unten ? True : False,
+                      CurrentTime);
+}
+
+void XTestEingabe::knopf(Mausknopf knopf, bool unten) {
+    XTestFakeButtonEvent(verbindung_->anzeige(), knopfnummer(knopf), unten ? True : False, CurrentTime);
+}
+
+void XTestEingabe::bewegen(std::int32_t dx, std::int32_t dy) {
+    XTestFakeRelativeMotionEvent(verbindung_->anzeige(),
+                                 std::clamp(dx, -WEITESTER_SCHRITT, WEITESTER_SCHRITT),
+                                 std::clamp(dy, -WEITESTER_SCHRITT, WEITESTER_SCHRITT), CurrentTime);
+}
+
+void XTestEingabe::setzen(std::int32_t x, std::int32_t y) {
+    Display* display = verbindung_->anzeige();
+    XTestFakeMotionEvent(display, DefaultScreen(display), pixel(x, breite_), pixel(y, hoehe_), CurrentTime);
+}
+
+void XTestEingabe::rad(std::int32_t rasten) {
+    Display* display = verbindung_->anzeige();
+    const unsigned knopf = rasten > 0 ? RAD_HOCH : RAD_RUNTER;
+    for (auto rest = std::abs(rasten); rest > 0; --rest) {
+        XTestFakeButtonEvent(display, knopf, True, CurrentTime);
+        XTestFakeButtonEvent(display, knopf, False, CurrentTime);
+    }
+}
+
+bool XTestEingabe::abschicken() {
+    if (!verbindung_->steht())
+        return false;
+    XFlush(verbindung_->anzeige());
+    verbindung_->ereignisse([this](const XEvent& ereignis) {
+        if (ereignis.type == ConfigureNotify) {
+            breite_ = ereignis.xconfigure.width;
+            hoehe_ = ereignis.xconfigure.height;
+        }
+    });
+    return verbindung_->steht();
+}
