@@ -1,0 +1,100 @@
+// What all tests of forms stand on: the program's composition on fakes and a database of its own, its controls by
+// their names, and somebody who answers message boxes.
+#pragma once
+
+#include "platform/probe/ProbeEingabe.h"
+#include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeProzess.h"
+#include "platform/probe/ProbeUhr.h"
+#include "programm/Programm.h"
+#include "tests/hilfen/Testdatenbank.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <memory>
+#include <ostream>
+#include <vector>
+
+/// A message box as the user sees it.
+struct Gesehen {
+    QString titel;
+    QString text;
+    QMessageBox::Icon symbol;
+    QMessageBox::StandardButtons knoepfe;
+    bool operator==(const Gesehen&) const = default;
+};
+inline void PrintTo(const Gesehen& box, std::ostream* strom) {
+    *strom << "[" << box.titel.toStdString() << "] " << box.text.toStdString() << " (symbol " << box.symbol
+           << ", buttons " << box.knoepfe.toInt() << ")";
+}
+
+/// While it lives, writes down every message box and presses its default button.
+class Boxleser {
+public:
+    Boxleser() {
+        QObject::connect(&takt_, &QTimer::timeout, [this] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            gesehen_.push_back({box->windowTitle(), box->text(), box->icon(), box->standardButtons()});
+            box->accept();
+        });
+        takt_.start(0);
+    }
+    const std::vector<Gesehen>& gesehen() const { return gesehen_; }
+
+private:
+    QTimer takt_;
+    std::vector<Gesehen> gesehen_;
+};
+
+class Formtest : public ::testing::Test {
+protected:
+    /// Starts the program on the database as it is now.
+    void starten() {
+        programm_ = std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_});
+        programm_->starten();
+    }
+    ~Formtest() override {
+        programm_.reset();
+        ereignisse();
+    }
+
+    static void ereignisse() {
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents();
+    }
+
+    QWidget& haupt() { return programm_->hauptform(); }
+    /// The window of the running Schema; null if none is loaded.
+    static QWidget* laufFenster() {
+        for (auto* fenster : QApplication::topLevelWidgets())
+            if (fenster->objectName() == "LaufFenster" && fenster->isVisible())
+                return fenster;
+        return nullptr;
+    }
+    template <class Control> static Control& control(QWidget& form, const QString& name) {
+        auto* gefunden = form.findChild<Control*>(name);
+        if (!gefunden)
+            throw std::runtime_error("no control " + name.toStdString());
+        return *gefunden;
+    }
+
+    void tastenDruecken(std::uint32_t tasten) { pad_.zustand.dwButtons = tasten; }
+    /// Lets virtual time pass, and then the events that came of it.
+    void vergehen(int ms) {
+        uhr_.vorUm(std::chrono::milliseconds{ms});
+        ereignisse();
+    }
+
+    Testdatenbank datenbank_;
+    ProbeJoystick pad_;
+    ProbeEingabe eingabe_;
+    ProbeUhr uhr_;
+    ProbeProzess prozess_{datenbank_.ordner().string(), '/'};
+    std::unique_ptr<Programm> programm_;
+};

@@ -1,0 +1,243 @@
+#include "tests/editors/Formtest.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+
+namespace {
+
+class LaufFensterForm : public Formtest {
+protected:
+    LaufFensterForm() {
+        datenbank_.sql("INSERT INTO tblTastatur (Schemaname, btn3, btn4, btn5, btn6) VALUES ('S', '1,65,0-0-0', "
+                       "'3,0,0-0-0', '4,0,0-0-0', '1,66,1-50-100');");
+        datenbank_.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
+    }
+    /// Starts the program and the run.
+    void laufen() {
+        starten();
+        starter().click();
+    }
+    QPushButton& starter() { return control<QPushButton>(haupt(), "Command1(5)"); }
+    QPushButton& knopf(int index) { return control<QPushButton>(*laufFenster(), QString("Command1(%1)").arg(index)); }
+    QString label(const QString& name) { return control<QLabel>(*laufFenster(), name).text(); }
+    QScrollBar& leiste(const QString& name) { return control<QScrollBar>(*laufFenster(), name); }
+};
+
+struct Leiste {
+    int min, max, start;
+    bool operator==(const Leiste&) const = default;
+};
+void PrintTo(const Leiste& l, std::ostream* strom) { *strom << l.min << ".." << l.max << " at " << l.start; }
+
+} // namespace
+
+TEST_F(LaufFensterForm, HasEveryControlWithItsFirstText) {
+    laufen();
+    auto& form = *laufFenster();
+    EXPECT_EQ(form.windowTitle(), "Schema gestartet");
+    EXPECT_EQ(knopf(0).text(), "Stop");
+    EXPECT_EQ(knopf(1).text(), "SensiTast");
+    EXPECT_EQ(control<QPlainTextEdit>(form, "Text2").toPlainText(),
+              "Testfenster!\nDrücken Sie mit der linken Maustaste auf das Fenster, \nund testen Sie die von Ihnen "
+              "eingebenen Funktionen!\n");
+    EXPECT_EQ(control<QGroupBox>(form, "Frame1").title(), "Ausgabe speziel");
+    EXPECT_EQ(control<QRadioButton>(form, "Option1(0)").text(), "Standart");
+    EXPECT_EQ(control<QRadioButton>(form, "Option1(1)").text(), "Spezial 1");
+    EXPECT_EQ(control<QRadioButton>(form, "Option1(2)").text(), "Spezial 2");
+    EXPECT_EQ(label("lblUmschalt"), "");
+    EXPECT_EQ(label("Label1(0)"), "Label1");
+    EXPECT_EQ(label("Label1(1)"), "Label1");
+    EXPECT_EQ(label("Label2"), "Label2");
+    EXPECT_EQ(label("lblStErg"), "lblStErg");
+    EXPECT_EQ(label("lblBeschriftung"), "lblBeschriftung");
+    EXPECT_EQ(control<QLineEdit>(form, "Text1").text(), "Text1");
+    EXPECT_EQ(label("Label4"), "0");
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(control<QPlainTextEdit>(form, QString("Text3(%1)").arg(i)).toPlainText(), "Text3");
+    for (int i = 0; i < 9; ++i)
+        EXPECT_EQ(label(QString("Erg(%1)").arg(i)), "");
+}
+
+TEST_F(LaufFensterForm, ScrollBarsHaveTheirRangesAndStartValuesAndShowThem) {
+    laufen();
+    std::vector<Leiste> leisten;
+    for (int i = 0; i < 12; ++i) {
+        auto& eine = leiste(QString("HScroll1(%1)").arg(i));
+        leisten.push_back({eine.minimum(), eine.maximum(), eine.value()});
+        EXPECT_EQ(label(QString("Label3(%1)").arg(i)), QString::number(eine.value()));
+        eine.setValue(15);
+        EXPECT_EQ(label(QString("Label3(%1)").arg(i)), "15");
+    }
+    EXPECT_EQ(leisten, (std::vector<Leiste>{{1, 30, 1},
+                                            {0, 15, 0},
+                                            {1, 30, 1},
+                                            {0, 15, 0},
+                                            {0, 1000, 0},
+                                            {0, 1000, 0},
+                                            {1, 30, 1},
+                                            {0, 15, 0},
+                                            {1, 30, 1},
+                                            {0, 15, 1},
+                                            {0, 1000, 0},
+                                            {0, 1000, 1}}));
+    EXPECT_EQ(leiste("HScroll2").maximum(), 500);
+    EXPECT_EQ(leiste("HScroll2").minimum(), 0);
+}
+
+TEST_F(LaufFensterForm, ShowsHeldKeysInItsCaptionAndPressedButtonsInItsLabel) {
+    laufen();
+    tastenDruecken(4);
+    vergehen(5);
+    EXPECT_EQ(laufFenster()->windowTitle(), "2-65,");
+    EXPECT_EQ(label("Label1(0)"), "4");
+    tastenDruecken(0);
+    vergehen(5);
+    EXPECT_EQ(laufFenster()->windowTitle(), "");
+    EXPECT_EQ(label("Label1(0)"), "0");
+}
+
+TEST_F(LaufFensterForm, NamesALayerInTheTickThatEntersIt) {
+    laufen();
+    tastenDruecken(8);
+    vergehen(5);
+    EXPECT_EQ(label("lblUmschalt"), "Umschalttaste 1");
+    vergehen(5);
+    EXPECT_EQ(label("lblUmschalt"), "");
+    tastenDruecken(0);
+    vergehen(5);
+    tastenDruecken(16);
+    vergehen(5);
+    EXPECT_EQ(label("lblUmschalt"), "Umschalttaste 2");
+}
+
+TEST_F(LaufFensterForm, StopHaltsThePollAndStartResumesIt) {
+    laufen();
+    knopf(0).click();
+    EXPECT_EQ(knopf(0).text(), "Start");
+    tastenDruecken(4);
+    vergehen(100);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{});
+    knopf(0).click();
+    EXPECT_EQ(knopf(0).text(), "Stop");
+    vergehen(5);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+}
+
+TEST_F(LaufFensterForm, FoldsTheTestPanelOutAndBack) {
+    laufen();
+    EXPECT_EQ(laufFenster()->height(), 187);
+    EXPECT_FALSE(control<QPlainTextEdit>(*laufFenster(), "Text2").isVisible());
+    knopf(1).click();
+    EXPECT_EQ(knopf(1).text(), "Start");
+    EXPECT_EQ(laufFenster()->height(), 507);
+    EXPECT_TRUE(control<QPlainTextEdit>(*laufFenster(), "Text2").isVisible());
+    tastenDruecken(4);
+    vergehen(100);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{}) << "folding out halts the poll";
+
+    knopf(1).click();
+    EXPECT_EQ(knopf(1).text(), "SensiTast");
+    EXPECT_EQ(laufFenster()->height(), 187);
+    vergehen(5);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+}
+
+TEST_F(LaufFensterForm, EachButtonJudgesByItsOwnCaption) {
+    laufen();
+    knopf(1).click(); // halted by folding out
+    knopf(0).click(); // says "Stop": halts what is halted
+    EXPECT_EQ(knopf(0).text(), "Start");
+    knopf(0).click(); // resumes although the panel is out
+    tastenDruecken(4);
+    vergehen(5);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+    EXPECT_EQ(knopf(1).text(), "Start");
+}
+
+TEST_F(LaufFensterForm, TraceLabelsAppearWithThePanel) {
+    laufen();
+    tastenDruecken(32); // slot 5 pulses: 50 ms down, 100 ms pause
+    vergehen(70);
+    tastenDruecken(0); // let go within the pause
+    vergehen(5);
+    EXPECT_EQ(label("Erg(2)"), "") << "not written while the panel is folded";
+    knopf(1).click();
+    EXPECT_EQ(label("Erg(2)"), "0");
+}
+
+TEST_F(LaufFensterForm, RepeatsAHeldKeyAtTheRateOfItsScrollBar) {
+    laufen();
+    leiste("HScroll2").setValue(30);
+    EXPECT_EQ(label("Label4"), "30");
+    tastenDruecken(4);
+    vergehen(5 + 95);
+    tastenDruecken(0);
+    vergehen(500);
+    EXPECT_EQ(eingabe_.texteAbholen(), (std::vector<std::string>{"+65", "+65", "+65", "+65", "-65"}));
+}
+
+TEST_F(LaufFensterForm, ShowsTheStoredOutputMode) {
+    datenbank_.sql("UPDATE tblTastatur SET Funktion = 2;");
+    laufen();
+    EXPECT_TRUE(control<QRadioButton>(*laufFenster(), "Option1(2)").isChecked());
+}
+
+TEST_F(LaufFensterForm, AnUnknownOutputModeLeavesTheFirst) {
+    datenbank_.sql("UPDATE tblTastatur SET Funktion = 7;");
+    laufen();
+    EXPECT_TRUE(control<QRadioButton>(*laufFenster(), "Option1(0)").isChecked());
+    EXPECT_EQ(datenbank_.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"7"}}));
+}
+
+TEST_F(LaufFensterForm, StoresAChosenOutputModeAtOnce) {
+    laufen();
+    control<QRadioButton>(*laufFenster(), "Option1(1)").click();
+    EXPECT_EQ(datenbank_.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"1"}}));
+}
+
+TEST_F(LaufFensterForm, ALockedDatabaseKeepsTheOutputModeAndTheRunGoesOn) {
+    laufen();
+    Boxleser boxen;
+    {
+        RoheVerbindung andere(datenbank_.pfad());
+        andere.sql("BEGIN EXCLUSIVE;");
+        control<QRadioButton>(*laufFenster(), "Option1(1)").click();
+    }
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_TRUE(boxen.gesehen()[0].text.contains("3218")) << boxen.gesehen()[0].text.toStdString();
+    EXPECT_NE(datenbank_.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"1"}}));
+    tastenDruecken(4);
+    vergehen(5);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+}
+
+TEST_F(LaufFensterForm, ALockedDatabaseKeepsARunFromStarting) {
+    starten();
+    Boxleser boxen;
+    {
+        RoheVerbindung andere(datenbank_.pfad());
+        andere.sql("BEGIN EXCLUSIVE;");
+        starter().click();
+    }
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_EQ(boxen.gesehen()[0].titel, "Schema starten");
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_TRUE(haupt().isVisible());
+    EXPECT_EQ(starter().text(), "Schema starten");
+}
+
+TEST_F(LaufFensterForm, NoPadPressesNothingAndAPadMayComeLater) {
+    pad_.da = false;
+    laufen();
+    vergehen(1000);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{});
+    pad_.da = true;
+    tastenDruecken(4);
+    vergehen(5);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+}

@@ -1,0 +1,20 @@
+# Sourced by the tools: the project's folder, and the installation of Debian packages.
+set -euo pipefail
+wurzel=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$wurzel"
+
+pakete() { sed -e 's/#.*//' tools/packages | tr -s ' \n' '\n' | sed '/^$/d'; }
+
+# Installs what is missing of tools/packages; asks sudo only when there is something to install.
+pakete_installieren() {
+    local fehlende=() paket
+    for paket in $(pakete); do
+        dpkg-query -W -f='${Status}' "$paket" 2>/dev/null | grep -q 'ok installed' || fehlende+=("$paket")
+    done
+    [ ${#fehlende[@]} -gt 0 ] || return 0
+    echo "Installing: ${fehlende[*]}"
+    local als=()
+    [ "$(id -u)" -eq 0 ] || als=(sudo)
+    "${als[@]}" apt-get update -qq
+    "${als[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${fehlende[@]}" >/dev/null
+}
