@@ -1,5 +1,5 @@
-// What all tests of forms stand on: the program's composition on fakes and a database of its own, its controls by
-// their names, and somebody who answers message boxes.
+// What all tests of forms stand on: the program's composition on fakes and a database of its own, its
+// controls by their names, and somebody who answers message boxes.
 #pragma once
 
 #include "platform/probe/ProbeEingabe.h"

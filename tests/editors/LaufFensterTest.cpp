@@ -13,8 +13,9 @@ namespace {
 class LaufFensterForm : public Formtest {
 protected:
     LaufFensterForm() {
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname, btn3, btn4, btn5, btn6) VALUES ('S', '1,65,0-0-0', "
-                       "'3,0,0-0-0', '4,0,0-0-0', '1,66,1-50-100');");
+        datenbank_.sql(
+            "INSERT INTO tblTastatur (Schemaname, btn3, btn4, btn5, btn6) VALUES ('S', '1,65,0-0-0', "
+            "'3,0,0-0-0', '4,0,0-0-0', '1,66,1-50-100');");
         datenbank_.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
     }
     /// Starts the program and the run.
@@ -23,7 +24,9 @@ protected:
         starter().click();
     }
     QPushButton& starter() { return control<QPushButton>(haupt(), "Command1(5)"); }
-    QPushButton& knopf(int index) { return control<QPushButton>(*laufFenster(), QString("Command1(%1)").arg(index)); }
+    QPushButton& knopf(int index) {
+        return control<QPushButton>(*laufFenster(), QString("Command1(%1)").arg(index));
+    }
     QString label(const QString& name) { return control<QLabel>(*laufFenster(), name).text(); }
     QScrollBar& leiste(const QString& name) { return control<QScrollBar>(*laufFenster(), name); }
 };
@@ -32,7 +35,9 @@ struct Leiste {
     int min, max, start;
     bool operator==(const Leiste&) const = default;
 };
-void PrintTo(const Leiste& l, std::ostream* strom) { *strom << l.min << ".." << l.max << " at " << l.start; }
+void PrintTo(const Leiste& l, std::ostream* strom) {
+    *strom << l.min << ".." << l.max << " at " << l.start;
+}
 
 } // namespace
 
@@ -42,9 +47,10 @@ TEST_F(LaufFensterForm, HasEveryControlWithItsFirstText) {
     EXPECT_EQ(form.windowTitle(), "Schema gestartet");
     EXPECT_EQ(knopf(0).text(), "Stop");
     EXPECT_EQ(knopf(1).text(), "SensiTast");
-    EXPECT_EQ(control<QPlainTextEdit>(form, "Text2").toPlainText(),
-              "Testfenster!\nDrücken Sie mit der linken Maustaste auf das Fenster, \nund testen Sie die von Ihnen "
-              "eingebenen Funktionen!\n");
+    EXPECT_EQ(
+        control<QPlainTextEdit>(form, "Text2").toPlainText(),
+        "Testfenster!\nDrücken Sie mit der linken Maustaste auf das Fenster, \nund testen Sie die von Ihnen "
+        "eingebenen Funktionen!\n");
     EXPECT_EQ(control<QGroupBox>(form, "Frame1").title(), "Ausgabe speziel");
     EXPECT_EQ(control<QRadioButton>(form, "Option1(0)").text(), "Standart");
     EXPECT_EQ(control<QRadioButton>(form, "Option1(1)").text(), "Spezial 1");

@@ -30,7 +30,9 @@ protected:
                        (pfad.empty() ? "NULL" : "'" + pfad + "'") + ", '1,65,0-0-0');");
         datenbank_.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('" + name + "');");
     }
-    QPushButton& knopf(int index) { return control<QPushButton>(haupt(), QString("Command1(%1)").arg(index)); }
+    QPushButton& knopf(int index) {
+        return control<QPushButton>(haupt(), QString("Command1(%1)").arg(index));
+    }
     QComboBox& combo() { return control<QComboBox>(haupt(), "Combo1"); }
     QString pfadtext() { return control<QLineEdit>(haupt(), "Text1(0)").text(); }
 };
@@ -59,10 +61,11 @@ TEST_F(FrmHaupt, ShowsTheGivenTexts) {
 
     EXPECT_EQ(haupt().windowTitle(), "Game-Pad-Konfic");
     const std::map<QString, QString> knoepfe{
-        {"Command1(2)", "Schema neu"},  {"Command1(3)", "Schema löschen"},    {"Command1(5)", "Schema starten"},
-        {"Command1(0)", "Button bearbeiten"}, {"Command1(1)", "Bearbeiten"},  {"Command1(6)", "Bearbeiten"},
-        {"Command1(4)", "Datenbank"},   {"Command2", "Hilfe"},                {"Command3", "Achsen kalibrieren"},
-        {"Command4", "Schubregler"}};
+        {"Command1(2)", "Schema neu"},      {"Command1(3)", "Schema löschen"},
+        {"Command1(5)", "Schema starten"},  {"Command1(0)", "Button bearbeiten"},
+        {"Command1(1)", "Bearbeiten"},      {"Command1(6)", "Bearbeiten"},
+        {"Command1(4)", "Datenbank"},       {"Command2", "Hilfe"},
+        {"Command3", "Achsen kalibrieren"}, {"Command4", "Schubregler"}};
     for (const auto& [name, text] : knoepfe)
         EXPECT_EQ(control<QPushButton>(haupt(), name).text(), text) << name.toStdString();
     const std::map<QString, QString> texte{
@@ -208,7 +211,8 @@ TEST_F(FrmHaupt, OddNamesAreListedChosenAndRun) {
         tastenDruecken(0);
         vergehen(5);
         knopf(5).click();
-        EXPECT_EQ(eingabe_.texteAbholen(), (std::vector<std::string>{"+65", "-65"})) << namen[static_cast<std::size_t>(i)];
+        EXPECT_EQ(eingabe_.texteAbholen(), (std::vector<std::string>{"+65", "-65"}))
+            << namen[static_cast<std::size_t>(i)];
     }
 }
 
@@ -272,7 +276,8 @@ TEST_F(FrmHaupt, ASecondRunGoesOnWhereTheFirstLeftOff) {
     knopf(5).click();
     tastenDruecken(0);
     vergehen(1000);
-    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"}) << "a held key is not released by a stop";
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"})
+        << "a held key is not released by a stop";
 
     knopf(5).click();
     tastenDruecken(4);

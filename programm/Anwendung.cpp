@@ -1,0 +1,15 @@
+#include "programm/Anwendung.h"
+
+#include "editors/Formhilfen.h"
+#include "store/LaufzeitFehler.h"
+
+bool Anwendung::notify(QObject* empfaenger, QEvent* ereignis) {
+    try {
+        return QApplication::notify(empfaenger, ereignis);
+    } catch (const LaufzeitFehler& fehler) {
+        fehlermeldung(activeWindow(), fehler, "Fehler");
+    } catch (const std::exception& fehler) {
+        fehlermeldung(activeWindow(), LaufzeitFehler(Fehlernummer::Unerwartet, fehler.what()), "Fehler");
+    }
+    return true;
+}

@@ -1,0 +1,3 @@
+#include "programm/Systemplattform.h"
+
+Systemplattform::Systemplattform() : wahl_(eingabeWaehlen(eingabeKandidaten(layout_))) {}

@@ -1,0 +1,26 @@
+// The platform that the program runs on: pad, injection, timers and process of this system.
+#pragma once
+
+#include "platform/linux/EingabeWahl.h"
+#include "platform/linux/LinuxProzess.h"
+#include "platform/linux/QtZeitgeber.h"
+#include "platform/linux/SdlJoystick.h"
+#include "platform/linux/Tastaturlayout.h"
+#include "programm/Programm.h"
+
+/// Needs the QCoreApplication of its thread.
+class Systemplattform {
+public:
+    Systemplattform();
+
+    Plattform plattform() { return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_}; }
+    /// Which injection serves, and why others do not.
+    const EingabeWahl& eingabewahl() const { return wahl_; }
+
+private:
+    Tastaturlayout layout_;
+    EingabeWahl wahl_;
+    SdlJoystick joystick_;
+    QtZeitgeber zeitgeber_;
+    LinuxProzess prozess_;
+};

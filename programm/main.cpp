@@ -1,0 +1,36 @@
+#include "editors/Formhilfen.h"
+#include "programm/Anwendung.h"
+#include "programm/Bildschirm.h"
+#include "programm/Systemplattform.h"
+
+#include <cstdio>
+
+namespace {
+
+// Without injection the program can be looked at but not played with: that is worth a word.
+void eingabePruefen(const EingabeWahl& wahl) {
+    if (!wahl.name.empty())
+        return;
+    QString text = "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n";
+    for (const auto& grund : wahl.gruende)
+        text += "\n" + qt(grund);
+    meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
+}
+
+} // namespace
+
+int main(int anzahl, char** worte) {
+    if (const auto grund = bildschirmFehlt(); !grund.empty()) {
+        std::fprintf(stderr, "gamepad-konfic: %s\n", grund.c_str());
+        return 1;
+    }
+    Anwendung anwendung(anzahl, worte);
+    QApplication::setApplicationName("gamepad-konfic");
+    QApplication::setDesktopFileName("gamepad-konfic");
+
+    Systemplattform system;
+    Programm programm(system.plattform());
+    programm.starten();
+    eingabePruefen(system.eingabewahl());
+    return QApplication::exec();
+}
