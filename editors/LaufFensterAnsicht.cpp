@@ -100,7 +100,8 @@ QWidget* LaufFensterAnsicht::kopf() {
     const std::array<const char*, 2> texte{"Stop", "SensiTast"};
     for (int i = 0; i < 2; ++i) {
         auto* knopf = benannt(new QPushButton(texte[static_cast<std::size_t>(i)]), feldname("Command1", i));
-        // A click leaves the focus where it is, or the keys that the pad sends to this very window would press it.
+        // A click leaves the focus where it is, or the keys that the pad sends to this very window would
+        // press it.
         knopf->setFocusPolicy(Qt::TabFocus);
         connect(knopf, &QPushButton::clicked, this, [this, i] { Command1Klick(i); });
         knoepfe->addWidget(knopf);

@@ -24,6 +24,7 @@ namespace {
 constexpr int VOLLE_HOEHE = twips(5250);
 constexpr int KURZE_HOEHE = twips(2700);
 constexpr int BREITE = 640;
+constexpr int KNOPFHOEHE = 28;
 constexpr int REGLER_MAX = 2000;
 
 // Indices of Command1.
@@ -73,7 +74,7 @@ void frmHaupt::aufbauen() {
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
     unterteil_ = unterteil();
-    anordnung->addWidget(unterteil_);
+    anordnung->addWidget(unterteil_, 1);
     anordnung->addStretch();
     volleHoehe(true);
 }
@@ -98,7 +99,12 @@ QWidget* frmHaupt::kopf() {
     auto* knoepfe = new QGridLayout;
     knoepfe->addWidget(Command1(SCHEMA_NEU, "Schema neu"), 0, 0);
     knoepfe->addWidget(Command1(SCHEMA_LOESCHEN, "Schema löschen"), 0, 1);
-    knoepfe->addWidget(Command1(SCHEMA_STARTEN, STARTEN), 0, 2);
+    auto* starten = Command1(SCHEMA_STARTEN, STARTEN);
+    auto fett = starten->font();
+    fett.setBold(true);
+    starten->setFont(fett);
+    starten->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    knoepfe->addWidget(starten, 0, 2, 2, 1);
     knoepfe->addWidget(Command1(BUTTON_BEARBEITEN, "Button bearbeiten"), 1, 0);
     knoepfe->addWidget(Command1(DATENBANK, "Datenbank"), 1, 1);
     gitter->addLayout(knoepfe, 1, 0, 1, 3);
@@ -118,7 +124,7 @@ QWidget* frmHaupt::unterteil() {
     auto* sticks = new QHBoxLayout;
     sticks->addWidget(stickgruppe(0, LINKEN_STICK_BEARBEITEN));
     sticks->addWidget(stickgruppe(1, RECHTEN_STICK_BEARBEITEN));
-    anordnung->addLayout(sticks);
+    anordnung->addLayout(sticks, 1);
     anordnung->addWidget(fusszeile());
     return bereich;
 }
@@ -157,6 +163,7 @@ QGroupBox* frmHaupt::stickgruppe(int stick, int knopf) {
     connect(senkrecht, &QScrollBar::valueChanged, wert,
             [wert](int neu) { wert->setText(QString::number(neu)); });
     gitter->addWidget(senkrecht, 0, 1, 3, 1, Qt::AlignHCenter);
+    gitter->setRowStretch(1, 1);
     gitter->addWidget(wert, 3, 1);
     return gruppe;
 }
@@ -170,6 +177,8 @@ QWidget* frmHaupt::fusszeile() {
     achsen->setEnabled(false);
     schubregler->setEnabled(false);
     auto* hilfe = benannt(new QPushButton("Hilfe"), "Command2");
+    for (auto* knopf : {achsen, schubregler, hilfe})
+        knopf->setMinimumHeight(KNOPFHOEHE);
     connect(hilfe, &QPushButton::clicked, this, [this] { prozess_.ShellExecuteA(global_.HilfePfad); });
     auto* hinweis =
         benannt(new QLabel("Die Hilfe ist mit Java geschrieben. Bitte lassen Sie diese in Ihrem Browser zu!"),
@@ -184,6 +193,7 @@ QWidget* frmHaupt::fusszeile() {
 
 QPushButton* frmHaupt::Command1(int index, const QString& text) {
     auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
+    knopf->setMinimumHeight(KNOPFHOEHE);
     connect(knopf, &QPushButton::clicked, this, [this, index] { Command1Klick(index); });
     Command1_[index] = knopf;
     return knopf;
