@@ -1,0 +1,40 @@
+// A client of an X server that hears what input arrives: as a program that has the focus, or all raw input.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+struct _XDisplay;
+
+/// Which events are told: those of a window with the focus, or XInput 2 raw events.
+enum class Lauschart { fenster, roh };
+
+class XLauscher {
+public:
+    /// Throws std::runtime_error if there is no server.
+    XLauscher(const std::string& anzeige, Lauschart art);
+    XLauscher(const XLauscher&) = delete;
+    XLauscher& operator=(const XLauscher&) = delete;
+    ~XLauscher();
+
+    /// What has come up to and including the event `ende`, which is not told: "+38" and "-38" keys by their X
+    /// key code, "K1+" and "K1-" buttons, "m(3,-2)" moves (raw only). Gives up after 5 s with "???" as the
+    /// last.
+    std::vector<std::string> bis(const std::string& ende);
+
+    /// Where the pointer is.
+    std::pair<int, int> zeiger() const;
+    /// The keysym of a key in the first group, by level from 0.
+    unsigned long zeichen(unsigned taste, unsigned ebene) const;
+
+private:
+    void fensterOeffnen();
+    void rohAnmelden();
+    std::string naechstes();
+
+    _XDisplay* anzeige_;
+    int xinput_ = 0;
+    unsigned long fenster_ = 0;
+};

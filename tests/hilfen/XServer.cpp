@@ -1,0 +1,78 @@
+#include "tests/hilfen/XServer.h"
+
+#include <array>
+#include <csignal>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+// Runs `worte` in a child that dies with us; `rohr` stays open in it unless it is -1.
+pid_t starten(std::vector<std::string> worte, int rohr) {
+    std::vector<char*> argumente;
+    for (auto& wort : worte)
+        argumente.push_back(wort.data());
+    argumente.push_back(nullptr);
+    const pid_t kennung = fork();
+    if (kennung != 0)
+        return kennung;
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (rohr >= 0)
+        fcntl(rohr, F_SETFD, 0);
+    const int leer = open("/dev/null", O_RDWR | O_CLOEXEC);
+    dup2(leer, STDOUT_FILENO);
+    dup2(leer, STDERR_FILENO);
+    execvp(argumente[0], argumente.data());
+    _exit(127);
+}
+
+} // namespace
+
+XServer::XServer(const std::string& bildschirm, const std::vector<std::string>& weitere) {
+    std::array<int, 2> rohr{};
+    if (pipe2(rohr.data(), O_CLOEXEC) != 0)
+        throw std::runtime_error("pipe");
+    std::vector<std::string> worte{"Xvfb",      "-displayfd", std::to_string(rohr[1]),
+                                   "-nolisten", "tcp",        "-noreset",
+                                   "-screen",   "0",          bildschirm};
+    worte.insert(worte.end(), weitere.begin(), weitere.end());
+    kennung_ = starten(worte, rohr[1]);
+    close(rohr[1]);
+    char zeichen = 0;
+    while (read(rohr[0], &zeichen, 1) == 1 && zeichen != '\n')
+        anzeige_ += zeichen;
+    close(rohr[0]);
+    if (anzeige_.empty()) {
+        toeten();
+        throw std::runtime_error("Xvfb does not start");
+    }
+    anzeige_.insert(0, ":");
+}
+
+XServer::~XServer() {
+    toeten();
+}
+
+void XServer::tastatur(const std::string& layout, const std::string& variante) const {
+    const pid_t kind = starten(
+        {"setxkbmap", "-display", anzeige_, "-layout", layout, "-variant", variante, "-option", ""}, -1);
+    int ausgang = 0;
+    if (waitpid(kind, &ausgang, 0) != kind || ausgang != 0)
+        throw std::runtime_error("setxkbmap " + layout);
+}
+
+void XServer::toeten() {
+    if (kennung_ <= 0)
+        return;
+    kill(kennung_, SIGKILL);
+    waitpid(kennung_, nullptr, 0);
+    kennung_ = -1;
+    // A killed server leaves these behind.
+    if (!anzeige_.empty()) {
+        unlink(("/tmp/.X11-unix/X" + anzeige_.substr(1)).c_str());
+        unlink(("/tmp/.X" + anzeige_.substr(1) + "-lock").c_str());
+    }
+}

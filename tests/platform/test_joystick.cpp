@@ -1,0 +1,320 @@
+// Pads: the contract on the scripted pad and on SDL's virtual ones, then what only the SDL backend does.
+#include "platform/linux/SdlJoystick.h"
+#include "platform/probe/ProbeJoystick.h"
+
+#include <SDL.h>
+#include <csignal>
+#include <cstring>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <ostream>
+
+static void PrintTo(const JOYINFOEX& info, std::ostream* strom) {
+    *strom << "X " << info.dwXpos << " Y " << info.dwYpos << " Z " << info.dwZpos << " R " << info.dwRpos
+           << " U " << info.dwUpos << " V " << info.dwVpos << " Buttons " << info.dwButtons << " Number "
+           << info.dwButtonNumber << " POV " << info.dwPOV;
+}
+
+static bool operator==(const JOYINFOEX& a, const JOYINFOEX& b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+namespace {
+
+// A pad that is made by the test and that SDL finds.
+class VirtuellesPad {
+public:
+    struct Bau {
+        SDL_JoystickType art = SDL_JOYSTICK_TYPE_GAMECONTROLLER;
+        int achsen = SDL_CONTROLLER_AXIS_MAX;
+        int tasten = SDL_CONTROLLER_BUTTON_MAX;
+        int huete = 0;
+    };
+
+    VirtuellesPad() : VirtuellesPad(Bau{}) {}
+    explicit VirtuellesPad(const Bau& bau) {
+        const int stelle = SDL_JoystickAttachVirtual(bau.art, bau.achsen, bau.tasten, bau.huete);
+        pad_ = SDL_JoystickOpen(stelle);
+        EXPECT_NE(pad_, nullptr) << SDL_GetError();
+        if (bau.art == SDL_JOYSTICK_TYPE_GAMECONTROLLER && bau.achsen == SDL_CONTROLLER_AXIS_MAX)
+            for (const int abzug : {SDL_CONTROLLER_AXIS_TRIGGERLEFT, SDL_CONTROLLER_AXIS_TRIGGERRIGHT})
+                achse(abzug, -32768); // the full way of a trigger is an axis from end to end
+    }
+    VirtuellesPad(const VirtuellesPad&) = delete;
+    VirtuellesPad& operator=(const VirtuellesPad&) = delete;
+    ~VirtuellesPad() {
+        const auto kennung = SDL_JoystickInstanceID(pad_);
+        for (int stelle = 0; stelle < SDL_NumJoysticks(); ++stelle)
+            if (SDL_JoystickGetDeviceInstanceID(stelle) == kennung) {
+                SDL_JoystickDetachVirtual(stelle);
+                break;
+            }
+        SDL_JoystickClose(pad_);
+    }
+
+    void achse(int nummer, int wert) { SDL_JoystickSetVirtualAxis(pad_, nummer, static_cast<Sint16>(wert)); }
+    void taste(int nummer, bool unten = true) {
+        SDL_JoystickSetVirtualButton(pad_, nummer, unten ? SDL_PRESSED : SDL_RELEASED);
+    }
+    void hut(Uint8 richtung) { SDL_JoystickSetVirtualHat(pad_, 0, richtung); }
+
+private:
+    SDL_Joystick* pad_;
+};
+
+JOYINFOEX lesen(Joystick& joystick, std::uint32_t id = 0) {
+    JOYINFOEX info;
+    EXPECT_EQ(joystick.joyGetPosEx(id, info), JOYERR_NOERROR);
+    return info;
+}
+
+// As the poll cycle hands it in, with leftovers in every field that is to be filled.
+JOYINFOEX beschrieben() {
+    JOYINFOEX info;
+    info.dwSize = 64;
+    info.dwFlags = 255;
+    info.dwXpos = info.dwYpos = info.dwZpos = info.dwRpos = info.dwUpos = info.dwVpos = 1234;
+    info.dwButtons = info.dwButtonNumber = info.dwPOV = 1234;
+    return info;
+}
+
+// What every backend of the contract needs of a test pad: that it comes, goes and has a button for bit 0.
+struct MitProbe {
+    ProbeJoystick joystick;
+    MitProbe() { joystick.da = false; }
+    void einstecken() { joystick.da = true; }
+    void ausstecken() {
+        joystick.da = false;
+        joystick.zustand = ProbeJoystick::inRuhe();
+    }
+    void bit0druecken() {
+        joystick.zustand.dwButtons = 1;
+        joystick.zustand.dwButtonNumber = 1;
+    }
+};
+
+struct MitSdl {
+    SdlJoystick joystick;
+    std::unique_ptr<VirtuellesPad> pad;
+    void einstecken() { pad = std::make_unique<VirtuellesPad>(); }
+    void ausstecken() { pad.reset(); }
+    void bit0druecken() { pad->taste(SDL_CONTROLLER_BUTTON_Y); }
+};
+
+template <typename Backend> class JoystickVertrag : public testing::Test {
+protected:
+    Backend backend;
+    Joystick& joystick = backend.joystick;
+};
+using Backends = testing::Types<MitProbe, MitSdl>;
+TYPED_TEST_SUITE(JoystickVertrag, Backends);
+
+} // namespace
+
+TYPED_TEST(JoystickVertrag, OhnePadBleibtDerSatzWieErWar) {
+    JOYINFOEX info = beschrieben();
+    const JOYINFOEX vorher = info;
+    EXPECT_EQ(this->joystick.joyGetPosEx(0, info), JOYERR_UNPLUGGED);
+    EXPECT_EQ(info, vorher);
+}
+
+TYPED_TEST(JoystickVertrag, EinPadInRuheFuelltAllesAusserGroesseUndFlaggen) {
+    this->backend.einstecken();
+    JOYINFOEX info = beschrieben();
+    auto erwartet = ProbeJoystick::inRuhe();
+    erwartet.dwSize = 64;
+    erwartet.dwFlags = 255;
+    EXPECT_EQ(this->joystick.joyGetPosEx(0, info), JOYERR_NOERROR);
+    EXPECT_EQ(info, erwartet);
+}
+
+TYPED_TEST(JoystickVertrag, EinZweitesPadIstNichtDa) {
+    this->backend.einstecken();
+    JOYINFOEX info;
+    EXPECT_EQ(this->joystick.joyGetPosEx(1, info), JOYERR_UNPLUGGED);
+    EXPECT_EQ(this->joystick.joyGetPosEx(0xFFFFFFFF, info), JOYERR_UNPLUGGED);
+    EXPECT_EQ(info, JOYINFOEX{});
+}
+
+TYPED_TEST(JoystickVertrag, EinPadKommtUndGehtHundertmal) {
+    for (int mal = 0; mal < 100; ++mal) {
+        JOYINFOEX info;
+        ASSERT_EQ(this->joystick.joyGetPosEx(0, info), JOYERR_UNPLUGGED) << mal;
+        this->backend.einstecken();
+        this->backend.bit0druecken();
+        ASSERT_EQ(this->joystick.joyGetPosEx(0, info), JOYERR_NOERROR) << mal;
+        ASSERT_EQ(info.dwButtons, 1U) << mal;
+        ASSERT_EQ(info.dwButtonNumber, 1U) << mal;
+        this->backend.ausstecken();
+    }
+}
+
+namespace {
+
+class SdlPad : public testing::Test {
+protected:
+    SdlJoystick joystick;
+};
+
+TEST_F(SdlPad, DieTastenStehenInDerReihenfolgeDesPads) {
+    VirtuellesPad pad;
+    const std::pair<int, std::uint32_t> faelle[] = {{SDL_CONTROLLER_BUTTON_Y, 0},
+                                                    {SDL_CONTROLLER_BUTTON_B, 1},
+                                                    {SDL_CONTROLLER_BUTTON_A, 2},
+                                                    {SDL_CONTROLLER_BUTTON_X, 3},
+                                                    {SDL_CONTROLLER_BUTTON_LEFTSHOULDER, 5},
+                                                    {SDL_CONTROLLER_BUTTON_RIGHTSHOULDER, 7},
+                                                    {SDL_CONTROLLER_BUTTON_BACK, 8},
+                                                    {SDL_CONTROLLER_BUTTON_START, 9},
+                                                    {SDL_CONTROLLER_BUTTON_LEFTSTICK, 10},
+                                                    {SDL_CONTROLLER_BUTTON_RIGHTSTICK, 11}};
+    for (const auto& [taste, bit] : faelle) {
+        pad.taste(taste);
+        auto erwartet = ProbeJoystick::inRuhe();
+        erwartet.dwButtons = 1U << bit;
+        erwartet.dwButtonNumber = bit + 1;
+        EXPECT_EQ(lesen(joystick), erwartet) << "bit " << bit;
+        pad.taste(taste, false);
+    }
+    EXPECT_EQ(lesen(joystick), ProbeJoystick::inRuhe());
+}
+
+TEST_F(SdlPad, AndereTastenErreichenDwButtonsNicht) {
+    VirtuellesPad pad;
+    for (const int taste :
+         {SDL_CONTROLLER_BUTTON_GUIDE, SDL_CONTROLLER_BUTTON_MISC1, SDL_CONTROLLER_BUTTON_PADDLE1,
+          SDL_CONTROLLER_BUTTON_PADDLE2, SDL_CONTROLLER_BUTTON_PADDLE3, SDL_CONTROLLER_BUTTON_PADDLE4,
+          SDL_CONTROLLER_BUTTON_TOUCHPAD})
+        pad.taste(taste);
+    EXPECT_EQ(lesen(joystick), ProbeJoystick::inRuhe());
+}
+
+TEST_F(SdlPad, DasSteuerkreuzGibtAchtRichtungen) {
+    VirtuellesPad pad;
+    const int reihe[] = {SDL_CONTROLLER_BUTTON_DPAD_UP, SDL_CONTROLLER_BUTTON_DPAD_RIGHT,
+                         SDL_CONTROLLER_BUTTON_DPAD_DOWN, SDL_CONTROLLER_BUTTON_DPAD_LEFT};
+    std::vector<std::uint32_t> winkel;
+    for (int nummer = 0; nummer < 4; ++nummer) {
+        const int naechste = reihe[(nummer + 1) % 4];
+        pad.taste(reihe[nummer]);
+        winkel.push_back(lesen(joystick).dwPOV);
+        pad.taste(naechste);
+        winkel.push_back(lesen(joystick).dwPOV);
+        pad.taste(reihe[nummer], false);
+        pad.taste(naechste, false);
+    }
+    winkel.push_back(lesen(joystick).dwPOV);
+    EXPECT_THAT(winkel, testing::ElementsAre(0, 4500, 9000, 13500, 18000, 22500, 27000, 31500, 65535));
+}
+
+TEST_F(SdlPad, GegenlaeufigeRichtungenSindKeine) {
+    VirtuellesPad pad;
+    pad.taste(SDL_CONTROLLER_BUTTON_DPAD_UP);
+    pad.taste(SDL_CONTROLLER_BUTTON_DPAD_DOWN);
+    EXPECT_EQ(lesen(joystick).dwPOV, JOY_POVCENTERED);
+}
+
+TEST_F(SdlPad, DieSticksLiegenAufXyUndZr) {
+    VirtuellesPad pad;
+    pad.achse(SDL_CONTROLLER_AXIS_LEFTX, -32768);
+    pad.achse(SDL_CONTROLLER_AXIS_LEFTY, -1);
+    pad.achse(SDL_CONTROLLER_AXIS_RIGHTX, 1);
+    pad.achse(SDL_CONTROLLER_AXIS_RIGHTY, 32767);
+    auto erwartet = ProbeJoystick::inRuhe();
+    erwartet.dwXpos = 0;
+    erwartet.dwYpos = 32766;
+    erwartet.dwZpos = 32769;
+    erwartet.dwRpos = 65535;
+    EXPECT_EQ(lesen(joystick), erwartet);
+}
+
+TEST_F(SdlPad, DieAbzuegeSindAchsenUndVonHalbemWegAnTasten) {
+    VirtuellesPad pad;
+    // An end-to-end axis: SDL halves it to 0..32767.
+    const auto stand = [&](int roh) {
+        pad.achse(SDL_CONTROLLER_AXIS_TRIGGERLEFT, roh);
+        pad.achse(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, roh);
+        const auto info = lesen(joystick);
+        return std::vector<std::uint32_t>{info.dwUpos, info.dwVpos, info.dwButtons, info.dwButtonNumber};
+    };
+    EXPECT_THAT(stand(-32768), testing::ElementsAre(32767, 32767, 0, 0));
+    EXPECT_THAT(stand(-1), testing::ElementsAre(49151, 49151, 0, 0));
+    EXPECT_THAT(stand(1), testing::ElementsAre(49152, 49152, 0x50, 7));
+    EXPECT_THAT(stand(32767), testing::ElementsAre(65535, 65535, 0x50, 7));
+}
+
+TEST_F(SdlPad, EinUnbekanntesPadKommtRoh) {
+    VirtuellesPad pad({SDL_JOYSTICK_TYPE_UNKNOWN, 8, 40, 2});
+    const int werte[] = {-32768, -32767, -100, 0, 100, 32767, 5000, 5000};
+    for (int nummer = 0; nummer < 8; ++nummer)
+        pad.achse(nummer, werte[nummer]);
+    for (const int taste : {0, 31, 32, 39})
+        pad.taste(taste);
+    pad.hut(SDL_HAT_LEFTDOWN);
+    JOYINFOEX erwartet;
+    erwartet.dwXpos = 0;
+    erwartet.dwYpos = 0;
+    erwartet.dwZpos = 32667;
+    erwartet.dwRpos = 32767;
+    erwartet.dwUpos = 32868;
+    erwartet.dwVpos = 65535;
+    erwartet.dwButtons = 0x80000001;
+    erwartet.dwButtonNumber = 32;
+    erwartet.dwPOV = 22500;
+    EXPECT_EQ(lesen(joystick), erwartet);
+}
+
+TEST_F(SdlPad, WasEinUnbekanntesPadNichtHatIstInRuhe) {
+    VirtuellesPad ohneAlles({SDL_JOYSTICK_TYPE_UNKNOWN, 0, 1, 0});
+    EXPECT_EQ(lesen(joystick), ProbeJoystick::inRuhe());
+    ohneAlles.taste(0);
+    EXPECT_EQ(lesen(joystick).dwButtons, 1U);
+}
+
+TEST_F(SdlPad, EinePadlisteRuecktNach) {
+    auto erstes = std::make_unique<VirtuellesPad>();
+    VirtuellesPad zweites({SDL_JOYSTICK_TYPE_UNKNOWN, 2, 4, 0});
+    erstes->taste(SDL_CONTROLLER_BUTTON_Y);
+    zweites.taste(3);
+    EXPECT_EQ(lesen(joystick, 0).dwButtons, 1U);
+    EXPECT_EQ(lesen(joystick, 1).dwButtons, 8U);
+    erstes.reset();
+    EXPECT_EQ(lesen(joystick, 0).dwButtons, 8U);
+    JOYINFOEX info;
+    EXPECT_EQ(joystick.joyGetPosEx(1, info), JOYERR_UNPLUGGED);
+    VirtuellesPad drittes;
+    EXPECT_EQ(lesen(joystick, 0).dwButtons, 8U);
+    EXPECT_EQ(lesen(joystick, 1).dwButtons, 0U);
+}
+
+TEST_F(SdlPad, DieEreignisschlangeFuelltSichNicht) {
+    VirtuellesPad pad;
+    for (int mal = 0; mal < 1000; ++mal) {
+        pad.taste(SDL_CONTROLLER_BUTTON_A, mal % 2 == 0);
+        pad.achse(SDL_CONTROLLER_AXIS_LEFTX, mal);
+        lesen(joystick);
+    }
+    EXPECT_FALSE(SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT));
+}
+
+TEST(SdlPadTeile, OhneVideoUndMitDenSignalenDesProgramms) {
+    SdlJoystick joystick;
+    EXPECT_EQ(SDL_WasInit(SDL_INIT_VIDEO), 0U);
+    EXPECT_NE(SDL_WasInit(SDL_INIT_GAMECONTROLLER), 0U);
+    struct sigaction aktion {};
+    sigaction(SIGINT, nullptr, &aktion);
+    EXPECT_EQ(aktion.sa_handler, SIG_DFL);
+}
+
+TEST(SdlPadTeile, ZweiNacheinanderSehenDasselbePad) {
+    auto erster = std::make_unique<SdlJoystick>();
+    SdlJoystick zweiter;
+    VirtuellesPad pad;
+    pad.taste(SDL_CONTROLLER_BUTTON_B);
+    EXPECT_EQ(lesen(*erster).dwButtons, 2U);
+    EXPECT_EQ(lesen(zweiter).dwButtons, 2U);
+    erster.reset();
+    EXPECT_EQ(lesen(zweiter).dwButtons, 2U);
+}
+
+} // namespace
