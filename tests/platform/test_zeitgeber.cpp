@@ -1,1 +1,306 @@
-int main(){}
+// Timers: the contract on the virtual clock and on the event loop, then what only real time shows.
+#include "platform/linux/QtZeitgeber.h"
+#include "platform/probe/ProbeUhr.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+
+namespace {
+
+// A unit of the contract's times: long enough that a busy machine does not make real timers miss whole
+// periods.
+constexpr milliseconds TAKT = 30ms;
+
+struct MitProbe {
+    ProbeUhr geber;
+    void vergehen(milliseconds dauer) { geber.vorUm(dauer); }
+};
+
+struct MitQt {
+    QtZeitgeber geber;
+    void vergehen(milliseconds dauer) {
+        QEventLoop schleife;
+        QTimer::singleShot(dauer, Qt::PreciseTimer, &schleife, &QEventLoop::quit);
+        schleife.exec();
+    }
+};
+
+template <typename Backend> class ZeitgeberVertrag : public testing::Test {
+protected:
+    // A procedure that writes `zeichen` down.
+    TimerProzedur schreibt(char zeichen) {
+        return [this, zeichen] { text += zeichen; };
+    }
+    // Lets so many units and a half go by, so that every deadline lies half a unit off.
+    void takte(int anzahl) { backend.vergehen(TAKT * anzahl + TAKT / 2); }
+
+    Backend backend;
+    Zeitgeber& geber = backend.geber;
+    std::string text;
+};
+using Backends = testing::Types<MitProbe, MitQt>;
+TYPED_TEST_SUITE(ZeitgeberVertrag, Backends);
+
+} // namespace
+
+TYPED_TEST(ZeitgeberVertrag, EinTimerLaeuftBisErGeloeschtWird) {
+    this->geber.SetTimer(3939, TAKT, this->schreibt('a'));
+    this->takte(3);
+    EXPECT_EQ(this->text, "aaa");
+    this->geber.KillTimer(3939);
+    this->geber.KillTimer(3939);
+    this->takte(3);
+    EXPECT_EQ(this->text, "aaa");
+}
+
+TYPED_TEST(ZeitgeberVertrag, DieselbeNummerErsetztDenTimerMitFrischerFrist) {
+    this->geber.SetTimer(3, 2 * TAKT, this->schreibt('a'));
+    this->takte(1);
+    this->geber.SetTimer(3, 2 * TAKT, this->schreibt('b'));
+    this->takte(1); // the first one's deadline is over
+    EXPECT_EQ(this->text, "");
+    this->takte(1);
+    EXPECT_EQ(this->text, "b");
+}
+
+TYPED_TEST(ZeitgeberVertrag, ZuEinerFristGehtEsInDerReihenfolgeDesSetzens) {
+    this->geber.SetTimer(1, 2 * TAKT, this->schreibt('a'));
+    this->geber.SetTimer(7, 2 * TAKT, this->schreibt('b'));
+    const auto form = this->geber.formularzeitgeber(this->schreibt('c'));
+    form->Interval(2 * TAKT);
+    form->Enabled(true);
+    this->geber.SetTimer(0, TAKT, this->schreibt('d'));
+    this->takte(4);
+    EXPECT_EQ(this->text, "dabcddabcd");
+}
+
+TYPED_TEST(ZeitgeberVertrag, UnterEinerMillisekundeSindEsZehn) {
+    this->geber.SetTimer(1, 0ms, this->schreibt('a'));
+    this->geber.SetTimer(2, -5ms, this->schreibt('b'));
+    this->geber.SetTimer(4, SETTIMER_MINDESTENS * 3 / 2, [this] {
+        this->text += '|'; // 15 ms: the others have come once
+        this->geber.KillTimer(1);
+        this->geber.KillTimer(2);
+        this->geber.KillTimer(4);
+    });
+    this->takte(2);
+    EXPECT_EQ(this->text, "ab|");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EineProzedurDarfIhrenTimerLoeschen) {
+    this->geber.SetTimer(1, TAKT, [this] {
+        this->text += 'a';
+        this->geber.KillTimer(1);
+    });
+    this->takte(3);
+    EXPECT_EQ(this->text, "a");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EineProzedurDarfIhrenTimerErsetzen) {
+    const std::string lang = "a text that does not fit into the object of the procedure itself";
+    this->geber.SetTimer(1, TAKT, [this, lang] {
+        this->geber.SetTimer(1, 2 * TAKT, this->schreibt('b'));
+        this->text += lang.front();
+    });
+    this->takte(5);
+    EXPECT_EQ(this->text, "abb");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EineProzedurDarfAndereLoeschenDieMitIhrFaelligSind) {
+    this->geber.SetTimer(1, TAKT, [this] {
+        this->text += 'a';
+        this->geber.KillTimer(2);
+    });
+    this->geber.SetTimer(2, TAKT, this->schreibt('b'));
+    this->takte(2);
+    EXPECT_EQ(this->text, "aa");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinFormulartimerIstAnfangsAusMitNull) {
+    const auto form = this->geber.formularzeitgeber(this->schreibt('a'));
+    EXPECT_FALSE(form->Enabled());
+    EXPECT_EQ(form->Interval(), 0ms);
+    form->Interval(TAKT);
+    this->takte(2);
+    EXPECT_EQ(this->text, "");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinFormulartimerMitNullBleibtEingeschaltetStumm) {
+    const auto form = this->geber.formularzeitgeber(this->schreibt('a'));
+    form->Enabled(true);
+    form->Interval(0ms);
+    this->takte(2);
+    EXPECT_EQ(this->text, "");
+    EXPECT_TRUE(form->Enabled());
+    form->Interval(TAKT);
+    this->takte(2);
+    EXPECT_EQ(this->text, "aa");
+    form->Interval(-1ms);
+    this->takte(2);
+    EXPECT_EQ(this->text, "aa");
+    EXPECT_EQ(form->Interval(), -1ms);
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinIntervallBeginntNeuEinSchonEingeschalteterNicht) {
+    const auto a = this->geber.formularzeitgeber(this->schreibt('a'));
+    const auto b = this->geber.formularzeitgeber(this->schreibt('b'));
+    for (const auto* form : {&a, &b}) {
+        (*form)->Interval(2 * TAKT);
+        (*form)->Enabled(true);
+    }
+    this->takte(1);
+    a->Interval(2 * TAKT); // at 1.5: anew, due at 3.5
+    b->Enabled(true);      // nothing: due at 2
+    this->takte(1);        // 3
+    EXPECT_EQ(this->text, "b");
+    this->backend.vergehen(TAKT); // 4
+    EXPECT_EQ(this->text.substr(0, 2), "ba");
+}
+
+TYPED_TEST(ZeitgeberVertrag, AusUndEinGibtEineFrischeFrist) {
+    const auto form = this->geber.formularzeitgeber(this->schreibt('a'));
+    form->Interval(2 * TAKT);
+    form->Enabled(true);
+    this->takte(1);
+    form->Enabled(false);
+    form->Enabled(true);
+    this->backend.vergehen(TAKT); // 2.5, due at 3.5
+    EXPECT_EQ(this->text, "");
+    this->takte(1); // 4
+    EXPECT_EQ(this->text, "a");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinFormulartimerDarfInSeinerProzedurEnden) {
+    const std::string lang = "a text that does not fit into the object of the procedure itself";
+    std::unique_ptr<Formularzeitgeber> form;
+    form = this->geber.formularzeitgeber([&, lang] {
+        form.reset();
+        this->text += lang.front();
+    });
+    form->Interval(TAKT);
+    form->Enabled(true);
+    this->takte(3);
+    EXPECT_EQ(this->text, "a");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinFormulartimerDarfSichInSeinerProzedurAusschalten) {
+    std::unique_ptr<Formularzeitgeber> form;
+    form = this->geber.formularzeitgeber([&] {
+        form->Enabled(false);
+        this->text += 'a';
+    });
+    form->Interval(TAKT);
+    form->Enabled(true);
+    this->takte(3);
+    EXPECT_EQ(this->text, "a");
+    EXPECT_EQ(form->Interval(), TAKT);
+}
+
+namespace {
+
+class EchteZeit : public testing::Test {
+protected:
+    void vergehen(milliseconds dauer) { qt.vergehen(dauer); }
+
+    // How often a timer of this interval came in this time.
+    int anzahl(milliseconds intervall, milliseconds dauer) {
+        int mal = 0;
+        qt.geber.SetTimer(1, intervall, [&] { ++mal; });
+        const auto anfang = std::chrono::steady_clock::now();
+        vergehen(dauer);
+        qt.geber.KillTimer(1);
+        verstrichen = std::chrono::steady_clock::now() - anfang;
+        return mal;
+    }
+
+    MitQt qt;
+    std::chrono::duration<double, std::milli> verstrichen{};
+};
+
+TEST_F(EchteZeit, EineMillisekundeDauertImMittelHoechstensEinskommazwei) {
+    const int mal = anzahl(1ms, 2000ms);
+    EXPECT_LE(verstrichen.count() / mal, 1.2);
+    EXPECT_GE(verstrichen.count() / mal, 0.99);
+}
+
+TEST_F(EchteZeit, FuenfMillisekundenSindZweihundertMalInDerSekunde) {
+    const int mal = anzahl(5ms, 2000ms);
+    const double jeSekunde = 1000.0 * mal / verstrichen.count();
+    EXPECT_GE(jeSekunde, 195);
+    EXPECT_LE(jeSekunde, 205);
+}
+
+TEST_F(EchteZeit, VonVersaeumtenAufrufenWirdEinerNachgeholt) {
+    std::string text;
+    qt.geber.SetTimer(1, 50ms, [&] { text += 'a'; });
+    qt.geber.SetTimer(2, 75ms, [&] {
+        qt.geber.KillTimer(2);
+        text += '[';
+        std::this_thread::sleep_for(250ms); // to 325 ms: the first missed its deadlines at 100, 150 ... 300
+        text += ']';
+        qt.geber.SetTimer(3, 5ms, [&] {
+            text += '|';
+            qt.geber.KillTimer(3);
+            qt.geber.KillTimer(1);
+        });
+    });
+    vergehen(400ms);
+    EXPECT_EQ(text, "a[]a|");
+}
+
+TEST_F(EchteZeit, EineProzedurDieLaengerBrauchtAlsIhrIntervallHaeltDieSchleifeNichtAuf) {
+    int mal = 0;
+    int andere = 0;
+    qt.geber.SetTimer(1, 1ms, [&] {
+        ++mal;
+        std::this_thread::sleep_for(5ms);
+    });
+    QTimer fremder;
+    QObject::connect(&fremder, &QTimer::timeout, [&] { ++andere; });
+    fremder.start(1);
+    vergehen(100ms);
+    EXPECT_GT(mal, 3);
+    EXPECT_GT(andere, 3);
+}
+
+TEST_F(EchteZeit, EineProzedurMitEigenerEreignisschleifeLaesstAndereLaufenUndSichSelbstNicht) {
+    std::string text;
+    qt.geber.SetTimer(1, 20ms, [&] {
+        text += '[';
+        vergehen(90ms);
+        text += ']';
+        qt.geber.KillTimer(1);
+    });
+    qt.geber.SetTimer(2, 40ms, [&] { text += 'b'; });
+    vergehen(105ms + 40ms);
+    EXPECT_EQ(text.substr(0, 5), "[bb]b");
+}
+
+TEST_F(EchteZeit, OhneTimerSchlaeftDieUhr) {
+    qt.geber.SetTimer(1, 1ms, [] {});
+    vergehen(5ms);
+    qt.geber.KillTimer(1);
+    vergehen(1ms);
+    int aufgewacht = 0;
+    QObject::connect(QCoreApplication::eventDispatcher(), &QAbstractEventDispatcher::awake,
+                     [&] { ++aufgewacht; });
+    vergehen(100ms);
+    EXPECT_LE(aufgewacht, 3);
+}
+
+} // namespace
+
+int main(int anzahl, char** worte) {
+    testing::InitGoogleTest(&anzahl, worte);
+    const QCoreApplication programm(anzahl, worte);
+    return RUN_ALL_TESTS();
+}
