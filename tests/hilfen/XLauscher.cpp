@@ -138,6 +138,14 @@ std::vector<std::string> XLauscher::bis(const std::string& ende) {
     }
 }
 
+std::vector<std::string> XLauscher::vorhandene() {
+    std::vector<std::string> texte;
+    while (XPending(anzeige_) > 0)
+        if (auto text = naechstes(); !text.empty())
+            texte.push_back(std::move(text));
+    return texte;
+}
+
 std::pair<int, int> XLauscher::zeiger() const {
     Window wurzel = 0;
     Window kind = 0;

@@ -24,6 +24,9 @@ public:
     /// last.
     std::vector<std::string> bis(const std::string& ende);
 
+    /// What has come so far; does not wait.
+    std::vector<std::string> vorhandene();
+
     /// Where the pointer is.
     std::pair<int, int> zeiger() const;
     /// The keysym of a key in the first group, by level from 0.
