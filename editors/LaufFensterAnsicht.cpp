@@ -5,6 +5,7 @@
 #include "store/LaufzeitFehler.h"
 
 #include <QCloseEvent>
+#include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -109,12 +110,11 @@ QWidget* LaufFensterAnsicht::kopf() {
     }
     knoepfe->addStretch();
 
-    auto* stand = new QVBoxLayout;
+    auto* stand = new QFormLayout;
     lblUmschalt_ = benannt(new QLabel, "lblUmschalt");
     Label1_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
-    stand->addWidget(lblUmschalt_);
-    stand->addWidget(Label1_);
-    stand->addStretch();
+    stand->addRow("Ebene betreten:", lblUmschalt_);
+    stand->addRow("Gedrückte Knöpfe:", Label1_);
 
     gitter->addLayout(knoepfe, 0, 0);
     gitter->addWidget(ausgabegruppe(), 0, 1);
@@ -179,7 +179,7 @@ QWidget* LaufFensterAnsicht::reglergitter() {
     auto* bereich = new QWidget;
     auto* gitter = new QGridLayout(bereich);
     gitter->setContentsMargins(0, 0, 0, 0);
-    gitter->setVerticalSpacing(3);
+    gitter->setVerticalSpacing(6);
     const std::array<const char*, 3> spalten{"Fenster", "Mindestzahl", "Rand"};
     for (int spalte = 0; spalte < 3; ++spalte) {
         gitter->addWidget(new QLabel(spalten[static_cast<std::size_t>(spalte)]), 0, 1 + 2 * spalte);
@@ -217,7 +217,7 @@ QWidget* LaufFensterAnsicht::meldungszeile() {
     for (int i = 0; i < static_cast<int>(ACHSENZEILEN.size()); ++i) {
         auto* text = benannt(new QPlainTextEdit("Text3"), feldname("Text3", i));
         text->setReadOnly(true);
-        text->setFixedHeight(text->fontMetrics().lineSpacing() * 3 + 12);
+        text->setFixedHeight(text->fontMetrics().lineSpacing() * 4 + 12);
         zeile->addWidget(new QLabel(ACHSENZEILEN[static_cast<std::size_t>(i)].name), 0, i);
         zeile->addWidget(text, 1, i);
     }
@@ -229,19 +229,21 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
     auto* gitter = new QGridLayout(bereich);
     gitter->setContentsMargins(0, 0, 0, 0);
     gitter->setVerticalSpacing(2);
+    gitter->addWidget(new QLabel("Spur:"), 0, 0);
     for (int i = 0; i < SPUREN; ++i) {
         Erg_[static_cast<std::size_t>(i)] = benannt(new QLabel, feldname("Erg", i));
-        gitter->addWidget(Erg_[static_cast<std::size_t>(i)], 0, i);
-        gitter->setColumnStretch(i, 1);
+        gitter->addWidget(Erg_[static_cast<std::size_t>(i)], 0, 1 + i);
+        gitter->setColumnStretch(1 + i, 1);
     }
     auto* felder = new QHBoxLayout;
+    felder->setSpacing(16);
     felder->addWidget(benannt(new QLabel("Label1"), feldname("Label1", 1)));
     for (const char* name : {"Label2", "lblStErg", "lblBeschriftung"})
         felder->addWidget(benannt(new QLabel(name), name));
     auto* text1 = benannt(new QLineEdit("Text1"), "Text1");
     text1->setReadOnly(true);
-    felder->addWidget(text1);
-    gitter->addLayout(felder, 1, 0, 1, SPUREN);
+    felder->addWidget(text1, 1);
+    gitter->addLayout(felder, 1, 0, 1, 1 + SPUREN);
     return bereich;
 }
 

@@ -149,6 +149,7 @@ QGroupBox* frmHaupt::stickgruppe(int stick, int knopf) {
         benannt(new QLabel(stick == 0 ? "Linken Stick" : "Rechten Stick"), feldname("Label2", stick)), 0, 0);
     gitter->addWidget(Command1(knopf, "Bearbeiten"), 1, 0);
     Command1_[knopf]->setEnabled(false);
+    Command1_[knopf]->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 
     auto* waagrecht = scrollleiste(Qt::Horizontal, feldname("HScroll1", stick));
     auto* sensible = anzeigefeld(feldname("Text2", stick), "Sensible: 0");
