@@ -11,6 +11,7 @@ struct StoerVfs::Innen {
     sqlite3_vfs* echt = nullptr;
     int nochBis = std::numeric_limits<int>::max(); ///< steps until it begins; 0 or less: it has begun
     Eingriff eingriff = Eingriff::Defekt;
+    int gesichert = 0;
 
     /// Counts a step; true when the disk steps in at it.
     bool schritt() { return --nochBis <= 0; }
@@ -67,6 +68,7 @@ int kuerzen(sqlite3_file* f, sqlite3_int64 laenge) {
 }
 
 int sichern(sqlite3_file* f, int art) {
+    ++datei(f).innen->gesichert;
     if (tritt(*datei(f).innen))
         return antwort(*datei(f).innen, SQLITE_IOERR_FSYNC);
     return echt(f)->pMethods->xSync(echt(f), art);
@@ -147,4 +149,7 @@ void StoerVfs::stoereNicht() {
 }
 bool StoerVfs::hatGestoert() const {
     return innen_->nochBis <= 0;
+}
+int StoerVfs::gesichert() const {
+    return innen_->gesichert;
 }

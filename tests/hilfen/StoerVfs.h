@@ -25,6 +25,8 @@ public:
     void stoereNicht();
     /// Whether the disk has stepped in since stoereAb.
     bool hatGestoert() const;
+    /// How often a file was synced so far.
+    int gesichert() const;
 
     struct Innen;
 

@@ -160,6 +160,16 @@ TEST(Datei, NamenMitLeerzeichenUndUmlautenSindPfadeWieAndere) {
     }
 }
 
+TEST(Datei, EinNameDenSqliteAndersVerstuendeIstEineDatei) {
+    const Testdatenbank datei;
+    schemaLegen(datei);
+    const fs::path war = fs::current_path();
+    fs::current_path(datei.ordner());
+    fs::rename(datei.pfad(), ":memory:");
+    EXPECT_THAT(SchemataLesen(":memory:").SchemaNamen, ElementsAre("S", ""));
+    fs::current_path(war);
+}
+
 TEST(Datei, EineSchreibgeschuetzteLaesstSichLesenAberNichtAendern) {
     Testdatenbank datei;
     schemaLegen(datei);

@@ -113,6 +113,13 @@ TEST_F(Satz, WerteWerdenLiveGelesen) {
     EXPECT_EQ(satz.get_Value("btn1"), Wert("neu"));
 }
 
+TEST_F(Satz, EineVerschwundeneSpalteLiestSichNichtAlsIhrName) {
+    schemata({"S"});
+    Recordset satz = tastatur();
+    datei.sql("ALTER TABLE tblTastatur DROP COLUMN btn1");
+    EXPECT_EQ(fehlernummer([&] { satz.get_Value("btn1"); }), 3075);
+}
+
 TEST_F(Satz, SpaeterAngelegteZeilenGehoerenNichtDazu) {
     schemata({"A"});
     Recordset satz = tastatur();

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <functional>
+#include <stdexcept>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -84,6 +85,12 @@ TEST_F(Sperre, EinLeserDerNichtEndetHaeltDasSchreibenAuf) {
     EXPECT_EQ(datei.inhalt(), vorher);
     datenbank.inEinerTransaktion([&] { aendern(satz); });
     EXPECT_EQ(satz.get_Value("btn1"), Wert("neu"));
+}
+
+TEST_F(Sperre, EineTransaktionSperrtVonAnfangAnFuerSchreiber) {
+    Database datenbank = OpenDatabase(datei.pfad());
+    datenbank.inEinerTransaktion([&] { EXPECT_THROW(anderes.sql("BEGIN IMMEDIATE"), std::runtime_error); });
+    EXPECT_NO_THROW(anderes.sql("BEGIN IMMEDIATE"));
 }
 
 TEST_F(Sperre, EineOffeneMengeSperrtNiemandenAus) {

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <ostream>
 #include <set>
 #include <stdexcept>
 
@@ -114,6 +115,10 @@ struct Vorgang {
     std::function<void(Database&)> tun;
 };
 
+void PrintTo(const Vorgang& vorgang, std::ostream* ziel) {
+    *ziel << vorgang.name;
+}
+
 /// Enough rows that a change touches many pages.
 constexpr auto VIELE_ZEILEN = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
                               "INSERT INTO tblTastatur (Schemaname) SELECT 'S' || i FROM n";
@@ -197,6 +202,16 @@ TEST_P(Stoerung, EinDefekterDatentraegerLaesstAllesWieEsWar) {
 
 INSTANTIATE_TEST_SUITE_P(AnJedemSchritt, Stoerung, testing::ValuesIn(vorgaenge()),
                          [](const auto& fall) { return fall.param.name; });
+
+TEST(Sicherung, EinUpdateDasZurueckkommtLiegtAufDemDatentraeger) {
+    StoerVfs disk;
+    Testdatenbank datei;
+    Database datenbank = OpenDatabase(datei.pfad());
+    const int vorher = disk.gesichert();
+    anlegen(datenbank, "A");
+    // The journal's pages, the journal's head, the database itself: each before the next may begin.
+    EXPECT_EQ(disk.gesichert() - vorher, 3);
+}
 
 TEST(StoerungInDerTransaktion, WerDenFehlerFaengtSchreibtDanachNichtsHalbes) {
     StoerVfs disk;
