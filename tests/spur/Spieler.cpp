@@ -193,6 +193,10 @@ std::string zeile(const std::vector<Spurereignis>& ereignisse, std::size_t i) {
     return i < ereignisse.size() ? zeile(ereignisse[i]) : "nothing more";
 }
 
+std::string laufende(const std::optional<int>& fehler) {
+    return fehler ? "a run stopped by error " + std::to_string(*fehler) : "no error";
+}
+
 } // namespace
 
 Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank) {
@@ -210,8 +214,8 @@ std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis) 
         if (i >= soll.size() || i >= ist.size() || soll[i] != ist[i])
             return "event " + std::to_string(i + 1) + ": expected " + zeile(soll, i) + ", came " +
                    zeile(ist, i);
-    if (szenario.fehler && szenario.fehler != ergebnis.fehler)
-        return "the run should have been stopped by error " + std::to_string(*szenario.fehler) +
-               ", was stopped by " + (ergebnis.fehler ? std::to_string(*ergebnis.fehler) : "none");
+    if (szenario.fehler != ergebnis.fehler)
+        return "expected " + laufende(szenario.fehler) + ", came " + laufende(ergebnis.fehler) +
+               (ergebnis.fehlertext.empty() ? "" : " (" + ergebnis.fehlertext + ")");
     return "";
 }

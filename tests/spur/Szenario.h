@@ -4,7 +4,7 @@
 //   sql STATEMENT                     runs on the fresh database
 //   achsen lx ly rx ry Z1 Z2          logical names of the raw axes
 //   schub TEXT                        slider text
-//   fehler N                          the run must be stopped by error N
+//   fehler N                          a run must be stopped by error N; without the line by none
 //   T start | stop | ende             T in milliseconds of the virtual clock
 //   T buttons N | pov N               the pad's button word and D-pad
 //   T achse I V                       raw axis 0 to 5, 0 to 65535
