@@ -14,12 +14,12 @@ void GehalteneTasten::GehaltenPflegen(std::string_view text, int entfernenStatt,
         entfernen(text, xpTaste);
     else
         hinzufuegen(text);
-    textNeuBilden();
 }
 
 void GehalteneTasten::hinzufuegen(std::string_view eintrag) {
     if (std::find(eintraege_.begin(), eintraege_.end(), eintrag) == eintraege_.end())
         eintraege_.emplace_back(eintrag);
+    textNeuBilden();
 }
 
 void GehalteneTasten::entfernen(std::string_view eintrag, XPTaste& xpTaste) {
@@ -30,6 +30,7 @@ void GehalteneTasten::entfernen(std::string_view eintrag, XPTaste& xpTaste) {
         return;
     const std::string gehalten = *stelle;
     eintraege_.erase(stelle);
+    textNeuBilden(); // before the key is sent: an entry that is no key goes too
     xpTaste.TasteAufSenden(feldzahl(davor(std::string_view(gehalten).substr(slot.size() + 1), ',')));
 }
 
