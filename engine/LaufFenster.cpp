@@ -79,6 +79,7 @@ void LaufFenster::beenden() {
         return;
     const auto& global = zustand_.global;
     anzeige_.hauptformZurueck(global.OffenerEditor != 1 && global.OffenerEditorR != 1);
+    wiederholung_.anhalten();
     AlleTimerBeenden(zeitgeber_);
     Timer1_->Enabled(false);
     tmrSpiel_->Enabled(false);

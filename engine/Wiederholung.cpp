@@ -61,6 +61,11 @@ void Wiederholung::slotsLeeren() {
         stand_.WiederholSlots[platz].clear();
 }
 
+void Wiederholung::anhalten() {
+    for (const auto& zeitgeber : Timer1_)
+        zeitgeber->Enabled(false);
+}
+
 void Wiederholung::abgleichen() {
     stand_.GehaltenTextAlt = gehaltene_.GehaltenText();
 }

@@ -38,6 +38,8 @@ public:
     void WiederholungStoppen(std::string_view eintrag);
     /// All buttons are up: empties places 0 to 19 if place 0 holds anything. Timers go on, over empty places.
     void slotsLeeren();
+    /// The run is over: stops all timers. The places keep their texts.
+    void anhalten();
     /// Takes the held keys as they are now for known.
     void abgleichen();
 
