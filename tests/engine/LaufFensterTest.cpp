@@ -1,0 +1,323 @@
+#include "engine/LaufFenster.h"
+
+#include "store/LaufzeitFehler.h"
+#include "tests/engine/Probelauf.h"
+#include "tests/engine/Probestick.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace {
+
+using Texte = std::vector<std::string>;
+
+TEST(LaufFenster, TastenNamenInDerReihenfolgeDerBits) {
+    EXPECT_EQ(Texte(LaufFenster::TastenNamen.begin(), LaufFenster::TastenNamen.end()),
+              (Texte{"Dreieck", "Kreis", "Kreuz", "Viereck", "L 2", "L 1", "R 2", "R 1", "Select", "Start",
+                     "L-Stick", "R-Stick"}));
+}
+
+// Load and end
+
+TEST(LaufFensterLaden, WaehltDieAusgabeLaedtDieSticksUndVerbirgtDannDieHauptform) {
+    Probelauf lauf;
+    lauf.datenbank.sql("UPDATE tblTastatur SET Funktion = 2");
+    Probestick links("L", lauf.anzeige.protokoll);
+    Probestick rechts("R", lauf.anzeige.protokoll);
+    lauf.sticks = {&links, &rechts};
+
+    const auto& fenster = lauf.starten();
+
+    EXPECT_EQ(lauf.anzeige.abholen(),
+              (Texte{"Option1 = 2", "L laden 0", "R laden 0", "frmHaupt = verborgen"}));
+    EXPECT_TRUE(fenster.pollt());
+}
+
+TEST(LaufFensterLaden, OhneFunktionGiltDieErste) {
+    Probelauf lauf;
+    lauf.datenbank.sql("UPDATE tblTastatur SET Funktion = NULL");
+    lauf.starten();
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Option1 = 0", "frmHaupt = verborgen"}));
+}
+
+TEST(LaufFensterLaden, LoeschtDieUmschaltTastenDesEditors) {
+    Probelauf lauf;
+    lauf.zustand.global.UmschaltTasten = {3, 4};
+    lauf.starten();
+    EXPECT_EQ(lauf.zustand.global.UmschaltTasten, (std::array<std::int16_t, 2>{0, 0}));
+}
+
+TEST(LaufFensterLaden, DerErsteTaktKommtNachFuenfMillisekunden) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}};
+    lauf.pad.zustand.dwButtons = 4;
+    lauf.starten();
+    lauf.warten(4);
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), Texte{});
+    lauf.warten(1);
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), Texte{"+65"});
+}
+
+void erwarteKeinenLauf(Probelauf& lauf, int fehler) {
+    auto& fenster = lauf.fensterOeffnen();
+    EXPECT_EQ(fehlernummer([&] { fenster.laden(); }), fehler);
+    EXPECT_FALSE(fenster.pollt());
+    EXPECT_EQ(lauf.uhr.laufende(), 0U);
+    fenster.beenden();
+    const auto gezeigt = lauf.anzeige.abholen();
+    EXPECT_EQ(std::ranges::count_if(gezeigt, [](const auto& text) { return text.starts_with("frmHaupt"); }),
+              0);
+}
+
+TEST(LaufFensterLaden, OhneZeileBeginntNichts) {
+    Probelauf lauf;
+    lauf.zustand.global.SchemaName = "T";
+    erwarteKeinenLauf(lauf, 3021);
+}
+
+TEST(LaufFensterLaden, OhneDateiBeginntNichts) {
+    Probelauf lauf;
+    lauf.zustand.global.DatenbankPfad = lauf.datenbank.pfad() + ".fehlt";
+    erwarteKeinenLauf(lauf, 3024);
+}
+
+TEST(LaufFensterLaden, MitUnlesbarerUmschaltartBeginntNichts) {
+    Probelauf lauf{{"btn1", "3"}};
+    erwarteKeinenLauf(lauf, 13);
+}
+
+TEST(LaufFensterLaden, OhneSticktabellenBeginntNichts) {
+    Probelauf lauf;
+    Probestick links("L", lauf.anzeige.protokoll);
+    links.beimLaden = [] { throw LaufzeitFehler(Fehlernummer::Gesperrt, "gesperrt"); };
+    lauf.sticks = {&links};
+    erwarteKeinenLauf(lauf, 3218);
+}
+
+struct Rueckkehr {
+    std::uint8_t OffenerEditor;
+    std::uint8_t OffenerEditorR;
+    const char* hauptform;
+};
+
+TEST(LaufFensterBeenden, ZeigtDieHauptformWennKeinEditorOffenIst) {
+    for (const auto& fall : {Rueckkehr{0, 0, "frmHaupt = gezeigt"}, Rueckkehr{1, 0, "frmHaupt = bereit"},
+                             Rueckkehr{2, 0, "frmHaupt = gezeigt"}, Rueckkehr{0, 1, "frmHaupt = bereit"},
+                             Rueckkehr{2, 1, "frmHaupt = bereit"}, Rueckkehr{0, 2, "frmHaupt = gezeigt"}}) {
+        Probelauf lauf;
+        auto& fenster = lauf.starten();
+        lauf.anzeige.abholen();
+        lauf.zustand.global.OffenerEditor = fall.OffenerEditor;
+        lauf.zustand.global.OffenerEditorR = fall.OffenerEditorR;
+        fenster.beenden();
+        EXPECT_EQ(lauf.anzeige.abholen(), Texte{fall.hauptform})
+            << int{fall.OffenerEditor} << ", " << int{fall.OffenerEditorR};
+    }
+}
+
+TEST(LaufFensterBeenden, EinZweitesMalTutNichts) {
+    Probelauf lauf;
+    auto& fenster = lauf.starten();
+    fenster.beenden();
+    lauf.anzeige.abholen();
+    fenster.beenden();
+    EXPECT_EQ(lauf.anzeige.abholen(), Texte{});
+}
+
+TEST(LaufFensterBeenden, LaesstKeinenTimerUebrig) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}, {"btn4", "1,66,1-50-50"}, {"btn12", "1,67,1-10-500"}};
+    auto& fenster = lauf.starten();
+    fenster.HScroll2Aenderung(30);
+    lauf.takt(4 + 8 + 2048);
+    lauf.warten(20);
+    EXPECT_EQ(lauf.uhr.laufende(), 6U); // tick, Timer1, two pulses, two repeats
+    fenster.beenden();
+    EXPECT_EQ(lauf.uhr.laufende(), 0U);
+}
+
+TEST(LaufFensterBeenden, LaesstMaskenUndTastenStehen) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}, {"btn4", "1,66,1-50-50"}, {"btn12", "1,67,1-10-500"}};
+    auto& fenster = lauf.starten();
+    lauf.zustand.timer.TimerSetzen(2);
+    lauf.takt(4 + 8 + 2048);
+    lauf.warten(20);
+    lauf.eingabe.abholen();
+
+    fenster.beenden();
+    lauf.fenster.reset();
+    lauf.warten(1000);
+
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), Texte{});
+    EXPECT_EQ(lauf.zustand.gehaltene.GehaltenText(), "2-65,3-66,");
+    EXPECT_EQ(lauf.zustand.tasten.DrueckMaske, 8U);
+    EXPECT_EQ(lauf.zustand.tasten.PausenMaske, 2048U);
+    EXPECT_EQ(lauf.zustand.timer.TimerMaske(), 4U);
+}
+
+TEST(LaufFensterBeenden, EinFensterDasOhneEndeGehtLaesstKeinenTimerUebrig) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}, {"btn4", "1,66,1-50-50"}};
+    lauf.starten().HScroll2Aenderung(30);
+    lauf.takt(4 + 8);
+    lauf.fenster.reset();
+    EXPECT_EQ(lauf.uhr.laufende(), 0U);
+}
+
+// Errors of a run
+
+TEST(LaufFensterFehler, ImTaktEndetDenLaufUndKommtDanach) {
+    Probelauf lauf{{"btn3", "1,x,0-0-0"}, {"btn4", "1,66,1-50-50"}};
+    auto& fenster = lauf.starten();
+    fenster.HScroll2Aenderung(30);
+    lauf.takt(8);
+    lauf.anzeige.abholen();
+    lauf.takt(12);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Label1(0) = 12", "frmHaupt = gezeigt", "Fehler = 13"}));
+    EXPECT_FALSE(fenster.pollt());
+    EXPECT_EQ(lauf.uhr.laufende(), 0U);
+}
+
+TEST(LaufFensterFehler, InEinerTimerprozedurEndetDenLauf) {
+    Probelauf lauf{{"btn3", "1,65,1-20-x"}};
+    auto& fenster = lauf.starten();
+    lauf.takt(4);
+    lauf.anzeige.abholen();
+    lauf.warten(20);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Titel = ", "frmHaupt = gezeigt", "Fehler = 13"}));
+    EXPECT_FALSE(fenster.pollt());
+    EXPECT_EQ(lauf.uhr.laufende(), 0U);
+}
+
+TEST(LaufFensterFehler, EinesSticksEndetDenLauf) {
+    Probelauf lauf;
+    Probestick links("L", lauf.anzeige.protokoll);
+    lauf.sticks = {&links};
+    lauf.starten();
+    lauf.takt();
+    lauf.anzeige.abholen();
+    links.beimLesen = [] { throw std::runtime_error("kein Speicher"); };
+    lauf.warten(50);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"L lesen", "frmHaupt = gezeigt", "Fehler = 51"}));
+    EXPECT_EQ(lauf.uhr.laufende(), 0U);
+}
+
+TEST(LaufFensterFehler, NachEinemFehlerBeginntEinNeuerLaufWieImmer) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}, {"btn4", "x"}};
+    lauf.starten();
+    lauf.takt(8);
+    lauf.fenster.reset();
+    lauf.eingabe.abholen();
+    lauf.starten();
+    lauf.takt(4);
+    lauf.takt(0);
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), (Texte{"+65", "-65"}));
+}
+
+// Labels of a tick
+
+TEST(LaufFensterBeschriften, ZeigtDieTastenDerGrundebene) {
+    Probelauf lauf;
+    lauf.starten();
+    lauf.anzeige.abholen();
+    lauf.takt(0);
+    lauf.takt(4);
+    lauf.takt(4);
+    lauf.takt(4095);
+    lauf.takt(65536 + 5);
+    lauf.takt(0);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Label1(0) = 0", "Label1(0) = 4", "Titel = ", "Label1(0) = 4095",
+                                             "Label1(0) = 5", "Label1(0) = 0"}));
+}
+
+TEST(LaufFensterBeschriften, ZeigtInUmschalt1DieTastenOhneDieUmschalttaste) {
+    Probelauf lauf{{"btn9", "3,0,0-0-0"}};
+    lauf.starten();
+    lauf.takt(0);
+    lauf.anzeige.titel("");
+    lauf.anzeige.abholen();
+    lauf.takt(256);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"lblUmschalt = Umschalttaste 1", "Label1(0) = 256"}));
+    lauf.takt(256);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"lblUmschalt = ", "Label1(0) = 0"}));
+    lauf.takt(260);
+    EXPECT_EQ(lauf.anzeige.abholen(), Texte{"Label1(0) = 4"});
+    lauf.takt(4);
+    EXPECT_EQ(lauf.anzeige.abholen(), Texte{"Label1(0) = -252"});
+    lauf.takt(0);
+    EXPECT_EQ(lauf.anzeige.abholen(), Texte{"Label1(0) = 0"});
+}
+
+TEST(LaufFensterBeschriften, ZeigtInFestgestelltemUmschalt2AuchWenigerAlsNull) {
+    Probelauf lauf{{"btn10", "4,0,1-0-0"}};
+    lauf.starten();
+    lauf.takt(0);
+    lauf.anzeige.titel("");
+    lauf.anzeige.abholen();
+    lauf.takt(512);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"lblUmschalt = Umschalttaste 2", "Label1(0) = 512"}));
+    lauf.takt(512);
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"lblUmschalt = ", "Label1(0) = 0"}));
+    lauf.takt(0);
+    EXPECT_EQ(lauf.anzeige.abholen(), Texte{"Label1(0) = -512"});
+}
+
+TEST(LaufFensterBeschriften, TastenWortIstDasUntereWortNachDerUmschaltung) {
+    Probelauf lauf{{"btn9", "3,0,0-0-0"}};
+    auto& fenster = lauf.starten();
+    std::vector<std::uint16_t> worte;
+    for (const std::uint32_t tasten : {0U, 0x00010004U, 0x0000F001U, 256U, 256U, 260U, 0U}) {
+        lauf.takt(tasten);
+        worte.push_back(fenster.TastenWort());
+    }
+    EXPECT_EQ(worte, (std::vector<std::uint16_t>{0, 4, 0xF001, 0, 256, 260, 0}));
+}
+
+// The window's controls
+
+TEST(LaufFensterKnopf, StopHaeltAnUndStartetWieder) {
+    Probelauf lauf;
+    auto& fenster = lauf.starten();
+    lauf.anzeige.abholen();
+    fenster.Command1Klick(0);
+    EXPECT_FALSE(fenster.pollt());
+    fenster.Command1Klick(0);
+    EXPECT_TRUE(fenster.pollt());
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Command1(0) = Start", "Command1(0) = Stop"}));
+}
+
+TEST(LaufFensterKnopf, SensiTastKlapptAusUndEin) {
+    Probelauf lauf;
+    auto& fenster = lauf.starten();
+    lauf.anzeige.abholen();
+    fenster.Command1Klick(1);
+    EXPECT_FALSE(fenster.pollt());
+    fenster.Command1Klick(1);
+    EXPECT_TRUE(fenster.pollt());
+    EXPECT_EQ(lauf.anzeige.abholen(),
+              (Texte{"Command1(1) = Start", "Testfeld = auf", "Command1(1) = SensiTast", "Testfeld = zu"}));
+}
+
+TEST(LaufFensterKnopf, JederRichtetSichNachSeinerEigenenAufschrift) {
+    Probelauf lauf;
+    auto& fenster = lauf.starten();
+    lauf.anzeige.abholen();
+    std::vector<bool> pollt;
+    for (const int knopf : {0, 1, 1, 0, 0, 0}) {
+        fenster.Command1Klick(knopf);
+        pollt.push_back(fenster.pollt());
+    }
+    EXPECT_EQ(pollt, (std::vector<bool>{false, false, true, true, false, true}));
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Command1(0) = Start", "Command1(1) = Start", "Testfeld = auf",
+                                             "Command1(1) = SensiTast", "Testfeld = zu", "Command1(0) = Stop",
+                                             "Command1(0) = Start", "Command1(0) = Stop"}));
+}
+
+TEST(LaufFensterOption1, SchreibtDieFunktionSogleich) {
+    Probelauf lauf;
+    auto& fenster = lauf.starten();
+    fenster.Option1Klick(2);
+    EXPECT_EQ(lauf.datenbank.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"2"}}));
+    fenster.Option1Klick(0);
+    EXPECT_EQ(lauf.datenbank.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"0"}}));
+}
+
+} // namespace
