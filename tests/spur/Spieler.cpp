@@ -7,11 +7,9 @@
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
 #include "store/LaufzeitFehler.h"
+#include "tests/hilfen/Testdatenbank.h"
 
-#include <sqlite3.h>
-#include <unistd.h>
-
-#include <cstdlib>
+#include <algorithm>
 #include <memory>
 
 namespace fs = std::filesystem;
@@ -22,39 +20,17 @@ using Art = Spureingabe::Art;
 
 constexpr const char* SCHEMA = "S";
 
-/// A folder of its own that goes when the scenario is over.
-class Arbeitsordner {
-public:
-    Arbeitsordner() {
-        auto muster = (fs::temp_directory_path() / "spur-XXXXXX").string();
-        if (!mkdtemp(muster.data()))
-            throw Szenariofehler("no folder can be made in " + fs::temp_directory_path().string());
-        pfad_ = muster;
-    }
-    ~Arbeitsordner() {
-        std::error_code egal;
-        fs::remove_all(pfad_, egal);
-    }
-    Arbeitsordner(const Arbeitsordner&) = delete;
-    Arbeitsordner& operator=(const Arbeitsordner&) = delete;
-
-    const fs::path& pfad() const { return pfad_; }
-
-private:
-    fs::path pfad_;
-};
-
 void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweisungen) {
-    sqlite3* roh = nullptr;
-    const int geoeffnet = sqlite3_open_v2(datei.c_str(), &roh, SQLITE_OPEN_READWRITE, nullptr);
-    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> datenbank(roh, &sqlite3_close);
-    if (geoeffnet != SQLITE_OK)
-        throw Szenariofehler("the database can't be opened: " + datei.string());
+    RoheVerbindung datenbank(datei.string());
     // The folder is thrown away: nothing needs to reach the disk.
-    sqlite3_exec(roh, "PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;", nullptr, nullptr, nullptr);
-    for (const auto& anweisung : anweisungen)
-        if (sqlite3_exec(roh, anweisung.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
-            throw Szenariofehler("sql " + anweisung + ": " + sqlite3_errmsg(roh));
+    datenbank.sql("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;");
+    for (const auto& anweisung : anweisungen) {
+        try {
+            datenbank.sql(anweisung);
+        } catch (const std::exception& fehler) {
+            throw Szenariofehler("sql " + anweisung + ": " + fehler.what());
+        }
+    }
 }
 
 class Spieler final : private LaufAnzeige {
@@ -200,7 +176,7 @@ std::string laufende(const std::optional<int>& fehler) {
 } // namespace
 
 Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank) {
-    const Arbeitsordner ordner;
+    const Testordner ordner;
     const auto datenbank = ordner.pfad() / "Belegung.twk";
     fs::copy_file(leereDatenbank, datenbank);
     sqlAusfuehren(datenbank, szenario.sql);

@@ -22,6 +22,9 @@ public:
         if (!ergebnisse_)
             throw Szenariofehler("the line \"=\" is missing");
         std::ranges::stable_sort(szenario_.eingaben, {}, &Spureingabe::zeit);
+        const auto ende = std::ranges::find(szenario_.eingaben, Art::Ende, &Spureingabe::art);
+        if (ende == szenario_.eingaben.end() || ende + 1 != szenario_.eingaben.end())
+            throw Szenariofehler("\"ende\" must be the last input");
         return std::move(szenario_);
     }
 
@@ -34,7 +37,7 @@ private:
         if (wort == "=")
             ergebnisse_ = true;
         else if (ergebnisse_)
-            ereignisLesen(wort, woerter);
+            ereignisseLesen(wort, woerter);
         else if (wort == "sql")
             szenario_.sql.push_back(rest(woerter));
         else if (wort == "schub")
@@ -46,9 +49,11 @@ private:
                 achse = naechstes(woerter);
         else
             eingabeLesen(wort, woerter);
+        if (std::string mehr; woerter >> mehr)
+            fehler("\"" + mehr + "\" is too much");
     }
 
-    void ereignisLesen(const std::string& zeit, std::istringstream& woerter) {
+    void ereignisseLesen(const std::string& zeit, std::istringstream& woerter) {
         szenario_.erwartet.push_back({ms(zeit), naechstes(woerter)});
         for (std::string weiteres; woerter >> weiteres;)
             szenario_.erwartet.push_back({ms(zeit), weiteres});
@@ -81,8 +86,6 @@ private:
         if (form->second.wert)
             eingabe.wert = zahl(naechstes(woerter));
         grenzenPruefen(eingabe);
-        if (std::string mehr; woerter >> mehr)
-            fehler("\"" + mehr + "\" is too much");
         szenario_.eingaben.push_back(eingabe);
     }
 

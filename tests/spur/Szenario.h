@@ -5,14 +5,14 @@
 //   achsen lx ly rx ry Z1 Z2          logical names of the raw axes
 //   schub TEXT                        slider text
 //   fehler N                          a run must be stopped by error N; without the line by none
-//   T start | stop | ende             T in milliseconds of the virtual clock
+//   T start | stop | ende             T in milliseconds of the virtual clock; ende is the last input
 //   T buttons N | pov N               the pad's button word and D-pad
 //   T achse I V                       raw axis 0 to 5, 0 to 65535
 //   T pad weg | da
 //   T regler I V                      scroll bar: 0 to 11 HScroll1, 12 HScroll2
 //   T knopf I                         a click on Command1(I) of the running window
 //   =
-//   T EVENT                           events as ProbeEingabe writes them, in order
+//   T EVENT...                        events as ProbeEingabe writes them, in order
 //
 // Inputs of one time come before the timers due then.
 #pragma once

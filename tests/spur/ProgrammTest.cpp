@@ -1,0 +1,91 @@
+// The program `spur` as it is called: what it prints, and its exit code.
+#include "tests/hilfen/Testdatenbank.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+namespace {
+
+const std::string KOPF = "sql INSERT INTO tblTastatur (Schemaname, btn3) VALUES ('S', '1,65,0-0-0');\n"
+                         "sql INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');\n"
+                         "0 start\n10 buttons 4\n20 buttons 0\n30 ende\n=\n";
+const std::string RICHTIG = KOPF + "10 +65\n20 -65\n";
+const std::string FALSCH = KOPF + "10 +65\n25 -65\n";
+
+struct Ausgang {
+    int code;
+    std::string text;
+    bool operator==(const Ausgang&) const = default;
+};
+std::ostream& operator<<(std::ostream& strom, const Ausgang& ausgang) {
+    return strom << ausgang.code << ": " << ausgang.text;
+}
+
+class SpurProgramm : public testing::Test {
+protected:
+    /// Runs it in a folder of its own; both of its outputs in one.
+    Ausgang spur(const std::string& worte) {
+        const auto befehl = "cd '" + ordner.pfad().string() + "' && '" SPUR "' " + worte + " 2>&1";
+        FILE* rohr = popen(befehl.c_str(), "r");
+        std::string text;
+        std::array<char, 256> stueck{};
+        while (fgets(stueck.data(), stueck.size(), rohr))
+            text += stueck.data();
+        const int ende = pclose(rohr);
+        return {WIFEXITED(ende) ? WEXITSTATUS(ende) : -1, text};
+    }
+    void datei(const std::string& name, const std::string& inhalt) {
+        std::ofstream(ordner.pfad() / name, std::ios::binary) << inhalt;
+    }
+
+    Testordner ordner;
+};
+
+TEST_F(SpurProgramm, BestandeneSpur) {
+    datei("a.spur", RICHTIG);
+    EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 passed, 0 failed\n"}));
+}
+
+TEST_F(SpurProgramm, DerErsteUnterschiedJederDatei) {
+    datei("a.spur", RICHTIG);
+    datei("b.spur", FALSCH);
+    datei("c.spur", KOPF);
+    EXPECT_EQ(spur("a.spur b.spur c.spur a.spur"),
+              (Ausgang{1, "b.spur: event 2: expected 25 -65, came 20 -65\n"
+                          "c.spur: event 1: expected nothing more, came 10 +65\n"
+                          "2 passed, 2 failed\n"}));
+}
+
+TEST_F(SpurProgramm, UnlesbareDateiHaeltDieAnderenNichtAuf) {
+    datei("a.spur", "0 gehen\n");
+    datei("c.spur", RICHTIG);
+    EXPECT_EQ(spur("a.spur b.spur c.spur"), (Ausgang{1, "a.spur: line 1: unknown input \"gehen\"\n"
+                                                        "b.spur: can't be read\n"
+                                                        "1 passed, 2 failed\n"}));
+}
+
+TEST_F(SpurProgramm, ZeigtWasHerauskommt) {
+    datei("a.spur", FALSCH);
+    EXPECT_EQ(spur("--zeige a.spur"), (Ausgang{0, "10 +65\n20 -65\n"}));
+}
+
+TEST_F(SpurProgramm, ZeigtAuchDenFehlerDesLaufs) {
+    datei("a.spur", "0 start\n10 ende\n=\n");
+    const auto ausgang = spur("--zeige a.spur");
+    EXPECT_EQ(ausgang.code, 0);
+    EXPECT_TRUE(ausgang.text.starts_with("stopped by error 3021: ")) << ausgang;
+}
+
+TEST_F(SpurProgramm, ZeigenEinerUnlesbarenDateiScheitert) {
+    EXPECT_EQ(spur("--zeige fehlt.spur"), (Ausgang{1, "fehlt.spur: can't be read\n"}));
+}
+
+TEST_F(SpurProgramm, OhneDateiSagtWieManEsRuft) {
+    EXPECT_EQ(spur(""), (Ausgang{2, "usage: spur [--zeige] FILE...\n"}));
+    EXPECT_EQ(spur("--zeige"), (Ausgang{2, "usage: spur [--zeige] FILE...\n"}));
+}
+
+} // namespace

@@ -1,0 +1,103 @@
+#include "tests/spur/Spieler.h"
+
+#include "tests/hilfen/Testdatenbank.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Texte = std::vector<std::string>;
+
+const std::string SCHEMA =
+    "sql INSERT INTO tblTastatur (Schemaname, btn3, btn4) VALUES ('S', '1,65,0-0-0', 'x');\n"
+    "sql INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');\n";
+
+Spurergebnis gespielt(const std::string& text) {
+    return spielen(szenarioLesen(text), LEERE_DATENBANK);
+}
+Texte ereignisse(const std::string& text) {
+    Texte alle;
+    for (const auto& eines : gespielt(text).ereignisse)
+        alle.push_back(std::to_string(eines.zeit.count()) + " " + eines.text);
+    return alle;
+}
+std::string unterschied(const std::string& text) {
+    return unterschied(szenarioLesen(text), gespielt(text));
+}
+std::string einwand(const std::string& text) {
+    try {
+        gespielt(text);
+    } catch (const Szenariofehler& fehler) {
+        return fehler.what();
+    }
+    return "";
+}
+
+TEST(Spieler, SpieltMitFrischerDatenbankUndFrischemStand) {
+    const auto spur = SCHEMA + "0 start\n10 buttons 4\n30 ende\n=\n";
+    EXPECT_EQ(ereignisse(spur), Texte{"10 +65"});
+    EXPECT_EQ(ereignisse(spur), Texte{"10 +65"});
+}
+
+TEST(Spieler, LaesstDieLeereDatenbankLeer) {
+    gespielt(SCHEMA + "0 start\n30 ende\n=\n");
+    EXPECT_EQ(Testdatenbank().zeilen("SELECT * FROM tblTastatur"), Tabellenbild{});
+}
+
+TEST(Spieler, EingabenEinerZeitKommenVorDenZeitgebern) {
+    EXPECT_EQ(ereignisse(SCHEMA + "0 start\n10 buttons 4\n15 buttons 0\n15 stop\n30 ende\n=\n"),
+              Texte{"10 +65"});
+    EXPECT_EQ(ereignisse(SCHEMA + "0 start\n10 buttons 4\n15 buttons 0\n16 stop\n30 ende\n=\n"),
+              (Texte{"10 +65", "15 -65"}));
+}
+
+TEST(Spieler, WasAmEndeFaelligIstKommtNoch) {
+    EXPECT_EQ(ereignisse(SCHEMA + "0 start\n10 buttons 4\n10 ende\n=\n"), Texte{"10 +65"});
+    EXPECT_EQ(ereignisse(SCHEMA + "0 start\n9 buttons 4\n9 ende\n=\n"), Texte{});
+}
+
+TEST(Spieler, NenntDenFehlerDerEinenLaufBeendet) {
+    const auto ergebnis = gespielt(SCHEMA + "0 start\n10 buttons 8\n20 buttons 4\n30 ende\n=\n");
+    EXPECT_EQ(ergebnis.fehler, 13);
+    EXPECT_NE(ergebnis.fehlertext, "");
+    EXPECT_EQ(ergebnis.ereignisse.size(), 0U);
+}
+
+TEST(Spieler, WeistEingabenOhneLaufZurueck) {
+    EXPECT_EQ(einwand("0 start\n1 ende\n=\n"), ""); // no row: the run ends before it begins
+    EXPECT_EQ(einwand("0 knopf 0\n1 ende\n=\n"), "an input for the window while no run is on");
+    EXPECT_EQ(einwand("0 regler 12 30\n1 ende\n=\n"), "an input for the window while no run is on");
+    EXPECT_EQ(einwand(SCHEMA + "0 start\n5 start\n9 ende\n=\n"), "start while a run is on");
+}
+
+TEST(Spieler, NenntDieAnweisungDieFehlschlaegt) {
+    EXPECT_EQ(einwand("sql INSERT INTO tblGarnicht VALUES (1);\n0 ende\n=\n"),
+              "sql INSERT INTO tblGarnicht VALUES (1);: no such table: tblGarnicht");
+}
+
+TEST(Unterschied, IstLeerWennAllesStimmt) {
+    EXPECT_EQ(unterschied(SCHEMA + "0 start\n10 buttons 4\n20 buttons 0\n30 ende\n=\n10 +65\n20 -65\n"), "");
+}
+
+TEST(Unterschied, NenntDasErsteEreignisMitZeit) {
+    const auto spur = SCHEMA + "0 start\n10 buttons 4\n20 buttons 0\n30 ende\n=\n";
+    EXPECT_EQ(unterschied(spur + "10 +66\n20 -66\n"), "event 1: expected 10 +66, came 10 +65");
+    EXPECT_EQ(unterschied(spur + "10 +65\n15 -65\n"), "event 2: expected 15 -65, came 20 -65");
+    EXPECT_EQ(unterschied(spur + "10 +65\n20 -65\n25 +65\n"), "event 3: expected 25 +65, came nothing more");
+    EXPECT_EQ(unterschied(spur + "10 +65\n"), "event 2: expected nothing more, came 20 -65");
+    EXPECT_EQ(unterschied(spur), "event 1: expected nothing more, came 10 +65");
+}
+
+TEST(Unterschied, NenntDenFehlerDerFehltZuVielIstOderEinAndererIst) {
+    const auto ohne = SCHEMA + "0 start\n30 ende\n=\n";
+    const auto mit = SCHEMA + "0 start\n10 buttons 8\n30 ende\n=\n";
+    EXPECT_EQ(unterschied("fehler 13\n" + ohne), "expected a run stopped by error 13, came no error");
+    EXPECT_EQ(unterschied("fehler 13\n" + mit), "");
+    EXPECT_TRUE(unterschied(mit).starts_with("expected no error, came a run stopped by error 13 ("))
+        << unterschied(mit);
+    EXPECT_TRUE(unterschied("fehler 9\n" + mit)
+                    .starts_with("expected a run stopped by error 9, came a run stopped by error 13 ("))
+        << unterschied("fehler 9\n" + mit);
+}
+
+} // namespace
