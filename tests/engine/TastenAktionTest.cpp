@@ -162,6 +162,16 @@ TEST_F(TastenAktionTest, OhneModusSetztDerSlottaktKeinenTimer) {
     EXPECT_FALSE(uhr.laeuft(102));
 }
 
+TEST_F(TastenAktionTest, DasEndeEinerPauseBeendetIhrenTimer) {
+    aktion.TasteDrueckAktion("1,65,1-20-30", 2);
+    warten(20);
+    EXPECT_TRUE(uhr.laeuft(102));
+    stand.TastenSatz[3][belegungsfeld::MODUS] = "0"; // so that nothing sets it anew
+    warten(30);
+    EXPECT_EQ(stand.PausenMaske, 0U);
+    EXPECT_FALSE(uhr.laeuft(102));
+}
+
 TEST_F(TastenAktionTest, AbgebrochenerDruckZeigtDieDrueckmaske) {
     aktion.TasteDrueckAktion("1,66,1-500-0", 3);
     for (const auto* belegung : {"1,65,1-50-0", "2,0,1-50-0"}) {
