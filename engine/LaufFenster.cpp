@@ -86,6 +86,8 @@ void LaufFenster::beenden() {
 }
 
 void LaufFenster::abbrechen(const LaufzeitFehler& fehler) {
+    if (!geladen_)
+        return; // an error of what is left of a run that has ended
     beenden();
     anzeige_.abgebrochen(fehler);
 }
@@ -232,6 +234,8 @@ void LaufFenster::SteuerkreuzAuswerten() {
 }
 
 void LaufFenster::Command1Klick(int index) {
+    if (!geladen_)
+        return;
     // Each button knows only its own caption, and both act on the one timer.
     auto& angehalten = index == KNOPF_STOP ? stopGedrueckt_ : ausgeklappt_;
     angehalten = !angehalten;

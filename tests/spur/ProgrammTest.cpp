@@ -79,13 +79,19 @@ TEST_F(SpurProgramm, ZeigtAuchDenFehlerDesLaufs) {
     EXPECT_TRUE(ausgang.text.starts_with("stopped by error 3021: ")) << ausgang;
 }
 
+TEST_F(SpurProgramm, EinFehlerDenDieSpurNichtNenntGiltNurStreng) {
+    datei("a.spur", "0 start\n10 ende\n=\n");
+    EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 passed, 0 failed\n"}));
+    EXPECT_EQ(spur("--streng a.spur").code, 1);
+}
+
 TEST_F(SpurProgramm, ZeigenEinerUnlesbarenDateiScheitert) {
     EXPECT_EQ(spur("--zeige fehlt.spur"), (Ausgang{1, "fehlt.spur: can't be read\n"}));
 }
 
 TEST_F(SpurProgramm, OhneDateiSagtWieManEsRuft) {
-    EXPECT_EQ(spur(""), (Ausgang{2, "usage: spur [--zeige] FILE...\n"}));
-    EXPECT_EQ(spur("--zeige"), (Ausgang{2, "usage: spur [--zeige] FILE...\n"}));
+    EXPECT_EQ(spur(""), (Ausgang{2, "usage: spur [--streng | --zeige] FILE...\n"}));
+    EXPECT_EQ(spur("--zeige"), (Ausgang{2, "usage: spur [--streng | --zeige] FILE...\n"}));
 }
 
 } // namespace

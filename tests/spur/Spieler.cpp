@@ -183,14 +183,16 @@ Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank) {
     return Spieler(datenbank).spielen(szenario);
 }
 
-std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis) {
+std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis,
+                        UnerwarteterFehler unerwarteter) {
     const auto& soll = szenario.erwartet;
     const auto& ist = ergebnis.ereignisse;
     for (std::size_t i = 0; i < std::max(soll.size(), ist.size()); ++i)
         if (i >= soll.size() || i >= ist.size() || soll[i] != ist[i])
             return "event " + std::to_string(i + 1) + ": expected " + zeile(soll, i) + ", came " +
                    zeile(ist, i);
-    if (szenario.fehler != ergebnis.fehler)
+    const bool vergleichen = szenario.fehler || unerwarteter == UnerwarteterFehler::Falsch;
+    if (vergleichen && szenario.fehler != ergebnis.fehler)
         return "expected " + laufende(szenario.fehler) + ", came " + laufende(ergebnis.fehler) +
                (ergebnis.fehlertext.empty() ? "" : " (" + ergebnis.fehlertext + ")");
     return "";

@@ -15,5 +15,12 @@ struct Spurergebnis {
 /// make no sense where they stand.
 Spurergebnis spielen(const Szenario& szenario, const std::filesystem::path& leereDatenbank);
 
+/// What an error is that stopped a run and that the scenario does not name.
+enum class UnerwarteterFehler {
+    Gilt,   ///< no difference: the events decide
+    Falsch, ///< a difference
+};
+
 /// The first difference between what came and what the scenario expects, "" if there is none.
-std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis);
+std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis,
+                        UnerwarteterFehler unerwarteter = UnerwarteterFehler::Gilt);

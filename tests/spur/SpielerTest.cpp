@@ -22,7 +22,7 @@ Texte ereignisse(const std::string& text) {
     return alle;
 }
 std::string unterschied(const std::string& text) {
-    return unterschied(szenarioLesen(text), gespielt(text));
+    return unterschied(szenarioLesen(text), gespielt(text), UnerwarteterFehler::Falsch);
 }
 std::string einwand(const std::string& text) {
     try {

@@ -23,7 +23,7 @@ public:
             throw Szenariofehler("the line \"=\" is missing");
         std::ranges::stable_sort(szenario_.eingaben, {}, &Spureingabe::zeit);
         const auto ende = std::ranges::find(szenario_.eingaben, Art::Ende, &Spureingabe::art);
-        if (ende == szenario_.eingaben.end() || ende + 1 != szenario_.eingaben.end())
+        if (ende != szenario_.eingaben.end() && ende + 1 != szenario_.eingaben.end())
             throw Szenariofehler("\"ende\" must be the last input");
         return std::move(szenario_);
     }

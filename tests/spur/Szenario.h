@@ -5,7 +5,7 @@
 //   achsen lx ly rx ry Z1 Z2          logical names of the raw axes
 //   schub TEXT                        slider text
 //   fehler N                          a run must be stopped by error N; without the line by none
-//   T start | stop | ende             T in milliseconds of the virtual clock; ende is the last input
+//   T start | stop | ende             T in milliseconds of the virtual clock; ende, if given, is last
 //   T buttons N | pov N               the pad's button word and D-pad
 //   T achse I V                       raw axis 0 to 5, 0 to 65535
 //   T pad weg | da

@@ -1,10 +1,11 @@
 // spur FILE...          plays trace files and compares; prints the first difference of each, exits 1 on any
+// spur --streng FILE... the same; an error that stops a run and is not named by the file is a difference, too
 // spur --zeige FILE...  prints what comes out instead
 #include "tests/spur/Spieler.h"
 
-#include <cstring>
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <sstream>
 
 namespace {
@@ -31,15 +32,19 @@ void zeigen(const Spurergebnis& ergebnis) {
         std::cerr << "stopped by error " << *ergebnis.fehler << ": " << ergebnis.fehlertext << '\n';
 }
 
-bool stimmt(const char* datei, bool nurZeigen) {
+enum class Weise { Vergleichen, Streng, Zeigen };
+
+bool stimmt(const char* datei, Weise weise) {
     try {
         const auto szenario = szenarioLesen(inhalt(datei));
         const auto ergebnis = spielen(szenario, leereDatenbank());
-        if (nurZeigen) {
+        if (weise == Weise::Zeigen) {
             zeigen(ergebnis);
             return true;
         }
-        const auto text = unterschied(szenario, ergebnis);
+        const auto text =
+            unterschied(szenario, ergebnis,
+                        weise == Weise::Streng ? UnerwarteterFehler::Falsch : UnerwarteterFehler::Gilt);
         if (!text.empty())
             std::cout << datei << ": " << text << '\n';
         return text.empty();
@@ -52,16 +57,18 @@ bool stimmt(const char* datei, bool nurZeigen) {
 } // namespace
 
 int main(int anzahl, char** worte) {
-    const bool nurZeigen = anzahl > 1 && std::strcmp(worte[1], "--zeige") == 0;
-    const int erste = nurZeigen ? 2 : 1;
+    const std::map<std::string_view, Weise> weisen{{"--streng", Weise::Streng}, {"--zeige", Weise::Zeigen}};
+    const auto gewaehlt = anzahl > 1 ? weisen.find(worte[1]) : weisen.end();
+    const auto weise = gewaehlt != weisen.end() ? gewaehlt->second : Weise::Vergleichen;
+    const int erste = gewaehlt != weisen.end() ? 2 : 1;
     if (anzahl <= erste) {
-        std::cerr << "usage: spur [--zeige] FILE...\n";
+        std::cerr << "usage: spur [--streng | --zeige] FILE...\n";
         return 2;
     }
     int falsche = 0;
     for (int i = erste; i < anzahl; ++i)
-        falsche += stimmt(worte[i], nurZeigen) ? 0 : 1;
-    if (!nurZeigen)
+        falsche += stimmt(worte[i], weise) ? 0 : 1;
+    if (weise != Weise::Zeigen)
         std::cout << anzahl - erste - falsche << " passed, " << falsche << " failed\n";
     return falsche ? 1 : 0;
 }
