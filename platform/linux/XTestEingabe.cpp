@@ -14,6 +14,8 @@ constexpr int X_VERSATZ = 8;
 constexpr std::int32_t SPANNE = 65536;
 constexpr std::int32_t WEITESTER_SCHRITT = 32767; // the protocol has 16 bits
 
+constexpr int PUFFERN_HOECHSTENS = 64; // requests; Xlib's buffer holds some 400
+
 constexpr unsigned KNOPF_LINKS = 1;
 constexpr unsigned KNOPF_MITTE = 2;
 constexpr unsigned KNOPF_RECHTS = 3;
@@ -69,39 +71,59 @@ XTestEingabe::~XTestEingabe() {
     allesLoesen();
 }
 
+// Xlib would send a full buffer by itself, and if the server had gone by then go on to write past its end.
+void XTestEingabe::anfrage(const std::function<void(_XDisplay*)>& schreiben) {
+    if (ungesendet_ == PUFFERN_HOECHSTENS) {
+        XFlush(verbindung_->anzeige());
+        ungesendet_ = 0;
+    }
+    if (!verbindung_->steht())
+        return;
+    schreiben(verbindung_->anzeige());
+    ++ungesendet_;
+}
+
 void XTestEingabe::taste(EvdevTaste taste, bool unten) {
-    XTestFakeKeyEvent(verbindung_->anzeige(), static_cast<unsigned>(taste + X_VERSATZ), unten ? True : False,
-                      CurrentTime);
+    anfrage([=](Display* display) {
+        XTestFakeKeyEvent(display, static_cast<unsigned>(taste + X_VERSATZ), unten ? True : False,
+                          CurrentTime);
+    });
 }
 
 void XTestEingabe::knopf(Mausknopf knopf, bool unten) {
-    XTestFakeButtonEvent(verbindung_->anzeige(), knopfnummer(knopf), unten ? True : False, CurrentTime);
+    nummernknopf(knopfnummer(knopf), unten);
+}
+
+void XTestEingabe::nummernknopf(unsigned nummer, bool unten) {
+    anfrage(
+        [=](Display* display) { XTestFakeButtonEvent(display, nummer, unten ? True : False, CurrentTime); });
 }
 
 void XTestEingabe::bewegen(std::int32_t dx, std::int32_t dy) {
-    XTestFakeRelativeMotionEvent(verbindung_->anzeige(),
-                                 std::clamp(dx, -WEITESTER_SCHRITT, WEITESTER_SCHRITT),
-                                 std::clamp(dy, -WEITESTER_SCHRITT, WEITESTER_SCHRITT), CurrentTime);
+    const auto x = std::clamp(dx, -WEITESTER_SCHRITT, WEITESTER_SCHRITT);
+    const auto y = std::clamp(dy, -WEITESTER_SCHRITT, WEITESTER_SCHRITT);
+    anfrage([=](Display* display) { XTestFakeRelativeMotionEvent(display, x, y, CurrentTime); });
 }
 
 void XTestEingabe::setzen(std::int32_t x, std::int32_t y) {
-    Display* display = verbindung_->anzeige();
-    XTestFakeMotionEvent(display, DefaultScreen(display), pixel(x, breite_), pixel(y, hoehe_), CurrentTime);
+    anfrage([=, this](Display* display) {
+        XTestFakeMotionEvent(display, DefaultScreen(display), pixel(x, breite_), pixel(y, hoehe_),
+                             CurrentTime);
+    });
 }
 
 void XTestEingabe::rad(std::int32_t rasten) {
-    Display* display = verbindung_->anzeige();
-    const unsigned knopf = rasten > 0 ? RAD_HOCH : RAD_RUNTER;
+    const unsigned nummer = rasten > 0 ? RAD_HOCH : RAD_RUNTER;
     for (auto rest = std::abs(rasten); rest > 0; --rest) {
-        XTestFakeButtonEvent(display, knopf, True, CurrentTime);
-        XTestFakeButtonEvent(display, knopf, False, CurrentTime);
+        nummernknopf(nummer, true);
+        nummernknopf(nummer, false);
     }
 }
 
 bool XTestEingabe::abschicken() {
-    if (!verbindung_->steht())
-        return false;
-    XFlush(verbindung_->anzeige());
+    ungesendet_ = 0;
+    if (verbindung_->steht())
+        XFlush(verbindung_->anzeige());
     verbindung_->ereignisse([this](const XEvent& ereignis) {
         if (ereignis.type == ConfigureNotify) {
             breite_ = ereignis.xconfigure.width;

@@ -3,10 +3,12 @@
 
 #include "platform/linux/GeraeteEingabe.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
 class XVerbindung;
+struct _XDisplay;
 
 class XTestEingabe final : public GeraeteEingabe {
 public:
@@ -27,7 +29,12 @@ private:
     void rad(std::int32_t rasten) override;
     bool abschicken() override;
 
+    void nummernknopf(unsigned nummer, bool unten);
+    // All requests go through here: into the buffer of a lost connection none may be written.
+    void anfrage(const std::function<void(_XDisplay*)>& schreiben);
+
     std::unique_ptr<XVerbindung> verbindung_;
-    int breite_; // of the root window, in pixels
+    int ungesendet_ = 0; // requests in the buffer
+    int breite_;         // of the root window, in pixels
     int hoehe_;
 };

@@ -9,6 +9,12 @@ int fehlerUebergehen(Display*, XErrorEvent*) {
     return 0;
 }
 
+// Xlib's own one ends the process before it comes to the exit handler of the connection; connections that
+// have no such handler still end it there.
+int verlustUebergehen(Display*) {
+    return 0;
+}
+
 } // namespace
 
 std::unique_ptr<XVerbindung> XVerbindung::oeffnen(const std::string& anzeige) {
@@ -19,8 +25,8 @@ std::unique_ptr<XVerbindung> XVerbindung::oeffnen(const std::string& anzeige) {
 }
 
 XVerbindung::XVerbindung(_XDisplay* anzeige) : anzeige_(anzeige) {
-    XSetErrorHandler(fehlerUebergehen); // there is one for all connections
-    // Without this one the loss of the server ends the process.
+    XSetErrorHandler(fehlerUebergehen); // one for all connections, as is the next
+    XSetIOErrorHandler(verlustUebergehen);
     XSetIOErrorExitHandler(
         anzeige_, [](Display*, void* selbst) { static_cast<XVerbindung*>(selbst)->steht_ = false; }, this);
 }
