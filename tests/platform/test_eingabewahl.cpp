@@ -1,1 +1,141 @@
-int main() {}
+// The choice of the injection, with made candidates and with the real ones.
+#include "platform/linux/EingabeWahl.h"
+#include "platform/linux/Tastaturlayout.h"
+#include "platform/probe/ProbeEingabe.h"
+#include "tests/hilfen/XServer.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using testing::ElementsAre;
+
+namespace {
+
+EingabeKandidat dienlich(const std::string& name, std::vector<std::string>& gefragt) {
+    return {name, [name, &gefragt] {
+                gefragt.push_back(name);
+                return EingabeAngebot{std::make_unique<ProbeEingabe>(), {}};
+            }};
+}
+
+EingabeKandidat untauglich(const std::string& name, std::vector<std::string>& gefragt) {
+    return {name, [name, &gefragt] {
+                gefragt.push_back(name);
+                return EingabeAngebot{nullptr, "geht nicht"};
+            }};
+}
+
+constexpr const char* KEIN_XTEST = "XTest: Kein X-Server erreichbar";
+
+// What the choice on this system looks like from a child of its own, which `vorher` prepares: the name, then
+// the reasons, a line each.
+std::string inEinemKind(const std::function<void()>& vorher) {
+    int rohr[2];
+    EXPECT_EQ(pipe(rohr), 0);
+    const pid_t kind = fork();
+    if (kind == 0) {
+        vorher();
+        Tastaturlayout layout;
+        const auto wahl = eingabeWaehlen(eingabeKandidaten(layout));
+        std::string text = wahl.name;
+        for (const auto& grund : wahl.gruende)
+            text += "\n" + grund;
+        _exit(write(rohr[1], text.data(), text.size()) == static_cast<ssize_t>(text.size()) ? 0 : 1);
+    }
+    close(rohr[1]);
+    std::string text(4096, '\0');
+    const auto gelesen = read(rohr[0], text.data(), text.size());
+    text.resize(static_cast<std::size_t>(std::max<ssize_t>(0, gelesen)));
+    close(rohr[0]);
+    int ausgang = 1;
+    waitpid(kind, &ausgang, 0);
+    EXPECT_EQ(ausgang, 0);
+    return text;
+}
+
+void ohneOberflaeche() {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_SESSION_TYPE"})
+        unsetenv(name);
+}
+
+// What uinput says on this machine where no X server stands against it: "" if it serves.
+std::string uinputGrund(bool darf) {
+    if (access("/dev/uinput", F_OK) != 0)
+        return "uinput: /dev/uinput lässt sich nicht schreiben: Das Kernmodul uinput ist nicht geladen";
+    if (!darf || access("/dev/uinput", W_OK) != 0)
+        return "uinput: /dev/uinput lässt sich nicht schreiben: Es fehlt die Berechtigung";
+    return "";
+}
+
+} // namespace
+
+TEST(EingabeWahl, DerErsteDerDientWirdGenommenUndDieFolgendenNichtGefragt) {
+    std::vector<std::string> gefragt;
+    const auto wahl =
+        eingabeWaehlen(std::vector{untauglich("a", gefragt), dienlich("b", gefragt), dienlich("c", gefragt)});
+    EXPECT_EQ(wahl.name, "b");
+    EXPECT_NE(dynamic_cast<ProbeEingabe*>(wahl.eingabe.get()), nullptr);
+    EXPECT_THAT(wahl.gruende, ElementsAre("a: geht nicht"));
+    EXPECT_THAT(gefragt, ElementsAre("a", "b"));
+}
+
+TEST(EingabeWahl, WennKeinerDientWirdAllesUebergangen) {
+    std::vector<std::string> gefragt;
+    const auto wahl = eingabeWaehlen(std::vector{untauglich("a", gefragt), untauglich("b", gefragt)});
+    EXPECT_EQ(wahl.name, "");
+    EXPECT_THAT(wahl.gruende, ElementsAre("a: geht nicht", "b: geht nicht"));
+    INPUT taste{};
+    taste.type = INPUT_KEYBOARD;
+    taste.ki.wVk = 65;
+    EXPECT_EQ(wahl.eingabe->SendInput({&taste, 1}), 0U);
+    EXPECT_EQ(wahl.eingabe->MapVirtualKeyA(65, 0), 0U);
+}
+
+TEST(EingabeWahl, OhneKandidatenGibtEsDieStummeEingabe) {
+    const auto wahl = eingabeWaehlen({});
+    ASSERT_NE(wahl.eingabe, nullptr);
+    EXPECT_EQ(wahl.eingabe->SendInput({}), 0U);
+}
+
+TEST(EingabeWahl, UnterEinemVirtuellenXServerDientXTest) {
+    const XServer server;
+    const auto ergebnis = inEinemKind([&] {
+        ohneOberflaeche();
+        setenv("DISPLAY", server.anzeige().c_str(), 1);
+    });
+    EXPECT_EQ(ergebnis, "XTest\nuinput: Der X-Server liest keine Geräte des Kerns");
+}
+
+TEST(EingabeWahl, OhneXServerEntscheidetDerKern) {
+    const auto grund = uinputGrund(true);
+    EXPECT_EQ(inEinemKind(ohneOberflaeche), grund.empty() ? "uinput" : "\n" + grund + "\n" + KEIN_XTEST);
+}
+
+TEST(EingabeWahl, UnterWaylandGiltDieGeraetelisteDesXServersNicht) {
+    const XServer server;
+    const auto grund = uinputGrund(true);
+    const auto ergebnis = inEinemKind([&] {
+        ohneOberflaeche();
+        setenv("DISPLAY", server.anzeige().c_str(), 1);
+        setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+    });
+    EXPECT_EQ(ergebnis, grund.empty() ? "uinput" : "XTest\n" + grund);
+}
+
+TEST(EingabeWahl, OhneRechteNenntUinputDieBerechtigung) {
+    const auto ergebnis = inEinemKind([] {
+        ohneOberflaeche();
+        if (getuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) // nobody
+            _exit(2);
+    });
+    EXPECT_EQ(ergebnis, "\n" + uinputGrund(getuid() != 0) + "\n" + KEIN_XTEST);
+}
+
+TEST(XServerOhneGeraete, TrifftAufXvfbZuUndNichtAufKeinen) {
+    const XServer server;
+    EXPECT_TRUE(xServerOhneGeraete(server.anzeige()));
+    EXPECT_FALSE(xServerOhneGeraete(":4711"));
+}

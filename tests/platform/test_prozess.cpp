@@ -1,1 +1,267 @@
-int main() {}
+// Process: the contract on the fake and on the system, then the system by itself.
+#include "platform/linux/LinuxProzess.h"
+#include "platform/probe/ProbeProzess.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+struct MitProbe {
+    ProbeProzess prozess{"/irgendwo", '/'};
+    std::string verzeichnis() { return "/irgendwo"; }
+};
+
+struct MitLinux {
+    LinuxProzess prozess;
+    std::string verzeichnis() { return std::filesystem::current_path(); }
+};
+
+template <typename Backend> class ProzessVertrag : public testing::Test {
+protected:
+    Backend backend;
+    Prozess& prozess = backend.prozess;
+};
+using Backends = testing::Types<MitProbe, MitLinux>;
+TYPED_TEST_SUITE(ProzessVertrag, Backends);
+
+} // namespace
+
+TYPED_TEST(ProzessVertrag, EinNameGiltImAktuellenVerzeichnis) {
+    EXPECT_EQ(this->prozess.GetFullPathNameA("Belegung.twk"), this->backend.verzeichnis() + "/Belegung.twk");
+    EXPECT_EQ(this->prozess.GetFullPathNameA("Tür.bmp"), this->backend.verzeichnis() + "/Tür.bmp");
+}
+
+namespace {
+
+TEST(LinuxPfade, BeideStricheTrennenUndPunkteLoesenSichAuf) {
+    LinuxProzess prozess;
+    const std::string hier = std::filesystem::current_path();
+    std::vector<std::string> pfade;
+    for (const char* name : {"Beschreibung\\Startfenster.htm", "Bilder/../Bilder\\./Joy2.bmp", "\\tmp\\a",
+                             "/tmp//b", "/../c", "."})
+        pfade.push_back(prozess.GetFullPathNameA(name));
+    EXPECT_THAT(pfade, testing::ElementsAre(hier + "/Beschreibung/Startfenster.htm",
+                                            hier + "/Bilder/Joy2.bmp", "/tmp/a", "/tmp/b", "/c", hier + "/"));
+    EXPECT_EQ(prozess.GetFullPathNameA(""), "");
+}
+
+TEST(LinuxPfade, OhneAktuellesVerzeichnisBleibtDieWurzel) {
+    const auto hier = std::filesystem::current_path();
+    const auto ordner = std::filesystem::path(testing::TempDir()) / ("weg." + std::to_string(getpid()));
+    std::filesystem::create_directory(ordner);
+    std::filesystem::current_path(ordner);
+    std::filesystem::remove(ordner);
+    LinuxProzess prozess;
+    EXPECT_EQ(prozess.GetFullPathNameA("a"), "/a");
+    std::filesystem::current_path(hier);
+}
+
+// What `tun` writes in a process of its own.
+std::string inEinemKind(const std::function<std::string()>& tun) {
+    int rohr[2];
+    EXPECT_EQ(pipe(rohr), 0);
+    const pid_t kind = fork();
+    if (kind == 0) {
+        const auto text = tun();
+        _exit(write(rohr[1], text.data(), text.size()) == static_cast<ssize_t>(text.size()) ? 0 : 1);
+    }
+    close(rohr[1]);
+    std::string text(4096, '\0');
+    const auto gelesen = read(rohr[0], text.data(), text.size());
+    text.resize(static_cast<std::size_t>(std::max<ssize_t>(0, gelesen)));
+    close(rohr[0]);
+    int ausgang = 1;
+    waitpid(kind, &ausgang, 0);
+    EXPECT_EQ(ausgang, 0) << "the child ended with wait status " << ausgang;
+    return text;
+}
+
+std::string stand(bool gewaehrt) {
+    std::ostringstream text;
+    text << (gewaehrt ? "granted" : "refused") << " policy " << sched_getscheduler(0) << " nice "
+         << getpriority(PRIO_PROCESS, 0);
+    return text.str();
+}
+
+// Takes away what may grant real-time scheduling and, where the system lets us, allows the nice value
+// `guete`.
+void entrechten(int guete) {
+    const rlimit keine{0, 0};
+    const rlimit beste{static_cast<rlim_t>(20 - guete), static_cast<rlim_t>(20 - guete)};
+    setrlimit(RLIMIT_NICE, &beste); // raising it takes a right of its own, which even root may lack
+    if (setrlimit(RLIMIT_RTPRIO, &keine) != 0)
+        _exit(2);
+    if (getuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) // nobody
+        _exit(2);
+}
+
+// What the limits of this process allow.
+int besteErlaubte() {
+    rlimit grenze{};
+    getrlimit(RLIMIT_NICE, &grenze);
+    return std::clamp(20 - static_cast<int>(std::min<rlim_t>(grenze.rlim_cur, 40)), -20, 0);
+}
+
+// Whether the system grants this process real-time scheduling, asked without the class under test.
+bool echtzeitErlaubt() {
+    return inEinemKind([] {
+               sched_param eins{};
+               eins.sched_priority = 1;
+               return std::string(sched_setscheduler(0, SCHED_RR, &eins) == 0 ? "ja" : "nein");
+           }) == "ja";
+}
+
+TEST(LinuxPrioritaet, EchtzeitWoErlaubtSonstDieBesteErlaubteGuete) {
+    const auto ergebnis =
+        inEinemKind([] { return stand(LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS)); });
+    if (echtzeitErlaubt())
+        EXPECT_EQ(ergebnis, "granted policy " + std::to_string(SCHED_RR | SCHED_RESET_ON_FORK) + " nice 0");
+    else
+        EXPECT_THAT(ergebnis,
+                    testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER) + " nice "));
+}
+
+TEST(LinuxPrioritaet, OhneRechteWirdDieErlaubteGueteAusgeschoepft) {
+    for (const int guete : {0, -7}) {
+        const auto ergebnis = inEinemKind([=] {
+            entrechten(guete);
+            const auto danach = stand(LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS));
+            return danach + "; allowed " + std::to_string(besteErlaubte());
+        });
+        const auto erlaubt = ergebnis.substr(ergebnis.rfind(' ') + 1);
+        EXPECT_EQ(ergebnis, "refused policy 0 nice " + erlaubt + "; allowed " + erlaubt);
+    }
+}
+
+TEST(LinuxPrioritaet, AndereKlassenAendernNichts) {
+    EXPECT_EQ(inEinemKind([] { return stand(LinuxProzess().SetPriorityClass(32)); }),
+              "refused policy 0 nice 0");
+}
+
+TEST(LinuxPrioritaet, KinderErbenDieEchtzeitNicht) {
+    EXPECT_EQ(inEinemKind([] {
+                  LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS);
+                  return inEinemKind([] { return std::to_string(sched_getscheduler(0)); });
+              }),
+              std::to_string(SCHED_OTHER));
+}
+
+TEST(LinuxPrioritaet, WerOhnePauseRechnetVerliertDieEchtzeitUndNichtDasLeben) {
+    EXPECT_EQ(inEinemKind([] {
+                  LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS);
+                  timespec verbraucht{};
+                  do
+                      clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &verbraucht);
+                  while (verbraucht.tv_sec < 4);
+                  return std::to_string(sched_getscheduler(0));
+              }),
+              std::to_string(SCHED_OTHER));
+}
+
+// A folder with an xdg-open of our own, which tells what it was given through a FIFO.
+class MitXdgOpen : public testing::Test {
+protected:
+    MitXdgOpen() {
+        std::filesystem::create_directories(ordner);
+        mkfifo(meldung().c_str(), 0600);
+        std::ofstream(ordner / "xdg-open")
+            << "#!/bin/sh\nread -r stand </proc/$$/stat\n"
+            << "printf '%s\\n%s\\n' \"$1\" \"$stand\" >'" << meldung() << "'\n";
+        std::filesystem::permissions(ordner / "xdg-open", std::filesystem::perms::owner_all);
+        setenv("PATH", (ordner.string() + ":" + alterPfad).c_str(), 1);
+        std::ofstream(dokument) << "x";
+    }
+    ~MitXdgOpen() override {
+        setenv("PATH", alterPfad.c_str(), 1);
+        std::filesystem::remove_all(ordner);
+    }
+    std::string meldung() const { return ordner / "meldung"; }
+
+    // What was opened, and by which process: fields 4, 19 and 41 of its stat line.
+    struct Aufruf {
+        std::string datei;
+        int eltern = 0;
+        int guete = 0;
+        int planung = 0;
+    };
+    Aufruf aufruf() const {
+        std::ifstream strom(meldung()); // waits for the other end
+        Aufruf ergebnis;
+        std::string zeile;
+        std::getline(strom, ergebnis.datei);
+        std::getline(strom, zeile);
+        std::istringstream felder(zeile.substr(std::min(zeile.size(), zeile.rfind(')') + 1)));
+        std::string feld;
+        for (int nummer = 3; felder >> feld; ++nummer) {
+            if (nummer == 4)
+                ergebnis.eltern = std::stoi(feld);
+            if (nummer == 19)
+                ergebnis.guete = std::stoi(feld);
+            if (nummer == 41)
+                ergebnis.planung = std::stoi(feld);
+        }
+        return ergebnis;
+    }
+
+    const std::string alterPfad = std::getenv("PATH");
+    const std::filesystem::path ordner =
+        std::filesystem::path(testing::TempDir()) / ("xdg-open." + std::to_string(getpid()));
+    const std::string dokument = ordner / "Start fenster.htm";
+};
+
+TEST_F(MitXdgOpen, DasDokumentWirdUebergebenOhneZuWartenUndOhneZombie) {
+    LinuxProzess prozess;
+    EXPECT_TRUE(prozess.ShellExecuteA(dokument)); // the other side still waits for us to read
+    const auto erster = aufruf();
+    EXPECT_EQ(erster.datei, dokument);
+    EXPECT_NE(erster.eltern, getpid());
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD);
+}
+
+TEST_F(MitXdgOpen, DieEchtzeitGehtNichtMit) {
+    const auto ergebnis = inEinemKind([this] {
+        LinuxProzess prozess;
+        prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
+        if (!prozess.ShellExecuteA(dokument))
+            return std::string("nicht gestartet");
+        const auto offen = aufruf();
+        return std::to_string(offen.planung) + " " + std::to_string(offen.guete);
+    });
+    EXPECT_EQ(ergebnis, "0 0");
+}
+
+TEST_F(MitXdgOpen, EineAdresseBleibtWieSieIst) {
+    EXPECT_TRUE(LinuxProzess().ShellExecuteA("https://example.org/a\\b"));
+    EXPECT_EQ(aufruf().datei, "https://example.org/a\\b");
+}
+
+TEST_F(MitXdgOpen, WasEsNichtGibtWirdNichtUebergeben) {
+    LinuxProzess prozess;
+    EXPECT_FALSE(prozess.ShellExecuteA(ordner / "fehlt.htm"));
+    EXPECT_FALSE(prozess.ShellExecuteA(""));
+}
+
+TEST_F(MitXdgOpen, OhneXdgOpenGehtEsNicht) {
+    setenv("PATH", (ordner / "leer").c_str(), 1);
+    EXPECT_FALSE(LinuxProzess().ShellExecuteA(dokument));
+}
+
+TEST_F(MitXdgOpen, EinXdgOpenDasSichNichtAusfuehrenLaesstGehtNicht) {
+    std::ofstream(ordner / "xdg-open") << "#!/gibt/es/nicht\n";
+    EXPECT_FALSE(LinuxProzess().ShellExecuteA(dokument));
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+}
+
+} // namespace
