@@ -18,11 +18,12 @@ namespace {
 constexpr rlim_t RUHELOS_HOECHSTENS = 2'000'000; // microseconds
 constexpr int BESTE_GUETE = -20;                 // nice value
 
-// Async-signal-safe. The id of the process is that of its main thread.
+// Async-signal-safe. The id of the process is that of its main thread. Only the privileged may take the flag
+// back.
 void zurueckstufen(int) {
     const int fehler = errno;
     const sched_param normal{};
-    sched_setscheduler(getpid(), SCHED_OTHER, &normal);
+    sched_setscheduler(getpid(), SCHED_OTHER | SCHED_RESET_ON_FORK, &normal);
     errno = fehler;
 }
 
