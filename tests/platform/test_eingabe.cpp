@@ -383,6 +383,12 @@ public:
 
     libevdev* geraet() const { return geraet_.get(); }
 
+    // What a read says now: -EAGAIN if nothing has come, -ENODEV if the device has gone.
+    int zustand() {
+        input_event ereignis{};
+        return libevdev_next_event(geraet_.get(), LIBEVDEV_READ_FLAG_NORMAL, &ereignis);
+    }
+
     // So many frames; fewer if nothing comes for a second or the device goes.
     Texte rahmen(int anzahl) {
         Texte texte;
@@ -480,15 +486,19 @@ TEST_F(Uinput, AbsoluteBewegungenKommenAuchZweimalAmSelbenOrtAn) {
     EXPECT_EQ(libevdev_get_abs_maximum(leser.geraet(), ABS_Y), 65535);
 }
 
-TEST_F(Uinput, MitDemGeraetWirdGeloestWasGehaltenWird) {
+// Its readers are told that the device has gone before they get to the releases, and take them as read.
+TEST_F(Uinput, MitDerEingabeGehenIhreGeraete) {
     if (!da())
         return;
-    Geraeteleser leser(eingabe->tastenknoten());
+    Geraeteleser tasten(eingabe->tastenknoten());
+    Geraeteleser zeiger(eingabe->zeigerknoten());
     const INPUT unten[] = {taste(65)};
     eingabe->SendInput(unten);
-    EXPECT_THAT(leser.rahmen(1), ElementsAre("KEY_A=1"));
+    EXPECT_THAT(tasten.rahmen(1), ElementsAre("KEY_A=1"));
+    EXPECT_EQ(tasten.zustand(), -EAGAIN);
     eingabe.reset();
-    EXPECT_THAT(leser.rahmen(2), ElementsAre("KEY_A=0"));
+    EXPECT_EQ(tasten.zustand(), -ENODEV);
+    EXPECT_EQ(zeiger.zustand(), -ENODEV);
 }
 
 } // namespace
