@@ -102,7 +102,7 @@ void XLauscher::rohAnmelden() {
     std::array<unsigned char, XIMaskLen(XI_LASTEVENT)> arten{};
     for (const int art :
          {XI_RawKeyPress, XI_RawKeyRelease, XI_RawButtonPress, XI_RawButtonRelease, XI_RawMotion})
-        XISetMask(arten.data(), art);
+        arten[static_cast<std::size_t>(art / 8)] |= static_cast<unsigned char>(1 << art % 8);
     XIEventMask maske{XIAllMasterDevices, static_cast<int>(arten.size()), arten.data()};
     XISelectEvents(anzeige_, DefaultRootWindow(anzeige_), &maske, 1);
 }
