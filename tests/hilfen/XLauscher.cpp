@@ -159,6 +159,11 @@ std::pair<int, int> XLauscher::zeiger() const {
     return {x, y};
 }
 
+void XLauscher::gruppe(unsigned nummer) {
+    XkbLockGroup(anzeige_, XkbUseCoreKbd, nummer);
+    XSync(anzeige_, False);
+}
+
 unsigned long XLauscher::zeichen(unsigned taste, unsigned ebene) const {
     return XkbKeycodeToKeysym(anzeige_, static_cast<KeyCode>(taste), 0, static_cast<int>(ebene));
 }

@@ -29,6 +29,8 @@ public:
 
     /// Where the pointer is.
     std::pair<int, int> zeiger() const;
+    /// Puts the layout group `nummer`, from 0, in force.
+    void gruppe(unsigned nummer);
     /// The keysym of a key in the first group, by level from 0.
     unsigned long zeichen(unsigned taste, unsigned ebene) const;
 

@@ -222,6 +222,20 @@ TEST_F(XTestMitFenster, EinWechselDesLayoutsGiltAbDerNaechstenTaste) {
     EXPECT_THAT(gehoert(), ElementsAre(auf(KEY_Z), ab(KEY_Z), auf(KEY_Y), ab(KEY_Y), auf(KEY_Z), ab(KEY_Z)));
 }
 
+TEST_F(XTestMitFenster, EinWechselDerGruppeGiltAbDerNaechstenTaste) {
+    const auto z = [this] { senden({taste('Z'), taste('Z', KEYEVENTF_KEYUP)}); };
+    server.tastatur("us,de,ru");
+    z();
+    lauscher->gruppe(1);
+    z();
+    lauscher->gruppe(2); // no Latin letters: the first group's
+    z();
+    lauscher->gruppe(1);
+    z();
+    EXPECT_THAT(gehoert(), ElementsAre(auf(KEY_Z), ab(KEY_Z), auf(KEY_Y), ab(KEY_Y), auf(KEY_Z), ab(KEY_Z),
+                                       auf(KEY_Y), ab(KEY_Y)));
+}
+
 TEST_F(XTestMitFenster, EinWechselDesLayoutsLaesstEineGehalteneTasteNichtStecken) {
     server.tastatur("us");
     senden({taste('Z')});
