@@ -79,6 +79,7 @@ int main(int anzahl, char** worte) {
     const XServer server;
     qputenv("DISPLAY", server.anzeige().c_str());
     qunsetenv("WAYLAND_DISPLAY");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // no desktop of the machine takes part
     QApplication anwendung(anzahl, worte);
 
     const Testdatenbank datenbank;

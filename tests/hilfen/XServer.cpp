@@ -32,24 +32,38 @@ pid_t starten(std::vector<std::string> worte, int rohr) {
 } // namespace
 
 XServer::XServer(const std::string& bildschirm, const std::vector<std::string>& weitere) {
+    // The server would take the first number that is free, but one that has just been killed gives its number
+    // up in several steps: a number of our own keeps servers that come and go side by side apart.
+    static int gestartete = 0;
+    constexpr int ERSTE_NUMMER = 1000;
+    constexpr int NUMMERN = 50000;
+    constexpr int JE_PROZESS = 16;
+    constexpr int VERSUCHE = 8;
+    for (int versuch = 0; versuch < VERSUCHE && kennung_ < 0; ++versuch)
+        versuchen(ERSTE_NUMMER + (getpid() * JE_PROZESS + gestartete++) % NUMMERN, bildschirm, weitere);
+    if (kennung_ < 0)
+        throw std::runtime_error("Xvfb does not start");
+}
+
+void XServer::versuchen(int nummer, const std::string& bildschirm, const std::vector<std::string>& weitere) {
     std::array<int, 2> rohr{};
     if (pipe2(rohr.data(), O_CLOEXEC) != 0)
         throw std::runtime_error("pipe");
-    std::vector<std::string> worte{"Xvfb",      "-displayfd", std::to_string(rohr[1]),
-                                   "-nolisten", "tcp",        "-noreset",
-                                   "-screen",   "0",          bildschirm};
+    anzeige_ = ":" + std::to_string(nummer);
+    std::vector<std::string> worte{"Xvfb",      anzeige_,  "-displayfd", std::to_string(rohr[1]),
+                                   "-nolisten", "tcp",     "-noreset",   "-screen",
+                                   "0",         bildschirm};
     worte.insert(worte.end(), weitere.begin(), weitere.end());
     kennung_ = starten(worte, rohr[1]);
     close(rohr[1]);
+    // It writes its number when it is ready.
     char zeichen = 0;
-    while (read(rohr[0], &zeichen, 1) == 1 && zeichen != '\n')
-        anzeige_ += zeichen;
+    const bool bereit = read(rohr[0], &zeichen, 1) == 1;
     close(rohr[0]);
-    if (anzeige_.empty()) {
-        toeten();
-        throw std::runtime_error("Xvfb does not start");
-    }
-    anzeige_.insert(0, ":");
+    if (bereit)
+        return;
+    waitpid(kennung_, nullptr, 0);
+    kennung_ = -1;
 }
 
 XServer::~XServer() {
@@ -71,8 +85,6 @@ void XServer::toeten() {
     waitpid(kennung_, nullptr, 0);
     kennung_ = -1;
     // A killed server leaves these behind.
-    if (!anzeige_.empty()) {
-        unlink(("/tmp/.X11-unix/X" + anzeige_.substr(1)).c_str());
-        unlink(("/tmp/.X" + anzeige_.substr(1) + "-lock").c_str());
-    }
+    unlink(("/tmp/.X11-unix/X" + anzeige_.substr(1)).c_str());
+    unlink(("/tmp/.X" + anzeige_.substr(1) + "-lock").c_str());
 }

@@ -24,6 +24,8 @@ public:
     void toeten();
 
 private:
+    void versuchen(int nummer, const std::string& bildschirm, const std::vector<std::string>& weitere);
+
     pid_t kennung_ = -1;
     std::string anzeige_;
 };
