@@ -56,11 +56,12 @@ void XServer::versuchen(int nummer, const std::string& bildschirm, const std::ve
     worte.insert(worte.end(), weitere.begin(), weitere.end());
     kennung_ = starten(worte, rohr[1]);
     close(rohr[1]);
-    // It writes its number when it is ready.
+    // It writes its number and a line break when it is ready.
     char zeichen = 0;
-    const bool bereit = read(rohr[0], &zeichen, 1) == 1;
+    while (read(rohr[0], &zeichen, 1) == 1 && zeichen != '\n')
+        ;
     close(rohr[0]);
-    if (bereit)
+    if (zeichen == '\n')
         return;
     waitpid(kennung_, nullptr, 0);
     kennung_ = -1;
