@@ -232,10 +232,12 @@ TEST_F(Ablauf, MouseButtonAndWheelArrive) {
 
 TEST_F(Ablauf, AHeldKeyRepeatsEvery30Milliseconds) {
     starten();
-    laufFenster()->findChild<QScrollBar*>("HScroll2")->setValue(30);
+    auto& wiederholung = *laufFenster()->findChild<QScrollBar*>("HScroll2");
+    wiederholung.setValue(30);
     pad_->taste(DREIECK, true);
     QTest::qWait(400);
     loesen(DREIECK);
+    wiederholung.setValue(0); // or a slow machine repeats the mark, too
     const auto alle = angekommen();
     const auto druecke = std::ranges::count(alle, ab(A));
     EXPECT_GE(druecke, 6);
