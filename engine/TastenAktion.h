@@ -6,8 +6,7 @@
 //
 //   state     DrueckMaske  PausenMaske  timer of the slot   next
 //   idle      0            0            off                 press -> key down
-//   key down  1            0            Druckzeit           over, Pausenzeit > 0 -> pause; over, else ->
-//   idle;
+//   key down  1            0            Druckzeit           over -> pause, or idle without a Pausenzeit;
 //                                                           release -> idle, key up
 //   pause     0            1            Pausenzeit          over -> key down; release -> idle
 #pragma once
