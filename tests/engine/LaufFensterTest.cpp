@@ -5,6 +5,7 @@
 #include "tests/engine/Probestick.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
 
@@ -210,6 +211,33 @@ TEST(LaufFensterFehler, NachEinemFehlerBeginntEinNeuerLaufWieImmer) {
     lauf.takt(4);
     lauf.takt(0);
     EXPECT_EQ(lauf.eingabe.texteAbholen(), (Texte{"+65", "-65"}));
+}
+
+// A tick
+
+TEST(LaufFensterTakt, FragtDasErstePadNachAllenWerten) {
+    struct Merkpad final : Joystick {
+        std::vector<std::array<std::uint32_t, 3>> fragen;
+        std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override {
+            fragen.push_back({id, info.dwSize, info.dwFlags});
+            info.dwSize = info.dwFlags = 7; // asked anew each time, whatever became of it
+            return JOYERR_UNPLUGGED;
+        }
+    } pad;
+    Probelauf lauf;
+    LaufFenster fenster({lauf.zustand, pad, lauf.eingabe, lauf.uhr, lauf.anzeige, {}});
+    fenster.laden();
+    lauf.warten(10);
+    EXPECT_EQ(pad.fragen, (std::vector<std::array<std::uint32_t, 3>>{{0, 64, 255}, {0, 64, 255}}));
+}
+
+TEST(LaufFensterTakt, BrauchtDieDatenbankNicht) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}, {"btn9", "3,0,0-0-0"}, {"btn103", "1,66,0-0-0"}};
+    lauf.starten();
+    std::filesystem::remove(lauf.datenbank.pfad());
+    for (const std::uint32_t tasten : {4U, 0U, 256U, 260U, 0U})
+        lauf.takt(tasten);
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), (Texte{"+65", "-65", "+66", "-66"}));
 }
 
 // Labels of a tick
