@@ -237,6 +237,21 @@ TEST_F(LaufFensterForm, ALockedDatabaseKeepsARunFromStarting) {
     EXPECT_EQ(starter().text(), "Schema starten");
 }
 
+TEST_F(LaufFensterForm, ADatabaseThatCanOnlyBeReadLetsARunStart) {
+    datenbank_.sql("UPDATE tblTastatur SET Funktion = 2;");
+    starten();
+    RoheVerbindung andere(datenbank_.pfad());
+    andere.sql("BEGIN IMMEDIATE;"); // others may read, nobody may write
+    Boxleser boxen;
+    starter().click();
+
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+    EXPECT_TRUE(control<QRadioButton>(*laufFenster(), "Option1(2)").isChecked());
+    tastenDruecken(4);
+    vergehen(5);
+    EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+}
+
 TEST_F(LaufFensterForm, NoPadPressesNothingAndAPadMayComeLater) {
     pad_.da = false;
     laufen();

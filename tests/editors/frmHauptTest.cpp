@@ -144,6 +144,30 @@ TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsForeign) {
     EXPECT_EQ(combo().count(), 0);
 }
 
+TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsDamaged) {
+    schema("S");
+    fs::resize_file(datenbank_.pfad(), 8192); // the first pages, of many
+    Boxleser boxen;
+    starten();
+
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_TRUE(boxen.gesehen()[0].text.contains("3049")) << boxen.gesehen()[0].text.toStdString();
+    EXPECT_EQ(combo().count(), 0);
+    EXPECT_EQ(haupt().height(), 180);
+}
+
+TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsLocked) {
+    schema("S");
+    RoheVerbindung andere(datenbank_.pfad());
+    andere.sql("BEGIN EXCLUSIVE;");
+    Boxleser boxen;
+    starten();
+
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_TRUE(boxen.gesehen()[0].text.contains("3218")) << boxen.gesehen()[0].text.toStdString();
+    EXPECT_EQ(combo().count(), 0);
+}
+
 TEST_F(FrmHaupt, ChoosingAnEntryShowsItsPathAndRunsIt) {
     schema("Eins", "/eins");
     schema("Zwei", " ");
@@ -196,7 +220,8 @@ TEST_F(FrmHaupt, ATypedNameIsTheOneThatIsStarted) {
 
 TEST_F(FrmHaupt, OddNamesAreListedChosenAndRun) {
     const std::string lang(255, 'x');
-    const std::vector<std::string> namen{"Ä ö ß", "漢字", lang, "Leer zeichen ", "../x", "a\"b", "%s %1"};
+    const std::vector<std::string> namen{"Ä ö ß", "漢字", lang,   "Leer zeichen ",
+                                         " ",     "../x", "a\"b", "%s %1"};
     for (const auto& name : namen)
         schema(name, "/" + name);
     starten();
@@ -265,6 +290,34 @@ TEST_F(FrmHaupt, ClosingTheFormEndsTheRunToo) {
 
     EXPECT_EQ(laufFenster(), nullptr);
     EXPECT_EQ(uhr_.laufende(), 0U);
+}
+
+TEST_F(FrmHaupt, ClosingTheFormEndsTheProgram) {
+    schema("S");
+    starten();
+    knopf(5).click();
+    bool geendet = true;
+    QTimer::singleShot(0, [this] { haupt().close(); });
+    QTimer notaus;
+    notaus.setSingleShot(true);
+    QObject::connect(&notaus, &QTimer::timeout, [&geendet] {
+        geendet = false;
+        QApplication::quit();
+    });
+    notaus.start(5000);
+    QApplication::exec();
+    EXPECT_TRUE(geendet);
+}
+
+TEST_F(FrmHaupt, ARunThatEndsBehindAnOpenEditorLeavesTheFormHidden) {
+    schema("S");
+    starten();
+    knopf(5).click();
+    emit programm_->laufsteuerung().hauptformZurueck(false);
+    EXPECT_FALSE(haupt().isVisible());
+    EXPECT_EQ(knopf(5).text(), "Schema starten");
+    emit programm_->laufsteuerung().hauptformZurueck(true);
+    EXPECT_TRUE(haupt().isVisible());
 }
 
 TEST_F(FrmHaupt, ASecondRunGoesOnWhereTheFirstLeftOff) {

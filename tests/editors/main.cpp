@@ -1,10 +1,10 @@
-#include <gtest/gtest.h>
+#include "programm/Anwendung.h"
 
-#include <QApplication>
+#include <gtest/gtest.h>
 
 int main(int anzahl, char** worte) {
     ::testing::InitGoogleTest(&anzahl, worte);
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication anwendung(anzahl, worte);
+    Anwendung anwendung(anzahl, worte);
     return RUN_ALL_TESTS();
 }

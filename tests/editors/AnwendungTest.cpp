@@ -1,0 +1,38 @@
+#include "programm/Anwendung.h"
+#include "store/LaufzeitFehler.h"
+#include "tests/editors/Formtest.h"
+
+#include <new>
+
+namespace {
+
+/// Does what the test says when an event comes.
+class Empfaenger final : public QObject {
+public:
+    std::function<void()> beiEreignis;
+    bool event(QEvent*) override {
+        beiEreignis();
+        return true;
+    }
+    void anstossen() {
+        QEvent ereignis(QEvent::User);
+        QCoreApplication::sendEvent(this, &ereignis);
+    }
+};
+
+} // namespace
+
+TEST(AnwendungTest, AnErrorThatAHandlerLetsThroughEndsOnlyTheHandlerAndIsToldOnce) {
+    Boxleser boxen;
+    Empfaenger empfaenger;
+    empfaenger.beiEreignis = [] { throw LaufzeitFehler(Fehlernummer::Gesperrt, "Die Datei ist gesperrt."); };
+    empfaenger.anstossen();
+    empfaenger.beiEreignis = [] { throw std::bad_alloc(); };
+    empfaenger.anstossen();
+
+    ASSERT_EQ(boxen.gesehen().size(), 2U);
+    EXPECT_EQ(boxen.gesehen()[0], (Gesehen{"Fehler", "Laufzeitfehler 3218:\nDie Datei ist gesperrt.",
+                                           QMessageBox::Warning, QMessageBox::Ok}));
+    EXPECT_TRUE(boxen.gesehen()[1].text.startsWith("Laufzeitfehler 51:"))
+        << boxen.gesehen()[1].text.toStdString();
+}
