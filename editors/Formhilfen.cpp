@@ -3,6 +3,7 @@
 #include "store/LaufzeitFehler.h"
 
 #include <QLayout>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -17,8 +18,10 @@ void hoeheSetzen(QWidget& form, int gewuenscht) {
 }
 
 void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::Icon symbol) {
-    QMessageBox box(symbol, titel, text, QMessageBox::Ok, eltern);
-    box.exec();
+    // The parent may go while the box is open, as when a run is stopped by an error, and takes the box along.
+    const QPointer<QMessageBox> box = new QMessageBox(symbol, titel, text, QMessageBox::Ok, eltern);
+    box->exec();
+    delete box;
 }
 
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel) {

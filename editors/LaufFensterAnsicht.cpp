@@ -260,7 +260,9 @@ void LaufFensterAnsicht::Option1Klick(int index) {
     try {
         lauf_->Option1Klick(index);
     } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(this, fehler, "Ausgabe speziel");
+        // Queued: the run, and with it the button that is being clicked, may end while the box is open.
+        QMetaObject::invokeMethod(
+            this, [this, fehler] { fehlermeldung(this, fehler, "Ausgabe speziel"); }, Qt::QueuedConnection);
     }
 }
 

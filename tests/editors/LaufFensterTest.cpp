@@ -214,12 +214,42 @@ TEST_F(LaufFensterForm, ALockedDatabaseKeepsTheOutputModeAndTheRunGoesOn) {
         andere.sql("BEGIN EXCLUSIVE;");
         control<QRadioButton>(*laufFenster(), "Option1(1)").click();
     }
+    ereignisse();
     ASSERT_EQ(boxen.gesehen().size(), 1U);
     EXPECT_TRUE(boxen.gesehen()[0].text.contains("3218")) << boxen.gesehen()[0].text.toStdString();
     EXPECT_NE(datenbank_.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"1"}}));
     tastenDruecken(4);
     vergehen(5);
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+}
+
+TEST_F(LaufFensterForm, ARunThatEndsUnderItsOpenMessageBoxTakesTheBoxAlong) {
+    datenbank_.sql("UPDATE tblTastatur SET btn1 = '1,A,0-0-0';");
+    laufen();
+    RoheVerbindung andere(datenbank_.pfad());
+    andere.sql("BEGIN EXCLUSIVE;");
+    QStringList titel;
+    QTimer antwort;
+    QObject::connect(&antwort, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || titel.contains(box->windowTitle()))
+            return;
+        titel << box->windowTitle();
+        if (box->windowTitle() == "Schema gestoppt") {
+            box->accept();
+            return;
+        }
+        tastenDruecken(1); // a `Belegung` that can't be read, while the first box is still open
+        uhr_.vorUm(std::chrono::milliseconds{5});
+    });
+    antwort.start(0);
+    control<QRadioButton>(*laufFenster(), "Option1(1)").click();
+    ereignisse();
+
+    EXPECT_EQ(titel, (QStringList{"Ausgabe speziel", "Schema gestoppt"}));
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_TRUE(haupt().isVisible());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(LaufFensterForm, ALockedDatabaseKeepsARunFromStarting) {
