@@ -1,6 +1,7 @@
 #include "editors/Formhilfen.h"
 #include "programm/Anwendung.h"
 #include "programm/Bildschirm.h"
+#include "programm/Endsignale.h"
 #include "programm/Systemplattform.h"
 
 #include <cstdio>
@@ -24,13 +25,19 @@ int main(int anzahl, char** worte) {
         std::fprintf(stderr, "gamepad-konfic: %s\n", grund.c_str());
         return 1;
     }
+    Endsignale endsignale;
     Anwendung anwendung(anzahl, worte);
     QApplication::setApplicationName("gamepad-konfic");
     QApplication::setDesktopFileName("gamepad-konfic");
 
     Systemplattform system;
     Programm programm(system.plattform());
-    programm.starten();
-    eingabePruefen(system.eingabewahl());
+    endsignale.verbinden();
+    // In the event loop: the message boxes of the start end with it, too.
+    const auto starten = [&] {
+        programm.starten();
+        eingabePruefen(system.eingabewahl());
+    };
+    QMetaObject::invokeMethod(&anwendung, starten, Qt::QueuedConnection);
     return QApplication::exec();
 }

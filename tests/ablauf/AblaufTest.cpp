@@ -1,4 +1,5 @@
 // The whole program in real time: a virtual pad on one side, a client of a real X server on the other.
+#include "programm/Endsignale.h"
 #include "programm/Systemplattform.h"
 #include "tests/ablauf/Spielpad.h"
 #include "tests/hilfen/Testdatenbank.h"
@@ -11,8 +12,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 #include <QtTest/QTest>
 
+#include <csignal>
 #include <filesystem>
 #include <optional>
 
@@ -282,6 +285,19 @@ TEST_F(Ablauf, APadMayComeAfterTheStart) {
     takte(2);
     tippen(DREIECK);
     EXPECT_EQ(angekommen(), (Ereignisse{ab(A), auf(A)}));
+}
+
+TEST_F(Ablauf, ASignalEndsTheProgramAndLetsItsKeysGo) {
+    Endsignale endsignale;
+    endsignale.verbinden();
+    starten();
+    druecken(DREIECK);
+    QTimer::singleShot(0, [] { std::raise(SIGTERM); });
+    QApplication::exec();
+    programm_.reset();
+    pad_.reset();
+    system_.reset();
+    EXPECT_EQ(lauscher_->bis(auf(A)), Ereignisse{ab(A)});
 }
 
 int main(int anzahl, char** worte) {
