@@ -11,10 +11,18 @@ QString feldname(std::string_view name, int index) {
     return QString("%1(%2)").arg(qt(name)).arg(index);
 }
 
+void breiteSetzen(QWidget& form, int gewuenscht) {
+    form.setFixedWidth(std::max(gewuenscht, form.minimumSizeHint().width()));
+}
+
 void hoeheSetzen(QWidget& form, int gewuenscht) {
     if (form.layout())
         form.layout()->activate();
-    form.setFixedHeight(std::max(gewuenscht, form.minimumSizeHint().height()));
+    int noetig = form.minimumSizeHint().height();
+    // A text that wraps needs more than it says by itself.
+    if (form.layout() && form.layout()->hasHeightForWidth())
+        noetig = std::max(noetig, form.layout()->totalMinimumHeightForWidth(form.width()));
+    form.setFixedHeight(std::max(gewuenscht, noetig));
 }
 
 void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::Icon symbol) {

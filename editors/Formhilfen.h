@@ -28,6 +28,10 @@ template <class Control> Control* benannt(Control* control, const QString& name)
     return control;
 }
 
+/// Gives the form a fixed width: `gewuenscht`, or what its content needs where a large font makes it need
+/// more. Comes before hoeheSetzen.
+void breiteSetzen(QWidget& form, int gewuenscht);
+
 /// Gives the form a fixed height: `gewuenscht`, or what its content needs where a large font makes it need
 /// more.
 void hoeheSetzen(QWidget& form, int gewuenscht);

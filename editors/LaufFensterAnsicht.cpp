@@ -59,13 +59,13 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
                                        Zeitgeber& zeitgeber, std::span<Stick* const> sticks) {
     setObjectName("LaufFenster");
     setWindowTitle("Schema gestartet");
-    setFixedWidth(BREITE);
     lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this, sticks});
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
     anordnung->addWidget(testfeldBauen());
     anordnung->addStretch();
+    breiteSetzen(*this, BREITE); // wide enough for the test panel, too
     testfeld_->hide();
     hoeheSetzen(*this, HOEHE_EINGEKLAPPT);
     setFocusPolicy(Qt::StrongFocus);

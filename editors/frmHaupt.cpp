@@ -70,12 +70,12 @@ frmHaupt::frmHaupt(GobalVariable& global, Laufsteuerung& laufsteuerung, Prozess&
 // --- layout, top to bottom ---
 
 void frmHaupt::aufbauen() {
-    setFixedWidth(BREITE);
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
     unterteil_ = unterteil();
     anordnung->addWidget(unterteil_, 1);
     anordnung->addStretch();
+    breiteSetzen(*this, BREITE);
     volleHoehe(true);
 }
 
@@ -179,7 +179,7 @@ QWidget* frmHaupt::fusszeile() {
     schubregler->setEnabled(false);
     auto* hilfe = benannt(new QPushButton("Hilfe"), "Command2");
     for (auto* knopf : {achsen, schubregler, hilfe})
-        knopf->setMinimumHeight(KNOPFHOEHE);
+        knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
     connect(hilfe, &QPushButton::clicked, this, [this] { prozess_.ShellExecuteA(global_.HilfePfad); });
     auto* hinweis =
         benannt(new QLabel("Die Hilfe ist mit Java geschrieben. Bitte lassen Sie diese in Ihrem Browser zu!"),
@@ -194,7 +194,7 @@ QWidget* frmHaupt::fusszeile() {
 
 QPushButton* frmHaupt::Command1(int index, const QString& text) {
     auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
-    knopf->setMinimumHeight(KNOPFHOEHE);
+    knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
     connect(knopf, &QPushButton::clicked, this, [this, index] { Command1Klick(index); });
     Command1_[index] = knopf;
     return knopf;

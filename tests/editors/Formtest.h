@@ -11,7 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractScrollArea>
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -52,6 +54,22 @@ private:
     std::vector<Gesehen> gesehen_;
 };
 
+/// While it lives, forms are made with letters of another size.
+class Schriftgrad {
+public:
+    explicit Schriftgrad(int punkt) {
+        auto schrift = vorher_;
+        schrift.setPointSize(punkt);
+        QApplication::setFont(schrift);
+    }
+    ~Schriftgrad() { QApplication::setFont(vorher_); }
+    Schriftgrad(const Schriftgrad&) = delete;
+    Schriftgrad& operator=(const Schriftgrad&) = delete;
+
+private:
+    const QFont vorher_ = QApplication::font();
+};
+
 class Formtest : public ::testing::Test {
 protected:
     /// Starts the program on the database as it is now.
@@ -82,6 +100,23 @@ protected:
         if (!gefunden)
             throw std::runtime_error("no control " + name.toStdString());
         return *gefunden;
+    }
+
+    /// The form's controls that are in sight with less room than their text needs.
+    static std::vector<std::string> beschnittene(const QWidget& form) {
+        std::vector<std::string> namen;
+        for (const auto* feld : form.findChildren<QWidget*>()) {
+            const auto name = feld->objectName();
+            const bool rollt = qobject_cast<const QAbstractScrollArea*>(feld) != nullptr;
+            if (name.isEmpty() || name.startsWith("qt_") || !feld->isVisible() || rollt)
+                continue;
+            const auto braucht = feld->minimumSizeHint();
+            const bool umbrochen = qobject_cast<const QLabel*>(feld) && feld->hasHeightForWidth();
+            const int hoehe = umbrochen ? feld->heightForWidth(feld->width()) : braucht.height();
+            if (feld->width() < braucht.width() || feld->height() < hoehe)
+                namen.push_back(name.toStdString());
+        }
+        return namen;
     }
 
     void tastenDruecken(std::uint32_t tasten) { pad_.zustand.dwButtons = tasten; }

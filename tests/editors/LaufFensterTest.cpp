@@ -292,3 +292,17 @@ TEST_F(LaufFensterForm, NoPadPressesNothingAndAPadMayComeLater) {
     vergehen(5);
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
 }
+
+TEST_F(LaufFensterForm, GrowsWithTheLettersSoThatNothingIsCut) {
+    for (const int punkt : {9, 12, 16, 24}) {
+        const Schriftgrad grad(punkt);
+        laufen();
+        ereignisse();
+        EXPECT_EQ(beschnittene(*laufFenster()), std::vector<std::string>{}) << punkt << " points, folded";
+        knopf(1).click();
+        ereignisse();
+        EXPECT_EQ(beschnittene(*laufFenster()), std::vector<std::string>{}) << punkt << " points, unfolded";
+        starter().click();
+        ereignisse();
+    }
+}

@@ -387,3 +387,13 @@ TEST_F(FrmHaupt, AnErrorInTheTickStopsTheRunAndThenTellsOnce) {
     knopf(5).click();
     EXPECT_NE(laufFenster(), nullptr) << "the next run starts as ever";
 }
+
+TEST_F(FrmHaupt, GrowsWithTheLettersSoThatNothingIsCut) {
+    schema("S");
+    for (const int punkt : {9, 12, 16, 24}) {
+        const Schriftgrad grad(punkt);
+        starten();
+        ereignisse();
+        EXPECT_EQ(beschnittene(haupt()), std::vector<std::string>{}) << punkt << " points";
+    }
+}
