@@ -37,11 +37,12 @@ public:
 
     void senden(int signal) const { kill(kennung_, signal); }
 
-    /// Whether the process holds the signal back; waits for it to come to that.
-    bool haeltZurueck(int signal) const {
-        return warten([&] { return ((maske("SigBlk:") >> (signal - 1)) & 1U) != 0; });
+    /// Whether the process takes the signal as a request to end; waits until it takes any.
+    bool nimmtAn(int signal) const {
+        std::uint64_t angenommene = 0;
+        warten([&] { return (angenommene = signalmaske()) != 0; });
+        return ((angenommene >> (signal - 1)) & 1U) != 0;
     }
-    bool haeltZurueckJetzt(int signal) const { return ((maske("SigBlk:") >> (signal - 1)) & 1U) != 0; }
 
     /// "exit 0", "signal 15"; "" if it goes on.
     std::string ausgang() {
@@ -64,11 +65,16 @@ private:
         return true;
     }
 
-    std::uint64_t maske(const std::string& name) const {
-        std::ifstream strom("/proc/" + std::to_string(kennung_) + "/status");
-        for (std::string wort; strom >> wort;)
-            if (wort == name && strom >> wort)
-                return std::stoull(wort, nullptr, 16);
+    // The signals that come in through a descriptor; 0 as long as there is none.
+    std::uint64_t signalmaske() const {
+        std::error_code fehler;
+        for (const auto& datei :
+             std::filesystem::directory_iterator("/proc/" + std::to_string(kennung_) + "/fdinfo", fehler)) {
+            std::ifstream strom(datei.path());
+            for (std::string wort; strom >> wort;)
+                if (wort == "sigmask:" && strom >> wort)
+                    return std::stoull(wort, nullptr, 16);
+        }
         return 0;
     }
 
@@ -84,7 +90,7 @@ protected:
 
 TEST_P(Programmende, ASignalEndsTheProgramInOrder) {
     Prozess prozess(datenbank_.ordner());
-    ASSERT_TRUE(prozess.haeltZurueck(GetParam()));
+    ASSERT_TRUE(prozess.nimmtAn(GetParam()));
     prozess.senden(GetParam());
     EXPECT_EQ(prozess.ausgang(), "exit 0");
 }
@@ -92,7 +98,7 @@ TEST_P(Programmende, ASignalEndsTheProgramInOrder) {
 TEST_P(Programmende, ASignalEndsTheMessageBoxOfTheStartToo) {
     std::filesystem::remove(datenbank_.pfad());
     Prozess prozess(datenbank_.ordner());
-    ASSERT_TRUE(prozess.haeltZurueck(GetParam()));
+    ASSERT_TRUE(prozess.nimmtAn(GetParam()));
     prozess.senden(GetParam());
     EXPECT_EQ(prozess.ausgang(), "exit 0");
 }
@@ -101,8 +107,8 @@ INSTANTIATE_TEST_SUITE_P(JedesSignal, Programmende, ::testing::Values(SIGTERM, S
 
 TEST_F(Programmende, AnIgnoredHangUpStaysIgnored) {
     Prozess prozess(datenbank_.ordner(), SIGHUP);
-    ASSERT_TRUE(prozess.haeltZurueck(SIGTERM));
-    EXPECT_FALSE(prozess.haeltZurueckJetzt(SIGHUP));
+    ASSERT_TRUE(prozess.nimmtAn(SIGTERM));
+    EXPECT_FALSE(prozess.nimmtAn(SIGHUP));
     prozess.senden(SIGHUP);
     prozess.senden(SIGTERM);
     EXPECT_EQ(prozess.ausgang(), "exit 0");
