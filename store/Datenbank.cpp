@@ -54,3 +54,11 @@ void Database::verwerfen() noexcept {
     if (verbindung_)
         verbindung_->verwerfen();
 }
+
+void Database::lesenBeginnen() {
+    offen().lesenBeginnen();
+}
+void Database::lesenBeenden() noexcept {
+    if (verbindung_)
+        verbindung_->lesenBeenden();
+}

@@ -35,11 +35,13 @@ struct Recordset::Innen {
     bool loch = false; ///< the row before `stelle` has just been deleted
     Zustand zustand = Zustand::Lesend;
     std::map<int, Wert> puffer; ///< put since AddNew or Edit, by ordinal
+    std::vector<Wert> bild;     ///< the current row, where a Lesezug keeps it from changing
 
     std::int64_t zeile() const;
     void stellen(std::size_t neueStelle);
     void beginnen(Zustand neu);
-    Wert lesen(int ordinal) const;
+    Wert lesen(int ordinal);
+    Wert ausDemBild(int ordinal);
     void einfuegen(const std::map<int, Wert>& werte);
     void aendern(const std::map<int, Wert>& werte);
 };
@@ -74,6 +76,7 @@ void Recordset::Innen::stellen(std::size_t neueStelle) {
     beginnen(Zustand::Lesend);
     loch = false;
     stelle = neueStelle;
+    bild.clear();
 }
 
 void Recordset::Innen::beginnen(Zustand neu) {
@@ -81,16 +84,30 @@ void Recordset::Innen::beginnen(Zustand neu) {
     puffer.clear();
 }
 
-Wert Recordset::Innen::lesen(int ordinal) const {
+Wert Recordset::Innen::lesen(int ordinal) {
     tabelle->spalte(ordinal);
     if (const auto geschrieben = puffer.find(ordinal); geschrieben != puffer.end())
         return geschrieben->second;
     if (zustand == Zustand::Neu)
         return {};
+    if (verbindung->imLesezug())
+        return ausDemBild(ordinal);
+    bild.clear();
     Verbindung::Lauf lauf(*verbindung, lesetext, {zeile()});
     if (!lauf.weiter())
         keinAktuellerSatz(); // deleted by others since the set was opened
     return lauf.wert(ordinal);
+}
+
+Wert Recordset::Innen::ausDemBild(int ordinal) {
+    if (bild.empty()) {
+        Verbindung::Lauf lauf(*verbindung, lesetext, {zeile()});
+        if (!lauf.weiter())
+            keinAktuellerSatz();
+        for (std::size_t i = 0; i < tabelle->spalten.size(); ++i)
+            bild.push_back(lauf.wert(static_cast<int>(i)));
+    }
+    return bild[static_cast<std::size_t>(ordinal)];
 }
 
 void Recordset::Innen::einfuegen(const std::map<int, Wert>& werte) {

@@ -206,6 +206,9 @@ std::shared_ptr<const Tabelle> Verbindung::tabelle(std::string_view name) {
 /// Some errors (a full disk, for one) end the whole transaction by themselves. What follows in it must not
 /// then stand by itself.
 void Verbindung::transaktionPruefen() const {
+    // A lock that was taken for reading can't wait to become one for writing.
+    if (lesezug_)
+        throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "Im Lesezug wird nicht geschrieben.");
     if (tiefe_ > 0 && sqlite_ && sqlite3_get_autocommit(sqlite_.get()))
         throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "Der Vorgang in der Datenbank ist abgebrochen.");
 }
@@ -235,6 +238,20 @@ void Verbindung::verwerfen() noexcept {
     if (lebt)
         sqlite3_exec(sqlite_.get(), text, nullptr, nullptr, nullptr);
     --tiefe_;
+}
+
+void Verbindung::lesenBeginnen() {
+    if (tiefe_ > 0)
+        throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "In einer Transaktion beginnt kein Lesezug.");
+    transaktionPruefen();
+    ausfuehren("BEGIN");
+    lesezug_ = true;
+}
+
+void Verbindung::lesenBeenden() noexcept {
+    lesezug_ = false;
+    if (sqlite_ && !sqlite3_get_autocommit(sqlite_.get()))
+        sqlite3_exec(sqlite_.get(), "ROLLBACK", nullptr, nullptr, nullptr); // nothing was written
 }
 
 void Verbindung::melden(int sqliteNummer) const {

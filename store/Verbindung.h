@@ -59,6 +59,11 @@ public:
     void festschreiben();
     void verwerfen() noexcept;
 
+    /// Reading on one state of the file, not inside a transaction nor inside itself (3034).
+    void lesenBeginnen();
+    void lesenBeenden() noexcept;
+    bool imLesezug() const { return lesezug_; }
+
 private:
     struct Schliesser {
         void operator()(sqlite3* verbindung) const noexcept;
@@ -75,4 +80,5 @@ private:
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Schliesser>> anweisungen_;
     std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_;
     int tiefe_ = 0; ///< of transactions inside each other
+    bool lesezug_ = false;
 };
