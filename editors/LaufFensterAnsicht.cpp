@@ -1,8 +1,8 @@
 #include "editors/LaufFensterAnsicht.h"
 
 #include "editors/Formhilfen.h"
-#include "engine/Regler.h"
 #include "store/LaufzeitFehler.h"
+#include "store/Regler.h"
 
 #include <QCloseEvent>
 #include <QFormLayout>

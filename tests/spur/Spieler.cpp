@@ -2,11 +2,11 @@
 
 #include "engine/LaufAnzeige.h"
 #include "engine/LaufFenster.h"
-#include "engine/Regler.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
 #include "store/LaufzeitFehler.h"
+#include "store/Regler.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <algorithm>

@@ -1,15 +1,14 @@
 // Files that are not what they should be: missing, foreign, read-only, unreadable, damaged.
 #include "store/Datenbank.h"
 #include "store/modLesen.h"
+#include "tests/hilfen/Dateirechte.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
@@ -33,43 +32,6 @@ std::vector<std::string> namenIn(const fs::path& ordner) {
         namen.push_back(eintrag.path().filename().string());
     return namen;
 }
-
-/// Gives up root's right to pass over the permission bits of files, while it lives.
-class AlsNiemand {
-public:
-    AlsNiemand() {
-        constexpr uid_t NIEMAND = 65534;
-        if (war_ == 0 && seteuid(NIEMAND) != 0)
-            std::abort();
-    }
-    ~AlsNiemand() {
-        if (war_ == 0 && seteuid(0) != 0)
-            std::abort();
-    }
-    AlsNiemand(const AlsNiemand&) = delete;
-    AlsNiemand& operator=(const AlsNiemand&) = delete;
-
-private:
-    uid_t war_ = geteuid();
-};
-
-/// Sets the permissions of a folder and of the database in it, and gives them back.
-class Rechte {
-public:
-    Rechte(const Testdatenbank& datei, unsigned ordner, unsigned rechte) : datei_(datei) {
-        fs::permissions(datei_.pfad(), fs::perms(rechte));
-        fs::permissions(datei_.ordner(), fs::perms(ordner));
-    }
-    ~Rechte() {
-        fs::permissions(datei_.ordner(), fs::perms::owner_all);
-        fs::permissions(datei_.pfad(), fs::perms::owner_all);
-    }
-    Rechte(const Rechte&) = delete;
-    Rechte& operator=(const Rechte&) = delete;
-
-private:
-    const Testdatenbank& datei_;
-};
 
 void schemaLegen(const Testdatenbank& datei) {
     datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S')");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 /// Range and start value of a scroll bar.
 struct Reglerbereich {
@@ -27,3 +28,19 @@ inline constexpr std::array<Reglerbereich, REGLER> HSCROLL1_BEREICHE{{{1, 30, 1}
                                                                       {0, 1000, 1}}};
 /// `HScroll2`: repeat interval in milliseconds, 0 for no repeat.
 inline constexpr Reglerbereich HSCROLL2_BEREICH{0, 500, 0};
+
+/// The start values of `HScroll1`, by element.
+constexpr std::array<int, REGLER> hscroll1Startwerte() {
+    std::array<int, REGLER> werte{};
+    for (std::size_t i = 0; i < werte.size(); ++i)
+        werte[i] = HSCROLL1_BEREICHE[i].start;
+    return werte;
+}
+
+/// What the scroll bars show; at first their start values.
+struct Reglerwerte {
+    std::array<int, REGLER> HScroll1 = hscroll1Startwerte();
+    int HScroll2 = HSCROLL2_BEREICH.start;
+
+    bool operator==(const Reglerwerte&) const = default;
+};
