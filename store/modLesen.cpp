@@ -1,5 +1,8 @@
 #include "store/modLesen.h"
 
+#include <initializer_list>
+#include <utility>
+
 namespace {
 
 /// What an empty column would leave the readers with has no fields to split; it stands for no action.
@@ -9,11 +12,9 @@ std::string belegung(const Wert& wert) {
 }
 
 constexpr std::array<int, EBENEN> SPALTENVERSATZ{1, 101, 1001}; ///< number of a layer's first `Btn` column
-constexpr int RICHTUNGEN = SLOTS - TASTEN;
 
-constexpr int ZEILEN_JE_STICK = 20;
 /// Left, right, up, down: the four lines around the centre field of a new stick.
-constexpr std::array<int, 4> GRUNDLINIEN{27072, 38399, 25941, 39679};
+constexpr std::array<int, RICHTUNGEN> GRUNDLINIEN{27072, 38399, 25941, 39679};
 constexpr int ERSTE_LINIENSPALTE = 2;
 
 void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index) {
@@ -27,6 +28,59 @@ void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index
                 satz.put_Value(ordinal++, linie);
     }
     satz.Update();
+}
+
+/// A line value. A foreign database may hold any number here; none of them wraps.
+std::int32_t linienwert(const Wert& wert) {
+    const std::int64_t zahl = alsZahl(wert);
+    if (!std::in_range<std::int32_t>(zahl))
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf,
+                             "Überlauf: die Linie " + std::to_string(zahl) + " ist zu groß.");
+    return static_cast<std::int32_t>(zahl);
+}
+
+/// Walks the rows once a layer, so that the cursor stands on row 20 at the end.
+Sticklinien linienAus(Recordset& satz) {
+    Sticklinien gelesen;
+    int ordinal = ERSTE_LINIENSPALTE;
+    for (auto& ebene : gelesen.linien) {
+        satz.MoveFirst();
+        for (std::size_t zeile = 1; zeile < ZEILEN_JE_STICK; ++zeile, satz.MoveNext())
+            for (std::size_t richtung = 0; richtung < RICHTUNGEN; ++richtung)
+                ebene[zeile][richtung] = linienwert(satz.get_Value(ordinal + static_cast<int>(richtung)));
+        ordinal += RICHTUNGEN;
+    }
+    gelesen.StickSperre = linienwert(satz.get_Value("Links"));
+    return gelesen;
+}
+
+void zeilenzahlPruefen(const Recordset& satz, const std::string& tabelle, const std::string& schemaName) {
+    if (satz.get_RecordCount() < ZEILEN_JE_STICK)
+        throw LaufzeitFehler(Fehlernummer::KeinAktuellerSatz,
+                             "Die Tabelle „" + tabelle + "“ hat für das Schema „" + schemaName + "“ nur " +
+                                 std::to_string(satz.get_RecordCount()) + " von " +
+                                 std::to_string(ZEILEN_JE_STICK) + " Zeilen.");
+}
+
+/// The actions of a `Schema` on one layer that meet `bedingung`, pairs of a column and its value.
+std::string aktionsanweisung(Stickseite seite, const std::string& schemaName, int ebene,
+                             std::initializer_list<std::pair<std::string_view, std::int32_t>> bedingung) {
+    const std::string tabelle = "tblStickAktion" + std::string(tabellenzusatz(seite));
+    std::string danach = "' AND (" + tabelle + ".Umschalt)= " + std::to_string(ebene);
+    for (const auto& [spalte, wert] : bedingung)
+        danach += " AND (" + tabelle + "." + std::string(spalte) + ")= " + std::to_string(wert);
+    return anweisung("SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '", schemaName,
+                     danach + ";");
+}
+
+constexpr std::array<std::string_view, RICHTUNGEN> RICHTUNGSSPALTEN{"Links", "Rechts", "Oben", "Unten"};
+
+/// Only the digit 3 by itself, blanks around it allowed. A looser comparison of numbers would depend on the
+/// user's locale, where a comma groups digits or ends a number: "0,0,0,3" would count as 3 in some, and a
+/// real action would be lost.
+bool istLeerfeld(const std::string& aktion) {
+    const std::size_t von = aktion.find_first_not_of(' ');
+    return von != std::string::npos && aktion.substr(von, aktion.find_last_not_of(' ') - von + 1) == "3";
 }
 
 } // namespace
@@ -79,4 +133,49 @@ void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::st
             grundzeileAnlegen(satz, schemaName, index);
     });
     satz.Close();
+}
+
+Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
+                             const std::string& schemaName,
+                             const std::function<void(std::string_view)>& melden) {
+    const std::string zusatz(tabellenzusatz(seite));
+    const std::string tabelle = "tblStick" + zusatz;
+    Database datenbank = OpenDatabase(datenbankPfad);
+    const std::string text = anweisung("SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '",
+                                       schemaName, "' ORDER BY TBLSTICK" + zusatz + ".INDEX;");
+    Recordset satz = datenbank.OpenRecordset(text);
+    if (satz.get_EOF()) {
+        melden("Es wird ein neues Schema erstellen!");
+        StickGrundzeilenAnlegen(datenbank, satz, schemaName);
+        satz = datenbank.OpenRecordset(text);
+    }
+    zeilenzahlPruefen(satz, tabelle, schemaName);
+    return linienAus(satz);
+}
+
+std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
+                             const std::string& schemaName, const Feldschluessel& feld) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    const auto& [ebene, links, rechts, oben, unten] = feld;
+    const Recordset satz = datenbank.OpenRecordset(aktionsanweisung(
+        seite, schemaName, ebene, {{"links", links}, {"rechts", rechts}, {"oben", oben}, {"Unten", unten}}));
+    return satz.get_EOF() ? std::string() : alsText(satz.get_Value("Aktion"));
+}
+
+bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                           int ebene, int richtung, std::int32_t linie) {
+    if (richtung < 0 || richtung >= RICHTUNGEN)
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             "Eine Richtung " + std::to_string(richtung) + " gibt es nicht.");
+    Database datenbank = OpenDatabase(datenbankPfad);
+    Recordset satz = datenbank.OpenRecordset(aktionsanweisung(
+        seite, schemaName, ebene, {{RICHTUNGSSPALTEN[static_cast<std::size_t>(richtung)], linie}}));
+    bool alleLeer = true;
+    for (; !satz.get_EOF(); satz.MoveNext()) {
+        if (istLeerfeld(alsText(satz.get_Value("Aktion"))))
+            satz.Delete();
+        else
+            alleLeer = false;
+    }
+    return alleLeer;
 }

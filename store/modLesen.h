@@ -3,8 +3,11 @@
 #pragma once
 
 #include "store/Datenbank.h"
+#include "store/Stickseite.h"
 
 #include <array>
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,3 +43,36 @@ std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::st
 /// transaction of `datenbank`; row 1 carries the four default lines on all layers. Closes `satz`, leaves
 /// `datenbank` open.
 void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::string& schemaName);
+
+inline constexpr int RICHTUNGEN = 4;                      ///< Links, Rechts, Oben, Unten
+inline constexpr int ZEILEN_JE_STICK = 20;                ///< rows 1 to 19 hold lines, row 20 `StickSperre`
+inline constexpr int LINIENPLAETZE = ZEILEN_JE_STICK + 1; ///< the places 0 and 20 stay 0
+
+/// The zone lines of a stick: [layer][row][direction], 0 for no line.
+using Linientabelle = std::array<std::array<std::array<std::int32_t, RICHTUNGEN>, LINIENPLAETZE>, EBENEN>;
+
+/// What StickLinienLesen brings out of the database.
+struct Sticklinien {
+    Linientabelle linien{};
+    std::int32_t StickSperre = 0; ///< bit n: not evaluated in layer n
+};
+
+/// Reads the zone lines of a stick and its `StickSperre`. A `Schema` without rows gets the twenty rows of a
+/// new stick; `melden` is called before that, once, with the message for the user. Throws LaufzeitFehler:
+/// 3021 for fewer than twenty rows, 13 for a line that is no whole number, 6 for one beyond 32 bits.
+Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
+                             const std::string& schemaName,
+                             const std::function<void(std::string_view)>& melden);
+
+/// What names a field: layer, then the line values to the left, to the right, upward and downward, 0 for
+/// none.
+using Feldschluessel = std::array<std::int32_t, 1 + RICHTUNGEN>;
+
+/// The action text of a field; empty when it has no row. Throws LaufzeitFehler.
+std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
+                             const std::string& schemaName, const Feldschluessel& feld);
+
+/// Deletes the rows of fields at the line `linie` of `richtung` (0 to 3) that hold a `Leerfeld`. True when no
+/// other row is left there. Throws LaufzeitFehler, 9 for another direction; rows deleted by then stay so.
+bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                           int ebene, int richtung, std::int32_t linie);
