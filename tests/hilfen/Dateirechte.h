@@ -1,30 +1,10 @@
 // Files that may not be written or read, also for tests that root runs.
 #pragma once
 
+#include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <unistd.h>
-
-/// Gives up root's right to pass over the permission bits of files, while it lives.
-class AlsNiemand {
-public:
-    AlsNiemand() {
-        constexpr uid_t NIEMAND = 65534;
-        if (war_ == 0 && seteuid(NIEMAND) != 0)
-            std::abort();
-    }
-    ~AlsNiemand() {
-        if (war_ == 0 && seteuid(0) != 0)
-            std::abort();
-    }
-    AlsNiemand(const AlsNiemand&) = delete;
-    AlsNiemand& operator=(const AlsNiemand&) = delete;
-
-private:
-    uid_t war_ = geteuid();
-};
 
 /// Sets the permissions of a folder and of the database in it, and gives them back.
 class Rechte {

@@ -1,48 +1,20 @@
 // Death by SIGKILL: at every single step towards the disk, and at any time.
 #include "store/Datenbank.h"
 #include "store/modLesen.h"
+#include "tests/hilfen/Kindprozess.h"
 #include "tests/hilfen/StoerVfs.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
 
 #include <chrono>
-#include <csignal>
-#include <functional>
+#include <memory>
 #include <random>
-#include <sys/wait.h>
 #include <thread>
-#include <unistd.h>
 
 using testing::ElementsAre;
 
 namespace {
-
-constexpr int ENDE_DER_ARBEIT = 0;
-
-/// Runs `arbeit` in a child process; gives its id.
-pid_t imKind(const std::function<void()>& arbeit) {
-    const pid_t kind = fork();
-    if (kind != 0)
-        return kind;
-    try {
-        arbeit();
-    } catch (...) {
-        _exit(1);
-    }
-    _exit(ENDE_DER_ARBEIT);
-}
-
-/// Waits for a child; true when SIGKILL ended it, false when it came to its end. Everything else is a
-/// failure.
-bool wurdeGetoetet(pid_t kind) {
-    int stand = 0;
-    waitpid(kind, &stand, 0);
-    const bool getoetet = WIFSIGNALED(stand) && WTERMSIG(stand) == SIGKILL;
-    const bool fertig = WIFEXITED(stand) && WEXITSTATUS(stand) == ENDE_DER_ARBEIT;
-    EXPECT_TRUE(getoetet || fertig) << "status " << stand;
-    return getoetet;
-}
 
 /// Writes `zahl` into all twelve buttons of layer 0 of "S", in one Update.
 void zahlSchreiben(Database& datenbank, int zahl) {
@@ -128,75 +100,6 @@ TEST(Absturz, AnJedemSchrittSindEsZwanzigZeilenOderKeine) {
     EXPECT_THAT(gesehen, testing::Each("0"));
 }
 
-namespace {
-
-/// How far a child says it has come: what it has begun, what it has finished.
-struct Fortschritt {
-    int begonnen = 0;
-    int fertig = 0;
-};
-
-/// A child that writes ever higher numbers and lays a stick for each, and reports every begin and every end.
-class Schreiber {
-public:
-    Schreiber(const Testdatenbank& datei, int ab) : stand_{ab - 1, ab - 1} {
-        if (pipe(rohr_) != 0)
-            throw std::runtime_error("no pipe");
-        kind_ = imKind([&] { schreiben(datei, ab); });
-        close(rohr_[1]);
-        melden(); // it has opened the file and begins
-    }
-    ~Schreiber() { close(rohr_[0]); }
-    Schreiber(const Schreiber&) = delete;
-    Schreiber& operator=(const Schreiber&) = delete;
-
-    /// Waits until it has finished so many numbers.
-    void abwarten(int anzahl) {
-        const int ziel = stand_.fertig + anzahl;
-        while (stand_.fertig < ziel)
-            ASSERT_TRUE(melden());
-    }
-
-    /// Kills it and reads what it has reported up to then.
-    Fortschritt toeten() {
-        kill(kind_, SIGKILL);
-        EXPECT_TRUE(wurdeGetoetet(kind_));
-        while (melden()) {
-        }
-        return stand_;
-    }
-
-private:
-    bool melden() {
-        int zahl = 0;
-        if (read(rohr_[0], &zahl, sizeof zahl) != sizeof zahl)
-            return false;
-        (zahl > 0 ? stand_.begonnen : stand_.fertig) = std::abs(zahl);
-        return true;
-    }
-
-    void sagen(int zahl) const {
-        if (write(rohr_[1], &zahl, sizeof zahl) != sizeof zahl)
-            _exit(1);
-    }
-
-    void schreiben(const Testdatenbank& datei, int ab) const {
-        Database datenbank = OpenDatabase(datei.pfad());
-        for (int zahl = ab;; ++zahl) {
-            sagen(zahl);
-            zahlSchreiben(datenbank, zahl);
-            grundzeilen(datenbank, std::to_string(zahl));
-            sagen(-zahl);
-        }
-    }
-
-    int rohr_[2]{};
-    pid_t kind_ = 0;
-    Fortschritt stand_;
-};
-
-} // namespace
-
 TEST(Absturz, ZuJederZeitBleibtDerStandVorOderNachEinemUpdate) {
     Testdatenbank datei;
     zahlLegen(datei);
@@ -205,7 +108,13 @@ TEST(Absturz, ZuJederZeitBleibtDerStandVorOderNachEinemUpdate) {
     int naechste = 1;
     constexpr int TOETUNGEN = 200;
     for (int i = 0; i < TOETUNGEN; ++i) {
-        Schreiber schreiber(datei, naechste);
+        Schreiber schreiber(naechste, [&] {
+            const auto datenbank = std::make_shared<Database>(OpenDatabase(datei.pfad()));
+            return [datenbank](int zahl) {
+                zahlSchreiben(*datenbank, zahl);
+                grundzeilen(*datenbank, std::to_string(zahl));
+            };
+        });
         schreiber.abwarten(static_cast<int>(zufall() % 3));
         std::this_thread::sleep_for(std::chrono::microseconds(zufall() % 5000));
         const Fortschritt stand = schreiber.toeten();

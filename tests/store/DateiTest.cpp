@@ -1,13 +1,13 @@
 // Files that are not what they should be: missing, foreign, read-only, unreadable, damaged.
 #include "store/Datenbank.h"
 #include "store/modLesen.h"
+#include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Dateirechte.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
 #include <random>
 
 namespace fs = std::filesystem;
@@ -17,21 +17,6 @@ using testing::IsEmpty;
 
 namespace {
 
-void dateiSchreiben(const fs::path& pfad, const std::string& inhalt) {
-    std::ofstream(pfad, std::ios::binary) << inhalt;
-}
-
-std::string dateiLesen(const fs::path& pfad) {
-    std::ifstream datei(pfad, std::ios::binary);
-    return {std::istreambuf_iterator<char>(datei), {}};
-}
-
-std::vector<std::string> namenIn(const fs::path& ordner) {
-    std::vector<std::string> namen;
-    for (const auto& eintrag : fs::directory_iterator(ordner))
-        namen.push_back(eintrag.path().filename().string());
-    return namen;
-}
 
 void schemaLegen(const Testdatenbank& datei) {
     datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S')");
