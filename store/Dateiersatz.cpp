@@ -1,0 +1,134 @@
+#include "store/Dateiersatz.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr mode_t SCHREIBRECHTE = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr mode_t ALLE_RECHTE = 07777;
+constexpr mode_t RECHTE_EINER_NEUEN = 0666; // less what the user's umask takes
+
+/// Follows symbolic links by hand, as the last one may point to a file that is still to be made.
+std::optional<fs::path> ohneVerweise(fs::path pfad) {
+    constexpr int HOECHSTENS = 40; // as many as the kernel follows
+    std::error_code grund;
+    for (int i = 0; i < HOECHSTENS; ++i) {
+        if (!fs::is_symlink(fs::symlink_status(pfad, grund)))
+            return pfad;
+        const fs::path ziel = fs::read_symlink(pfad, grund);
+        if (grund)
+            return std::nullopt;
+        pfad = pfad.parent_path() / ziel; // an absolute one replaces the folder
+    }
+    return std::nullopt;
+}
+
+/// What lies under the name so far.
+struct Alte {
+    bool da = false;
+    bool ersetzbar = false;
+    struct stat stand {};
+};
+
+Alte alteUnter(const fs::path& pfad) {
+    Alte alte;
+    alte.da = stat(pfad.c_str(), &alte.stand) == 0;
+    if (!alte.da)
+        alte.ersetzbar = errno == ENOENT;
+    else
+        alte.ersetzbar = S_ISREG(alte.stand.st_mode) && (alte.stand.st_mode & SCHREIBRECHTE) != 0 &&
+                         faccessat(AT_FDCWD, pfad.c_str(), W_OK, AT_EACCESS) == 0;
+    return alte;
+}
+
+/// The file that the new content grows in; removed again unless it has become the new one.
+class Zwischendatei {
+public:
+    explicit Zwischendatei(const fs::path& ziel) : ziel_(ziel) {
+        // The process number keeps two programs apart, the count a dead one's remains.
+        constexpr int VERSUCHE = 1000;
+        for (int i = 0; i < VERSUCHE && deskriptor_ < 0; ++i) {
+            pfad_ = ziel.native() + ".neu." + std::to_string(getpid()) + "." + std::to_string(i);
+            deskriptor_ = open(pfad_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, RECHTE_EINER_NEUEN);
+            if (deskriptor_ < 0 && errno != EEXIST)
+                return;
+        }
+    }
+    ~Zwischendatei() {
+        if (deskriptor_ < 0)
+            return;
+        close(deskriptor_);
+        if (!umbenannt_)
+            unlink(pfad_.c_str());
+    }
+    Zwischendatei(const Zwischendatei&) = delete;
+    Zwischendatei& operator=(const Zwischendatei&) = delete;
+
+    bool offen() const { return deskriptor_ >= 0; }
+
+    bool rechteVon(const struct stat& alte) const {
+        // The owner first: giving a file away takes bits from its permissions. Who may not give it away keeps
+        // it.
+        [[maybe_unused]] const int egal = fchown(deskriptor_, alte.st_uid, alte.st_gid);
+        return fchmod(deskriptor_, alte.st_mode & ALLE_RECHTE) == 0;
+    }
+
+    bool schreiben(std::string_view inhalt) const {
+        while (!inhalt.empty()) {
+            const ssize_t anzahl = write(deskriptor_, inhalt.data(), inhalt.size());
+            if (anzahl < 0 && errno == EINTR)
+                continue;
+            if (anzahl <= 0)
+                return false;
+            inhalt.remove_prefix(static_cast<std::size_t>(anzahl));
+        }
+        return fsync(deskriptor_) == 0;
+    }
+
+    bool umbenennen() {
+        umbenannt_ = rename(pfad_.c_str(), ziel_.c_str()) == 0;
+        return umbenannt_;
+    }
+
+private:
+    const fs::path& ziel_;
+    std::string pfad_;
+    int deskriptor_ = -1;
+    bool umbenannt_ = false;
+};
+
+/// Brings the rename to the disk. Nothing depends on its success: the file is whole under either name.
+void ordnerSichern(const fs::path& pfad) {
+    const fs::path ordner = pfad.has_parent_path() ? pfad.parent_path() : fs::path(".");
+    const int deskriptor = open(ordner.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (deskriptor < 0)
+        return;
+    fsync(deskriptor);
+    close(deskriptor);
+}
+
+} // namespace
+
+bool dateiErsetzen(const std::string& pfad, std::string_view inhalt) {
+    const std::optional<fs::path> ziel = ohneVerweise(pfad);
+    if (!ziel)
+        return false;
+    const Alte alte = alteUnter(*ziel);
+    if (!alte.ersetzbar)
+        return false;
+    Zwischendatei neue(*ziel);
+    if (!neue.offen() || (alte.da && !neue.rechteVon(alte.stand)) || !neue.schreiben(inhalt) ||
+        !neue.umbenennen())
+        return false;
+    ordnerSichern(*ziel);
+    return true;
+}

@@ -1,0 +1,17 @@
+// Replaces a file by new content in one step: whatever happens on the way, a reader finds the old content
+// whole or the new content whole.
+//
+// The new content goes into a file of its own in the same folder, reaches the disk there and takes the old
+// one's name by a rename. A process that is killed before the rename leaves that other file behind; it is
+// never read.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Replaces the file `pfad`, or makes it where there is none. A symbolic link stays one: what it points to is
+/// replaced. An old file passes on its permissions, and its owner where the process may give that.
+/// Returns false when nothing was changed: an old file that may not be written (also for root, whom
+/// permission bits do not bind: one without any write bit), something that is no regular file, a folder that
+/// takes no file, a full disk. Throws nothing but std::bad_alloc.
+bool dateiErsetzen(const std::string& pfad, std::string_view inhalt);
