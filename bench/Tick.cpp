@@ -1,9 +1,9 @@
 // What one tick of the poll costs: nothing changing, and a press from the tick to SendInput.
-#include "engine/LaufAnzeige.h"
 #include "engine/LaufFenster.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
+#include "tests/hilfen/StummeAnzeige.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <benchmark/benchmark.h>
@@ -13,34 +13,21 @@ namespace {
 using Uhr = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds TICK{5};
 
-class StummeAnzeige final : public LaufAnzeige {
-    void titel(const std::string&) override {}
-    void lblUmschalt(std::string_view) override {}
-    void gedrueckteTasten(int) override {}
-    void Erg(int, const std::string&) override {}
-    void Command1(int, std::string_view) override {}
-    void testfeld(bool) override {}
-    void Option1(int) override {}
-    void hauptformVerbergen() override {}
-    void hauptformZurueck(bool) override {}
-    void abgebrochen(const LaufzeitFehler&) override {}
-};
-
 /// A run on the virtual clock, in which the button Kreuz holds the key A.
 struct Lauf {
     Lauf()
         : eingabe([this](const INPUT&) { gesendet = Uhr::now(); })
-        , fenster({zustand, pad, eingabe, uhr, anzeige, {}}) {
+        , fenster({zustand, pad, eingabe, uhr, anzeige, zustand.sticks}) {
         datenbank.sql("INSERT INTO tblTastatur (Schemaname, btn3) VALUES ('S', '1,65,0-0-0');"
                       "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
         zustand.global.DatenbankPfad = datenbank.pfad();
-        zustand.global.SchemaName = "S";
+        zustand.global.SchemaName = zustand.global.Schemaauswahl = "S";
         fenster.laden();
     }
 
     Testdatenbank datenbank;
-    Laufzustand zustand;
     ProbeJoystick pad;
+    Laufzustand zustand{pad, (datenbank.ordner() / "Gamepad.xml").string()};
     Uhr::time_point gesendet;
     ProbeEingabe eingabe;
     ProbeUhr uhr;

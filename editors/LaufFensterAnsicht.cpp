@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -22,6 +23,9 @@ namespace {
 constexpr int HOEHE_EINGEKLAPPT = twips(2800);
 constexpr int HOEHE_AUSGEKLAPPT = twips(7605);
 constexpr int BREITE = 660;
+
+// Reports come every millisecond; nobody reads faster than this.
+constexpr int BERICHTSINTERVALL_MS = 50;
 
 constexpr const char* ANLEITUNG = "Testfenster!\n"
                                   "Drücken Sie mit der linken Maustaste auf das Fenster, \n"
@@ -56,10 +60,15 @@ QLabel* wertlabel(const QString& name, int wert) {
 } // namespace
 
 LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe,
-                                       Zeitgeber& zeitgeber, std::span<Stick* const> sticks) {
+                                       Zeitgeber& zeitgeber) {
     setObjectName("LaufFenster");
+    berichtstakt_ = new QTimer(this);
+    berichtstakt_->setSingleShot(true);
+    berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
+    connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
     setWindowTitle("Schema gestartet");
-    lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this, sticks});
+    lauf_ = std::make_unique<LaufFenster>(
+        Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this, zustand.sticks});
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
@@ -78,11 +87,11 @@ void LaufFensterAnsicht::laden() {
     lauf_->laden();
 }
 
-void LaufFensterAnsicht::entladen() {
-    if (lauf_)
-        lauf_->beenden();
+std::optional<LaufzeitFehler> LaufFensterAnsicht::entladen() {
+    auto fehler = lauf_ ? lauf_->beenden() : std::nullopt;
     lauf_.reset();
     hide();
+    return fehler;
 }
 
 void LaufFensterAnsicht::closeEvent(QCloseEvent* ereignis) {
@@ -146,7 +155,7 @@ QWidget* LaufFensterAnsicht::wiederholungszeile() {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
-    auto* leiste = scrollleiste("HScroll2", HSCROLL2_BEREICH);
+    auto* leiste = HScroll2_ = scrollleiste("HScroll2", HSCROLL2_BEREICH);
     auto* wert = wertlabel("Label4", HSCROLL2_BEREICH.start);
     connect(leiste, &QScrollBar::valueChanged, this, [this, wert](int neu) {
         wert->setText(QString::number(neu));
@@ -202,7 +211,13 @@ QWidget* LaufFensterAnsicht::reglergitter() {
 }
 
 QScrollBar* LaufFensterAnsicht::regler(int index) {
-    return scrollleiste(feldname("HScroll1", index), HSCROLL1_BEREICHE[static_cast<std::size_t>(index)]);
+    const auto i = static_cast<std::size_t>(index);
+    auto* leiste = scrollleiste(feldname("HScroll1", index), HSCROLL1_BEREICHE[i]);
+    connect(leiste, &QScrollBar::valueChanged, this, [this, index](int neu) {
+        if (lauf_)
+            lauf_->HScroll1Aenderung(index, neu);
+    });
+    return HScroll1_[i] = leiste;
 }
 
 QLabel* LaufFensterAnsicht::reglerwert(int index) {
@@ -214,9 +229,10 @@ QWidget* LaufFensterAnsicht::meldungszeile() {
     auto* zeile = new QGridLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
     zeile->setVerticalSpacing(2);
-    for (int i = 0; i < static_cast<int>(ACHSENZEILEN.size()); ++i) {
+    for (int i = 0; i < ACHSENBERICHTE; ++i) {
         auto* text = benannt(new QPlainTextEdit("Text3"), feldname("Text3", i));
         text->setReadOnly(true);
+        Text3_[static_cast<std::size_t>(i)] = text;
         text->setFixedHeight(text->fontMetrics().lineSpacing() * 4 + 12);
         zeile->addWidget(new QLabel(ACHSENZEILEN[static_cast<std::size_t>(i)].name), 0, i);
         zeile->addWidget(text, 1, i);
@@ -290,6 +306,26 @@ void LaufFensterAnsicht::spurenSchreiben() {
     for (std::size_t i = 0; i < Erg_.size(); ++i)
         if (Erg_[i]->text() != spuren_[i])
             Erg_[i]->setText(spuren_[i]);
+}
+
+void LaufFensterAnsicht::HScroll1(int index, int wert) {
+    HScroll1_[static_cast<std::size_t>(index)]->setValue(wert);
+}
+
+void LaufFensterAnsicht::HScroll2(int wert) {
+    HScroll2_->setValue(wert);
+}
+
+void LaufFensterAnsicht::Text3(int index, const std::string& text) {
+    berichte_[static_cast<std::size_t>(index)] = qt(text);
+    if (!berichtstakt_->isActive())
+        berichtstakt_->start();
+}
+
+void LaufFensterAnsicht::berichteSchreiben() {
+    for (std::size_t i = 0; i < Text3_.size(); ++i)
+        if (!berichte_[i].isNull() && Text3_[i]->toPlainText() != berichte_[i])
+            Text3_[i]->setPlainText(berichte_[i]);
 }
 
 void LaufFensterAnsicht::Command1(int index, std::string_view text) {

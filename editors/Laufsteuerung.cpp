@@ -6,13 +6,8 @@
 
 #include <utility>
 
-Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                             std::vector<Stick*> sticks)
-    : zustand_(zustand)
-    , joystick_(joystick)
-    , eingabe_(eingabe)
-    , zeitgeber_(zeitgeber)
-    , sticks_(std::move(sticks)) {}
+Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber)
+    : zustand_(zustand), joystick_(joystick), eingabe_(eingabe), zeitgeber_(zeitgeber) {}
 
 Laufsteuerung::~Laufsteuerung() = default;
 
@@ -25,7 +20,7 @@ void Laufsteuerung::DannLoeschen::operator()(LaufFensterAnsicht* ansicht) const 
 
 bool Laufsteuerung::laden() {
     entladen();
-    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_, sticks_));
+    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_));
     auto* ansicht = ansicht_.get();
     connect(ansicht, &LaufFensterAnsicht::hauptformVerbergenGewuenscht, this,
             &Laufsteuerung::hauptformVerbergen);
@@ -49,8 +44,10 @@ bool Laufsteuerung::laden() {
 void Laufsteuerung::entladen() {
     if (!ansicht_)
         return;
-    ansicht_->entladen();
+    const auto fehler = ansicht_->entladen();
     ansicht_.reset();
+    if (fehler)
+        fehlermeldung(nullptr, *fehler, "Einstellungen nicht gespeichert");
 }
 
 void Laufsteuerung::nachAbbruch(int nummer, const QString& text) {

@@ -6,7 +6,6 @@
 #include <QObject>
 
 #include <memory>
-#include <vector>
 
 class LaufFensterAnsicht;
 
@@ -14,8 +13,7 @@ class Laufsteuerung final : public QObject {
     Q_OBJECT
 
 public:
-    Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                  std::vector<Stick*> sticks);
+    Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber);
     ~Laufsteuerung() override;
 
     /// Whether a run is on.
@@ -42,6 +40,5 @@ private:
     Joystick& joystick_;
     Eingabe& eingabe_;
     Zeitgeber& zeitgeber_;
-    std::vector<Stick*> sticks_;
     std::unique_ptr<LaufFensterAnsicht, DannLoeschen> ansicht_;
 };

@@ -4,6 +4,7 @@
 #include "editors/Laufsteuerung.h"
 #include "platform/Prozess.h"
 #include "store/LaufzeitFehler.h"
+#include "store/ZusatzFunktionen.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -58,8 +59,9 @@ QLineEdit* anzeigefeld(const QString& name, const QString& text) {
 
 } // namespace
 
-frmHaupt::frmHaupt(GobalVariable& global, Laufsteuerung& laufsteuerung, Prozess& prozess)
-    : global_(global), laufsteuerung_(laufsteuerung), prozess_(prozess) {
+frmHaupt::frmHaupt(GobalVariable& global, ZusatzFunktionen& achsen, Laufsteuerung& laufsteuerung,
+                   Prozess& prozess)
+    : global_(global), achsen_(achsen), laufsteuerung_(laufsteuerung), prozess_(prozess) {
     setObjectName("frmHaupt");
     setWindowTitle("Game-Pad-Konfic");
     aufbauen();
@@ -89,7 +91,7 @@ QWidget* frmHaupt::kopf() {
     Combo1_->setInsertPolicy(QComboBox::NoInsert);
     Combo1_->setCompleter(nullptr);
     connect(Combo1_, &QComboBox::editTextChanged, this,
-            [this](const QString& text) { global_.SchemaName = text.toStdString(); });
+            [this](const QString& text) { global_.SchemaName = global_.Schemaauswahl = text.toStdString(); });
     connect(Combo1_, &QComboBox::activated, this, [this] { Combo1Klick(); });
     auto* name = benannt(new QLabel("Schema wählen:"), feldname("Label1", 0));
     name->setBuddy(Combo1_);
@@ -217,6 +219,7 @@ void frmHaupt::laden() {
     }
     if (Combo1_->count() == 0) {
         volleHoehe(false);
+        achsen_.AchsenLaden(); // makes the file in which a first Schema finds its row
         return;
     }
     Combo1_->setCurrentIndex(0);
@@ -238,6 +241,7 @@ void frmHaupt::Combo1Klick() {
     if (stelle != namen.end())
         Text1_->setText(qt(schemata_.SchemaPfade[static_cast<std::size_t>(stelle - namen.begin())]));
     global_.SchemaName = name;
+    achsen_.AchsenLaden();
 }
 
 // --- the buttons ---

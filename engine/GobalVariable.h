@@ -14,6 +14,9 @@ struct GobalVariable {
     std::string HilfePfad;     ///< full path of the help page
 
     std::string SchemaName; ///< name of the current `Schema`
+    /// What the main form's list of `Schema`s shows. The axis assignment goes by this name, also where an
+    /// editor works on another `Schema`.
+    std::string Schemaauswahl;
 
     /// 1 while the left stick's editor is open, 2 once the right one has been loaded, 0 after the left one
     /// closed.

@@ -6,8 +6,9 @@
 
 class LaufzeitFehler;
 
-/// Output of LaufFenster, by the controls it goes to. All texts are UTF-8. Only changes are handed over, so
-/// an implementation may write through at once.
+/// Output of LaufFenster, by the controls it goes to. All texts are UTF-8. Only changes are handed over,
+/// so an implementation may write through at once; the caption and `Erg` alone may come again as they are,
+/// and reports may come every millisecond.
 class LaufAnzeige {
 public:
     LaufAnzeige() = default;
@@ -23,6 +24,12 @@ public:
     virtual void gedrueckteTasten(int zahl) = 0;
     /// `Erg`(index), the engine's trace labels 0 to 8.
     virtual void Erg(int index, const std::string& text) = 0;
+    /// Value of the scroll bar `HScroll1`(index), as the store has it.
+    virtual void HScroll1(int index, int wert) = 0;
+    /// Value of `HScroll2`.
+    virtual void HScroll2(int wert) = 0;
+    /// `Text3`(index), the report of a smoothed axis; comes only while the test panel is folded out.
+    virtual void Text3(int index, const std::string& text) = 0;
     /// Caption of `Command1`(index).
     virtual void Command1(int index, std::string_view text) = 0;
     /// Folds the test panel out or back.

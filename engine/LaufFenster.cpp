@@ -2,9 +2,10 @@
 
 #include "engine/LaufAnzeige.h"
 #include "engine/XPTaste.h"
-#include "store/LaufzeitFehler.h"
+#include "store/SenLesSchr.h"
 #include "store/modSpeichern.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -49,6 +50,10 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     , xpTaste_(umgebung.eingabe, [this] { wiederholung_.WiederholungPruefen(); })
     , wiederholung_(zustand_.wiederholung, zustand_.gehaltene, xpTaste_, zeitgeber_)
     , tastenAktion_(zustand_.tasten, zustand_.gehaltene, wiederholung_, xpTaste_, zeitgeber_, anzeige_)
+    , entwackeln_(zustand_.entwackeln, zustand_.achsen, regler_, zeitgeber_, anzeige_)
+    , dienste_{zeitgeber_,         umgebung.eingabe, xpTaste_,    tastenAktion_,
+               zustand_.gehaltene, zustand_.timer,   entwackeln_, anzeige_}
+    , schubregler_(zustand_.schub, zustand_.achsen, dienste_)
     , tmrSpiel_(zeitgeber_.formularzeitgeber([this] { tmrSpielTakt(); }))
     , Timer1_(zeitgeber_.formularzeitgeber([] {})) {
     // A pad that was never there presses nothing.
@@ -60,10 +65,12 @@ LaufFenster::~LaufFenster() = default;
 void LaufFenster::laden() {
     auto& global = zustand_.global;
     global.Alle_Variablen_loeschen();
+    reglerLesen();
     Aktionen_ = TastenLaufLesen(global.DatenbankPfad, global.SchemaName);
     TasteBelegen();
     if (const auto funktion = FunktionLesen(global.DatenbankPfad, global.SchemaName))
         anzeige_.Option1(*funktion);
+    schubregler_.erstellen();
     sticktabellenLaden(STANDART);
 
     geladen_ = true;
@@ -74,15 +81,44 @@ void LaufFenster::laden() {
     tmrSpiel_->Enabled(true);
 }
 
-void LaufFenster::beenden() {
+std::optional<LaufzeitFehler> LaufFenster::beenden() {
     if (!std::exchange(geladen_, false))
-        return;
+        return std::nullopt;
     const auto& global = zustand_.global;
     anzeige_.hauptformZurueck(global.OffenerEditor != 1 && global.OffenerEditorR != 1);
     wiederholung_.anhalten();
+    entwackeln_.EntwackelnStoppen();
+    auto fehler = reglerSchreiben();
     AlleTimerBeenden(zeitgeber_);
     Timer1_->Enabled(false);
     tmrSpiel_->Enabled(false);
+    return fehler;
+}
+
+void LaufFenster::reglerLesen() {
+    const auto& global = zustand_.global;
+    SensibleLesenSchreiben(global.DatenbankPfad, global.SchemaName, regler_, false);
+    SensibleRLesenSchreiben(global.DatenbankPfad, global.SchemaName, regler_, false);
+    // A copy: a scroll bar that is set comes back as a change.
+    const auto werte = regler_;
+    for (std::size_t i = 0; i < werte.HScroll1.size(); ++i)
+        anzeige_.HScroll1(static_cast<int>(i), werte.HScroll1[i]);
+    anzeige_.HScroll2(werte.HScroll2);
+    HScroll2Aenderung(werte.HScroll2);
+}
+
+// The rows are two: what one of them fails with does not keep the other from being written.
+std::optional<LaufzeitFehler> LaufFenster::reglerSchreiben() {
+    const auto& global = zustand_.global;
+    std::optional<LaufzeitFehler> erster;
+    for (const auto schreiben : {SensibleLesenSchreiben, SensibleRLesenSchreiben})
+        try {
+            schreiben(global.DatenbankPfad, global.SchemaName, regler_, true);
+        } catch (const LaufzeitFehler& fehler) {
+            if (!erster)
+                erster.emplace(fehler);
+        }
+    return erster;
 }
 
 void LaufFenster::abbrechen(const LaufzeitFehler& fehler) {
@@ -113,7 +149,7 @@ void LaufFenster::tmrSpielTakt() {
     Beschriften();
     StickAuswerten();
     SteuerkreuzAuswerten();
-    // The slider is evaluated here, last.
+    schubregler_.auswerten();
 }
 
 void LaufFenster::Beschriften() {
@@ -212,12 +248,12 @@ void LaufFenster::tastenflanken() {
 
 void LaufFenster::StickAuswerten() {
     for (auto* stick : sticks_) {
-        auto position = stick->lesen();
+        auto position = stick->lesen(dienste_);
         if (!(static_cast<std::uint32_t>(stick->StickSperre) & bit(Ebene_))) {
             if (!stick->grenzen.enthaeltX(position.x))
-                stick->auswerten(position, Ebene_);
+                stick->auswerten(dienste_, position, Ebene_);
             if (!stick->grenzen.enthaeltY(position.y))
-                stick->auswerten(position, Ebene_);
+                stick->auswerten(dienste_, position, Ebene_);
         }
         stick->position = position;
     }
@@ -241,12 +277,32 @@ void LaufFenster::Command1Klick(int index) {
     angehalten = !angehalten;
     const std::string_view ruhetext = index == KNOPF_STOP ? "Stop" : "SensiTast";
     tmrSpiel_->Enabled(!angehalten);
+    if (angehalten)
+        pollHalten();
     anzeige_.Command1(index, angehalten ? "Start" : ruhetext);
-    if (index == KNOPF_SENSITAST)
+    if (index == KNOPF_SENSITAST) {
+        entwackeln_.berichten(angehalten);
         anzeige_.testfeld(angehalten);
+    }
+}
+
+// Held keys stay held, and all other timers go on.
+void LaufFenster::pollHalten() {
+    if (!entwackeln_.laeuft())
+        return;
+    entwackeln_.EntwackelnStoppen();
+    zeitgeber_.KillTimer(timerid::RECHTS_ABSOLUT);
+    zeitgeber_.KillTimer(timerid::LINKS_ABSOLUT);
+}
+
+void LaufFenster::HScroll1Aenderung(int index, int wert) {
+    const auto i = static_cast<std::size_t>(index);
+    regler_.HScroll1[i] = std::clamp(wert, HSCROLL1_BEREICHE[i].min, HSCROLL1_BEREICHE[i].max);
+    entwackeln_.EntwackelnStoppen(); // the next tick starts it anew
 }
 
 void LaufFenster::HScroll2Aenderung(int wert) {
+    regler_.HScroll2 = wert;
     wiederholung_.intervall(std::chrono::milliseconds{wert});
 }
 

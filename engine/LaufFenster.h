@@ -11,12 +11,17 @@
 // A resume by one button ends the halt by the other, whose caption stays.
 #pragma once
 
+#include "engine/Entwackeln.h"
 #include "engine/GesicherterZeitgeber.h"
+#include "engine/Laufdienste.h"
 #include "engine/Laufzustand.h"
+#include "engine/Schubregler.h"
 #include "engine/Steuerkreuz.h"
 #include "engine/Stick.h"
 #include "engine/XPTaste.h"
 #include "platform/Joystick.h"
+#include "store/LaufzeitFehler.h"
+#include "store/Regler.h"
 #include "store/modLesen.h"
 
 #include <array>
@@ -47,9 +52,10 @@ public:
     /// Load of the window: reads the `Schema`, hides the main form, starts the poll. Throws LaufzeitFehler
     /// when the `Schema` can't be read; nothing runs then and the main form stays.
     void laden();
-    /// Ends the run: the main form comes back, all timers stop. Held keys are not released. A second call
-    /// does nothing.
-    void beenden();
+    /// Ends the run: the main form comes back, the scroll bars are stored, all timers stop. Held keys are not
+    /// released. A second call does nothing. Gives the error that kept the scroll bars from being stored;
+    /// everything else has happened then, too.
+    std::optional<LaufzeitFehler> beenden();
 
     void Beschriften();
     void TasteBelegen();
@@ -58,6 +64,7 @@ public:
 
     /// The window's controls.
     void Command1Klick(int index);
+    void HScroll1Aenderung(int index, int wert);
     void HScroll2Aenderung(int wert);
     void Option1Klick(int index);
 
@@ -69,6 +76,9 @@ public:
 private:
     void tmrSpielTakt();
     void abbrechen(const LaufzeitFehler& fehler);
+    void reglerLesen();
+    std::optional<LaufzeitFehler> reglerSchreiben();
+    void pollHalten();
 
     void ebeneVerlassen();
     bool umschalttaste1();
@@ -87,6 +97,10 @@ private:
     XPTaste xpTaste_;
     Wiederholung wiederholung_;
     TastenAktion tastenAktion_;
+    Reglerwerte regler_;
+    Entwackeln entwackeln_;
+    Laufdienste dienste_;
+    Schubregler schubregler_;
     std::unique_ptr<Formularzeitgeber> tmrSpiel_;
     std::unique_ptr<Formularzeitgeber> Timer1_; // has no procedure
 

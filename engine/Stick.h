@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+struct Laufdienste;
+
 /// Bounds of the field in which a stick stands, all inclusive.
 struct FeldGrenzen {
     std::int32_t xMax = 0;
@@ -33,10 +35,10 @@ public:
     /// Loads lines, actions and `StickSperre` of a layer.
     virtual void tabellenLaden(int ebene) = 0;
     /// The smoothed position as it is now.
-    virtual Stickposition lesen() = 0;
+    virtual Stickposition lesen(const Laufdienste& dienste) = 0;
     /// The stick has left `grenzen`: finds the field, ends and starts actions, sets `grenzen`. May change
     /// `position`.
-    virtual void auswerten(Stickposition& position, int ebene) = 0;
+    virtual void auswerten(const Laufdienste& dienste, Stickposition& position, int ebene) = 0;
 
     FeldGrenzen grenzen;
     Stickposition position;       ///< last one handed through the poll cycle

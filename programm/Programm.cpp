@@ -3,8 +3,9 @@
 #include <QApplication>
 
 Programm::Programm(const Plattform& plattform)
-    : laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber, {})
-    , hauptform_(zustand_.global, laufsteuerung_, plattform.prozess) {
+    : zustand_(plattform.joystick, plattform.gamepadXml)
+    , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
+    , hauptform_(zustand_.global, zustand_.achsen, laufsteuerung_, plattform.prozess) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);

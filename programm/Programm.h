@@ -5,12 +5,15 @@
 #include "editors/frmHaupt.h"
 #include "engine/Laufzustand.h"
 
+#include <string>
+
 /// What the program takes from its platform; all of it outlives the program.
 struct Plattform {
     Joystick& joystick;
     Eingabe& eingabe;
     Zeitgeber& zeitgeber;
     Prozess& prozess;
+    std::string gamepadXml; ///< path of the axis assignment file
 };
 
 class Programm {

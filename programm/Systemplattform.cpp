@@ -1,3 +1,7 @@
 #include "programm/Systemplattform.h"
 
-Systemplattform::Systemplattform() : wahl_(eingabeWaehlen(eingabeKandidaten(layout_))) {}
+#include <QCoreApplication>
+
+Systemplattform::Systemplattform()
+    : wahl_(eingabeWaehlen(eingabeKandidaten(layout_)))
+    , gamepadXml_((QCoreApplication::applicationDirPath() + "/Gamepad.xml").toStdString()) {}

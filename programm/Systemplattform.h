@@ -13,7 +13,7 @@ class Systemplattform {
 public:
     Systemplattform();
 
-    Plattform plattform() { return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_}; }
+    Plattform plattform() { return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_, gamepadXml_}; }
     /// Which injection serves, and why others do not.
     const EingabeWahl& eingabewahl() const { return wahl_; }
 
@@ -23,4 +23,5 @@ private:
     SdlJoystick joystick_;
     QtZeitgeber zeitgeber_;
     LinuxProzess prozess_;
+    std::string gamepadXml_; ///< beside the executable
 };

@@ -11,6 +11,7 @@ enum class Fehlernummer {
     FalscherIndex = 9,
     DivisionDurchNull = 11,
     FalscherTyp = 13,
+    SchluesselVergeben = 457,
     KeinAddNewOderEdit = 3020,
     KeinAktuellerSatz = 3021,
     DoppelterSchluessel = 3022,

@@ -74,7 +74,8 @@ class Formtest : public ::testing::Test {
 protected:
     /// Starts the program on the database as it is now.
     void starten() {
-        programm_ = std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_});
+        programm_ = std::make_unique<Programm>(
+            Plattform{pad_, eingabe_, uhr_, prozess_, (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
     }
     ~Formtest() override {

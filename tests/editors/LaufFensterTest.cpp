@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QTest>
 
 namespace {
 
@@ -69,7 +70,7 @@ TEST_F(LaufFensterForm, HasEveryControlWithItsFirstText) {
         EXPECT_EQ(label(QString("Erg(%1)").arg(i)), "");
 }
 
-TEST_F(LaufFensterForm, ScrollBarsHaveTheirRangesAndStartValuesAndShowThem) {
+TEST_F(LaufFensterForm, ScrollBarsHaveTheirRangesAndTheValuesOfAFirstStartAndShowThem) {
     laufen();
     std::vector<Leiste> leisten;
     for (int i = 0; i < 12; ++i) {
@@ -79,18 +80,18 @@ TEST_F(LaufFensterForm, ScrollBarsHaveTheirRangesAndStartValuesAndShowThem) {
         eine.setValue(15);
         EXPECT_EQ(label(QString("Label3(%1)").arg(i)), "15");
     }
-    EXPECT_EQ(leisten, (std::vector<Leiste>{{1, 30, 1},
+    EXPECT_EQ(leisten, (std::vector<Leiste>{{1, 30, 30},
                                             {0, 15, 0},
-                                            {1, 30, 1},
+                                            {1, 30, 30},
                                             {0, 15, 0},
-                                            {0, 1000, 0},
-                                            {0, 1000, 0},
-                                            {1, 30, 1},
+                                            {0, 1000, 400},
+                                            {0, 1000, 400},
+                                            {1, 30, 30},
                                             {0, 15, 0},
-                                            {1, 30, 1},
-                                            {0, 15, 1},
-                                            {0, 1000, 0},
-                                            {0, 1000, 1}}));
+                                            {1, 30, 30},
+                                            {0, 15, 0},
+                                            {0, 1000, 400},
+                                            {0, 1000, 400}}));
     EXPECT_EQ(leiste("HScroll2").maximum(), 500);
     EXPECT_EQ(leiste("HScroll2").minimum(), 0);
 }
@@ -269,7 +270,9 @@ TEST_F(LaufFensterForm, ALockedDatabaseKeepsARunFromStarting) {
 
 TEST_F(LaufFensterForm, ADatabaseThatCanOnlyBeReadLetsARunStart) {
     datenbank_.sql("UPDATE tblTastatur SET Funktion = 2;");
-    starten();
+    laufen(); // a first run lays the rows that every later one finds
+    laufFenster()->close();
+    ereignisse();
     RoheVerbindung andere(datenbank_.pfad());
     andere.sql("BEGIN IMMEDIATE;"); // others may read, nobody may write
     Boxleser boxen;
@@ -280,6 +283,87 @@ TEST_F(LaufFensterForm, ADatabaseThatCanOnlyBeReadLetsARunStart) {
     tastenDruecken(4);
     vergehen(5);
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
+}
+
+TEST_F(LaufFensterForm, KeepsTheScrollBarsFromOneRunToTheNext) {
+    laufen();
+    for (int i = 0; i < 12; ++i)
+        leiste(QString("HScroll1(%1)").arg(i)).setValue(i + 2);
+    leiste("HScroll2").setValue(77);
+    laufFenster()->close();
+    ereignisse();
+    EXPECT_EQ(datenbank_.zeilen("SELECT * FROM Sensible"),
+              (Tabellenbild{{"S", "2", "4", "3", "5", "6", "7", "77"}}));
+    EXPECT_EQ(datenbank_.zeilen("SELECT * FROM SensibleR"),
+              (Tabellenbild{{"S", "8", "10", "9", "11", "12", "13"}}));
+
+    starter().click();
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(leiste(QString("HScroll1(%1)").arg(i)).value(), i + 2) << i;
+    EXPECT_EQ(leiste("HScroll2").value(), 77);
+    EXPECT_EQ(label("Label4"), "77");
+}
+
+TEST_F(LaufFensterForm, ScrollBarsThatCannotBeStoredGiveOneBoxAndTheRunEnds) {
+    laufen();
+    leiste("HScroll1(4)").setValue(17);
+    RoheVerbindung andere(datenbank_.pfad());
+    andere.sql("BEGIN IMMEDIATE;");
+    Boxleser boxen;
+    laufFenster()->close();
+    ereignisse();
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_EQ(boxen.gesehen()[0].titel, "Einstellungen nicht gespeichert");
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_TRUE(haupt().isVisible());
+    EXPECT_EQ(uhr_.laufende(), 0U);
+}
+
+TEST_F(LaufFensterForm, AMovedScrollBarStartsTheSmoothingAnew) {
+    laufen();
+    vergehen(5);
+    EXPECT_TRUE(uhr_.laeuft(3939));
+    leiste("HScroll1(3)").setValue(4);
+    EXPECT_FALSE(uhr_.laeuft(3939));
+    vergehen(5);
+    EXPECT_TRUE(uhr_.laeuft(3939));
+}
+
+TEST_F(LaufFensterForm, ReportsOfTheSmoothingComeOnlyWhileTheTestPanelShows) {
+    const auto bericht = [this] { return control<QPlainTextEdit>(*laufFenster(), "Text3(0)").toPlainText(); };
+    laufen();
+    pad_.zustand.dwXpos = 30000;
+    vergehen(100);
+    EXPECT_EQ(bericht(), "Text3");
+
+    auto& halt = control<QPushButton>(*laufFenster(), "Command1(0)");
+    auto& sensitast = control<QPushButton>(*laufFenster(), "Command1(1)");
+    sensitast.click(); // folds out and halts the poll,
+    halt.click();
+    halt.click(); // which goes on with the panel in sight
+    vergehen(100);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bericht() == "30 --- 0\n30000  ---  29\n\n29 --- 30000"; }))
+        << bericht().toStdString();
+
+    sensitast.click();
+    pad_.zustand.dwXpos = 100;
+    vergehen(100);
+    QTest::qWait(100);
+    EXPECT_EQ(bericht(), "30 --- 0\n30000  ---  29\n\n29 --- 30000");
+}
+
+TEST_F(LaufFensterForm, ShowsTheZonesOfBothSticksInItsTestPanel) {
+    laufen();
+    control<QPushButton>(*laufFenster(), "Command1(1)").click();
+    control<QPushButton>(*laufFenster(), "Command1(0)").click();
+    control<QPushButton>(*laufFenster(), "Command1(0)").click();
+    pad_.zustand.dwXpos = 100;
+    pad_.zustand.dwRpos = 65000;
+    vergehen(20);
+    EXPECT_EQ(label("Erg(0)"), "Links:  27072");
+    EXPECT_EQ(label("Erg(1)"), "Mitte:  ");
+    EXPECT_EQ(label("Erg(5)"), "Mitte:  ");
+    EXPECT_EQ(label("Erg(6)"), "Unten:  39679");
 }
 
 TEST_F(LaufFensterForm, NoPadPressesNothingAndAPadMayComeLater) {

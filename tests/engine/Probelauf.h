@@ -26,7 +26,7 @@ public:
         datenbank.sql("INSERT INTO tblTastatur (" + spalten + ") VALUES (" + werte + ")");
         datenbank.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S')");
         zustand.global.DatenbankPfad = datenbank.pfad();
-        zustand.global.SchemaName = "S";
+        zustand.global.SchemaName = zustand.global.Schemaauswahl = "S";
     }
 
     LaufFenster& fensterOeffnen() {
@@ -47,9 +47,9 @@ public:
     }
 
     Testdatenbank datenbank;
-    Laufzustand zustand;
     ProbeUhr uhr;
     ProbeJoystick pad;
+    Laufzustand zustand{pad, (datenbank.ordner() / "Gamepad.xml").string()};
     ProbeEingabe eingabe;
     ProbeAnzeige anzeige;
     std::vector<Stick*> sticks;

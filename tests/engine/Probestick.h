@@ -18,13 +18,13 @@ public:
         if (beimLaden)
             beimLaden();
     }
-    Stickposition lesen() override {
+    Stickposition lesen(const Laufdienste&) override {
         merken("lesen");
         if (beimLesen)
             beimLesen();
         return ort;
     }
-    void auswerten(Stickposition& wo, int ebene) override {
+    void auswerten(const Laufdienste&, Stickposition& wo, int ebene) override {
         merken("auswerten (" + std::to_string(wo.x) + "," + std::to_string(wo.y) + ") in Ebene " +
                std::to_string(ebene));
         if (beimAuswerten)

@@ -25,6 +25,13 @@ public:
     void Erg(int index, const std::string& text) override {
         merken("Erg(" + std::to_string(index) + ")", text);
     }
+    void HScroll1(int index, int wert) override {
+        merken("HScroll1(" + std::to_string(index) + ")", std::to_string(wert));
+    }
+    void HScroll2(int wert) override { merken("HScroll2", std::to_string(wert)); }
+    void Text3(int index, const std::string& text) override {
+        merken("Text3(" + std::to_string(index) + ")", text);
+    }
     void Command1(int index, std::string_view text) override {
         merken("Command1(" + std::to_string(index) + ")", text);
     }

@@ -1,15 +1,16 @@
 #include "tests/spur/Spieler.h"
 
-#include "engine/LaufAnzeige.h"
 #include "engine/LaufFenster.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
 #include "store/LaufzeitFehler.h"
 #include "store/Regler.h"
+#include "tests/hilfen/StummeAnzeige.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <algorithm>
+#include <fstream>
 #include <memory>
 
 namespace fs = std::filesystem;
@@ -19,6 +20,8 @@ namespace {
 using Art = Spureingabe::Art;
 
 constexpr const char* SCHEMA = "S";
+constexpr const char* DATENBANK = "Belegung.twk";
+constexpr const char* GAMEPAD_XML = "Gamepad.xml";
 
 void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweisungen) {
     RoheVerbindung datenbank(datei.string());
@@ -33,14 +36,50 @@ void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweis
     }
 }
 
-class Spieler final : private LaufAnzeige {
+std::string attribut(const std::string& name, const std::string& wert) {
+    std::string text;
+    for (const char zeichen : wert)
+        text += zeichen == '&'   ? "&amp;"
+                : zeichen == '<' ? "&lt;"
+                : zeichen == '"' ? "&quot;"
+                                 : std::string(1, zeichen);
+    return " " + name + "=\"" + text + "\"";
+}
+
+// The row of the `Schema`, as text: slider texts that the program itself would not write are wanted, too.
+void gamepadXmlSchreiben(const fs::path& datei, const Szenario& szenario) {
+    constexpr std::array SPALTEN{"dwXPos", "dwYPos", "dwZPos", "dwRPos", "dwUPos", "dwVPos"};
+    std::ofstream xml(datei);
+    xml << "<xml xmlns:s='uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882'"
+           " xmlns:dt='uuid:C2F41010-65B3-11d1-A29F-00AA00C14882'"
+           " xmlns:rs='urn:schemas-microsoft-com:rowset' xmlns:z='#RowsetSchema'><s:Schema id='RowsetSchema'>"
+           "<s:ElementType name='row'>";
+    int nummer = 0;
+    const auto spalte = [&](const std::string& name) {
+        xml << "<s:AttributeType name='" << name << "' rs:number='" << ++nummer
+            << "' rs:nullable='true' rs:write='true'><s:datatype dt:type='string' dt:maxLength='1000'/>"
+               "</s:AttributeType>";
+    };
+    spalte("Schema");
+    for (const auto* name : SPALTEN)
+        spalte(name);
+    spalte("Schubregler");
+    xml << "</s:ElementType></s:Schema><rs:data><z:row" << attribut("Schema", SCHEMA);
+    for (std::size_t i = 0; i < SPALTEN.size(); ++i)
+        xml << attribut(SPALTEN[i], szenario.achsen[i]);
+    if (!szenario.schub.empty())
+        xml << attribut("Schubregler", szenario.schub);
+    xml << "/></rs:data></xml>";
+}
+
+class Spieler final : private StummeAnzeige {
 public:
-    explicit Spieler(const fs::path& datenbank)
-        : eingabe_([this](const INPUT& ereignis) {
+    explicit Spieler(const fs::path& ordner)
+        : zustand_(pad_, (ordner / GAMEPAD_XML).string()), eingabe_([this](const INPUT& ereignis) {
             ergebnis_.ereignisse.push_back({uhr_.jetzt(), ereignistext(ereignis)});
         }) {
-        zustand_.global.DatenbankPfad = datenbank.string();
-        zustand_.global.SchemaName = SCHEMA;
+        zustand_.global.DatenbankPfad = (ordner / DATENBANK).string();
+        zustand_.global.SchemaName = zustand_.global.Schemaauswahl = SCHEMA;
     }
 
     Spurergebnis spielen(const Szenario& szenario) {
@@ -103,7 +142,7 @@ private:
             throw Szenariofehler("start while a run is on");
         abgebrochen_ = false;
         lauf_ = std::make_unique<LaufFenster>(
-            Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this, std::span<Stick* const>{}});
+            Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this, zustand_.sticks});
         try {
             lauf_->laden();
         } catch (const LaufzeitFehler& fehler) {
@@ -122,6 +161,8 @@ private:
     void regler(const Spureingabe& eingabe) {
         if (eingabe.index == REGLER)
             lauf().HScroll2Aenderung(static_cast<int>(eingabe.wert));
+        else
+            lauf().HScroll1Aenderung(static_cast<int>(eingabe.index), static_cast<int>(eingabe.wert));
     }
 
     std::uint32_t& achse(std::uint32_t index) {
@@ -137,15 +178,6 @@ private:
         return *lauf_;
     }
 
-    void titel(const std::string&) override {}
-    void lblUmschalt(std::string_view) override {}
-    void gedrueckteTasten(int) override {}
-    void Erg(int, const std::string&) override {}
-    void Command1(int, std::string_view) override {}
-    void testfeld(bool) override {}
-    void Option1(int) override {}
-    void hauptformVerbergen() override {}
-    void hauptformZurueck(bool) override {}
     void abgebrochen(const LaufzeitFehler& fehler) override {
         abgebrochen_ = true;
         ergebnis_.fehler = fehler.zahl();
@@ -155,8 +187,8 @@ private:
     Spurergebnis ergebnis_;
     ProbeUhr uhr_;
     ProbeJoystick pad_;
-    ProbeEingabe eingabe_;
     Laufzustand zustand_;
+    ProbeEingabe eingabe_;
     bool abgebrochen_ = false;
     std::unique_ptr<LaufFenster> lauf_;
 };
@@ -177,10 +209,11 @@ std::string laufende(const std::optional<int>& fehler) {
 
 Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank) {
     const Testordner ordner;
-    const auto datenbank = ordner.pfad() / "Belegung.twk";
+    const auto datenbank = ordner.pfad() / DATENBANK;
     fs::copy_file(leereDatenbank, datenbank);
     sqlAusfuehren(datenbank, szenario.sql);
-    return Spieler(datenbank).spielen(szenario);
+    gamepadXmlSchreiben(ordner.pfad() / GAMEPAD_XML, szenario);
+    return Spieler(ordner.pfad()).spielen(szenario);
 }
 
 std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis,

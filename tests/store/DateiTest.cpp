@@ -17,7 +17,6 @@ using testing::IsEmpty;
 
 namespace {
 
-
 void schemaLegen(const Testdatenbank& datei) {
     datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S')");
 }

@@ -1,0 +1,72 @@
+// The run image of one stick: the lines that cut its plane, and the actions of its fields as one text.
+//
+// A field is named by four numbers, the inner line of its band to the left, right, up and down or 0; its key
+// is their digits one after the other. StickAktionen holds the action rows as ";key+action;key+action;".
+#pragma once
+
+#include "store/Datenbank.h"
+#include "store/Stickseite.h"
+#include "store/modLesen.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Order of the four lists of lines.
+namespace richtung {
+inline constexpr std::size_t LINKS = 0;
+inline constexpr std::size_t RECHTS = 1;
+inline constexpr std::size_t OBEN = 2;
+inline constexpr std::size_t UNTEN = 3;
+} // namespace richtung
+
+/// A line as its decimal text; the empty text ends a list.
+class Linie {
+public:
+    explicit Linie(std::string text);
+
+    const std::string& text() const { return text_; }
+    bool endmarke() const { return text_.empty(); }
+    /// Position in the plane; the end mark lies behind every position. Throws LaufzeitFehler 13 for a text
+    /// that is no number.
+    std::int32_t wert() const { return wert_ ? *wert_ : keineZahl(); }
+
+private:
+    [[noreturn]] std::int32_t keineZahl() const;
+
+    std::string text_;
+    std::optional<std::int32_t> wert_;
+};
+
+/// Lines of one direction from the centre outward, closed by the end mark.
+using Linienliste = std::vector<Linie>;
+
+struct Sticktabellen {
+    std::array<Linienliste, RICHTUNGEN> StickLinien;
+    std::string StickAktionen;    ///< "" for a layer without actions
+    std::int32_t StickSperre = 0; ///< bit n: the stick is not evaluated in layer n
+};
+
+/// The lines of one direction as a list, out of the text "line;line;". Only one line of one digit gives a
+/// list without end mark whose entry still holds the ";": it can't be played with.
+Linienliste linienliste(std::string_view gesammelt);
+
+/// Reads the tables of a stick for a layer, 0 to 2. A `Schema` without rows gets the twenty default rows.
+/// Throws LaufzeitFehler of the store, 13 for a text where a number belongs.
+Sticktabellen StickTabellenLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,
+                                 int Umschalt);
+
+/// The one connection that stays open, from the first load to the end of the process: a change of layer has
+/// no time to open a file.
+class Stickdatenbank {
+public:
+    /// The open connection to `pfad`. Throws LaufzeitFehler as OpenDatabase does.
+    Database& offen(const std::string& pfad);
+
+private:
+    std::string pfad_;
+    std::optional<Database> datenbank_;
+};

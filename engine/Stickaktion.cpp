@@ -1,0 +1,427 @@
+#include "engine/Stickaktion.h"
+
+#include "engine/Entwackeln.h"
+#include "engine/Felder.h"
+#include "engine/GehalteneTasten.h"
+#include "engine/LaufAnzeige.h"
+#include "engine/Maus.h"
+#include "engine/Rundung.h"
+#include "engine/TastenAktion.h"
+#include "engine/XPTaste.h"
+#include "platform/Eingabe.h"
+#include "platform/Zeitgeber.h"
+#include "store/LaufzeitFehler.h"
+
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+// Types of action, the first character of an action text.
+constexpr char MAUSBEWEGUNG = '0';
+constexpr char MAUSTASTE = '1';
+constexpr char TASTATUR = '2';
+constexpr char SPERRFELD = '4';
+constexpr char ABSOLUTE_POSITION = '5';
+
+// Fields of an action text; field 0 is the type.
+constexpr std::size_t RICHTUNG_ODER_KNOPF = 1;
+constexpr std::size_t SCHRITT = 2;
+constexpr std::size_t INTERVALL = 3;
+constexpr std::size_t SCROLLSPRUNG = 2;
+constexpr std::size_t ZEITGESTEUERT = 1;
+constexpr std::size_t TASTE = 2;
+constexpr std::size_t DRUCKZEIT = 3;
+constexpr std::size_t MIT_WIEDERHOLUNG = 4;
+constexpr std::size_t PAUSENZEIT = 5;
+constexpr std::array<std::size_t, AKTIONSSEITEN> EGO_ZAEHLER{2, 3};
+
+constexpr std::size_t ABSOLUTE_WAHL = 2; // position of the character that tells the kinds of type 5 apart
+
+// More steps at once than the plane has positions come of no assignment that can be played with, and would
+// hold up everything else.
+constexpr std::int64_t GROESSTER_EGOWEG = 65535;
+
+char art(std::string_view aktion) {
+    return aktion.empty() ? '\0' : aktion.front();
+}
+
+char letztes(std::string_view aktion) {
+    return aktion.empty() ? '\0' : aktion.back();
+}
+
+std::string_view zeichen(std::string_view text, std::size_t stelle) {
+    return stelle < text.size() ? text.substr(stelle, 1) : std::string_view{};
+}
+
+class Aktionsfelder {
+public:
+    explicit Aktionsfelder(std::string_view aktion) : felder_(zerlegen(aktion, ',')) {}
+
+    std::string_view text(std::size_t feld) const {
+        if (feld >= felder_.size())
+            throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                                 "Index außerhalb des gültigen Bereichs: Stickaktion mit zu wenigen Feldern");
+        return felder_[feld];
+    }
+    std::int32_t zahl(std::size_t feld) const { return feldzahl(text(feld)); }
+    bool rueckwaerts() const { return text(RICHTUNG_ODER_KNOPF) == "0" || text(RICHTUNG_ODER_KNOPF) == "2"; }
+
+private:
+    std::vector<std::string_view> felder_;
+};
+
+std::chrono::milliseconds dauer(std::string_view text) {
+    return std::chrono::milliseconds{feldzahl(text)};
+}
+
+std::int32_t feldmitte(std::int32_t max, std::int32_t min) {
+    return gerundet((static_cast<double>(max) - min) / 2 + min);
+}
+
+} // namespace
+
+// --- start ---
+
+void Stickaktion::XAktionStarten(const std::string& a) const {
+    switch (art(a)) {
+    case MAUSBEWEGUNG:
+        XMausBewegen(a, "");
+        break;
+    case MAUSTASTE:
+        MausTasteDruecken(a, X_SEITE);
+        break;
+    case TASTATUR:
+        TasteDruecken(a, X_SEITE);
+        break;
+    case SPERRFELD:
+        sperren();
+        break;
+    case ABSOLUTE_POSITION:
+        AbsolutePosition(a);
+        break;
+    default:
+        break;
+    }
+    stand_->AktionAlt[X_SEITE] = a;
+}
+
+void Stickaktion::YAktionStarten(const std::string& a) const {
+    switch (art(a)) {
+    case MAUSBEWEGUNG:
+        YMausBewegen(a);
+        break;
+    case MAUSTASTE:
+        MausTasteDruecken(a, Y_SEITE);
+        break;
+    case TASTATUR:
+        TasteDruecken(a, Y_SEITE);
+        break;
+    case SPERRFELD:
+        sperren();
+        break;
+    case ABSOLUTE_POSITION:
+        AbsolutePosition(a);
+        break;
+    default:
+        break;
+    }
+    stand_->AktionAlt[Y_SEITE] = a;
+}
+
+void Stickaktion::XYAktionStarten(const std::string& ax, const std::string& ay) const {
+    const bool yBewegt = art(ay) == MAUSBEWEGUNG;
+    // A `Sperrfeld` of a band stops nothing here: it only has no action of its own.
+    switch (art(ax)) {
+    case MAUSBEWEGUNG:
+        XMausBewegen(ax, yBewegt ? ay : "");
+        break;
+    case MAUSTASTE:
+        MausTasteDruecken(ax, X_SEITE);
+        break;
+    case TASTATUR:
+        TasteDruecken(ax, X_SEITE);
+        break;
+    case ABSOLUTE_POSITION:
+        AbsolutePosition(ax);
+        break;
+    default:
+        break;
+    }
+    switch (art(ay)) {
+    case MAUSBEWEGUNG:
+        if (art(ax) != MAUSBEWEGUNG) // else it runs in the diagonal
+            YMausBewegen(ay);
+        break;
+    case MAUSTASTE:
+        MausTasteDruecken(ay, Y_SEITE);
+        break;
+    case TASTATUR:
+        TasteDruecken(ay, Y_SEITE);
+        break;
+    case ABSOLUTE_POSITION:
+        AbsolutePosition(ay);
+        break;
+    default:
+        break;
+    }
+    stand_->AktionAlt = {ax, ay};
+}
+
+void Stickaktion::sperren() const {
+    // The mask keeps its bits.
+    for (const auto id : {art_->absolut, art_->maus[X_SEITE].id, art_->maus[Y_SEITE].id})
+        dienste_->zeitgeber.KillTimer(id);
+}
+
+// --- mouse movement ---
+
+void Stickaktion::XMausBewegen(const std::string& a, const std::string& b) const {
+    if (stand_->DiagonalFlag && art(b) == MAUSBEWEGUNG) {
+        diagonaleBewegen(a, b);
+        return;
+    }
+    stand_->MausAktion[Y_SEITE].clear();
+    const std::string aktion = a; // `a` may be the remembered text itself
+    const Aktionsfelder felder(aktion);
+    const auto richtung = felder.text(RICHTUNG_ODER_KNOPF);
+    const auto schritt = felder.zahl(SCHRITT);
+    if (art_->rechtsMitSendInput && richtung == "1") {
+        INPUT eines{};
+        eines.type = INPUT_MOUSE;
+        eines.mi = {schritt, 0, 0, MOUSEEVENTF_MOVE, 0, 0};
+        dienste_->eingabe.SendInput({&eines, 1});
+    } else if (!maus::bewegen(dienste_->eingabe, richtung, schritt)) {
+        return;
+    }
+    stand_->MausAktion[X_SEITE] = aktion;
+    timerSetzen(art_->maus[X_SEITE], felder.text(INTERVALL), &Stickaktion::mausTakt, X_SEITE);
+}
+
+void Stickaktion::diagonaleBewegen(const std::string& a, const std::string& b) const {
+    const std::string x = a; // `a` and `b` may be the remembered texts themselves
+    const std::string y = b;
+    const Aktionsfelder xFelder(x);
+    const Aktionsfelder yFelder(y);
+    // dx always comes from the x action and dy from the y action, whatever their directions.
+    const auto dx = xFelder.rueckwaerts() ? maus::negativ(xFelder.zahl(SCHRITT)) : xFelder.zahl(SCHRITT);
+    const auto dy = yFelder.rueckwaerts() ? maus::negativ(yFelder.zahl(SCHRITT)) : yFelder.zahl(SCHRITT);
+    stand_->MausAktion = {x, y};
+    dienste_->eingabe.mouse_event(MOUSEEVENTF_MOVE, dx, dy, 0, 0);
+    timerSetzen(art_->maus[X_SEITE], xFelder.text(INTERVALL), &Stickaktion::mausTakt, X_SEITE,
+                art_->diagonaleMitBit);
+}
+
+void Stickaktion::YMausBewegen(const std::string& a) const {
+    const std::string aktion = a;
+    stand_->MausAktion[Y_SEITE] = aktion;
+    const Aktionsfelder felder(aktion);
+    if (maus::bewegen(dienste_->eingabe, felder.text(RICHTUNG_ODER_KNOPF), felder.zahl(SCHRITT)))
+        timerSetzen(art_->maus[Y_SEITE], felder.text(INTERVALL), &Stickaktion::mausTakt, Y_SEITE);
+}
+
+void Stickaktion::mausTakt(Aktionsseite seite) const {
+    const auto& aktion = stand_->MausAktion;
+    if (seite == Y_SEITE)
+        YMausBewegen(aktion[Y_SEITE]);
+    else
+        XMausBewegen(aktion[X_SEITE], stand_->DiagonalFlag ? aktion[Y_SEITE] : "");
+}
+
+// --- mouse buttons ---
+
+void Stickaktion::MausTasteDruecken(const std::string& a, Aktionsseite seite) const {
+    const Aktionsfelder felder(a);
+    maus::druecken(dienste_->eingabe, felder.text(RICHTUNG_ODER_KNOPF),
+                   [&felder] { return felder.zahl(SCROLLSPRUNG); });
+    stand_->MausAktion[seite] = a;
+}
+
+void Stickaktion::MausTasteLoslassen(std::string_view a) const {
+    maus::loslassen(dienste_->eingabe, Aktionsfelder(a).text(RICHTUNG_ODER_KNOPF));
+}
+
+// --- keys ---
+
+void Stickaktion::TasteDruecken(const std::string& a, Aktionsseite seite) const {
+    const std::string aktion = a;
+    const Aktionsfelder felder(aktion);
+    const auto taste = felder.text(TASTE);
+    // Read as a number before it is entered: an entry that is no key could never be released.
+    const auto code = tastencode(feldzahl(taste));
+    dienste_->gehaltene.GehaltenPflegen(halteeintrag(art_->slot[seite], taste), 0, dienste_->xpTaste);
+    dienste_->anzeige.titel(dienste_->gehaltene.GehaltenText());
+    dienste_->xpTaste.TasteAbSenden(code);
+    if (felder.zahl(ZEITGESTEUERT) == 0)
+        return;
+    stand_->TastenAktion[seite] = aktion;
+    timerSetzen(art_->taste[seite], felder.text(DRUCKZEIT), &Stickaktion::druckTakt, seite);
+}
+
+void Stickaktion::druckTakt(Aktionsseite seite) const {
+    const std::string aktion = stand_->TastenAktion[seite];
+    const Aktionsfelder felder(aktion);
+    if (felder.zahl(ZEITGESTEUERT) == 0)
+        return;
+    dienste_->tastenAktion.TasteFreigeben(art_->slot[seite], felder.text(TASTE));
+    timerLoeschen(art_->taste[seite]);
+    if (felder.zahl(MIT_WIEDERHOLUNG) == 1)
+        timerSetzen(art_->taste[seite], felder.text(PAUSENZEIT), &Stickaktion::pausenTakt, seite);
+    else
+        stand_->TastenAktion[seite].clear();
+}
+
+void Stickaktion::pausenTakt(Aktionsseite seite) const {
+    timerLoeschen(art_->taste[seite]);
+    TasteDruecken(stand_->TastenAktion[seite], seite);
+}
+
+void Stickaktion::TasteLoslassen(std::string_view a, Aktionsseite seite) const {
+    const Aktionsfelder felder(a);
+    if (felder.zahl(ZEITGESTEUERT) != 0) {
+        if (stand_->TastenAktion[seite].empty())
+            return; // the last press has ended by itself
+        timerLoeschen(art_->taste[seite]);
+    }
+    dienste_->tastenAktion.TasteFreigeben(art_->slot[seite], felder.text(TASTE));
+}
+
+// --- absolute position ---
+
+void Stickaktion::AbsolutePosition(const std::string& a) const {
+    constexpr std::uint32_t ABSOLUT = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    const auto wahl = zeichen(a, ABSOLUTE_WAHL);
+    if (wahl == "0") {
+        dienste_->eingabe.mouse_event(ABSOLUT, feldmitte(grenzen_->xMax, grenzen_->xMin),
+                                      feldmitte(grenzen_->yMax, grenzen_->yMin), 0, 0);
+    } else if (wahl == "1") {
+        const auto wo = dienste_->entwackeln.stickLesen(art_->seite);
+        dienste_->eingabe.mouse_event(ABSOLUT, wo.x, wo.y, 0, 0);
+        stand_->BindenAktion = a;
+        dienste_->zeitgeber.SetTimer(art_->absolut, art_->bindenIntervall,
+                                     [aktion = *this] { aktion.bindenTakt(); });
+        dienste_->timer.TimerSetzen(art_->bindenBit);
+    } else {
+        stand_->EgoDaten = {grenzen_->xMax - grenzen_->xMin, grenzen_->yMax - grenzen_->yMin, grenzen_->xMin,
+                            grenzen_->yMin, a};
+        stand_->EgoStatus = 0;
+        EgoSchritt();
+    }
+}
+
+void Stickaktion::bindenTakt() const {
+    timerLoeschen({art_->absolut, art_->bindenBit});
+    const std::string aktion = stand_->BindenAktion;
+    AbsolutePosition(aktion);
+}
+
+void Stickaktion::EgoSchritt() const {
+    using namespace egostatus;
+    const auto& daten = stand_->EgoDaten;
+    const auto status = stand_->EgoStatus;
+    const Aktionsfelder felder(daten.aktion);
+    const auto wo = dienste_->entwackeln.stickLesen(art_->seite);
+    if (!(status & X_AUSSEN))
+        egoachseBewegen(X_SEITE, wo.x - daten.xMin, daten.breite, felder.text(EGO_ZAEHLER[X_SEITE]));
+    if (!(status & Y_AUSSEN))
+        egoachseBewegen(Y_SEITE, wo.y - daten.yMin, daten.hoehe, felder.text(EGO_ZAEHLER[Y_SEITE]));
+    if (status == (X_AUSSEN | Y_AUSSEN))
+        return;
+    dienste_->zeitgeber.SetTimer(art_->absolut, EGO_INTERVALL, [aktion = *this] { aktion.EgoSchritt(); });
+    dienste_->timer.TimerSetzen(art_->egoBit);
+}
+
+void Stickaktion::egoachseBewegen(Aktionsseite seite, std::int32_t versatz, std::int32_t laenge,
+                                  std::string_view zaehler) const {
+    auto& achse = stand_->egoachsen[seite];
+    achse.versatz = versatz;
+    const auto zaehlerzahl = feldzahl(zaehler);
+    if (laenge == 0 || zaehlerzahl == 0)
+        throw LaufzeitFehler(Fehlernummer::DivisionDurchNull, "Division durch Null: Ego Shooter");
+    const auto ziel = gerundet(versatz / (static_cast<double>(laenge) / zaehlerzahl));
+    // A target of 0 moves nothing and leaves the last travel as it was.
+    if (ziel == 0 || ziel == achse.weg)
+        return;
+    const auto schritte = std::int64_t{ziel} - achse.weg;
+    if (std::llabs(schritte) > GROESSTER_EGOWEG)
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf,
+                             "Überlauf: Ego Shooter mit " + std::to_string(zaehlerzahl) + " Schritten");
+    achse.weg = ziel;
+    const std::int32_t richtung = schritte < 0 ? -1 : 1;
+    INPUT eines{};
+    eines.type = INPUT_MOUSE;
+    eines.mi = {seite == X_SEITE ? richtung : 0, seite == Y_SEITE ? richtung : 0, 0, MOUSEEVENTF_MOVE, 0, 0};
+    dienste_->eingabe.SendInput(std::vector<INPUT>(static_cast<std::size_t>(std::llabs(schritte)), eines));
+}
+
+// --- end ---
+
+void Stickaktion::AktionBeenden(std::string_view neu) const {
+    seiteBeenden(X_SEITE);
+    if (art(stand_->AktionAlt[X_SEITE]) == ABSOLUTE_POSITION)
+        absolutBeendenX(neu);
+    seiteBeenden(Y_SEITE);
+    if (art(stand_->AktionAlt[Y_SEITE]) == ABSOLUTE_POSITION)
+        absolutBeendenY(neu);
+}
+
+void Stickaktion::seiteBeenden(Aktionsseite seite) const {
+    const auto& alt = stand_->AktionAlt[seite];
+    switch (art(alt)) {
+    case MAUSBEWEGUNG:
+        timerLoeschen(art_->maus[seite]);
+        break;
+    case MAUSTASTE:
+        MausTasteLoslassen(alt);
+        break;
+    case TASTATUR:
+        TasteLoslassen(alt, seite);
+        break;
+    default:
+        break;
+    }
+}
+
+// The `Ego Shooter` goes on when the stick leaves its field for another one: as long as one axis stands in a
+// centre band it works on that axis, with the data of the field in which it began.
+void Stickaktion::absolutBeendenX(std::string_view neu) const {
+    using namespace egostatus;
+    stand_->EgoStatus = 0;
+    const auto wahl = zeichen(stand_->AktionAlt[X_SEITE], ABSOLUTE_WAHL);
+    if (feldzahl(wahl) < 1)
+        return;
+    if (wahl != "2") {
+        timerLoeschen({art_->absolut, art_->bindenBitXEnde});
+        return;
+    }
+    if (stand_->xZone != "Mitte")
+        stand_->EgoStatus |= X_AUSSEN;
+    if (stand_->yZone != "Mitte")
+        stand_->EgoStatus |= Y_AUSSEN;
+    if (art(neu) == SPERRFELD || stand_->EgoStatus == 0)
+        dienste_->zeitgeber.KillTimer(art_->absolut); // the mask keeps its bit
+}
+
+void Stickaktion::absolutBeendenY(std::string_view neu) const {
+    const auto& alt = stand_->AktionAlt;
+    if (art(neu) != SPERRFELD && !(letztes(alt[X_SEITE]) != '1' && letztes(alt[Y_SEITE]) == '1'))
+        return;
+    timerLoeschen({art_->absolut, art_->bindenBit});
+    stand_->EgoDaten.aktion.clear();
+}
+
+// --- timers ---
+
+void Stickaktion::timerSetzen(const Sticktimer& timer, std::string_view ms,
+                              void (Stickaktion::*takt)(Aktionsseite) const, Aktionsseite seite,
+                              bool mitBit) const {
+    dienste_->zeitgeber.SetTimer(timer.id, dauer(ms),
+                                 [aktion = *this, takt, seite] { (aktion.*takt)(seite); });
+    if (mitBit)
+        dienste_->timer.TimerSetzen(timer.bit);
+}
+
+void Stickaktion::timerLoeschen(const Sticktimer& timer) const {
+    dienste_->zeitgeber.KillTimer(timer.id);
+    dienste_->timer.TimerLoeschen(timer.bit);
+}
