@@ -1,5 +1,7 @@
-// Latency probe: the time from a change at a virtual pad to the key event at a client of an X server, through
-// the whole program in real time; then the processor time that the program takes while nothing is pressed.
+// Latency probe: the time from a change at a virtual pad to the event at a client of an X server, for a
+// button that presses a key and a stick that moves the pointer, through the whole program in real time; then
+// how often its fast timers run, and the processor time that it takes while nobody touches the pad, with the
+// test panel folded and unfolded.
 //
 //   latenz [PRESSES [SECONDS]]
 #include "programm/Systemplattform.h"
@@ -15,6 +17,7 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -53,21 +56,106 @@ std::vector<double> druecken(Spielpad& pad, XLauscher& lauscher, int anzahl) {
     return zeiten;
 }
 
+// Out of the centre field into one whose action moves the pointer once, and back.
+std::vector<double> auslenken(Spielpad& pad, XLauscher& lauscher, int anzahl) {
+    std::mt19937 zufall(2);
+    std::uniform_int_distribution<int> pause(12000, 22000); // long enough for the stick to be seen at rest
+    std::vector<double> zeiten;
+    for (int i = 0; i < anzahl; ++i) {
+        std::this_thread::sleep_for(std::chrono::microseconds(pause(zufall)));
+        const auto anfang = Uhr::now();
+        pad.achse(SDL_CONTROLLER_AXIS_LEFTX, -30000);
+        lauscher.bis("m(-5,0)");
+        zeiten.push_back(Millisekunden(Uhr::now() - anfang).count());
+        std::this_thread::sleep_for(std::chrono::microseconds(pause(zufall)));
+        pad.achse(SDL_CONTROLLER_AXIS_LEFTX, 0);
+    }
+    std::ranges::sort(zeiten);
+    return zeiten;
+}
+
+/// Counts how often the smoothing and the poll run, and leaves all else to another one.
+class ZaehlenderZeitgeber final : public Zeitgeber {
+public:
+    explicit ZaehlenderZeitgeber(Zeitgeber& innen) : innen_(innen) {}
+
+    void SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) override {
+        if (id == timerid::ENTWACKELN)
+            prozedur = gezaehlt(glaettungen, std::move(prozedur));
+        innen_.SetTimer(id, intervall, std::move(prozedur));
+    }
+    void KillTimer(std::uint32_t id) override { innen_.KillTimer(id); }
+    std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override {
+        // The poll is the one form timer that runs while no key is held, but for one of 100 ms.
+        return innen_.formularzeitgeber(gezaehlt(formulartakte, std::move(prozedur)));
+    }
+
+    std::atomic<int> glaettungen = 0;
+    std::atomic<int> formulartakte = 0;
+
+private:
+    static TimerProzedur gezaehlt(std::atomic<int>& zaehler, TimerProzedur prozedur) {
+        return [&zaehler, prozedur = std::move(prozedur)] {
+            ++zaehler;
+            prozedur();
+        };
+    }
+    Zeitgeber& innen_;
+};
+constexpr int TAKTE_DES_ZWEITEN_ZEITGEBERS = 10; // a second
+
 double ruhelast(int sekunden) {
     const double vorher = prozessorsekunden();
     std::this_thread::sleep_for(std::chrono::seconds(sekunden));
     return (prozessorsekunden() - vorher) / sekunden * 100;
 }
 
-void messen(Spielpad& pad, const std::string& anzeige, int anzahl, int sekunden) {
-    XLauscher lauscher(anzeige, Lauschart::roh);
-    const auto zeiten = druecken(pad, lauscher, anzahl);
+void latenzDrucken(const char* was, const std::vector<double>& zeiten) {
     const auto bei = [&zeiten](double anteil) {
         return zeiten[static_cast<std::size_t>(anteil * static_cast<double>(zeiten.size() - 1))];
     };
-    std::printf("pad to client, %d presses: median %.2f ms, 99 %% %.2f ms, most %.2f ms\n", anzahl, bei(0.5),
+    std::printf("%s, %zu times: median %.2f ms, 99 %% %.2f ms, most %.2f ms\n", was, zeiten.size(), bei(0.5),
                 bei(0.99), zeiten.back());
-    std::printf("processor, nothing pressed, %d s: %.2f %% of one core\n", sekunden, ruhelast(sekunden));
+}
+
+void raten(const ZaehlenderZeitgeber& zeitgeber, int sekunden) {
+    const int glaettungen = zeitgeber.glaettungen;
+    const int takte = zeitgeber.formulartakte;
+    std::this_thread::sleep_for(std::chrono::seconds(sekunden));
+    std::printf("smoothing %.1f Hz, poll %.1f Hz, %d s\n",
+                1.0 * (zeitgeber.glaettungen - glaettungen) / sekunden,
+                1.0 * (zeitgeber.formulartakte - takte) / sekunden - TAKTE_DES_ZWEITEN_ZEITGEBERS, sekunden);
+}
+
+/// The knobs of the running window, pressed from another thread.
+void klicken(int index) {
+    QMetaObject::invokeMethod(
+        qApp,
+        [index] {
+            for (auto* fenster : QApplication::topLevelWidgets())
+                if (auto* knopf = fenster->findChild<QPushButton*>(QString("Command1(%1)").arg(index));
+                    knopf && fenster->objectName() == "LaufFenster")
+                    knopf->click();
+        },
+        Qt::BlockingQueuedConnection);
+}
+
+void messen(Spielpad& pad, const ZaehlenderZeitgeber& zeitgeber, const std::string& anzeige, int anzahl,
+            int sekunden) {
+    XLauscher lauscher(anzeige, Lauschart::roh);
+    latenzDrucken("button to key", druecken(pad, lauscher, anzahl));
+    latenzDrucken("stick to pointer", auslenken(pad, lauscher, anzahl));
+    raten(zeitgeber, sekunden);
+    const auto last = [sekunden](const char* was) {
+        std::printf("processor at rest, test panel %s, %d s: %.2f %% of one core\n", was, sekunden,
+                    ruhelast(sekunden));
+    };
+    last("folded");
+    klicken(1); // folds out and halts the poll,
+    klicken(0);
+    klicken(0); // which goes on with the panel in sight
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+    last("unfolded");
 }
 
 } // namespace
@@ -84,18 +172,23 @@ int main(int anzahl, char** worte) {
 
     const Testdatenbank datenbank;
     datenbank.sql("INSERT INTO tblTastatur (Schemaname, btn3) VALUES ('S', '1,65,0-0-0');"
-                  "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
+                  "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');"
+                  // The line to the left of a new stick; a minute until the pointer would move again.
+                  "INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '0,0,5,60000');");
     std::filesystem::current_path(datenbank.ordner());
     Systemplattform system;
+    ZaehlenderZeitgeber zeitgeber(system.plattform().zeitgeber);
     Spielpad pad;
-    Programm programm(system.plattform());
+    const auto plattform = system.plattform();
+    Programm programm({plattform.joystick, plattform.eingabe, zeitgeber, plattform.prozess,
+                       (datenbank.ordner() / "Gamepad.xml").string()});
     programm.starten();
     programm.hauptform().findChild<QPushButton*>("Command1(5)")->click();
 
     std::thread messung;
     QTimer::singleShot(500, [&] {
         messung = std::thread([&] {
-            messen(pad, server.anzeige(), druecke, sekunden);
+            messen(pad, zeitgeber, server.anzeige(), druecke, sekunden);
             QMetaObject::invokeMethod(&anwendung, &QApplication::quit, Qt::QueuedConnection);
         });
     });

@@ -1,42 +1,13 @@
-// What one tick of the poll costs: nothing changing, and a press from the tick to SendInput.
-#include "engine/LaufFenster.h"
-#include "platform/probe/ProbeEingabe.h"
-#include "platform/probe/ProbeJoystick.h"
-#include "platform/probe/ProbeUhr.h"
-#include "tests/hilfen/StummeAnzeige.h"
-#include "tests/hilfen/Testdatenbank.h"
+// What 5 ms of a run cost, a tick of the poll and five rounds of smoothing: nothing changing, and a press
+// from the tick to SendInput.
+#include "bench/Messlauf.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
-using Uhr = std::chrono::steady_clock;
-constexpr std::chrono::milliseconds TICK{5};
-
-/// A run on the virtual clock, in which the button Kreuz holds the key A.
-struct Lauf {
-    Lauf()
-        : eingabe([this](const INPUT&) { gesendet = Uhr::now(); })
-        , fenster({zustand, pad, eingabe, uhr, anzeige, zustand.sticks}) {
-        datenbank.sql("INSERT INTO tblTastatur (Schemaname, btn3) VALUES ('S', '1,65,0-0-0');"
-                      "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
-        zustand.global.DatenbankPfad = datenbank.pfad();
-        zustand.global.SchemaName = zustand.global.Schemaauswahl = "S";
-        fenster.laden();
-    }
-
-    Testdatenbank datenbank;
-    ProbeJoystick pad;
-    Laufzustand zustand{pad, (datenbank.ordner() / "Gamepad.xml").string()};
-    Uhr::time_point gesendet;
-    ProbeEingabe eingabe;
-    ProbeUhr uhr;
-    StummeAnzeige anzeige;
-    LaufFenster fenster;
-};
-
 void tickOhneAenderung(benchmark::State& stand) {
-    Lauf lauf;
+    Messlauf lauf;
     lauf.pad.zustand.dwButtons = 4; // one key held, so that there is something to compare
     for (auto _ : stand)
         lauf.uhr.vorUm(TICK);
@@ -44,10 +15,10 @@ void tickOhneAenderung(benchmark::State& stand) {
 BENCHMARK(tickOhneAenderung);
 
 void druckVomTickBisSendInput(benchmark::State& stand) {
-    Lauf lauf;
+    Messlauf lauf;
     for (auto _ : stand) {
         lauf.pad.zustand.dwButtons = 4;
-        const auto anfang = Uhr::now();
+        const auto anfang = Messuhr::now();
         lauf.uhr.vorUm(TICK);
         stand.SetIterationTime(std::chrono::duration<double>(lauf.gesendet - anfang).count());
         lauf.pad.zustand.dwButtons = 0;
