@@ -120,7 +120,7 @@ void ordnerSichern(const fs::path& pfad) {
 
 bool dateiErsetzen(const std::string& pfad, std::string_view inhalt) {
     const std::optional<fs::path> ziel = ohneVerweise(pfad);
-    if (!ziel)
+    if (!ziel || !ziel->has_filename())
         return false;
     const Alte alte = alteUnter(*ziel);
     if (!alte.ersetzbar)

@@ -99,7 +99,7 @@ TEST(Gamepaddatei, EineAenderungMachtSpaltenAuchZuNull) {
     EXPECT_THAT(
         zeilen(adoXml("<rs:update><rs:original><z:row Schema='A' dwXPos='lx' dwYPos='ly' dwZPos='rx'/>"
                       "</rs:original><z:row rs:forcenull=' dwXPos  dwZPos '/></rs:update>"
-                      "<z:row Schema='B' rs:forcenull='Schubregler'/>")),
+                      "<z:row Schema='B' dwXPos='lx' rs:forcenull='dwXPos Schubregler'/>")),
         ElementsAre(Gamepadzeile{{"Schema", "A"}, {"dwYPos", "ly"}}, Gamepadzeile{{"Schema", "B"}}));
 }
 

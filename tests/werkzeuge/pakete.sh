@@ -16,7 +16,7 @@ for modul in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'pkg_chec
     gelistet "$modul" "$(pkg-config --variable=pcfiledir "$modul")/$modul.pc"
 done
 for programm in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_program\(\S+ \K\S+' .) \
-    g++ cmake ninja pkg-config clang-format xvfb-run Xvfb xauth setxkbmap xkbcomp xdg-open; do
+    g++ cmake ninja pkg-config clang++ clang-format xvfb-run Xvfb xauth setxkbmap xkbcomp xdg-open; do
     gelistet "$programm" "$(command -v "$programm")"
 done
 # What find_package finds, by a file of it.
@@ -27,5 +27,6 @@ for name in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_pack
     datei=${dateien[$name]:?"which file shows that $name is there?"}
     gelistet "$name" "$(ls -d /usr/"$datei" "/usr/lib/$(g++ -print-multiarch)$datei" 2>/dev/null)"
 done
+gelistet "the library of the fuzzers" "$(find "$(clang++ -print-runtime-dir)" -name 'libclang_rt.fuzzer-*.a' -print -quit)"
 gelistet "the mocks of GTest" /usr/include/gmock/gmock.h
 exit $fehlende
