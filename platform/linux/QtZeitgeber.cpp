@@ -8,6 +8,21 @@
 #include <unistd.h>
 #include <utility>
 
+namespace {
+
+using Zeitpunkt = std::chrono::steady_clock::time_point;
+
+// A timer may come this much early and stay on the grid: a procedure that sets its timer anew runs a little
+// behind the deadline it came from.
+constexpr std::chrono::microseconds NACHSICHT{300};
+
+// The first whole millisecond that is no more than NACHSICHT before the deadline.
+Zeitpunkt aufDasRaster(Zeitpunkt frist) {
+    return std::chrono::ceil<std::chrono::milliseconds>(frist - NACHSICHT);
+}
+
+} // namespace
+
 class QtZeitgeber::Formular final : public Formularzeitgeber {
 public:
     Formular(QtZeitgeber& geber, TimerProzedur prozedur)
@@ -73,7 +88,7 @@ std::unique_ptr<Formularzeitgeber> QtZeitgeber::formularzeitgeber(TimerProzedur 
 
 void QtZeitgeber::einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall) {
     eintrag->intervall = intervall;
-    eintrag->faellig = Uhr::now() + eintrag->intervall;
+    eintrag->faellig = aufDasRaster(Uhr::now() + eintrag->intervall);
     plan_.push_back(eintrag);
     stellen();
 }
@@ -102,9 +117,13 @@ void QtZeitgeber::laufen() {
 QtZeitgeber::Zeiger QtZeitgeber::faelligster() const {
     Zeiger erster;
     for (const auto& eintrag : plan_)
-        if (!eintrag->laeuft && (!erster || eintrag->faellig < erster->faellig))
+        if (!eintrag->laeuft && (!erster || frueher(*eintrag, *erster)))
             erster = eintrag;
     return erster;
+}
+
+bool QtZeitgeber::frueher(const Eintrag& eintrag, const Eintrag& als) {
+    return std::pair(eintrag.faellig, eintrag.intervall) < std::pair(als.faellig, als.intervall);
 }
 
 void QtZeitgeber::stellen() {

@@ -1,9 +1,11 @@
 // Timers on Qt's event loop.
 //
 // All timers share one timerfd, which is set to the next deadline: exact to some 0.1 ms under every event
-// dispatcher, where Qt's own timers round to whole milliseconds, and timers with one deadline run in the
-// order in which they were set. A timer keeps to the grid of its deadlines; whole periods that were missed
-// are left out.
+// dispatcher, where Qt's own timers round to whole milliseconds. Deadlines lie on one grid of whole
+// milliseconds, so that timers wake the process together and one that is set anew in its own procedure does
+// not drift. At one deadline the shorter interval goes first, so that what is read every 5 ms is as fresh as
+// what is worked out every 1 ms, and then the one that was set first. Whole periods that were missed are left
+// out.
 #pragma once
 
 #include "platform/Zeitgeber.h"
@@ -38,6 +40,7 @@ private:
     using Zeiger = std::shared_ptr<Eintrag>;
 
     void einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall);
+    static bool frueher(const Eintrag& eintrag, const Eintrag& als);
     void streichen(const Zeiger& eintrag);
     void laufen();
     Zeiger faelligster() const;

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
@@ -80,9 +81,9 @@ TYPED_TEST(ZeitgeberVertrag, ZuEinerFristGehtEsInDerReihenfolgeDesSetzens) {
     const auto form = this->geber.formularzeitgeber(this->schreibt('c'));
     form->Interval(2 * TAKT);
     form->Enabled(true);
-    this->geber.SetTimer(0, TAKT, this->schreibt('d'));
+    this->geber.SetTimer(0, 2 * TAKT, this->schreibt('d'));
     this->takte(4);
-    EXPECT_EQ(this->text, "dabcddabcd");
+    EXPECT_EQ(this->text, "abcdabcd");
 }
 
 TYPED_TEST(ZeitgeberVertrag, UnterEinerMillisekundeSindEsZehn) {
@@ -209,6 +210,15 @@ TYPED_TEST(ZeitgeberVertrag, EinFormulartimerDarfSichInSeinerProzedurAusschalten
 
 namespace {
 
+using VirtuelleZeit = ZeitgeberVertrag<MitProbe>;
+
+TEST_F(VirtuelleZeit, DasIntervallAendertDieReihenfolgeNicht) {
+    geber.SetTimer(1, 2 * TAKT, schreibt('a'));
+    geber.SetTimer(0, TAKT, schreibt('b'));
+    takte(4);
+    EXPECT_EQ(text, "babbab");
+}
+
 class EchteZeit : public testing::Test {
 protected:
     void vergehen(milliseconds dauer) { qt.vergehen(dauer); }
@@ -246,6 +256,31 @@ TEST_F(EchteZeit, FuenfMillisekundenSindZweihundertMalInDerSekunde) {
     const double jeSekunde = 1000 / periode(5ms, 1000.0 / 195);
     EXPECT_GE(jeSekunde, 195);
     EXPECT_LE(jeSekunde, 205);
+}
+
+TEST_F(EchteZeit, ZuEinerFristGehtDasKuerzereIntervallVor) {
+    std::string text;
+    qt.geber.SetTimer(1, 2 * TAKT, [&] { text += 'a'; });
+    qt.geber.SetTimer(0, TAKT, [&] { text += 'b'; });
+    vergehen(TAKT * 9 / 2);
+    EXPECT_EQ(text, "bbabba");
+}
+
+TEST_F(EchteZeit, EinTimerDerSichSelbstNeuSetztTreibtNichtAb) {
+    int aufrufe = 0;
+    std::function<void()> nochmal = [&] {
+        ++aufrufe;
+        qt.geber.SetTimer(1, 10ms, nochmal);
+    };
+    qt.geber.SetTimer(1, 10ms, nochmal);
+    int beste = 0;
+    for (int mal = 0; mal < 5 && beste < 99; ++mal) { // a busy system can only make it fewer
+        aufrufe = 0;
+        vergehen(1000ms);
+        beste = std::max(beste, aufrufe);
+    }
+    EXPECT_GE(beste, 99);
+    EXPECT_LE(beste, 101);
 }
 
 TEST_F(EchteZeit, VonVersaeumtenAufrufenWirdEinerNachgeholt) {
