@@ -41,6 +41,16 @@ struct Achsenzeile {
 constexpr std::array<Achsenzeile, 4> ACHSENZEILEN{
     {{"Links x", 2, 3, 5}, {"Links y", 0, 1, 4}, {"Rechts x", 6, 7, 10}, {"Rechts y", 8, 9, 11}}};
 
+// Where the sticks say what they do: x zone, y zone, action of the field or the x band, action of the y band.
+struct Stickzeile {
+    const char* name;
+    std::array<std::size_t, 4> Erg;
+};
+constexpr std::array<Stickzeile, 2> STICKZEILEN{
+    {{"Linker Stick:", {0, 1, 3, 4}}, {"Rechter Stick:", {5, 6, 7, 8}}}};
+constexpr std::size_t DRUCKMASKE_ERG = 2;
+constexpr int ZONENSPALTEN = 2;
+
 QScrollBar* scrollleiste(const QString& name, const Reglerbereich& bereich) {
     auto* leiste = benannt(new QScrollBar(Qt::Horizontal), name);
     leiste->setRange(bereich.min, bereich.max);
@@ -207,6 +217,9 @@ QWidget* LaufFensterAnsicht::reglergitter() {
         }
         ++reihe;
     }
+    // The one scroll bar more of the right stick: its margins are not what their rows say.
+    HScroll1_[10]->setToolTip("Rand von „Rechts x“ und oberer Rand von „Rechts y“");
+    HScroll1_[11]->setToolTip("Unterer Rand von „Rechts y“");
     return bereich;
 }
 
@@ -245,12 +258,22 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
     auto* gitter = new QGridLayout(bereich);
     gitter->setContentsMargins(0, 0, 0, 0);
     gitter->setVerticalSpacing(2);
-    gitter->addWidget(new QLabel("Spur:"), 0, 0);
-    for (int i = 0; i < SPUREN; ++i) {
+    for (int i = 0; i < SPUREN; ++i)
         Erg_[static_cast<std::size_t>(i)] = benannt(new QLabel, feldname("Erg", i));
-        gitter->addWidget(Erg_[static_cast<std::size_t>(i)], 0, 1 + i);
-        gitter->setColumnStretch(1 + i, 1);
+    int reihe = 0;
+    for (const auto& stick : STICKZEILEN) {
+        gitter->addWidget(new QLabel(stick.name), reihe, 0);
+        int spalte = 1;
+        for (const auto index : stick.Erg)
+            gitter->addWidget(Erg_[index], reihe, spalte++);
+        ++reihe;
     }
+    gitter->addWidget(new QLabel("Druckmaske:"), reihe, 0);
+    gitter->addWidget(Erg_[DRUCKMASKE_ERG], reihe, 1);
+    for (int spalte = 1; spalte <= ZONENSPALTEN; ++spalte)
+        gitter->setColumnMinimumWidth(spalte, bereich->fontMetrics().horizontalAdvance("Rechts:  65535  "));
+    gitter->setColumnStretch(ZONENSPALTEN + 1, 1);
+    gitter->setColumnStretch(ZONENSPALTEN + 2, 1);
     auto* felder = new QHBoxLayout;
     felder->setSpacing(16);
     felder->addWidget(benannt(new QLabel("Label1"), feldname("Label1", 1)));
@@ -259,7 +282,7 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
     auto* text1 = benannt(new QLineEdit("Text1"), "Text1");
     text1->setReadOnly(true);
     felder->addWidget(text1, 1);
-    gitter->addLayout(felder, 1, 0, 1, 1 + SPUREN);
+    gitter->addLayout(felder, reihe, 2, 1, -1);
     return bereich;
 }
 
