@@ -6,6 +6,7 @@
 #include "platform/probe/ProbeUhr.h"
 #include "store/LaufzeitFehler.h"
 #include "store/Regler.h"
+#include "tests/hilfen/Gamepadxml.h"
 #include "tests/hilfen/StummeAnzeige.h"
 #include "tests/hilfen/Testdatenbank.h"
 
@@ -34,42 +35,6 @@ void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweis
             throw Szenariofehler("sql " + anweisung + ": " + fehler.what());
         }
     }
-}
-
-std::string attribut(const std::string& name, const std::string& wert) {
-    std::string text;
-    for (const char zeichen : wert)
-        text += zeichen == '&'   ? "&amp;"
-                : zeichen == '<' ? "&lt;"
-                : zeichen == '"' ? "&quot;"
-                                 : std::string(1, zeichen);
-    return " " + name + "=\"" + text + "\"";
-}
-
-// The row of the `Schema`, as text: slider texts that the program itself would not write are wanted, too.
-void gamepadXmlSchreiben(const fs::path& datei, const Szenario& szenario) {
-    constexpr std::array SPALTEN{"dwXPos", "dwYPos", "dwZPos", "dwRPos", "dwUPos", "dwVPos"};
-    std::ofstream xml(datei);
-    xml << "<xml xmlns:s='uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882'"
-           " xmlns:dt='uuid:C2F41010-65B3-11d1-A29F-00AA00C14882'"
-           " xmlns:rs='urn:schemas-microsoft-com:rowset' xmlns:z='#RowsetSchema'><s:Schema id='RowsetSchema'>"
-           "<s:ElementType name='row'>";
-    int nummer = 0;
-    const auto spalte = [&](const std::string& name) {
-        xml << "<s:AttributeType name='" << name << "' rs:number='" << ++nummer
-            << "' rs:nullable='true' rs:write='true'><s:datatype dt:type='string' dt:maxLength='1000'/>"
-               "</s:AttributeType>";
-    };
-    spalte("Schema");
-    for (const auto* name : SPALTEN)
-        spalte(name);
-    spalte("Schubregler");
-    xml << "</s:ElementType></s:Schema><rs:data><z:row" << attribut("Schema", SCHEMA);
-    for (std::size_t i = 0; i < SPALTEN.size(); ++i)
-        xml << attribut(SPALTEN[i], szenario.achsen[i]);
-    if (!szenario.schub.empty())
-        xml << attribut("Schubregler", szenario.schub);
-    xml << "/></rs:data></xml>";
 }
 
 class Spieler final : private StummeAnzeige {
@@ -212,7 +177,7 @@ Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank) {
     const auto datenbank = ordner.pfad() / DATENBANK;
     fs::copy_file(leereDatenbank, datenbank);
     sqlAusfuehren(datenbank, szenario.sql);
-    gamepadXmlSchreiben(ordner.pfad() / GAMEPAD_XML, szenario);
+    std::ofstream(ordner.pfad() / GAMEPAD_XML) << gamepadXmlMit(SCHEMA, szenario.achsen, szenario.schub);
     return Spieler(ordner.pfad()).spielen(szenario);
 }
 

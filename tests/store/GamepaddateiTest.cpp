@@ -1,7 +1,7 @@
 // The form of Gamepad.xml: what is read, what is refused, and that all that is read is written back.
 #include "store/Gamepaddatei.h"
 #include "store/XmlText.h"
-#include "tests/store/Gamepadxml.h"
+#include "tests/hilfen/Gamepadxml.h"
 
 #include <gmock/gmock.h>
 

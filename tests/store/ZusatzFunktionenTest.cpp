@@ -4,9 +4,9 @@
 #include "platform/probe/ProbeJoystick.h"
 #include "store/Gamepaddatei.h"
 #include "tests/hilfen/Dateien.h"
+#include "tests/hilfen/Gamepadxml.h"
 #include "tests/hilfen/Kindprozess.h"
 #include "tests/hilfen/Testdatenbank.h"
-#include "tests/store/Gamepadxml.h"
 #include "tests/store/Speicherzaehler.h"
 
 #include <gmock/gmock.h>

@@ -1,0 +1,58 @@
+// The parts of a run on fakes, for fuzzers that go past its window: whatever a text holds, an orderly error
+// is all that may come of it.
+#pragma once
+
+#include "engine/Entwackeln.h"
+#include "engine/GehalteneTasten.h"
+#include "engine/GesicherterZeitgeber.h"
+#include "engine/Laufdienste.h"
+#include "engine/TastenAktion.h"
+#include "engine/TimerUeberwachung.h"
+#include "engine/Wiederholung.h"
+#include "engine/XPTaste.h"
+#include "platform/probe/ProbeEingabe.h"
+#include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeUhr.h"
+#include "store/LaufzeitFehler.h"
+#include "store/ZusatzFunktionen.h"
+#include "tests/hilfen/StummeAnzeige.h"
+#include "tests/hilfen/Testdatenbank.h"
+
+#include <fstream>
+#include <string>
+
+struct Fuzzlauf {
+    explicit Fuzzlauf(const std::string& gamepadXml = "") : achsen(pad, gamepadXml, schema) {}
+
+    /// Does what may end in an error, and lets time pass.
+    template <class Arbeit> void versuchen(Arbeit&& arbeit) {
+        try {
+            arbeit();
+        } catch (const LaufzeitFehler&) {
+        }
+        vergehen();
+    }
+    void vergehen() {
+        uhr.vorUm(std::chrono::milliseconds{50});
+        eingabe.abholen();
+    }
+
+    const std::string schema = "S";
+    ProbeUhr uhr;
+    ProbeJoystick pad;
+    ProbeEingabe eingabe;
+    StummeAnzeige anzeige;
+    ZusatzFunktionen achsen;
+    Reglerwerte regler;
+    Tastenstand tasten;
+    Wiederholstand wiederholstand;
+    GehalteneTasten gehaltene;
+    TimerUeberwachung timer;
+    Entwackelstand entwackelstand;
+    GesicherterZeitgeber zeitgeber{uhr, [](const LaufzeitFehler&) {}};
+    XPTaste xpTaste{eingabe, [this] { wiederholung.WiederholungPruefen(); }};
+    Wiederholung wiederholung{wiederholstand, gehaltene, xpTaste, zeitgeber};
+    TastenAktion aktion{tasten, gehaltene, wiederholung, xpTaste, zeitgeber, anzeige};
+    Entwackeln entwackeln{entwackelstand, achsen, regler, zeitgeber, anzeige};
+    Laufdienste dienste{zeitgeber, eingabe, xpTaste, aktion, gehaltene, timer, entwackeln, anzeige};
+};
