@@ -123,8 +123,13 @@ std::optional<std::int32_t> zahlOderNichts(const std::string& text) {
 
 Linie::Linie(std::string text) : text_(std::move(text)), wert_(zahlOderNichts(text_)) {}
 
-std::int32_t Linie::keineZahl() const {
-    throw LaufzeitFehler(Fehlernummer::FalscherTyp, "Typen unverträglich: Linie \"" + text_ + "\"");
+// Reads the text once more, for what is wrong with it.
+std::int32_t Linie::keineLinie() const {
+    try {
+        return feldzahl(std::string_view(text_));
+    } catch (const LaufzeitFehler& fehler) {
+        throw LaufzeitFehler(fehler.nummer(), std::string("Linie des Sticks: ") + fehler.what());
+    }
 }
 
 Linienliste linienliste(std::string_view gesammelt) {

@@ -31,11 +31,11 @@ public:
     const std::string& text() const { return text_; }
     bool endmarke() const { return text_.empty(); }
     /// Position in the plane; the end mark lies behind every position. Throws LaufzeitFehler 13 for a text
-    /// that is no number.
-    std::int32_t wert() const { return wert_ ? *wert_ : keineZahl(); }
+    /// that is no number and 6 for one beyond 32 bits.
+    std::int32_t wert() const { return wert_ ? *wert_ : keineLinie(); }
 
 private:
-    [[noreturn]] std::int32_t keineZahl() const;
+    std::int32_t keineLinie() const;
 
     std::string text_;
     std::optional<std::int32_t> wert_;
