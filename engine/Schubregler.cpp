@@ -119,8 +119,11 @@ bool Schubregler::erlaubt(std::int32_t wert) {
     return wert > MITTE ? wert > vorher : wert < MITTE && wert < vorher;
 }
 
-// Number of the field from 1; 0 when none fits, as at the very end of the axis.
+// Number of the field from 1; 0 when none fits, as at the very end of the axis. That is looked at by itself:
+// with some numbers of fields the last product comes out a little above it.
 int Schubregler::feldVon(std::int32_t wert) const {
+    if (wert >= ACHSENLAENGE)
+        return 0;
     for (int i = 1; i <= SchubAnzahl_; ++i)
         if (wert < i * (ACHSENLAENGE / SchubAnzahl_))
             return i;
