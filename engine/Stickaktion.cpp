@@ -84,41 +84,48 @@ std::int32_t feldmitte(std::int32_t max, std::int32_t min) {
 // --- start ---
 
 void Stickaktion::XAktionStarten(const std::string& a) const {
-    switch (art(a)) {
-    case MAUSBEWEGUNG:
+    if (art(a) == MAUSBEWEGUNG)
         XMausBewegen(a, "");
-        break;
-    case MAUSTASTE:
-        MausTasteDruecken(a, X_SEITE);
-        break;
-    case TASTATUR:
-        TasteDruecken(a, X_SEITE);
-        break;
-    case SPERRFELD:
+    else if (art(a) == SPERRFELD)
         sperren();
-        break;
-    case ABSOLUTE_POSITION:
-        AbsolutePosition(a);
-        break;
-    default:
-        break;
-    }
+    else
+        starten(a, X_SEITE);
     stand_->AktionAlt[X_SEITE] = a;
 }
 
 void Stickaktion::YAktionStarten(const std::string& a) const {
-    switch (art(a)) {
-    case MAUSBEWEGUNG:
+    if (art(a) == MAUSBEWEGUNG)
         YMausBewegen(a);
-        break;
+    else if (art(a) == SPERRFELD)
+        sperren();
+    else
+        starten(a, Y_SEITE);
+    stand_->AktionAlt[Y_SEITE] = a;
+}
+
+// A `Sperrfeld` of a band stops nothing here: it only has no action of its own.
+void Stickaktion::XYAktionStarten(const std::string& ax, const std::string& ay) const {
+    const bool xBewegt = art(ax) == MAUSBEWEGUNG;
+    const bool yBewegt = art(ay) == MAUSBEWEGUNG;
+    if (xBewegt)
+        XMausBewegen(ax, yBewegt ? ay : "");
+    else
+        starten(ax, X_SEITE);
+    if (!yBewegt)
+        starten(ay, Y_SEITE);
+    else if (!xBewegt) // else it runs in the diagonal
+        YMausBewegen(ay);
+    stand_->AktionAlt = {ax, ay};
+}
+
+// The types that are started alike, whatever runs beside them; any other starts nothing.
+void Stickaktion::starten(const std::string& a, Aktionsseite seite) const {
+    switch (art(a)) {
     case MAUSTASTE:
-        MausTasteDruecken(a, Y_SEITE);
+        MausTasteDruecken(a, seite);
         break;
     case TASTATUR:
-        TasteDruecken(a, Y_SEITE);
-        break;
-    case SPERRFELD:
-        sperren();
+        TasteDruecken(a, seite);
         break;
     case ABSOLUTE_POSITION:
         AbsolutePosition(a);
@@ -126,46 +133,6 @@ void Stickaktion::YAktionStarten(const std::string& a) const {
     default:
         break;
     }
-    stand_->AktionAlt[Y_SEITE] = a;
-}
-
-void Stickaktion::XYAktionStarten(const std::string& ax, const std::string& ay) const {
-    const bool yBewegt = art(ay) == MAUSBEWEGUNG;
-    // A `Sperrfeld` of a band stops nothing here: it only has no action of its own.
-    switch (art(ax)) {
-    case MAUSBEWEGUNG:
-        XMausBewegen(ax, yBewegt ? ay : "");
-        break;
-    case MAUSTASTE:
-        MausTasteDruecken(ax, X_SEITE);
-        break;
-    case TASTATUR:
-        TasteDruecken(ax, X_SEITE);
-        break;
-    case ABSOLUTE_POSITION:
-        AbsolutePosition(ax);
-        break;
-    default:
-        break;
-    }
-    switch (art(ay)) {
-    case MAUSBEWEGUNG:
-        if (art(ax) != MAUSBEWEGUNG) // else it runs in the diagonal
-            YMausBewegen(ay);
-        break;
-    case MAUSTASTE:
-        MausTasteDruecken(ay, Y_SEITE);
-        break;
-    case TASTATUR:
-        TasteDruecken(ay, Y_SEITE);
-        break;
-    case ABSOLUTE_POSITION:
-        AbsolutePosition(ay);
-        break;
-    default:
-        break;
-    }
-    stand_->AktionAlt = {ax, ay};
 }
 
 void Stickaktion::sperren() const {

@@ -74,6 +74,7 @@ public:
     void XYAktionStarten(const std::string& ax, const std::string& ay) const;
 
 private:
+    void starten(const std::string& a, Aktionsseite seite) const;
     void XMausBewegen(const std::string& a, const std::string& b) const;
     void YMausBewegen(const std::string& a) const;
     void diagonaleBewegen(const std::string& a, const std::string& b) const;
