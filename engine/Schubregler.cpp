@@ -102,6 +102,8 @@ void Schubregler::auswerten() {
     const int feld = feldVon(*wert);
     if (feld == 0)
         return;
+    // An error does not end the tick but keeps the new action from starting in it: where the end of the old
+    // one fails, the new one starts a tick later.
     bool fehler = !SchubFelder_.contains(std::to_string(feld));
     if (feld != SchubFeldAlt_ && SchubArtAlt_ != KEINE)
         fehler = !aktionBeenden() || fehler;
