@@ -1,34 +1,18 @@
-// The whole program in real time: a virtual pad on one side, a client of a real X server on the other.
+// The whole program in real time: buttons, D-pad, layers, the pad that comes and goes.
+#include "tests/ablauf/Ablauf.h"
 #include "programm/Endsignale.h"
-#include "programm/Systemplattform.h"
-#include "tests/ablauf/Spielpad.h"
-#include "tests/hilfen/Testdatenbank.h"
-#include "tests/hilfen/XLauscher.h"
 #include "tests/hilfen/XServer.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QLabel>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
-#include <QtTest/QTest>
 
+#include <algorithm>
 #include <csignal>
-#include <filesystem>
-#include <optional>
 
 namespace {
 
-using Ereignisse = std::vector<std::string>;
-
-constexpr int GEDULD_MS = 10000;
-constexpr std::uint32_t ZAEHLTIMER = 77;
-
-// X key codes of the us layout.
+// X key code of the us layout.
 constexpr const char* A = "38";
-constexpr const char* MARKE = "96"; // F12
 
 // Assignments of every kind; Start is the mark behind which nothing more is expected.
 constexpr const char* SCHEMA_S = R"(
@@ -54,88 +38,10 @@ constexpr auto VIERECK = SDL_CONTROLLER_BUTTON_X;
 constexpr auto L1 = SDL_CONTROLLER_BUTTON_LEFTSHOULDER;
 constexpr auto R1 = SDL_CONTROLLER_BUTTON_RIGHTSHOULDER;
 constexpr auto SELECT = SDL_CONTROLLER_BUTTON_BACK;
-constexpr auto START = SDL_CONTROLLER_BUTTON_START;
 constexpr auto OBEN = SDL_CONTROLLER_BUTTON_DPAD_UP;
 constexpr auto RECHTS = SDL_CONTROLLER_BUTTON_DPAD_RIGHT;
 constexpr auto L2 = SDL_CONTROLLER_AXIS_TRIGGERLEFT;
 constexpr auto R2 = SDL_CONTROLLER_AXIS_TRIGGERRIGHT;
-
-class Ablauf : public ::testing::Test {
-protected:
-    void starten(const char* sql = SCHEMA_S) {
-        datenbank_.sql(sql);
-        std::filesystem::current_path(datenbank_.ordner());
-        system_.emplace();
-        ASSERT_EQ(system_->eingabewahl().name, "XTest");
-        pad_.emplace();
-        lauscher_.emplace(qgetenv("DISPLAY").toStdString(), Lauschart::roh);
-        programm_.emplace(system_->plattform());
-        programm_->starten();
-        umschalten();
-        takte(2);
-    }
-    ~Ablauf() override {
-        programm_.reset();
-        pad_.reset();
-        std::filesystem::current_path("/");
-    }
-
-    /// "Schema starten" or "Schema stoppen", whichever the button says.
-    void umschalten() { programm_->hauptform().findChild<QPushButton*>("Command1(5)")->click(); }
-    QWidget* laufFenster() {
-        for (auto* fenster : QApplication::topLevelWidgets())
-            if (fenster->objectName() == "LaufFenster" && fenster->isVisible())
-                return fenster;
-        return nullptr;
-    }
-
-    /// Lets at least `anzahl` ticks of the poll go by.
-    void takte(int anzahl) {
-        int gezaehlt = 0;
-        auto& zeitgeber = system_->plattform().zeitgeber;
-        zeitgeber.SetTimer(ZAEHLTIMER, std::chrono::milliseconds{5}, [&gezaehlt] { ++gezaehlt; });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return gezaehlt > anzahl; }, GEDULD_MS));
-        zeitgeber.KillTimer(ZAEHLTIMER);
-    }
-    void druecken(SDL_GameControllerButton taste) {
-        pad_->taste(taste, true);
-        takte(2);
-    }
-    void loesen(SDL_GameControllerButton taste) {
-        pad_->taste(taste, false);
-        takte(2);
-    }
-    void tippen(SDL_GameControllerButton taste) {
-        druecken(taste);
-        loesen(taste);
-    }
-    void ziehen(SDL_GameControllerAxis abzug, bool gezogen) {
-        pad_->abzug(abzug, gezogen);
-        takte(2);
-    }
-    /// All that has arrived at the client, up to a mark that is sent now by the whole road.
-    Ereignisse angekommen() {
-        tippen(START);
-        Ereignisse alle;
-        const std::string marke = std::string("-") + MARKE;
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] {
-                for (auto& eines : lauscher_->vorhandene())
-                    alle.push_back(std::move(eines));
-                return !alle.empty() && alle.back() == marke;
-            },
-            GEDULD_MS));
-        if (alle.size() >= 2)
-            alle.resize(alle.size() - 2);
-        return alle;
-    }
-
-    Testdatenbank datenbank_;
-    std::optional<Systemplattform> system_;
-    std::optional<Spielpad> pad_;
-    std::optional<XLauscher> lauscher_;
-    std::optional<Programm> programm_;
-};
 
 std::string ab(const std::string& taste) {
     return "+" + taste;
@@ -147,7 +53,7 @@ std::string auf(const std::string& taste) {
 } // namespace
 
 TEST_F(Ablauf, APlainKeyIsHeldAsLongAsTheButton) {
-    starten();
+    starten(SCHEMA_S);
     druecken(DREIECK);
     EXPECT_EQ(laufFenster()->windowTitle(), "0-65,");
     loesen(DREIECK);
@@ -155,7 +61,7 @@ TEST_F(Ablauf, APlainKeyIsHeldAsLongAsTheButton) {
 }
 
 TEST_F(Ablauf, APulsedKeyGoesOnUntilItsButtonIsLetGo) {
-    starten();
+    starten(SCHEMA_S);
     druecken(KREIS);
     QTest::qWait(400); // pulses of 40 ms down and 60 ms up
     loesen(KREIS);
@@ -168,7 +74,7 @@ TEST_F(Ablauf, APulsedKeyGoesOnUntilItsButtonIsLetGo) {
 }
 
 TEST_F(Ablauf, TheCounterTypesDigitsUpAndDown) {
-    starten();
+    starten(SCHEMA_S);
     tippen(KREUZ);
     tippen(KREUZ);
     tippen(VIERECK);
@@ -180,7 +86,7 @@ TEST_F(Ablauf, TheCounterTypesDigitsUpAndDown) {
 }
 
 TEST_F(Ablauf, TheFirstShiftKeyHoldsItsLayer) {
-    starten();
+    starten(SCHEMA_S);
     ziehen(L2, true);
     tippen(DREIECK); // C on layer 1
     ziehen(L2, false);
@@ -189,7 +95,7 @@ TEST_F(Ablauf, TheFirstShiftKeyHoldsItsLayer) {
 }
 
 TEST_F(Ablauf, TheSecondShiftKeyLatchesItsLayer) {
-    starten();
+    starten(SCHEMA_S);
     tippen(L1);
     tippen(DREIECK); // D on layer 2
     tippen(L1);
@@ -216,7 +122,7 @@ TEST_F(Ablauf, TheSecondShiftKeyHoldsItsLayer) {
 }
 
 TEST_F(Ablauf, TheCrossPressesTwoKeysOnADiagonal) {
-    starten();
+    starten(SCHEMA_S);
     druecken(OBEN);
     druecken(RECHTS); // up and right
     loesen(OBEN);     // right
@@ -225,7 +131,7 @@ TEST_F(Ablauf, TheCrossPressesTwoKeysOnADiagonal) {
 }
 
 TEST_F(Ablauf, MouseButtonAndWheelArrive) {
-    starten();
+    starten(SCHEMA_S);
     ziehen(R2, true);
     ziehen(R2, false);
     tippen(R1);
@@ -234,7 +140,7 @@ TEST_F(Ablauf, MouseButtonAndWheelArrive) {
 }
 
 TEST_F(Ablauf, AHeldKeyRepeatsEvery30Milliseconds) {
-    starten();
+    starten(SCHEMA_S);
     auto& wiederholung = *laufFenster()->findChild<QScrollBar*>("HScroll2");
     wiederholung.setValue(30);
     pad_->taste(DREIECK, true);
@@ -250,7 +156,7 @@ TEST_F(Ablauf, AHeldKeyRepeatsEvery30Milliseconds) {
 }
 
 TEST_F(Ablauf, AStopLeavesAHeldKeyDownAndASecondRunLetsItGo) {
-    starten();
+    starten(SCHEMA_S);
     druecken(DREIECK);
     umschalten();
     EXPECT_EQ(laufFenster(), nullptr);
@@ -267,7 +173,7 @@ TEST_F(Ablauf, AStopLeavesAHeldKeyDownAndASecondRunLetsItGo) {
 }
 
 TEST_F(Ablauf, APadThatIsPulledOutKeepsItsButtonDownUntilItIsBack) {
-    starten();
+    starten(SCHEMA_S);
     druecken(DREIECK);
     pad_.reset();
     takte(10);
@@ -278,7 +184,7 @@ TEST_F(Ablauf, APadThatIsPulledOutKeepsItsButtonDownUntilItIsBack) {
 }
 
 TEST_F(Ablauf, APadMayComeAfterTheStart) {
-    starten();
+    starten(SCHEMA_S);
     pad_.reset();
     takte(10);
     pad_.emplace();
@@ -290,7 +196,7 @@ TEST_F(Ablauf, APadMayComeAfterTheStart) {
 TEST_F(Ablauf, ASignalEndsTheProgramAndLetsItsKeysGo) {
     Endsignale endsignale;
     endsignale.verbinden();
-    starten();
+    starten(SCHEMA_S);
     druecken(DREIECK);
     QTimer::singleShot(0, [] { std::raise(SIGTERM); });
     QApplication::exec();
