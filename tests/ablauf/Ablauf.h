@@ -28,8 +28,8 @@ using Ereignisse = std::vector<std::string>;
 class Ablauf : public ::testing::Test {
 protected:
     static constexpr int GEDULD_MS = 10000;
-    /// Virtual key F12 and its X key code: tests give it to Start, as the mark behind which nothing more is
-    /// expected.
+    /// The mark behind which nothing more is expected: F12 by its X key code. A test's rows give virtual key
+    /// 123 to the button of the mark, in each layer.
     static constexpr const char* MARKE = "96";
     static constexpr auto MARKENTASTE = SDL_CONTROLLER_BUTTON_START;
 
