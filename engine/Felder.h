@@ -1,18 +1,16 @@
 // Fields of the delimited texts: splitting them, and reading one as a number.
 #pragma once
 
+#include "store/Zerlegen.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// One field as text. A field that no text has filled yet reads as "" and as 0.
 using Feld = std::optional<std::string>;
-
-/// Splits at each `trenner`; a text without one gives itself, an empty text gives no pieces.
-std::vector<std::string_view> zerlegen(std::string_view text, char trenner);
 
 /// What stands before the first `trenner`, or the whole text.
 std::string_view davor(std::string_view text, char trenner);

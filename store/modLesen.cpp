@@ -1,9 +1,14 @@
 #include "store/modLesen.h"
 
+#include "store/Tastenspalten.h"
+
 #include <initializer_list>
 #include <utility>
 
 namespace {
+
+/// What a button column of an old file may hold in place of a `Belegung`.
+constexpr std::string_view OHNE_BELEGUNG = "leer";
 
 /// What an empty column would leave the readers with has no fields to split; it stands for no action.
 std::string belegung(const Wert& wert) {
@@ -11,7 +16,33 @@ std::string belegung(const Wert& wert) {
     return text.empty() ? std::string(LEERE_BELEGUNG) : text;
 }
 
-constexpr std::array<int, EBENEN> SPALTENVERSATZ{1, 101, 1001}; ///< number of a layer's first `Btn` column
+void tastenLesen(Database& datenbank, const std::string& schemaName, Laufbild& bild) {
+    const Recordset satz = datenbank.OpenRecordset(
+        anweisung("SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '", schemaName));
+    for (int ebene = 0; ebene < EBENEN; ++ebene)
+        for (int taste = 0; taste < TASTEN; ++taste)
+            bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =
+                belegung(satz.get_Value("Btn" + tastennummer(ebene, taste)));
+}
+
+void kreuzLesen(Database& datenbank, const std::string& kreuzanweisung, Laufbild& bild) {
+    const Recordset satz = datenbank.OpenRecordset(kreuzanweisung);
+    for (int ebene = 0; ebene < EBENEN; ++ebene)
+        for (int taste = TASTEN; taste < SLOTS; ++taste)
+            bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =
+                belegung(satz.get_Value(kreuzordinal(ebene, taste)));
+}
+
+Laufbild texteLesen(const std::string& datenbankPfad, const std::string& schemaName,
+                    const std::string& kreuzanweisung) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    Laufbild bild;
+    datenbank.inEinemLesezug([&] {
+        tastenLesen(datenbank, schemaName, bild);
+        kreuzLesen(datenbank, kreuzanweisung, bild);
+    });
+    return bild;
+}
 
 /// Left, right, up, down: the four lines around the centre field of a new stick.
 constexpr std::array<int, RICHTUNGEN> GRUNDLINIEN{27072, 38399, 25941, 39679};
@@ -85,23 +116,24 @@ bool istLeerfeld(const std::string& aktion) {
 
 } // namespace
 
-Laufbild TastenLaufLesen(const std::string& datenbankPfad, const std::string& schemaName) {
-    Database datenbank = OpenDatabase(datenbankPfad);
-    Laufbild bild;
-    Recordset satz = datenbank.OpenRecordset(
-        anweisung("SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '", schemaName));
-    for (std::size_t ebene = 0; ebene < EBENEN; ++ebene)
-        for (std::size_t i = 0; i < TASTEN; ++i) {
-            const int nummer = static_cast<int>(i) + SPALTENVERSATZ[ebene];
-            bild[ebene][i] = belegung(satz.get_Value("Btn" + std::to_string(nummer)));
+VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName) {
+    const Laufbild texte = texteLesen(
+        datenbankPfad, schemaName,
+        anweisung("SELECT * FROM tblSteuerKreuz WHERE (tblSteuerKreuz.Schemaname)= '", schemaName));
+    VarTastenbelegung bild;
+    for (int taste = 0; taste < SLOTS; ++taste)
+        for (int ebene = 0; ebene < EBENEN; ++ebene) {
+            const auto& text = texte[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)];
+            if (taste >= TASTEN || text != OHNE_BELEGUNG)
+                bild.setzeBelegung(taste, ebene, text);
         }
-    satz = datenbank.OpenRecordset(
-        anweisung("SELECT * FROM tblSteuerkreuz WHERE (tblSteuerkreuz.Schemaname)= '", schemaName));
-    for (int ebene = 0; ebene < EBENEN; ++ebene)
-        for (int taste = TASTEN; taste < SLOTS; ++taste)
-            bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =
-                belegung(satz.get_Value(RICHTUNGEN * ebene + (taste - TASTEN + 1)));
     return bild;
+}
+
+Laufbild TastenLaufLesen(const std::string& datenbankPfad, const std::string& schemaName) {
+    return texteLesen(
+        datenbankPfad, schemaName,
+        anweisung("SELECT * FROM tblSteuerkreuz WHERE (tblSteuerkreuz.Schemaname)= '", schemaName));
 }
 
 Schemaliste SchemataLesen(const std::string& datenbankPfad) {

@@ -4,6 +4,7 @@
 
 #include "store/Datenbank.h"
 #include "store/Stickseite.h"
+#include "store/VarTastenbelegung.h"
 
 #include <array>
 #include <cstdint>
@@ -13,12 +14,10 @@
 #include <string_view>
 #include <vector>
 
-inline constexpr int EBENEN = 3;
-inline constexpr int TASTEN = 12;        ///< slots 0 to 11
-inline constexpr int SLOTS = TASTEN + 4; ///< slots 12 to 15 are the D-pad: Oben, Rechts, Unten, Links
-
-/// The `Belegung` of a slot without action.
-inline constexpr std::string_view LEERE_BELEGUNG = "10,0,0-0-0";
+/// Reads the editor's image of a `Schema`. A column that is Null or empty gives the fields of LEERE_BELEGUNG,
+/// a button column that holds "leer" leaves its fields empty. Throws LaufzeitFehler: 3021 when the `Schema`
+/// has no row, 9 for a text that does not have exactly the five fields.
+VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName);
 
 /// The run image: [layer][slot], each the whole `Belegung` text.
 using Laufbild = std::array<std::array<std::string, SLOTS>, EBENEN>;
