@@ -2,7 +2,6 @@
 
 #include "store/Tastenspalten.h"
 
-#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -46,7 +45,6 @@ Laufbild texteLesen(const std::string& datenbankPfad, const std::string& schemaN
 
 /// Left, right, up, down: the four lines around the centre field of a new stick.
 constexpr std::array<int, RICHTUNGEN> GRUNDLINIEN{27072, 38399, 25941, 39679};
-constexpr int ERSTE_LINIENSPALTE = 2;
 
 void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index) {
     satz.AddNew();
@@ -85,27 +83,6 @@ Sticklinien linienAus(Recordset& satz) {
     return gelesen;
 }
 
-void zeilenzahlPruefen(const Recordset& satz, const std::string& tabelle, const std::string& schemaName) {
-    if (satz.get_RecordCount() < ZEILEN_JE_STICK)
-        throw LaufzeitFehler(Fehlernummer::KeinAktuellerSatz,
-                             "Die Tabelle „" + tabelle + "“ hat für das Schema „" + schemaName + "“ nur " +
-                                 std::to_string(satz.get_RecordCount()) + " von " +
-                                 std::to_string(ZEILEN_JE_STICK) + " Zeilen.");
-}
-
-/// The actions of a `Schema` on one layer that meet `bedingung`, pairs of a column and its value.
-std::string aktionsanweisung(Stickseite seite, const std::string& schemaName, int ebene,
-                             std::initializer_list<std::pair<std::string_view, std::int32_t>> bedingung) {
-    const std::string tabelle = "tblStickAktion" + std::string(tabellenzusatz(seite));
-    std::string danach = "' AND (" + tabelle + ".Umschalt)= " + std::to_string(ebene);
-    for (const auto& [spalte, wert] : bedingung)
-        danach += " AND (" + tabelle + "." + std::string(spalte) + ")= " + std::to_string(wert);
-    return anweisung("SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '", schemaName,
-                     danach + ";");
-}
-
-constexpr std::array<std::string_view, RICHTUNGEN> RICHTUNGSSPALTEN{"Links", "Rechts", "Oben", "Unten"};
-
 /// Only the digit 3 by itself, blanks around it allowed. A looser comparison of numbers would depend on the
 /// user's locale, where a comma groups digits or ends a number: "0,0,0,3" would count as 3 in some, and a
 /// real action would be lost.
@@ -138,13 +115,16 @@ Laufbild TastenLaufLesen(const std::string& datenbankPfad, const std::string& sc
 
 Schemaliste SchemataLesen(const std::string& datenbankPfad) {
     Database datenbank = OpenDatabase(datenbankPfad);
-    Recordset satz = datenbank.OpenRecordset("tblTastatur");
-    const auto groesse = static_cast<std::size_t>(satz.get_RecordCount()) + 1;
-    Schemaliste liste{std::vector<std::string>(groesse), std::vector<std::string>(groesse)};
-    for (std::size_t i = 0; !satz.get_EOF(); ++i, satz.MoveNext()) {
-        liste.SchemaNamen[i] = alsText(satz.get_Value("Schemaname"));
-        liste.SchemaPfade[i] = alsText(satz.get_Value("Programmpfad"));
-    }
+    Schemaliste liste;
+    datenbank.inEinemLesezug([&] {
+        Recordset satz = datenbank.OpenRecordset("tblTastatur");
+        const auto groesse = static_cast<std::size_t>(satz.get_RecordCount()) + 1;
+        liste = {std::vector<std::string>(groesse), std::vector<std::string>(groesse)};
+        for (std::size_t i = 0; !satz.get_EOF(); ++i, satz.MoveNext()) {
+            liste.SchemaNamen[i] = alsText(satz.get_Value("Schemaname"));
+            liste.SchemaPfade[i] = alsText(satz.get_Value("Programmpfad"));
+        }
+    });
     return liste;
 }
 
@@ -170,38 +150,29 @@ void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::st
 Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName,
                              const std::function<void(std::string_view)>& melden) {
-    const std::string zusatz(tabellenzusatz(seite));
-    const std::string tabelle = "tblStick" + zusatz;
     Database datenbank = OpenDatabase(datenbankPfad);
-    const std::string text = anweisung("SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '",
-                                       schemaName, "' ORDER BY TBLSTICK" + zusatz + ".INDEX;");
-    Recordset satz = datenbank.OpenRecordset(text);
+    Recordset satz = linienzeilen(datenbank, seite, schemaName);
     if (satz.get_EOF()) {
         melden("Es wird ein neues Schema erstellen!");
         StickGrundzeilenAnlegen(datenbank, satz, schemaName);
-        satz = datenbank.OpenRecordset(text);
+        satz = linienzeilen(datenbank, seite, schemaName);
     }
-    zeilenzahlPruefen(satz, tabelle, schemaName);
+    linienzeilenPruefen(satz, seite, schemaName);
     return linienAus(satz);
 }
 
 std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName, const Feldschluessel& feld) {
     Database datenbank = OpenDatabase(datenbankPfad);
-    const auto& [ebene, links, rechts, oben, unten] = feld;
-    const Recordset satz = datenbank.OpenRecordset(aktionsanweisung(
-        seite, schemaName, ebene, {{"links", links}, {"rechts", rechts}, {"oben", oben}, {"Unten", unten}}));
+    const Recordset satz = feldzeilen(datenbank, seite, schemaName, feld);
     return satz.get_EOF() ? std::string() : alsText(satz.get_Value("Aktion"));
 }
 
 bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
                            int ebene, int richtung, std::int32_t linie) {
-    if (richtung < 0 || richtung >= RICHTUNGEN)
-        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
-                             "Eine Richtung " + std::to_string(richtung) + " gibt es nicht.");
+    const auto spalte = richtungsspalte(richtung);
     Database datenbank = OpenDatabase(datenbankPfad);
-    Recordset satz = datenbank.OpenRecordset(aktionsanweisung(
-        seite, schemaName, ebene, {{RICHTUNGSSPALTEN[static_cast<std::size_t>(richtung)], linie}}));
+    Recordset satz = aktionszeilen(datenbank, seite, schemaName, ebene, {{spalte, linie}});
     bool alleLeer = true;
     for (; !satz.get_EOF(); satz.MoveNext()) {
         if (istLeerfeld(alsText(satz.get_Value("Aktion"))))

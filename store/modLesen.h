@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/Datenbank.h"
+#include "store/Stickanweisung.h"
 #include "store/Stickseite.h"
 #include "store/VarTastenbelegung.h"
 
@@ -43,8 +44,6 @@ std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::st
 /// `datenbank` open.
 void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::string& schemaName);
 
-inline constexpr int RICHTUNGEN = 4;                      ///< Links, Rechts, Oben, Unten
-inline constexpr int ZEILEN_JE_STICK = 20;                ///< rows 1 to 19 hold lines, row 20 `StickSperre`
 inline constexpr int LINIENPLAETZE = ZEILEN_JE_STICK + 1; ///< the places 0 and 20 stay 0
 
 /// The zone lines of a stick: [layer][row][direction], 0 for no line.
@@ -62,10 +61,6 @@ struct Sticklinien {
 Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName,
                              const std::function<void(std::string_view)>& melden);
-
-/// What names a field: layer, then the line values to the left, to the right, upward and downward, 0 for
-/// none.
-using Feldschluessel = std::array<std::int32_t, 1 + RICHTUNGEN>;
 
 /// The action text of a field; empty when it has no row. Throws LaufzeitFehler.
 std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,

@@ -3,14 +3,45 @@
 #pragma once
 
 #include "store/VarTastenbelegung.h"
+#include "store/modLesen.h"
 
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
+
+/// Makes the rows of a new `Schema`. One that exists is changed when `fragen`, called once with the question
+/// for the user, says yes: it takes `pfad` as its `Programmpfad`, " " for an empty one.
+///
+/// The path of a new `Schema` is not stored; only the change of an existing one stores a path. True when the
+/// D-pad's row was made: for a new `Schema`, whatever the answer also for one that had lost that row, and so
+/// never for one that was whole, also when it was changed. Throws LaufzeitFehler; a row that was made by then
+/// stays. A name with an apostrophe is made like any other but cannot be changed (3075).
+bool SchemaAnlegen(const std::string& datenbankPfad, const std::string& name, const std::string& pfad,
+                   const std::function<bool(std::string_view)>& fragen);
 
 /// Stores the editor's image: the buttons in one Update, then the D-pad in one. A `Schema` without a row in
 /// tblTastatur stays without any. Throws LaufzeitFehler; 3021 when only the D-pad has no row, the buttons are
 /// stored then.
 void TastenbelegungSpeichern(const std::string& datenbankPfad, const std::string& schemaName,
                              const VarTastenbelegung& bild);
+
+/// Stores the zone lines of a stick, rows 1 to 19, and its `StickSperre`. Only values that differ from what
+/// stands there are written, each row of each layer in an Update of its own. Throws LaufzeitFehler, 3021 for
+/// fewer than twenty rows; nothing is changed then.
+void StickLinienSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                          const Sticklinien& bild);
+
+/// Lets the actions of a layer follow a line of `richtung` (0 to 3) that moved from `alt` to `neu`. Without
+/// an action exactly on the line, those less than 10 beside it follow: rounding may have put them there.
+/// Throws LaufzeitFehler, 9 for another direction; rows changed by then stay so.
+void AktionenVerschieben(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                         int ebene, int richtung, std::int32_t neu, std::int32_t alt);
+
+/// Stores the action text of a field: in its row, the first one if there are more, or in a new one. Throws
+/// LaufzeitFehler.
+void StickAktionSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                          const Feldschluessel& feld, const std::string& aktion);
 
 /// Stores which element of `Option1` was chosen; nothing happens when the `Schema` has no row. Throws
 /// LaufzeitFehler.

@@ -1,7 +1,7 @@
 // The zone lines and the actions of both sticks as the editors read them, and the deletion of empty fields.
 #include "store/modLesen.h"
 #include "tests/hilfen/Dateirechte.h"
-#include "tests/hilfen/Testdatenbank.h"
+#include "tests/store/Sticktest.h"
 
 #include <gmock/gmock.h>
 
@@ -11,28 +11,6 @@ using testing::IsEmpty;
 namespace {
 
 using Meldungen = std::vector<std::string>;
-
-/// Both sticks go through every test.
-class StickTest : public testing::TestWithParam<std::string> {
-protected:
-    Stickseite seite() const { return stickseiteVon(GetParam()); }
-    std::string zusatz() const { return GetParam() == "frmJust" ? "" : "R"; }
-    std::string linientabelle() const { return "tblStick" + zusatz(); }
-    std::string aktionstabelle() const { return "tblStickAktion" + zusatz(); }
-
-    /// Runs `arbeit`, expects its error and that the file has not changed.
-    template <class Arbeit> void erwarteFehlerOhneWirkung(int nummer, Arbeit&& arbeit) const {
-        const auto vorher = datei.inhalt();
-        EXPECT_EQ(fehlernummer(arbeit), nummer);
-        EXPECT_EQ(datei.inhalt(), vorher);
-    }
-
-    Testdatenbank datei;
-};
-
-std::string zielFormular(const testing::TestParamInfo<std::string>& fall) {
-    return fall.param;
-}
 
 /// What stands in row `zeile` of a layer in a direction: a value of its own, so that none can be mistaken.
 std::int32_t eigenerWert(std::size_t ebene, std::size_t zeile, std::size_t richtung) {

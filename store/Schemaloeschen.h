@@ -1,0 +1,30 @@
+// Removes a `Schema`: its rows in all eight tables and the pictures that the stick editors left of it.
+//
+// A part that is missing never stops the deletion. Each row goes by itself, so what is deleted by an error or
+// a crash stays deleted, and deleting again removes the rest.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// How the user is spoken to.
+struct Loeschdialog {
+    /// Asks a question under a title; true for yes.
+    std::function<bool(std::string_view frage, std::string_view titel)> fragen;
+    /// Tells that a part was not there; the deletion goes on when it comes back.
+    std::function<void(std::string_view meldung)> melden;
+};
+
+/// Asks whether the `Schema` is to go, and deletes it on a yes. Throws as SchemaLoeschen.
+void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& bilderPfad,
+                          const std::string& schemaName, const Loeschdialog& dialog);
+
+/// Deletes the `Schema` and its pictures. The name is a copy: the original may change while messages are
+/// open. Throws LaufzeitFehler; the pictures are still there then.
+void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
+                    const std::function<void(std::string_view)>& melden);
+
+/// Deletes the pictures of the three layers, "<name>0L.bmp" to "<name>2R.bmp" in any case of the letters, in
+/// the folder `bilderPfad`. Those that are missing or can't be deleted stay without a word.
+void StickBilderLoeschen(const std::string& bilderPfad, const std::string& schemaName);
