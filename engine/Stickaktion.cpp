@@ -13,6 +13,7 @@
 #include "store/LaufzeitFehler.h"
 
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -73,6 +74,14 @@ private:
 
 std::chrono::milliseconds dauer(std::string_view text) {
     return std::chrono::milliseconds{feldzahl(text)};
+}
+
+// How far `bis` lies from `von`. Lines may be any numbers of 32 bits, the distance of two need not be one.
+std::int32_t abstand(std::int32_t von, std::int32_t bis) {
+    const auto weite = std::int64_t{bis} - von;
+    if (!std::in_range<std::int32_t>(weite))
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: Feld des Sticks von " + std::to_string(von));
+    return static_cast<std::int32_t>(weite);
 }
 
 std::int32_t feldmitte(std::int32_t max, std::int32_t min) {
@@ -269,8 +278,8 @@ void Stickaktion::AbsolutePosition(const std::string& a) const {
                                      [aktion = *this] { aktion.bindenTakt(); });
         dienste_->timer.TimerSetzen(art_->bindenBit);
     } else {
-        stand_->EgoDaten = {grenzen_->xMax - grenzen_->xMin, grenzen_->yMax - grenzen_->yMin, grenzen_->xMin,
-                            grenzen_->yMin, a};
+        stand_->EgoDaten = {abstand(grenzen_->xMin, grenzen_->xMax), abstand(grenzen_->yMin, grenzen_->yMax),
+                            grenzen_->xMin, grenzen_->yMin, a};
         stand_->EgoStatus = 0;
         EgoSchritt();
     }
@@ -289,9 +298,9 @@ void Stickaktion::EgoSchritt() const {
     const Aktionsfelder felder(daten.aktion);
     const auto wo = dienste_->entwackeln.stickLesen(art_->seite);
     if (!(status & X_AUSSEN))
-        egoachseBewegen(X_SEITE, wo.x - daten.xMin, daten.breite, felder.text(EGO_ZAEHLER[X_SEITE]));
+        egoachseBewegen(X_SEITE, abstand(daten.xMin, wo.x), daten.breite, felder.text(EGO_ZAEHLER[X_SEITE]));
     if (!(status & Y_AUSSEN))
-        egoachseBewegen(Y_SEITE, wo.y - daten.yMin, daten.hoehe, felder.text(EGO_ZAEHLER[Y_SEITE]));
+        egoachseBewegen(Y_SEITE, abstand(daten.yMin, wo.y), daten.hoehe, felder.text(EGO_ZAEHLER[Y_SEITE]));
     if (status == (X_AUSSEN | Y_AUSSEN))
         return;
     dienste_->zeitgeber.SetTimer(art_->absolut, EGO_INTERVALL, [aktion = *this] { aktion.EgoSchritt(); });
