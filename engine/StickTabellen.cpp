@@ -74,7 +74,7 @@ private:
             if (satz.get_EOF())
                 return false;
             if (i == ZEILEN_JE_STICK) // holds no lines
-                tabellen_.StickSperre = static_cast<std::int32_t>(alsZahl(satz.get_Value("Links")));
+                tabellen_.StickSperre = linienwert(satz.get_Value("Links"));
             else if (!linienEinerZeile(satz, gesammelt))
                 i = ZEILEN_JE_STICK - 1; // rows behind the first empty one are never read
         }

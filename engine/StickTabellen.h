@@ -55,7 +55,8 @@ struct Sticktabellen {
 Linienliste linienliste(std::string_view gesammelt);
 
 /// Reads the tables of a stick for a layer, 0 to 2. A `Schema` without rows gets the twenty default rows.
-/// Throws LaufzeitFehler of the store, 13 for a text where a number belongs.
+/// Throws LaufzeitFehler of the store, 13 for a text where a number belongs, 6 for a `StickSperre` beyond 32
+/// bits.
 Sticktabellen StickTabellenLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,
                                  int Umschalt);
 

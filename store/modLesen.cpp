@@ -59,15 +59,6 @@ void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index
     satz.Update();
 }
 
-/// A line value. A foreign database may hold any number here; none of them wraps.
-std::int32_t linienwert(const Wert& wert) {
-    const std::int64_t zahl = alsZahl(wert);
-    if (!std::in_range<std::int32_t>(zahl))
-        throw LaufzeitFehler(Fehlernummer::Ueberlauf,
-                             "Überlauf: die Linie " + std::to_string(zahl) + " ist zu groß.");
-    return static_cast<std::int32_t>(zahl);
-}
-
 /// Walks the rows once a layer, so that the cursor stands on row 20 at the end.
 Sticklinien linienAus(Recordset& satz) {
     Sticklinien gelesen;
@@ -145,6 +136,14 @@ void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::st
             grundzeileAnlegen(satz, schemaName, index);
     });
     satz.Close();
+}
+
+std::int32_t linienwert(const Wert& wert) {
+    const std::int64_t zahl = alsZahl(wert);
+    if (!std::in_range<std::int32_t>(zahl))
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf,
+                             "Überlauf: die Linie " + std::to_string(zahl) + " ist zu groß.");
+    return static_cast<std::int32_t>(zahl);
 }
 
 Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,

@@ -55,6 +55,10 @@ struct Sticklinien {
     std::int32_t StickSperre = 0; ///< bit n: not evaluated in layer n
 };
 
+/// A value of a stick's table, a line or `StickSperre`. A foreign database may hold any number there; none of
+/// them wraps: throws LaufzeitFehler 6 for one beyond 32 bits, 13 for what is no whole number.
+std::int32_t linienwert(const Wert& wert);
+
 /// Reads the zone lines of a stick and its `StickSperre`. A `Schema` without rows gets the twenty rows of a
 /// new stick; `melden` is called before that, once, with the message for the user. Throws LaufzeitFehler:
 /// 3021 for fewer than twenty rows, 13 for a line that is no whole number, 6 for one beyond 32 bits.
