@@ -126,7 +126,9 @@ std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::st
     if (satz.get_EOF())
         return std::nullopt;
     const Wert funktion = satz.get_Value("Funktion");
-    return istNull(funktion) ? 0 : static_cast<int>(alsZahl(funktion));
+    constexpr std::int64_t KEINE = -1; // no element, like any number that is not there
+    const std::int64_t zahl = istNull(funktion) ? 0 : alsZahl(funktion);
+    return static_cast<int>(std::in_range<int>(zahl) ? zahl : KEINE);
 }
 
 void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::string& schemaName) {

@@ -111,6 +111,16 @@ TEST(FunktionLesen, GibtDieGespeicherteFunktion) {
     EXPECT_EQ(fehlernummer([&] { FunktionLesen(datei.pfad(), "O'Brien"); }), 3075);
 }
 
+TEST(FunktionLesen, EineZuGrosseZahlIstKeineDieEsGibt) {
+    const Testdatenbank datei;
+    for (const auto& [zahl, funktion] :
+         {std::pair{"2147483647", 2147483647}, {"2147483648", -1}, {"4294967297", -1}, {"-2147483649", -1}}) {
+        datei.sql("DELETE FROM tblTastatur; INSERT INTO tblTastatur (Schemaname, Funktion) VALUES ('S', " +
+                  std::string(zahl) + ");");
+        EXPECT_THAT(FunktionLesen(datei.pfad(), "S"), Optional(funktion)) << zahl;
+    }
+}
+
 namespace {
 
 /// The twenty rows of a new stick, as they stand in the table.
