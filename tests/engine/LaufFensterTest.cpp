@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <stdexcept>
 
@@ -105,6 +106,44 @@ TEST(LaufFensterLaden, OhneSticktabellenBeginntNichts) {
     links.beimLaden = [] { throw LaufzeitFehler(Fehlernummer::Gesperrt, "gesperrt"); };
     lauf.sticks = {&links};
     erwarteKeinenLauf(lauf, 3218);
+}
+
+// What has been reached when the buttons, and when the slider, can't be read.
+TEST(LaufFensterLaden, LiestErstDieReglerDannDieTastenDannDenSchubreglerUndZuletztDieSticks) {
+    const auto regler = [](const Probelauf& lauf) {
+        return lauf.datenbank.zeilen("SELECT Schemaname FROM Sensible");
+    };
+    Probelauf ohneTasten;
+    ohneTasten.datenbank.sql("DELETE FROM tblTastatur");
+    EXPECT_EQ(fehlernummer([&] { ohneTasten.starten(); }), 3021);
+    EXPECT_EQ(regler(ohneTasten), (Tabellenbild{{"S"}}));
+    EXPECT_EQ(ohneTasten.zustand.achsen.AchsenSchluessel()[0], "");
+
+    Probelauf ohneSchub;
+    ohneSchub.zustand.achsen.AchsenLaden();
+    ohneSchub.zustand.achsen.GamepadSchreiben("x");
+    Probestick links("L", ohneSchub.anzeige.protokoll);
+    ohneSchub.sticks = {&links};
+    EXPECT_EQ(fehlernummer([&] { ohneSchub.starten(); }), 13);
+    EXPECT_EQ(ohneSchub.anzeige.abholen(), nachDenReglern({"Option1 = 0"}));
+}
+
+TEST(LaufFensterLaden, MitKaputterAchsendateiRuhenSticksUndSchubreglerUndDieTastenGehen) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}};
+    const auto datei = lauf.datenbank.ordner() / "Gamepad.xml";
+    std::ofstream(datei) << "<xml";
+    lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,66,0,0')");
+    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    auto& fenster = lauf.starten();
+    lauf.pad.zustand.dwXpos = lauf.pad.zustand.dwUpos = 100;
+    lauf.takt(4);
+    lauf.takt(0);
+    lauf.warten(1000);
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), (Texte{"+65", "-65"}));
+    EXPECT_EQ(lauf.zustand.linkerStick.position, Stickposition{});
+    EXPECT_TRUE(fenster.pollt());
+    fenster.beenden();
+    EXPECT_EQ(std::filesystem::file_size(datei), 4U) << "it is not overwritten";
 }
 
 struct Rueckkehr {
