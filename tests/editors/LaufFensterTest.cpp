@@ -1,4 +1,6 @@
+#include "store/ZusatzFunktionen.h"
 #include "tests/editors/Formtest.h"
+#include "tests/hilfen/Gamepadxml.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -8,6 +10,9 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTest>
+
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -268,6 +273,45 @@ TEST_F(LaufFensterForm, ALockedDatabaseKeepsARunFromStarting) {
     EXPECT_EQ(starter().text(), "Schema starten");
 }
 
+TEST_F(LaufFensterForm, AnIllFormedSliderTextKeepsARunFromStarting) {
+    starten();
+    const std::vector<std::string> achsen(ACHSENNAMEN.begin(), ACHSENNAMEN.end());
+    std::ofstream(datenbank_.ordner() / "Gamepad.xml") << gamepadXmlMit("S", achsen, "4/");
+    Boxleser boxen;
+    starter().click();
+
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_EQ(boxen.gesehen()[0].titel, "Schema starten");
+    EXPECT_TRUE(boxen.gesehen()[0].text.contains("Schubregler")) << boxen.gesehen()[0].text.toStdString();
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_TRUE(haupt().isVisible());
+    EXPECT_EQ(starter().text(), "Schema starten");
+    EXPECT_EQ(uhr_.laufende(), 0U);
+
+    std::filesystem::remove(datenbank_.ordner() / "Gamepad.xml");
+    starter().click();
+    EXPECT_NE(laufFenster(), nullptr) << "the next run starts as ever";
+    EXPECT_EQ(boxen.gesehen().size(), 1U);
+}
+
+TEST_F(LaufFensterForm, AStickWithoutALineStopsTheRunAndThenTellsOnce) {
+    laufen(); // lays the stick's rows
+    laufFenster()->close();
+    ereignisse();
+    datenbank_.sql("UPDATE tblStick SET Oben = 0;");
+    Boxleser boxen;
+    starter().click();
+    vergehen(1000);
+
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_EQ(boxen.gesehen()[0].titel, "Schema gestoppt");
+    EXPECT_TRUE(boxen.gesehen()[0].text.contains("keine Linie")) << boxen.gesehen()[0].text.toStdString();
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_TRUE(haupt().isVisible());
+    EXPECT_EQ(starter().text(), "Schema starten");
+    EXPECT_EQ(uhr_.laufende(), 0U);
+}
+
 TEST_F(LaufFensterForm, ADatabaseThatCanOnlyBeReadLetsARunStart) {
     datenbank_.sql("UPDATE tblTastatur SET Funktion = 2;");
     laufen(); // a first run lays the rows that every later one finds
@@ -327,6 +371,18 @@ TEST_F(LaufFensterForm, AMovedScrollBarStartsTheSmoothingAnew) {
     EXPECT_FALSE(uhr_.laeuft(3939));
     vergehen(5);
     EXPECT_TRUE(uhr_.laeuft(3939));
+}
+
+TEST_F(LaufFensterForm, AScrollBarCountsWhileItIsDragged) {
+    laufen();
+    vergehen(5);
+    auto& eine = leiste("HScroll1(4)");
+    eine.setSliderDown(true);
+    eine.setSliderPosition(17);
+    EXPECT_EQ(label("Label3(4)"), "17");
+    EXPECT_FALSE(uhr_.laeuft(3939));
+    eine.setSliderDown(false);
+    EXPECT_EQ(eine.value(), 17);
 }
 
 TEST_F(LaufFensterForm, ReportsOfTheSmoothingComeOnlyWhileTheTestPanelShows) {
