@@ -258,8 +258,11 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
     auto* gitter = new QGridLayout(bereich);
     gitter->setContentsMargins(0, 0, 0, 0);
     gitter->setVerticalSpacing(2);
-    for (int i = 0; i < SPUREN; ++i)
-        Erg_[static_cast<std::size_t>(i)] = benannt(new QLabel, feldname("Erg", i));
+    for (int i = 0; i < SPUREN; ++i) {
+        auto* label = benannt(new QLabel, feldname("Erg", i));
+        label->setTextFormat(Qt::PlainText); // an action text is nobody's markup
+        Erg_[static_cast<std::size_t>(i)] = label;
+    }
     int reihe = 0;
     for (const auto& stick : STICKZEILEN) {
         gitter->addWidget(new QLabel(stick.name), reihe, 0);

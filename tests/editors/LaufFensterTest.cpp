@@ -422,6 +422,21 @@ TEST_F(LaufFensterForm, ShowsTheZonesOfBothSticksInItsTestPanel) {
     EXPECT_EQ(label("Erg(6)"), "Unten:  39679");
 }
 
+TEST_F(LaufFensterForm, ShowsTheActionOfAFieldAsItIsWritten) {
+    const QString aktion = "3,<b>fett</b>";
+    datenbank_.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '" + aktion.toStdString() +
+                   "');");
+    laufen();
+    knopf(1).click();
+    knopf(0).click();
+    knopf(0).click();
+    pad_.zustand.dwXpos = 100;
+    vergehen(20);
+    const auto& feld = control<QLabel>(*laufFenster(), "Erg(3)");
+    EXPECT_EQ(feld.text(), aktion);
+    EXPECT_GE(feld.sizeHint().width(), feld.fontMetrics().horizontalAdvance(aktion)) << "taken for markup";
+}
+
 TEST_F(LaufFensterForm, NoPadPressesNothingAndAPadMayComeLater) {
     pad_.da = false;
     laufen();
