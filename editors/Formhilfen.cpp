@@ -4,8 +4,24 @@
 
 #include <QLayout>
 #include <QPointer>
+#include <QRegularExpression>
 
 #include <algorithm>
+
+namespace {
+
+// An error quotes what it found, and that may be a text of any length and any number of lines: the box must
+// stay on the screen, with its button.
+QString einzeiler(QString text) {
+    constexpr qsizetype ANFANG = 300;
+    constexpr qsizetype ENDE = 100;
+    text.replace(QRegularExpression("\\s"), " ");
+    if (text.size() <= ANFANG + ENDE)
+        return text;
+    return text.left(ANFANG) + "…" + text.right(ENDE);
+}
+
+} // namespace
 
 QString feldname(std::string_view name, int index) {
     return QString("%1(%2)").arg(qt(name)).arg(index);
@@ -33,7 +49,6 @@ void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessag
 }
 
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel) {
-    const auto text =
-        QString("Laufzeitfehler %1:\n%2").arg(fehler.zahl()).arg(QString::fromUtf8(fehler.what()));
-    meldung(eltern, text, titel, QMessageBox::Warning);
+    const auto grund = einzeiler(QString::fromUtf8(fehler.what()));
+    meldung(eltern, QString("Laufzeitfehler %1:\n").arg(fehler.zahl()) + grund, titel, QMessageBox::Warning);
 }

@@ -36,3 +36,25 @@ TEST(AnwendungTest, AnErrorThatAHandlerLetsThroughEndsOnlyTheHandlerAndIsToldOnc
     EXPECT_TRUE(boxen.gesehen()[1].text.startsWith("Laufzeitfehler 51:"))
         << boxen.gesehen()[1].text.toStdString();
 }
+
+TEST(AnwendungTest, TheBoxOfAnErrorThatQuotesALongTextStaysSmall) {
+    Boxleser boxen;
+    Empfaenger empfaenger;
+    for (const std::size_t laenge : {399U, 400U, 401U, 100000U}) {
+        empfaenger.beiEreignis = [laenge] {
+            throw LaufzeitFehler(Fehlernummer::FalscherTyp, std::string(200, 'a') +
+                                                                std::string(laenge - 300, '\n') +
+                                                                std::string(100, 'z'));
+        };
+        empfaenger.anstossen();
+    }
+
+    const QString kopf = "Laufzeitfehler 13:\n" + QString(200, 'a');
+    const QString schluss(100, 'z');
+    QStringList texte;
+    for (const auto& box : boxen.gesehen())
+        texte << box.text;
+    EXPECT_EQ(texte, (QStringList{kopf + QString(99, ' ') + schluss, kopf + QString(100, ' ') + schluss,
+                                  kopf + QString(100, ' ') + "…" + schluss,
+                                  kopf + QString(100, ' ') + "…" + schluss}));
+}
