@@ -1,4 +1,5 @@
-// From the start of the executable beside this one to its usable window, and the memory it takes then.
+// From the start of the executable beside this one to its usable window, and the memory it takes then:
+// with one `Schema` and with five hundred.
 //
 //   startzeit [RUNS]
 #include "tests/hilfen/Testdatenbank.h"
@@ -91,18 +92,20 @@ template <class Zahl> Zahl median(std::vector<Zahl> werte) {
     return werte[werte.size() / 2];
 }
 
-} // namespace
+/// A database with so many `Schema`s.
+void schemataLegen(const Testdatenbank& datenbank, int anzahl) {
+    std::string sql = "BEGIN;";
+    for (int i = 0; i < anzahl; ++i) {
+        const auto name = "'Schema " + std::to_string(i) + "'";
+        sql += "INSERT INTO tblTastatur (Schemaname, Programmpfad) VALUES (" + name + ", '/spiele/" +
+               std::to_string(i) + "'); INSERT INTO tblSteuerKreuz (Schemaname) VALUES (" + name + ");";
+    }
+    datenbank.sql(sql + "COMMIT;");
+}
 
-int main(int anzahl, char** worte) {
-    const int laeufe = anzahl > 1 ? std::max(1, std::atoi(worte[1])) : 7;
-    const auto programm = fs::read_symlink("/proc/self/exe").parent_path() / "gamepad-konfic";
-    const XServer server;
+void messen(const fs::path& programm, const XServer& server, int schemata, int laeufe) {
     const Testdatenbank datenbank;
-    datenbank.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S');"
-                  "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
-    // One client that stays, or the server would reset between two runs.
-    auto* bleibt = XOpenDisplay(server.anzeige().c_str());
-
+    schemataLegen(datenbank, schemata);
     std::vector<double> zeiten;
     std::vector<long> rss;
     std::vector<long> pss;
@@ -113,8 +116,21 @@ int main(int anzahl, char** worte) {
         pss.push_back(messung.pss);
     }
     std::printf(
-        "start to window, %d runs: median %.0f ms; memory: resident %.1f MiB, proportional %.1f MiB\n",
-        laeufe, median(zeiten), static_cast<double>(median(rss)) / 1024,
+        "%d Schemas, start to window, %d runs: median %.0f ms; memory: resident %.1f MiB, proportional "
+        "%.1f MiB\n",
+        schemata, laeufe, median(zeiten), static_cast<double>(median(rss)) / 1024,
         static_cast<double>(median(pss)) / 1024);
+}
+
+} // namespace
+
+int main(int anzahl, char** worte) {
+    const int laeufe = anzahl > 1 ? std::max(1, std::atoi(worte[1])) : 7;
+    const auto programm = fs::read_symlink("/proc/self/exe").parent_path() / "gamepad-konfic";
+    const XServer server;
+    // One client that stays, or the server would reset between two runs.
+    auto* bleibt = XOpenDisplay(server.anzeige().c_str());
+    for (const int schemata : {1, 500})
+        messen(programm, server, schemata, laeufe);
     XCloseDisplay(bleibt);
 }

@@ -4,6 +4,7 @@
 
 #include <QLayout>
 #include <QPointer>
+#include <QPushButton>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -41,11 +42,29 @@ void hoeheSetzen(QWidget& form, int gewuenscht) {
     form.setFixedHeight(std::max(gewuenscht, noetig));
 }
 
-void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::Icon symbol) {
-    // The parent may go while the box is open, as when a run is stopped by an error, and takes the box along.
-    const QPointer<QMessageBox> box = new QMessageBox(symbol, titel, text, QMessageBox::Ok, eltern);
-    box->exec();
+namespace {
+
+/// Shows a box and gives the button that closed it; nothing else when its parent took it along, as a run that
+/// is stopped by an error does with its window.
+int gezeigt(const QPointer<QMessageBox>& box) {
+    box->setTextFormat(Qt::PlainText); // a name in it may look like markup
+    const int knopf = box->exec();
     delete box;
+    return knopf;
+}
+
+} // namespace
+
+void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::Icon symbol) {
+    gezeigt(new QMessageBox(symbol, titel, text, QMessageBox::Ok, eltern));
+}
+
+bool frage(QWidget* eltern, const QString& text, const QString& titel) {
+    auto* box = new QMessageBox(QMessageBox::NoIcon, titel, text, QMessageBox::Yes | QMessageBox::No, eltern);
+    box->button(QMessageBox::Yes)->setText("&Ja");
+    box->button(QMessageBox::No)->setText("&Nein");
+    box->setDefaultButton(QMessageBox::Yes);
+    return gezeigt(box) == QMessageBox::Yes;
 }
 
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel) {

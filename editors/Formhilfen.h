@@ -40,5 +40,8 @@ void hoeheSetzen(QWidget& form, int gewuenscht);
 void meldung(QWidget* eltern, const QString& text, const QString& titel,
              QMessageBox::Icon symbol = QMessageBox::NoIcon);
 
+/// A message box with Ja and Nein; true for Ja. Closing it is a Nein.
+bool frage(QWidget* eltern, const QString& text, const QString& titel);
+
 /// The message box of an error: number and text.
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel);

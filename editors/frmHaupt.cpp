@@ -4,7 +4,9 @@
 #include "editors/Laufsteuerung.h"
 #include "platform/Prozess.h"
 #include "store/LaufzeitFehler.h"
+#include "store/Schemaloeschen.h"
 #include "store/ZusatzFunktionen.h"
+#include "store/modSpeichern.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -39,6 +41,8 @@ enum Knopf {
     RECHTEN_STICK_BEARBEITEN = 6,
 };
 
+constexpr const char* NEU = "Schema neu";
+constexpr const char* SPEICHERN = "Schema Speichern";
 constexpr const char* STARTEN = "Schema starten";
 constexpr const char* STOPPEN = "Schema stoppen";
 
@@ -48,6 +52,28 @@ QScrollBar* scrollleiste(Qt::Orientation richtung, const QString& name) {
     leiste->setPageStep(REGLER_MAX / 10);
     leiste->setFocusPolicy(Qt::StrongFocus);
     return leiste;
+}
+
+/// Gives the button room for `text`, which it shows in turn with its own.
+void platzFuer(QPushButton& knopf, const char* text) {
+    const auto eigener = knopf.text();
+    const int breite = knopf.minimumSizeHint().width();
+    knopf.setText(text);
+    knopf.setMinimumWidth(std::max(breite, knopf.minimumSizeHint().width()));
+    knopf.setText(eigener);
+}
+
+/// Lets what stands behind the two labels begin at one place.
+void gleichBreit(QLabel& eines, QLabel& anderes) {
+    const int breite = std::max(eines.sizeHint().width(), anderes.sizeHint().width());
+    eines.setMinimumWidth(breite);
+    anderes.setMinimumWidth(breite);
+}
+
+/// Shows a text from its beginning, also when it is longer than the field.
+void setzeText(QLineEdit& feld, const std::string& text) {
+    feld.setText(qt(text));
+    feld.home(false);
 }
 
 QLineEdit* anzeigefeld(const QString& name, const QString& text) {
@@ -77,6 +103,7 @@ void frmHaupt::aufbauen() {
     unterteil_ = unterteil();
     anordnung->addWidget(unterteil_, 1);
     anordnung->addStretch();
+    gleichBreit(*findChild<QLabel*>(feldname("Label1", 0)), *findChild<QLabel*>(feldname("Label1", 1)));
     breiteSetzen(*this, BREITE);
     volleHoehe(true);
 }
@@ -88,8 +115,15 @@ QWidget* frmHaupt::kopf() {
 
     Combo1_ = benannt(new QComboBox, "Combo1");
     Combo1_->setEditable(true);
+    // What is typed stays as it is typed: it is not completed, not put into the list, and Enter and leaving
+    // the field do not choose an entry that looks like it.
     Combo1_->setInsertPolicy(QComboBox::NoInsert);
     Combo1_->setCompleter(nullptr);
+    disconnect(Combo1_->lineEdit(), &QLineEdit::returnPressed, Combo1_, nullptr);
+    disconnect(Combo1_->lineEdit(), &QLineEdit::editingFinished, Combo1_, nullptr);
+    // A long name must not ask for a wider form, nor five hundred of them be measured.
+    Combo1_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    Combo1_->setMinimumContentsLength(20);
     connect(Combo1_, &QComboBox::editTextChanged, this,
             [this](const QString& text) { global_.SchemaName = global_.Schemaauswahl = text.toStdString(); });
     connect(Combo1_, &QComboBox::activated, this, [this] { Combo1Klick(); });
@@ -99,12 +133,14 @@ QWidget* frmHaupt::kopf() {
     gitter->addWidget(Combo1_, 0, 1, 1, 2);
 
     auto* knoepfe = new QGridLayout;
-    knoepfe->addWidget(Command1(SCHEMA_NEU, "Schema neu"), 0, 0);
+    knoepfe->addWidget(Command1(SCHEMA_NEU, NEU), 0, 0);
+    platzFuer(*Command1_[SCHEMA_NEU], SPEICHERN);
     knoepfe->addWidget(Command1(SCHEMA_LOESCHEN, "Schema löschen"), 0, 1);
     auto* starten = Command1(SCHEMA_STARTEN, STARTEN);
     auto fett = starten->font();
     fett.setBold(true);
     starten->setFont(fett);
+    platzFuer(*starten, STOPPEN);
     starten->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     knoepfe->addWidget(starten, 0, 2, 2, 1);
     knoepfe->addWidget(Command1(BUTTON_BEARBEITEN, "Button bearbeiten"), 1, 0);
@@ -112,9 +148,8 @@ QWidget* frmHaupt::kopf() {
     gitter->addLayout(knoepfe, 1, 0, 1, 3);
     gitter->setColumnStretch(1, 1);
 
-    // Their forms are not part of the program yet.
-    for (const int index : {SCHEMA_NEU, SCHEMA_LOESCHEN, BUTTON_BEARBEITEN})
-        Command1_[index]->setEnabled(false);
+    // Its form is not part of the program yet.
+    Command1_[BUTTON_BEARBEITEN]->setEnabled(false);
     return bereich;
 }
 
@@ -222,16 +257,23 @@ void frmHaupt::laden() {
         achsen_.AchsenLaden(); // makes the file in which a first Schema finds its row
         return;
     }
-    Combo1_->setCurrentIndex(0);
-    Combo1Klick();
+    erstesWaehlen();
 }
 
 void frmHaupt::schemataLesen() {
     schemata_ = SchemataLesen(global_.DatenbankPfad);
+    QStringList namen;
+    for (const auto& name : schemata_.SchemaNamen)
+        namen << qt(name);
+    namen.removeLast(); // the spare entry is no name
     Combo1_->clear();
-    // The spare entry at the end is no name.
-    for (std::size_t i = 0; i + 1 < schemata_.SchemaNamen.size(); ++i)
-        Combo1_->addItem(qt(schemata_.SchemaNamen[i]));
+    Combo1_->addItems(namen);
+}
+
+void frmHaupt::erstesWaehlen() {
+    Combo1_->setCurrentIndex(0);
+    Combo1_->setEditText(Combo1_->itemText(0)); // where the entry was the current one, its text may be gone
+    Combo1Klick();
 }
 
 void frmHaupt::Combo1Klick() {
@@ -239,7 +281,8 @@ void frmHaupt::Combo1Klick() {
     const auto& namen = schemata_.SchemaNamen;
     const auto stelle = std::find(namen.begin(), namen.end(), name);
     if (stelle != namen.end())
-        Text1_->setText(qt(schemata_.SchemaPfade[static_cast<std::size_t>(stelle - namen.begin())]));
+        setzeText(*Text1_, schemata_.SchemaPfade[static_cast<std::size_t>(stelle - namen.begin())]);
+    Combo1_->lineEdit()->home(false);
     global_.SchemaName = name;
     achsen_.AchsenLaden();
 }
@@ -253,8 +296,16 @@ void frmHaupt::Command1Klick(int index) {
         meldung(this, "Es muß ein Schema erstellt werden", "Kein Schema!", QMessageBox::Information);
         return;
     }
-    if (index == SCHEMA_STARTEN)
-        starten();
+    switch (index) {
+    case SCHEMA_STARTEN:
+        return starten();
+    case SCHEMA_LOESCHEN:
+        return loeschen();
+    case SCHEMA_NEU:
+        return neu();
+    default:
+        return;
+    }
 }
 
 void frmHaupt::starten() {
@@ -265,6 +316,53 @@ void frmHaupt::starten() {
     } else if (laufsteuerung_.laden()) {
         knopf->setText(STOPPEN);
     }
+}
+
+void frmHaupt::loeschen() {
+    SchemaLoeschenFragen(
+        global_.DatenbankPfad, global_.BilderPfad, global_.SchemaName,
+        {[this](std::string_view text, std::string_view titel) { return frage(this, qt(text), qt(titel)); },
+         [this](std::string_view text) { meldung(this, qt(text), ""); }});
+    achsen_.GamepadLoeschen(); // also after a Nein
+    schemataLesen();
+    setzeText(*Combo1_->lineEdit(), schemata_.SchemaNamen.front());
+    setzeText(*Text1_, schemata_.SchemaPfade.front());
+    global_.SchemaName = Combo1_->currentText().toStdString();
+}
+
+void frmHaupt::neu() {
+    if (Command1_[SCHEMA_NEU]->text() == NEU)
+        nameErfragen();
+    else
+        nameSpeichern();
+}
+
+void frmHaupt::nameErfragen() {
+    Command1_[SCHEMA_LOESCHEN]->setEnabled(false);
+    volleHoehe(false);
+    Command1_[SCHEMA_NEU]->setText(SPEICHERN);
+    Text1_->clear();
+    Combo1_->clear();
+    Combo1_->setFocus();
+}
+
+void frmHaupt::nameSpeichern() {
+    Command1_[SCHEMA_LOESCHEN]->setEnabled(true);
+    volleHoehe(true);
+    const auto name = Combo1_->currentText();
+    bool angelegt = false;
+    if (!name.isEmpty())
+        angelegt = SchemaAnlegen(global_.DatenbankPfad, name.toStdString(), Text1_->text().toStdString(),
+                                 [this](std::string_view text) { return frage(this, qt(text), ""); });
+    else if (Combo1_->currentIndex() >= 0)
+        erstesWaehlen();
+    else
+        volleHoehe(false);
+    global_.SchemaName = Combo1_->currentText().toStdString();
+    Command1_[SCHEMA_NEU]->setText(NEU);
+    if (angelegt)
+        Combo1_->addItem(name);
+    achsen_.GamepadSchreiben(""); // whether or not there is a new `Schema`
 }
 
 void frmHaupt::hauptformZurueck(bool zeigen) {

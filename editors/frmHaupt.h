@@ -1,6 +1,8 @@
 // The main form: lists the `Schema`s and is the road to everything else.
 //
-// Its captions are the state of its toggles: `Command1`(5) tells whether a run is on.
+// Its captions are the state of its toggles: `Command1`(5) tells whether a run is on, `Command1`(2) whether a
+// name is being typed. While it is, the list is empty and the form short; what the list held comes back with
+// the next deletion or start.
 #pragma once
 
 #include "engine/GobalVariable.h"
@@ -46,9 +48,14 @@ private:
     void volleHoehe(bool voll);
 
     void schemataLesen();
+    void erstesWaehlen();
     void Combo1Klick();
     void Command1Klick(int index);
     void starten();
+    void loeschen();
+    void neu();
+    void nameErfragen();
+    void nameSpeichern();
     void hauptformZurueck(bool zeigen);
 
     GobalVariable& global_;

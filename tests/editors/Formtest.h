@@ -15,10 +15,12 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 #include <memory>
 #include <ostream>
+#include <utility>
 #include <vector>
 
 /// A message box as the user sees it.
@@ -34,16 +36,21 @@ inline void PrintTo(const Gesehen& box, std::ostream* strom) {
            << ", buttons " << box.knoepfe.toInt() << ")";
 }
 
-/// While it lives, writes down every message box and presses its default button.
+/// While it lives, writes down every message box and presses a button: the next of `antworten`, and its
+/// default button when there are no more.
 class Boxleser {
 public:
-    Boxleser() {
+    explicit Boxleser(std::vector<QMessageBox::StandardButton> antworten = {})
+        : antworten_(std::move(antworten)) {
         QObject::connect(&takt_, &QTimer::timeout, [this] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (!box)
                 return;
             gesehen_.push_back({box->windowTitle(), box->text(), box->icon(), box->standardButtons()});
-            box->accept();
+            if (gesehen_.size() > antworten_.size())
+                box->accept();
+            else
+                box->button(antworten_[gesehen_.size() - 1])->click();
         });
         takt_.start(0);
     }
@@ -51,6 +58,7 @@ public:
 
 private:
     QTimer takt_;
+    std::vector<QMessageBox::StandardButton> antworten_;
     std::vector<Gesehen> gesehen_;
 };
 

@@ -50,6 +50,28 @@ TEST_F(FrmHaupt, ListsTheSchemasInStoredOrderAndChoosesTheFirst) {
     EXPECT_EQ(haupt().height(), 350);
 }
 
+TEST_F(FrmHaupt, ListsFiveHundredSchemas) {
+    std::string sql = "BEGIN;";
+    for (int i = 0; i < 500; ++i)
+        sql += "INSERT INTO tblTastatur (Schemaname, Programmpfad) VALUES ('Schema " + std::to_string(i) +
+               "', '/spiele/" + std::to_string(i) + "');";
+    datenbank_.sql(sql + "COMMIT;");
+    starten();
+
+    EXPECT_EQ(combo().count(), 500);
+    EXPECT_EQ(combo().itemText(499), "Schema 499");
+    combo().setCurrentIndex(499);
+    emit combo().activated(499);
+    EXPECT_EQ(pfadtext(), "/spiele/499");
+}
+
+TEST_F(FrmHaupt, ShowsLongTextsFromTheirBeginning) {
+    schema(std::string(200, 'a'), "/" + std::string(200, 'b'));
+    starten();
+    EXPECT_EQ(combo().lineEdit()->cursorPosition(), 0);
+    EXPECT_EQ(control<QLineEdit>(haupt(), "Text1(0)").cursorPosition(), 0);
+}
+
 TEST_F(FrmHaupt, AsksForRealTimePriorityOnce) {
     starten();
     EXPECT_EQ(prozess_.klassen, std::vector<std::uint32_t>{256});
@@ -87,8 +109,8 @@ TEST_F(FrmHaupt, DisablesWhatHasNoFormBehindIt) {
         frei[einer->objectName()] = einer->isEnabled();
     EXPECT_EQ(frei, (std::map<QString, bool>{{"Command1(0)", false},
                                              {"Command1(1)", false},
-                                             {"Command1(2)", false},
-                                             {"Command1(3)", false},
+                                             {"Command1(2)", true},
+                                             {"Command1(3)", true},
                                              {"Command1(4)", true},
                                              {"Command1(5)", true},
                                              {"Command1(6)", false},
@@ -202,6 +224,28 @@ TEST_F(FrmHaupt, ATypedNameIsNeitherCompletedNorInserted) {
 
     EXPECT_EQ(combo().currentText(), "Renn");
     EXPECT_EQ(eintraege(combo()), QStringList{"Rennspiel"});
+}
+
+TEST_F(FrmHaupt, ATypedNameChoosesNoEntryAlsoWhenItIsOrLooksLikeOne) {
+    schema("Rennspiel", "/eins");
+    schema("Zweites", "/zwei");
+    starten();
+    auto& feld = *combo().lineEdit();
+    for (const QString name : {"Zweites", "zweites", "ZWEITES", "rennspiel", " Zweites"}) {
+        feld.selectAll();
+        QTest::keyClicks(&feld, name);
+        QTest::keyClick(&feld, Qt::Key_Return);
+        QTest::keyClick(&feld, Qt::Key_Tab);
+        ereignisse();
+        EXPECT_EQ(combo().currentText(), name);
+        EXPECT_EQ(pfadtext(), "/eins") << name.toStdString();
+    }
+    EXPECT_EQ(eintraege(combo()), (QStringList{"Rennspiel", "Zweites"}));
+
+    combo().setFocus();
+    QTest::keyClick(&combo(), Qt::Key_Down); // as a hand would choose
+    EXPECT_EQ(combo().currentText(), "Zweites");
+    EXPECT_EQ(pfadtext(), "/zwei");
 }
 
 TEST_F(FrmHaupt, ATypedNameIsTheOneThatIsStarted) {
