@@ -14,9 +14,9 @@
 /// for the user, says yes: it takes `pfad` as its `Programmpfad`, " " for an empty one.
 ///
 /// The path of a new `Schema` is not stored; only the change of an existing one stores a path. True when the
-/// D-pad's row was made: for a new `Schema`, whatever the answer also for one that had lost that row, and so
-/// never for one that was whole, also when it was changed. Throws LaufzeitFehler; a row that was made by then
-/// stays. A name with an apostrophe is made like any other but cannot be changed (3075).
+/// D-pad's row was made: for a new `Schema`, and for one that had lost this row. One that was whole gives
+/// false, whatever the answer. Throws LaufzeitFehler; a row that was made by then stays. A name with an
+/// apostrophe is made like any other but cannot be changed (3075).
 bool SchemaAnlegen(const std::string& datenbankPfad, const std::string& name, const std::string& pfad,
                    const std::function<bool(std::string_view)>& fragen);
 
