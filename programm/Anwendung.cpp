@@ -3,6 +3,10 @@
 #include "editors/Formhilfen.h"
 #include "store/LaufzeitFehler.h"
 
+Anwendung::Anwendung(int& anzahl, char** worte) : QApplication(anzahl, worte) {
+    installNativeEventFilter(&geisterklicks_);
+}
+
 bool Anwendung::notify(QObject* empfaenger, QEvent* ereignis) {
     try {
         return QApplication::notify(empfaenger, ereignis);
