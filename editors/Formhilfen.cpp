@@ -1,7 +1,5 @@
 #include "editors/Formhilfen.h"
 
-#include "store/LaufzeitFehler.h"
-
 #include <QLayout>
 #include <QPointer>
 #include <QPushButton>

@@ -1,14 +1,14 @@
 // Small things that all forms share: lengths, control names, plain message boxes.
 #pragma once
 
+#include "store/LaufzeitFehler.h"
+
 #include <QMessageBox>
 #include <QString>
 #include <QWidget>
 
 #include <string>
 #include <string_view>
-
-class LaufzeitFehler;
 
 /// A length in twips, 1/15 of a device-independent pixel.
 constexpr int twips(int laenge) {
@@ -45,3 +45,13 @@ bool frage(QWidget* eltern, const QString& text, const QString& titel);
 
 /// The message box of an error: number and text.
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel);
+
+/// Runs what a control does: an error of the store ends it and is told in one message box. It must not leave
+/// the handler, as Qt does not give back what it holds while an exception passes through.
+template <class Arbeit> void mitFehlermeldung(QWidget* eltern, Arbeit&& arbeit) {
+    try {
+        arbeit();
+    } catch (const LaufzeitFehler& fehler) {
+        fehlermeldung(eltern, fehler, "Fehler");
+    }
+}

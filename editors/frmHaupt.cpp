@@ -232,7 +232,8 @@ QWidget* frmHaupt::fusszeile() {
 QPushButton* frmHaupt::Command1(int index, const QString& text) {
     auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
     knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
-    connect(knopf, &QPushButton::clicked, this, [this, index] { Command1Klick(index); });
+    connect(knopf, &QPushButton::clicked, this,
+            [this, index] { mitFehlermeldung(this, [this, index] { Command1Klick(index); }); });
     Command1_[index] = knopf;
     return knopf;
 }
