@@ -181,7 +181,7 @@ int main(int anzahl, char** worte) {
     Spielpad pad;
     const auto plattform = system.plattform();
     Programm programm({plattform.joystick, plattform.eingabe, zeitgeber, plattform.prozess,
-                       (datenbank.ordner() / "Gamepad.xml").string()});
+                       plattform.tastatur, (datenbank.ordner() / "Gamepad.xml").string()});
     programm.starten();
     programm.hauptform().findChild<QPushButton*>("Command1(5)")->click();
 

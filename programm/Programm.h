@@ -4,6 +4,7 @@
 #include "editors/Laufsteuerung.h"
 #include "editors/frmHaupt.h"
 #include "engine/Laufzustand.h"
+#include "platform/Tastatur.h"
 
 #include <string>
 
@@ -13,6 +14,7 @@ struct Plattform {
     Eingabe& eingabe;
     Zeitgeber& zeitgeber;
     Prozess& prozess;
+    Tastatur& tastatur;
     std::string gamepadXml; ///< path of the axis assignment file
 };
 

@@ -13,7 +13,7 @@ class Systemplattform {
 public:
     Systemplattform();
 
-    Plattform plattform() { return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_, gamepadXml_}; }
+    Plattform plattform() { return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_, layout_, gamepadXml_}; }
     /// Which injection serves, and why others do not.
     const EingabeWahl& eingabewahl() const { return wahl_; }
 

@@ -133,3 +133,9 @@ const TastenKarte& Tastaturlayout::karte() {
             karte_ = *gelesen;
     return karte_;
 }
+
+VirtuelleTaste Tastaturlayout::code(std::uint32_t nummer) {
+    constexpr std::uint32_t VERSATZ = 8;
+    const bool vorhanden = nummer > VERSATZ && nummer < VERSATZ + EVDEV_TASTEN;
+    return vorhanden ? karte().code(static_cast<EvdevTaste>(nummer - VERSATZ)) : VirtuelleTaste{0};
+}

@@ -5,22 +5,24 @@
 // is the default of libxkbcommon.
 #pragma once
 
+#include "platform/Tastatur.h"
 #include "platform/linux/TastenKarte.h"
 
 #include <memory>
 #include <string>
 
-class Tastaturlayout {
+class Tastaturlayout final : public Tastatur {
 public:
     /// `anzeige` names the X server, "" the one of $DISPLAY; `datei` is the system's keyboard file.
     explicit Tastaturlayout(const std::string& anzeige = {},
                             const std::string& datei = "/etc/default/keyboard");
-    Tastaturlayout(const Tastaturlayout&) = delete;
-    Tastaturlayout& operator=(const Tastaturlayout&) = delete;
-    ~Tastaturlayout();
+    ~Tastaturlayout() override;
 
     /// The map of the layout in force now. A server that has gone leaves the last one.
     const TastenKarte& karte();
+
+    /// X and Wayland number their keys alike: the kernel's number and 8.
+    VirtuelleTaste code(std::uint32_t nummer) override;
 
 private:
     struct Server;

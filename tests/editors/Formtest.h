@@ -5,6 +5,7 @@
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeProzess.h"
+#include "platform/probe/ProbeTastatur.h"
 #include "platform/probe/ProbeUhr.h"
 #include "programm/Programm.h"
 #include "tests/hilfen/Testdatenbank.h"
@@ -82,8 +83,8 @@ class Formtest : public ::testing::Test {
 protected:
     /// Starts the program on the database as it is now.
     void starten() {
-        programm_ = std::make_unique<Programm>(
-            Plattform{pad_, eingabe_, uhr_, prozess_, (datenbank_.ordner() / "Gamepad.xml").string()});
+        programm_ = std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur_,
+                                                         (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
     }
     ~Formtest() override {
@@ -140,5 +141,6 @@ protected:
     ProbeEingabe eingabe_;
     ProbeUhr uhr_;
     ProbeProzess prozess_{datenbank_.ordner().string(), '/'};
+    ProbeTastatur tastatur_;
     std::unique_ptr<Programm> programm_;
 };
