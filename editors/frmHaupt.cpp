@@ -148,8 +148,6 @@ QWidget* frmHaupt::kopf() {
     gitter->addLayout(knoepfe, 1, 0, 1, 3);
     gitter->setColumnStretch(1, 1);
 
-    // Its form is not part of the program yet.
-    Command1_[BUTTON_BEARBEITEN]->setEnabled(false);
     return bereich;
 }
 
@@ -304,6 +302,9 @@ void frmHaupt::Command1Klick(int index) {
         return loeschen();
     case SCHEMA_NEU:
         return neu();
+    case BUTTON_BEARBEITEN:
+        emit tastwerkGewuenscht();
+        return;
     default:
         return;
     }

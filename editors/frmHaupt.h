@@ -34,6 +34,8 @@ protected:
     void closeEvent(QCloseEvent* ereignis) override;
 
 signals:
+    /// "Button bearbeiten" was clicked: the button editor is wanted for the current `Schema`.
+    void tastwerkGewuenscht();
     /// The form was closed: the program ends.
     void geschlossen();
 

@@ -1,6 +1,7 @@
 // The composition: makes the parts of the program and joins them. Lives as long as the process.
 #pragma once
 
+#include "editors/Editoren.h"
 #include "editors/Laufsteuerung.h"
 #include "editors/frmHaupt.h"
 #include "engine/Laufzustand.h"
@@ -31,5 +32,6 @@ public:
 private:
     Laufzustand zustand_;
     Laufsteuerung laufsteuerung_;
+    Editoren editoren_;
     frmHaupt hauptform_;
 };

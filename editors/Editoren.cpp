@@ -1,0 +1,43 @@
+#include "editors/Editoren.h"
+
+#include "editors/Formhilfen.h"
+#include "editors/frmJoyKonfic.h"
+#include "store/LaufzeitFehler.h"
+
+Editoren::Editoren(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber, Tastatur& tastatur)
+    : global_(global), joystick_(joystick), zeitgeber_(zeitgeber), tastatur_(tastatur) {}
+
+Editoren::~Editoren() {
+    delete tastwerk_.release(); // its timer must not outlive the clock
+}
+
+void Editoren::SpaeterLoeschen::operator()(frmJoyKonfic* form) const {
+    // Its own close event may be what brought us here.
+    form->disconnect();
+    form->close();
+    form->deleteLater();
+}
+
+void Editoren::tastwerkZeigen() {
+    if (!tastwerk_) {
+        std::unique_ptr<frmJoyKonfic, SpaeterLoeschen> neues(
+            new frmJoyKonfic(global_, joystick_, zeitgeber_, tastatur_));
+        try {
+            neues->laden();
+        } catch (const LaufzeitFehler& fehler) {
+            neues.reset();
+            fehlermeldung(nullptr, fehler, "Button bearbeiten");
+            return;
+        }
+        connect(neues.get(), &frmJoyKonfic::geschlossen, this, &Editoren::tastwerkEntladen);
+        tastwerk_ = std::move(neues);
+    }
+    tastwerk_->setWindowState(tastwerk_->windowState() & ~Qt::WindowMinimized);
+    tastwerk_->show();
+    tastwerk_->raise();
+    tastwerk_->activateWindow();
+}
+
+void Editoren::tastwerkEntladen() {
+    tastwerk_.reset();
+}

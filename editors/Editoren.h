@@ -1,0 +1,37 @@
+// The editors that are open: the one place that knows which of them are loaded.
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+class Joystick;
+class Tastatur;
+class Zeitgeber;
+class frmJoyKonfic;
+struct GobalVariable;
+
+class Editoren final : public QObject {
+    Q_OBJECT
+
+public:
+    Editoren(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber, Tastatur& tastatur);
+    ~Editoren() override;
+
+    /// Shows the button editor. One that is open comes to the front as it is; else it is loaded for the
+    /// current `Schema`. When that can't be read one message box says why and nothing opens.
+    void tastwerkZeigen();
+    /// Closes the button editor, if it is open, with all that was not saved.
+    void tastwerkEntladen();
+
+private:
+    struct SpaeterLoeschen {
+        void operator()(frmJoyKonfic* form) const;
+    };
+
+    GobalVariable& global_;
+    Joystick& joystick_;
+    Zeitgeber& zeitgeber_;
+    Tastatur& tastatur_;
+    std::unique_ptr<frmJoyKonfic, SpaeterLoeschen> tastwerk_;
+};

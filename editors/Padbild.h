@@ -1,0 +1,80 @@
+// The picture of the pad with its sixteen labels and twenty-four marks: `imgHintergrund`, `lblInfo`,
+// `Shape2`.
+//
+// Drawn from shapes in units of its own, scaled to the room there is, in the colours of the palette. Where a
+// label, a mark and the line between them lie stands in one table in the .cpp file.
+#pragma once
+
+#include <QLabel>
+#include <QPixmap>
+#include <QWidget>
+
+#include <array>
+#include <optional>
+
+/// A label of the picture: tells when it is clicked, and leaves the focus where it is.
+class Padschild final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit Padschild(QWidget* eltern);
+    /// Whether it belongs to the chosen button.
+    void setGewaehlt(bool gewaehlt);
+    QSize minimumSizeHint() const override;
+
+signals:
+    void geklickt();
+
+protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+    void mousePressEvent(QMouseEvent* ereignis) override;
+    void enterEvent(QEnterEvent* ereignis) override;
+    void leaveEvent(QEvent* ereignis) override;
+
+private:
+    bool gewaehlt_ = false;
+    bool ueberfahren_ = false;
+};
+
+class Padbild final : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int SCHILDER = 16;
+    static constexpr int MARKEN = 24;
+
+    explicit Padbild(QWidget* eltern = nullptr);
+
+    Padschild& lblInfo(int taste) { return *lblInfo_[static_cast<std::size_t>(taste)]; }
+    /// Shows the marks `erste` and `zweite` and hides all others; a number that no mark has shows none.
+    void markenZeigen(int erste, int zweite);
+    /// Highlights the label of the chosen button, none for -1.
+    void setGewaehlt(int taste);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+signals:
+    /// A label or its button on the picture was clicked, or picked with the arrow keys.
+    void geklickt(int taste);
+
+protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
+    void changeEvent(QEvent* ereignis) override;
+    void mousePressEvent(QMouseEvent* ereignis) override;
+    void keyPressEvent(QKeyEvent* ereignis) override;
+
+private:
+    void anordnen();
+    qreal masstab() const;
+    QTransform ausZeichnung() const;
+    int schildbreite() const;
+    void zeichnen(QPainter& maler) const;
+    std::optional<int> tasteBei(QPointF stelle) const;
+
+    std::array<Padschild*, SCHILDER> lblInfo_{};
+    std::array<QWidget*, MARKEN> Shape2_{};
+    QPixmap imgHintergrund_; ///< the drawing at the present size; null when it must be made anew
+    int gewaehlt_ = -1;
+};
