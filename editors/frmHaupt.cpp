@@ -147,7 +147,6 @@ QWidget* frmHaupt::kopf() {
     knoepfe->addWidget(Command1(DATENBANK, "Datenbank"), 1, 1);
     gitter->addLayout(knoepfe, 1, 0, 1, 3);
     gitter->setColumnStretch(1, 1);
-
     return bereich;
 }
 

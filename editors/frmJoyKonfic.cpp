@@ -223,7 +223,7 @@ QGroupBox* frmJoyKonfic::tastenereignis() {
     for (int art = 0; art < TASTENARTEN; ++art) {
         const auto i = static_cast<std::size_t>(art);
         Option1_[i] = wahlknopf(feldname("Option1", art), ARTTEXTE[i], [this, art] { Option1_Click(art); });
-        gitter->addWidget(Option1_[i], art, 0);
+        gitter->addWidget(Option1_[i], art, 0, Qt::AlignLeft);
     }
     txtTaste_ = kurzlabel("txtTaste", "");
     Text3_ = benannt(new Tastenfang(tastatur_), feldname("Text3", 0));
@@ -265,7 +265,7 @@ QGroupBox* frmJoyKonfic::tasteneigenschaften() {
     for (int i = 0; i < 2; ++i) {
         const auto platz = static_cast<std::size_t>(i);
         optEig_[platz] = wahlknopf(feldname("optEig", i), texte[platz], [this, i] { optEig_Click(i); });
-        gitter->addWidget(optEig_[platz], i, 0, 1, 5);
+        gitter->addWidget(optEig_[platz], i, 0, 1, 5, Qt::AlignLeft);
     }
     Text1_ = zahlfeld(feldname("Text1", 0), "1", DRUCKZEIT);
     Check1_ = benannt(new QCheckBox("Tastendruck wiederholen"), feldname("Check1", 0));
@@ -280,7 +280,7 @@ QGroupBox* frmJoyKonfic::tasteneigenschaften() {
     gitter->addWidget(benannt(new QLabel("Zeitspanne Drücken -> Loslassen"), feldname("Label1", 0)), 2, 1, 1,
                       4);
     zeile(3, 0, Text1_, 2);
-    gitter->addWidget(Check1_, 4, 1, 1, 4);
+    gitter->addWidget(Check1_, 4, 1, 1, 4, Qt::AlignLeft);
     zeile(5, 3, Text2_, 1);
     gitter->setColumnMinimumWidth(0, 20); // the times belong to the option above them
     gitter->setColumnStretch(4, 1);
@@ -295,7 +295,7 @@ QGroupBox* frmJoyKonfic::mauseigenschaften() {
         const auto platz = static_cast<std::size_t>(i);
         Option2_[platz] =
             wahlknopf(feldname("Option2", i), MAUSTEXTE[platz], [this, i] { Option2_Click(i); });
-        gitter->addWidget(Option2_[platz], i, 0);
+        gitter->addWidget(Option2_[platz], i, 0, Qt::AlignLeft);
     }
     txtScrollPlus_ = zahlfeld("txtScrollPlus", "1", DRUCKZEIT);
     txtScrollMinus_ = zahlfeld("txtScrollMinus", "1", DRUCKZEIT);
@@ -318,7 +318,7 @@ QGroupBox* frmJoyKonfic::umschalteigenschaften() {
     for (int i = 0; i < 2; ++i) {
         const auto platz = static_cast<std::size_t>(i);
         Option3_[platz] = wahlknopf(feldname("Option3", i), texte[platz], [this, i] { Option3_Click(i); });
-        spalte->addWidget(Option3_[platz]);
+        spalte->addWidget(Option3_[platz], 0, Qt::AlignLeft);
     }
     spalte->addStretch();
     return gruppe;
