@@ -130,9 +130,8 @@ Tastenfang::Tastenfang(Tastatur& tastatur, QWidget* eltern)
     setReadOnly(true);
     // Not by Tab: whoever only passes by would leave with the tabulator assigned.
     setFocusPolicy(Qt::ClickFocus);
-    // The menu key is a key like any other; composed characters would swallow the dead ones.
+    // The menu key is a key like any other.
     setContextMenuPolicy(Qt::PreventContextMenu);
-    setAttribute(Qt::WA_InputMethodEnabled, false);
     setDragEnabled(false);
     setAlignment(Qt::AlignCenter);
 }
@@ -155,6 +154,13 @@ bool Tastenfang::event(QEvent* ereignis) {
         loesen(static_cast<const QKeyEvent&>(*ereignis));
         ereignis->accept();
         return true;
+    case QEvent::InputMethodQuery: {
+        // No input method takes part: it would keep dead keys to itself and wait for a letter.
+        auto& frage = static_cast<QInputMethodQueryEvent&>(*ereignis);
+        frage.setValue(Qt::ImEnabled, false);
+        frage.accept();
+        return true;
+    }
     default:
         return QLineEdit::event(ereignis);
     }
