@@ -465,6 +465,8 @@ void frmJoyKonfic::Timer1_Timer() {
     joystickinfo_.dwSize = JOYINFOEX_GROESSE;
     joystickinfo_.dwFlags = JOY_RETURNALL;
     joystick_.joyGetPosEx(0, joystickinfo_);
+    if (joystickinfo_.dwButtons != gemerkt_.wort)
+        gemerkt_ = {};
     if (joystickinfo_.dwButtons == fehlerwort_ && fehlerwort_ != 0)
         return;
     fehlerwort_ = 0;
@@ -484,7 +486,7 @@ void frmJoyKonfic::subButtonsAuswerten() {
         auswaehlen(*taste);
     }
     if (joystickinfo_.dwButtons > 0)
-        labelBeschriften(NUR_GEWAEHLTE);
+        gewaehlteBeschriften([this](const std::string& code) { return gemerkterName(code); });
 }
 
 void frmJoyKonfic::subShape2Steuern(int erste, int zweite) {
@@ -505,14 +507,18 @@ void frmJoyKonfic::labelBeschriften(int auswahl) {
         const auto texte = werk_.beschriftungen([this](const std::string& code) { return name(code); });
         for (int taste = 0; taste < SLOTS; ++taste)
             bild_->lblInfo(taste).setText(qt(texte[static_cast<std::size_t>(taste)]));
-        return;
+    } else {
+        gewaehlteBeschriften([this](const std::string& code) { return name(code); });
     }
+}
+
+void frmJoyKonfic::gewaehlteBeschriften(const Tastwerk::Namensucher& sucher) {
     if (!werk_.gewaehlt())
         return;
     const bool hatTaste = werk_.hatTaste();
     auto text = qt(TASTENBESCHRIFTUNG[static_cast<std::size_t>(werk_.AktuelleTaste)]);
     if (hatTaste) {
-        text = qt(ohneRand(name(werk_.feld(TASTE))));
+        text = qt(ohneRand(sucher(werk_.feld(TASTE))));
         txtTaste_->setText(text);
     }
     const auto art = werk_.art();
@@ -619,6 +625,14 @@ void frmJoyKonfic::wiederholungSetzen(bool an) {
 
 std::string frmJoyKonfic::name(const std::string& code) const {
     return KeyCodeSuchen(global_.DatenbankPfad, 0, code);
+}
+
+// A button that is held asks for its name a hundred times a second, and each lookup opens the database anew:
+// that would take five per cent of a core.
+std::string frmJoyKonfic::gemerkterName(const std::string& code) {
+    if (gemerkt_.wort != joystickinfo_.dwButtons || gemerkt_.code != code)
+        gemerkt_ = {joystickinfo_.dwButtons, code, name(code)};
+    return gemerkt_.name;
 }
 
 void frmJoyKonfic::geschuetzt(const std::function<void()>& handler) {

@@ -78,6 +78,7 @@ private:
 
     // the steps that they share
     void labelBeschriften(int auswahl);
+    void gewaehlteBeschriften(const Tastwerk::Namensucher& sucher);
     void TastenEreignissFestlegen();
     void Eigenschaftfestlegen(Tastenart art);
     void subButtonsAuswerten();
@@ -90,6 +91,7 @@ private:
     void textSetzen(QLineEdit& box, const std::string& text, std::size_t feld);
     void wiederholungSetzen(bool an);
     std::string name(const std::string& code) const;
+    std::string gemerkterName(const std::string& code);
     void geschuetzt(const std::function<void()>& handler);
 
     GobalVariable& global_;
@@ -98,6 +100,12 @@ private:
     Tastwerk werk_;
     std::string schema_; ///< the name on load
     JOYINFOEX joystickinfo_;
+    /// The last key name that was looked up while the button word on the pad stayed the same.
+    struct {
+        std::uint32_t wort = 0;
+        std::string code;
+        std::string name;
+    } gemerkt_;
     std::uint32_t fehlerwort_ = 0; ///< a button word whose button can't be shown; told once
 
     Padbild* bild_ = nullptr;

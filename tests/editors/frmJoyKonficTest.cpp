@@ -448,6 +448,27 @@ TEST_F(FrmJoyKonfic, AHeldButtonSetsTheRepeatBackThatHasNoTimeYet) {
     EXPECT_TRUE(wiederholen().isChecked());
 }
 
+TEST_F(FrmJoyKonfic, ANameIsLookedUpAtEachPressAndForEachKeyButNotAtEachTick) {
+    belegt(0, "1,65,0-0-0");
+    oeffnen();
+    datenbank_.sql("UPDATE tblKeyCode SET Keye = 'neu' WHERE Keyc = '65';");
+    amPad(1);
+    EXPECT_EQ(text(0), "neu");
+    datenbank_.sql("UPDATE tblKeyCode SET Keye = 'anders' WHERE Keyc = '65';");
+    vergehen(100);
+    EXPECT_EQ(text(0), "neu");
+    amPad(0);
+    amPad(1);
+    EXPECT_EQ(text(0), "anders");
+    QKeyEvent oben(QEvent::KeyRelease, Qt::Key_B, Qt::NoModifier, ProbeTastatur::nummer(66), 0, 0);
+    QApplication::sendEvent(&fang(), &oben); // while it is held
+    vergehen(10);
+    EXPECT_EQ(text(0), "B");
+    amPad(2);
+    amPad(1);
+    EXPECT_EQ(text(0), "B");
+}
+
 TEST_F(FrmJoyKonfic, ABrokenAssignmentIsToldOnceWhileItsButtonIsHeld) {
     belegt(0, "1,65,2-0-0"); // a variant that does not exist
     belegt(1, "7,0,0-0-0");  // nor does this action
