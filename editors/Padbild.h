@@ -1,8 +1,7 @@
 // The picture of the pad with its sixteen labels and twenty-four marks: `imgHintergrund`, `lblInfo`,
 // `Shape2`.
 //
-// Drawn from shapes in units of its own, scaled to the room there is, in the colours of the palette. Where a
-// label, a mark and the line between them lie stands in one table in the .cpp file.
+// The drawing is scaled to the room there is; where things lie on it stands in Padzeichnung.
 #pragma once
 
 #include <QLabel>
@@ -70,7 +69,6 @@ private:
     qreal masstab() const;
     QTransform ausZeichnung() const;
     int schildbreite() const;
-    void zeichnen(QPainter& maler) const;
     std::optional<int> tasteBei(QPointF stelle) const;
 
     std::array<Padschild*, SCHILDER> lblInfo_{};
