@@ -53,6 +53,11 @@ constexpr std::array<const char*, TASTENARTEN> ARTTEXTE{"1,2,3,4...",     "Taste
                                                         "Umschalttaste1", "Umschalttaste2", "Maus"};
 constexpr std::array<const char*, 5> MAUSTEXTE{"Linke Maustaste", "Rechte Maustaste", "Maustaste Mitte",
                                                "Scrollrad Plus", "Scrollrad Minus"};
+// What the labels say until the form is loaded; from then on it is TASTENBESCHRIFTUNG, which names some
+// otherwise.
+constexpr std::array<const char*, SLOTS> ENTWURFSTEXTE{
+    "Dreieck", "Kreis", "Kreuz",   "Viereck", "L 2",  "R 2",    "L 1",   "R 1",
+    "Select",  "Start", "Stick L", "Stick R", "Oben", "Rechts", "Unten", "Links"};
 constexpr int SCROLLRAD_PLUS = 3;
 constexpr int SCROLLRAD_MINUS = 4;
 constexpr int TASTE_TAB = 9;
@@ -145,6 +150,8 @@ frmJoyKonfic::frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber&
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
     bild_ = benannt(new Padbild, "imgHintergrund");
+    for (int taste = 0; taste < SLOTS; ++taste)
+        bild_->lblInfo(taste).setText(ENTWURFSTEXTE[static_cast<std::size_t>(taste)]);
     connect(bild_, &Padbild::geklickt, this,
             [this](int taste) { geschuetzt([&] { lblInfo_Click(taste); }); });
     anordnung->addWidget(bild_, 1);

@@ -81,6 +81,25 @@ TEST_F(FrmJoyKonfic, ShowsTheGivenTexts) {
     EXPECT_EQ(fang().toolTip(), "Mit Doppelklick Tabtaste bestätigen");
 }
 
+TEST_F(FrmJoyKonfic, BeforeTheLoadTheCaptionsOfTheDesignStand) {
+    GobalVariable global;
+    const frmJoyKonfic form(global, pad_, uhr_, tastatur_);
+    std::vector<std::string> texte;
+    for (int taste = 0; taste < 16; ++taste)
+        texte.push_back(form.findChild<QLabel*>(feld("lblInfo", taste))->text().toStdString());
+    auto erwartet = NAMEN;
+    erwartet[4] = "L 2";
+    erwartet[5] = "R 2";
+    erwartet[6] = "L 1";
+    erwartet[7] = "R 1";
+    erwartet[10] = "Stick L";
+    erwartet[11] = "Stick R";
+    EXPECT_EQ(texte, erwartet);
+    EXPECT_EQ(form.findChild<QLabel*>("lblSchemaName(0)")->text(), "Name des Schemas");
+    EXPECT_EQ(form.findChild<QLabel*>("lblSchemaName(1)")->text(), "Umschaltstatus");
+    EXPECT_EQ(uhr_.laufende(), 0U);
+}
+
 TEST_F(FrmJoyKonfic, AFreshSchemaShowsTheNamesAndNothingElse) {
     oeffnen();
     EXPECT_EQ(schilder(), NAMEN);
