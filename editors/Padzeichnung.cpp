@@ -132,9 +132,9 @@ void schultern(QPainter& maler, const Farben& farben) {
         maler.drawPath(pfad.translated(0, 1.6));
         maler.restore();
     };
-    for (const int taste : {6, 7})
+    for (const int taste : {4, 6})
         zeichneForm(abzugspfad(platz(taste).marke));
-    for (const int taste : {4, 5}) {
+    for (const int taste : {5, 7}) {
         QPainterPath pfad;
         pfad.addRoundedRect(platz(taste).marke.adjusted(0, 0, 0, 14), platz(taste).rundung,
                             platz(taste).rundung);

@@ -29,18 +29,20 @@ struct Platz {
     qreal rundung;
 };
 
-/// A column of labels from top to bottom, then the other. The sides mirror each other.
+/// A column of labels from top to bottom, then the other. The sides mirror each other. Buttons 4 to 7 lie
+/// where the pad has what it reports under these numbers, L 2, L 1, R 2 and R 1, whatever their labels say:
+/// what lights up is what was pressed.
 inline constexpr std::array<Platz, 2 * SCHILDZEILEN> PLAETZE{{
-    {6, Seite::links, 0, {{{20, 21}, {70, 21}, {108, 34}}}, {98, 20, 68, 32}, 12},
-    {4, Seite::links, 1, {{{20, 64}, {70, 64}, {100, 64}}}, {88, 54, 88, 20}, 9},
+    {4, Seite::links, 0, {{{20, 21}, {70, 21}, {108, 34}}}, {98, 20, 68, 32}, 12},
+    {5, Seite::links, 1, {{{20, 64}, {70, 64}, {100, 64}}}, {88, 54, 88, 20}, 9},
     {8, Seite::links, 2, {{{24, 106}, {42, 89}, {190, 89}}}, {216, 126, 40, 17}, 8.5},
     {12, Seite::links, 3, {{{32, 149}, {69, 112}, {117, 107}}}, {113, 98, 30, 38}, 6},
     {15, Seite::links, 4, {{{34, 191}, {79, 146}, {91, 134}}}, {84, 127, 38, 30}, 6},
     {14, Seite::links, 5, {{{50, 234}, {104, 180}, {117, 178}}}, {113, 148, 30, 38}, 6},
     {13, Seite::links, 6, {{{86, 276}, {156, 206}, {159, 152}}}, {134, 127, 38, 30}, 6},
     {10, Seite::links, 7, {{{100, 319}, {174, 245}, {200, 222}}}, {172, 168, 76, 76}, 38},
-    {7, Seite::rechts, 0, {{{540, 21}, {490, 21}, {452, 34}}}, {394, 20, 68, 32}, 12},
-    {5, Seite::rechts, 1, {{{540, 64}, {490, 64}, {460, 64}}}, {384, 54, 88, 20}, 9},
+    {6, Seite::rechts, 0, {{{540, 21}, {490, 21}, {452, 34}}}, {394, 20, 68, 32}, 12},
+    {7, Seite::rechts, 1, {{{540, 64}, {490, 64}, {460, 64}}}, {384, 54, 88, 20}, 9},
     {9, Seite::rechts, 2, {{{536, 106}, {518, 89}, {370, 89}}}, {304, 126, 40, 17}, 8.5},
     {0, Seite::rechts, 3, {{{528, 149}, {491, 112}, {446, 108}}}, {413, 85, 38, 38}, 19},
     {1, Seite::rechts, 4, {{{526, 191}, {489, 154}, {482, 147}}}, {451, 123, 38, 38}, 19},
