@@ -182,7 +182,6 @@ QGroupBox* frmHaupt::stickgruppe(int stick, int knopf) {
     gitter->addWidget(
         benannt(new QLabel(stick == 0 ? "Linken Stick" : "Rechten Stick"), feldname("Label2", stick)), 0, 0);
     gitter->addWidget(Command1(knopf, "Bearbeiten"), 1, 0);
-    Command1_[knopf]->setEnabled(false);
     Command1_[knopf]->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 
     auto* waagrecht = scrollleiste(Qt::Horizontal, feldname("HScroll1", stick));
@@ -303,6 +302,12 @@ void frmHaupt::Command1Klick(int index) {
         return neu();
     case BUTTON_BEARBEITEN:
         emit tastwerkGewuenscht();
+        return;
+    case LINKEN_STICK_BEARBEITEN:
+        emit stickBearbeiten(Stickseite::Links);
+        return;
+    case RECHTEN_STICK_BEARBEITEN:
+        emit stickBearbeiten(Stickseite::Rechts);
         return;
     default:
         return;

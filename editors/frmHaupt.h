@@ -6,6 +6,7 @@
 #pragma once
 
 #include "engine/GobalVariable.h"
+#include "store/Stickseite.h"
 #include "store/modLesen.h"
 
 #include <QWidget>
@@ -38,6 +39,8 @@ signals:
     void tastwerkGewuenscht();
     /// The form was closed: the program ends.
     void geschlossen();
+    /// The editor of a stick is to open for the current `Schema`.
+    void stickBearbeiten(Stickseite seite);
 
 private:
     void aufbauen();

@@ -18,6 +18,10 @@ struct GobalVariable {
     /// editor works on another `Schema`.
     std::string Schemaauswahl;
 
+    /// "frmJust" or "frmJustr": which stick's tables the stick editors mean, set by the main form and by
+    /// them.
+    std::string ZielFormular;
+
     /// 1 while the left stick's editor is open, 2 once the right one has been loaded, 0 after the left one
     /// closed.
     std::uint8_t OffenerEditor = 0;

@@ -6,11 +6,15 @@ Programm::Programm(const Plattform& plattform)
     : zustand_(plattform.joystick, plattform.gamepadXml)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
     , editoren_(zustand_.global, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
+    , stickeditoren_(zustand_, laufsteuerung_, plattform.zeitgeber)
     , hauptform_(zustand_.global, zustand_.achsen, laufsteuerung_, plattform.prozess) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);
     QObject::connect(&hauptform_, &frmHaupt::tastwerkGewuenscht, &editoren_, &Editoren::tastwerkZeigen);
+    QObject::connect(&hauptform_, &frmHaupt::stickBearbeiten, &stickeditoren_, &Stickeditoren::oeffnen);
+    QObject::connect(&stickeditoren_, &Stickeditoren::hauptformVerbergen, &hauptform_, &QWidget::hide);
+    QObject::connect(&stickeditoren_, &Stickeditoren::hauptformZurueck, &hauptform_, &QWidget::show);
 }
 
 void Programm::starten() {

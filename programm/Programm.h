@@ -3,6 +3,7 @@
 
 #include "editors/Editoren.h"
 #include "editors/Laufsteuerung.h"
+#include "editors/Stickeditoren.h"
 #include "editors/frmHaupt.h"
 #include "engine/Laufzustand.h"
 #include "platform/Tastatur.h"
@@ -33,5 +34,6 @@ private:
     Laufzustand zustand_;
     Laufsteuerung laufsteuerung_;
     Editoren editoren_;
+    Stickeditoren stickeditoren_;
     frmHaupt hauptform_;
 };

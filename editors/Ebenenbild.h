@@ -1,0 +1,15 @@
+// The picture behind the plane of a stick editor.
+#pragma once
+
+#include <QImage>
+
+#include <string>
+#include <string_view>
+
+/// The picture used where a `Schema` has none of its own.
+inline constexpr std::string_view ERSATZBILD = "Joy2.bmp";
+
+/// The picture `name` of the folder `ordner`, found without regard to case; null when there is none that can
+/// be shown. Whatever the file holds counts, not what it calls itself; one that is broken or larger than any
+/// screen is none. A name with a separator never leaves the folder.
+QImage BildLaden(const std::string& ordner, std::string_view name);

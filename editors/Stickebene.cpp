@@ -1,0 +1,185 @@
+#include "editors/Stickebene.h"
+
+#include "editors/Formhilfen.h"
+#include "engine/StickTabellen.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <utility>
+
+namespace {
+
+/// What tells the four directions apart on the plane.
+struct Richtungsbild {
+    const char* linien;
+    const char* pfeile;
+    bool senkrecht;   ///< its lines
+    double grad;      ///< where its arrows point, clockwise from up
+    int pfeilversatz; ///< near edge of an arrow from its line, plane units
+};
+constexpr std::array<Richtungsbild, RICHTUNGEN> RICHTUNGSBILDER{{
+    {"LLinks", "LPfeil", true, 270, -1050},
+    {"LRechts", "RPfeil", true, 90, 200},
+    {"LOben", "OPfeil", false, 0, -1500},
+    {"LUnten", "UPfeil", false, 180, 200},
+}};
+
+constexpr int PFEILRAND = 100; ///< arrows stand along the upper and the left edge
+// So large that arrows of lines 1000 apart do not cover each other.
+constexpr int PFEIL_LAENGS = 850;
+constexpr int PFEIL_QUER = 1300;
+
+constexpr const char* PFEILHINWEIS = "Linke Maustaste = Neue Linie / Rechte Maustaste Linie löschen";
+
+constexpr QRgb FELDROT = qRgb(230, 0, 0);
+constexpr QRgb FELDBLAU = qRgb(0, 60, 255);
+constexpr double FELDRUNDUNG = 10;
+const QRgb OHNE_BILD = qRgb(128, 136, 144);
+
+} // namespace
+
+Stickebene::Stickebene(QWidget* form) : QWidget(form) {
+    setObjectName("Stickebene");
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    linienBauen();
+    RechteckC_ = benannt(new Ebenenrechteck(this, QColor::fromRgb(FELDBLAU), FELDRUNDUNG), "RechteckC");
+    RechteckB_ = benannt(new Ebenenrechteck(this, QColor::fromRgb(FELDROT), 0), "RechteckB");
+    RechteckB_->hide();
+    pfeileBauen();
+    Punkt_ = benannt(new Livepunkt(this), "Punkt");
+    for (Ebenenteil* teil : {static_cast<Ebenenteil*>(RechteckB_), static_cast<Ebenenteil*>(RechteckC_),
+                             static_cast<Ebenenteil*>(Punkt_)})
+        teile_.push_back(teil);
+}
+
+void Stickebene::linienBauen() {
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        for (int index = 0; index < LINIENCONTROLS; ++index) {
+            auto* linie = benannt(new Ebenenlinie(this, RICHTUNGSBILDER[d].senkrecht),
+                                  feldname(RICHTUNGSBILDER[d].linien, index));
+            linie->setVisible(index == 0);
+            linien_[d][static_cast<std::size_t>(index)].linie = linie;
+            teile_.push_back(linie);
+        }
+}
+
+void Stickebene::pfeileBauen() {
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        for (int index = 0; index < LINIENCONTROLS; ++index) {
+            auto* pfeil = benannt(new Ebenenpfeil(this, RICHTUNGSBILDER[d].grad),
+                                  feldname(RICHTUNGSBILDER[d].pfeile, index));
+            pfeil->setVisible(index == 0);
+            connect(pfeil, &Ebenenpfeil::gedrueckt, this,
+                    [this, d](Qt::MouseButton taste) { emit pfeilGedrueckt(taste, static_cast<int>(d)); });
+            linien_[d][static_cast<std::size_t>(index)].pfeil = pfeil;
+            teile_.push_back(pfeil);
+        }
+    for (const auto& reihe : linien_)
+        reihe[0].pfeil->setToolTip(PFEILHINWEIS);
+}
+
+// --- units ---
+
+QRectF Stickebene::pixelVon(const QRectF& einheiten, QSize groesse) {
+    const double x = static_cast<double>(groesse.width()) / EBENENENDE;
+    const double y = static_cast<double>(groesse.height()) / EBENENENDE;
+    return {einheiten.x() * x, einheiten.y() * y, einheiten.width() * x, einheiten.height() * y};
+}
+
+QPointF Stickebene::einheitenVon(const QPointF& pixel) const {
+    return {pixel.x() * EBENENENDE / std::max(1, width()), pixel.y() * EBENENENDE / std::max(1, height())};
+}
+
+QSizeF Stickebene::einheitenVon(const QSize& pixel) const {
+    const auto punkt = einheitenVon(QPointF(pixel.width(), pixel.height()));
+    return {punkt.x(), punkt.y()};
+}
+
+// --- lines ---
+
+Ebenenlinie& Stickebene::linie(std::size_t richtung, int index) {
+    return *linien_[richtung][static_cast<std::size_t>(index)].linie;
+}
+
+const Ebenenlinie& Stickebene::linie(std::size_t richtung, int index) const {
+    return *linien_[richtung][static_cast<std::size_t>(index)].linie;
+}
+
+void Stickebene::linieLegen(std::size_t richtung, int index, int wert) {
+    const auto& bild = RICHTUNGSBILDER[richtung];
+    const auto [linie, pfeil] = linien_[richtung][static_cast<std::size_t>(index)];
+    const bool da = wert >= 1;
+    const double ort = da ? wert : 0;
+    const double neben = da ? wert + static_cast<double>(bild.pfeilversatz) : 0;
+    const double rand = da ? PFEILRAND : 0;
+    pfeil->setzen(bild.senkrecht ? QRectF(neben, rand, PFEIL_LAENGS, PFEIL_QUER)
+                                 : QRectF(rand, neben, PFEIL_QUER, PFEIL_LAENGS));
+    linie->ortSetzen(ort);
+    linie->strecken();
+    pfeil->setVisible(da);
+    linie->setVisible(da);
+}
+
+// --- picture ---
+
+void Stickebene::bildSetzen(const QImage& bild) {
+    bild_ = bild;
+    hintergrund_ = {};
+    update();
+}
+
+void Stickebene::symboleSetzen(Symbolmaler maler) {
+    symbole_ = std::move(maler);
+    hintergrund_ = {};
+    update();
+}
+
+void Stickebene::hintergrundMalen() {
+    const double dichte = devicePixelRatioF();
+    const QSize pixel = (QSizeF(size()) * dichte).toSize();
+    QImage gemalt(pixel, QImage::Format_RGB32);
+    gemalt.fill(OHNE_BILD);
+    {
+        QPainter maler(&gemalt);
+        if (!bild_.isNull()) {
+            maler.fillRect(gemalt.rect(), Qt::black);
+            maler.drawImage(0, 0, bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        }
+        if (symbole_) {
+            maler.scale(static_cast<double>(pixel.width()) / EBENENENDE,
+                        static_cast<double>(pixel.height()) / EBENENENDE);
+            symbole_(maler);
+        }
+    }
+    gemalt.setDevicePixelRatio(dichte);
+    hintergrund_ = QPixmap::fromImage(std::move(gemalt));
+}
+
+void Stickebene::paintEvent(QPaintEvent* ereignis) {
+    if (hintergrund_.isNull() || hintergrund_.devicePixelRatio() != devicePixelRatioF())
+        hintergrundMalen();
+    QPainter maler(this);
+    const double dichte = hintergrund_.devicePixelRatio();
+    for (const auto& teil : ereignis->region())
+        maler.drawPixmap(QRectF(teil), hintergrund_,
+                         QRectF(QPointF(teil.topLeft()) * dichte, QSizeF(teil.size()) * dichte));
+}
+
+void Stickebene::resizeEvent(QResizeEvent*) {
+    hintergrund_ = {};
+    for (auto* teil : teile_)
+        teil->legen();
+    emit groesseGeaendert();
+}
+
+// --- mouse ---
+
+void Stickebene::mousePressEvent(QMouseEvent* ereignis) {
+    emit gedrueckt(ereignis->button(), einheitenVon(ereignis->position()));
+}
+
+void Stickebene::mouseMoveEvent(QMouseEvent* ereignis) {
+    emit bewegt(einheitenVon(ereignis->position()));
+}

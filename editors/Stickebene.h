@@ -1,0 +1,82 @@
+// The plane of a stick editor: a child that fills the form, in raw axis units, with a picture behind all that
+// lies on it.
+//
+// Plane unit v lies at pixel v * size / 65535, whatever the size of the window. The controls on it keep their
+// names and indices: `LLinks`(0 to 20), `LPfeil`(0 to 20) and so on.
+#pragma once
+
+#include "editors/Ebenenteile.h"
+#include "store/modLesen.h"
+
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+#include <vector>
+
+inline constexpr int EBENENENDE = 65535;             ///< largest x and y of the plane
+inline constexpr int LINIENCONTROLS = LINIENPLAETZE; ///< members of each array of lines and arrows
+
+class Stickebene final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Stickebene(QWidget* form);
+
+    /// Pixels of a rectangle of the plane when the plane has this size.
+    static QRectF pixelVon(const QRectF& einheiten, QSize groesse);
+    /// Plane units of a pixel.
+    QPointF einheitenVon(const QPointF& pixel) const;
+    /// Plane units of a length in pixels, across and down.
+    QSizeF einheitenVon(const QSize& pixel) const;
+
+    Ebenenlinie& linie(std::size_t richtung, int index);
+    const Ebenenlinie& linie(std::size_t richtung, int index) const;
+    /// Shows the line and the arrow of a control and places them at `wert`; hides them for less than 1.
+    void linieLegen(std::size_t richtung, int index, int wert);
+
+    Ebenenrechteck& RechteckB() { return *RechteckB_; }
+    const Ebenenrechteck& RechteckB() const { return *RechteckB_; }
+    Ebenenrechteck& RechteckC() { return *RechteckC_; }
+    Livepunkt& Punkt() { return *Punkt_; }
+
+    /// The picture behind everything, stretched over the plane; none when it is null.
+    void bildSetzen(const QImage& bild);
+    /// What draws the symbols of the fields onto the picture, in plane units; called anew when the plane's
+    /// size changes. May be empty.
+    using Symbolmaler = std::function<void(QPainter&)>;
+    void symboleSetzen(Symbolmaler maler);
+
+signals:
+    void gedrueckt(Qt::MouseButton taste, QPointF wo);
+    void bewegt(QPointF wo);
+    void pfeilGedrueckt(Qt::MouseButton taste, int richtung);
+    void groesseGeaendert();
+
+protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
+    void mousePressEvent(QMouseEvent* ereignis) override;
+    void mouseMoveEvent(QMouseEvent* ereignis) override;
+
+private:
+    struct Linienpaar {
+        Ebenenlinie* linie = nullptr;
+        Ebenenpfeil* pfeil = nullptr;
+    };
+
+    void linienBauen();
+    void pfeileBauen();
+    void hintergrundMalen();
+
+    std::array<std::array<Linienpaar, LINIENCONTROLS>, RICHTUNGEN> linien_{};
+    Ebenenrechteck* RechteckB_ = nullptr;
+    Ebenenrechteck* RechteckC_ = nullptr;
+    Livepunkt* Punkt_ = nullptr;
+    std::vector<Ebenenteil*> teile_;
+    QImage bild_;
+    Symbolmaler symbole_;
+    QPixmap hintergrund_; ///< picture and symbols at the plane's size; null when they are to be drawn anew
+};

@@ -1,0 +1,111 @@
+// The stick editor: divides the plane of one stick into fields by lines and gives the fields actions.
+//
+// One form for both sticks; what tells `frmJust` from `frmJustr` is a Justiereigenart. The mouse on lines and
+// arrows is Linienzug's, which this form serves with its controls and the store. Every change is stored when
+// it is made, always under the present `SchemaName`.
+#pragma once
+
+#include "editors/Justiereigenart.h"
+#include "editors/Linienzug.h"
+#include "platform/Zeitgeber.h"
+
+#include <QWidget>
+
+#include <array>
+#include <memory>
+#include <string>
+
+class Laufsteuerung;
+class QCheckBox;
+class QFrame;
+class QPushButton;
+class QRadioButton;
+class Schiebetafel;
+class Stickebene;
+
+class frmJust final : public QWidget, private Justierflaeche {
+    Q_OBJECT
+
+public:
+    frmJust(const Justiereigenart& art, Laufzustand& zustand, Laufsteuerung& laufsteuerung,
+            Zeitgeber& zeitgeber);
+    ~frmJust() override;
+
+    /// Load of the form: reads lines and picture of the current `Schema`. Throws LaufzeitFehler when the
+    /// lines can't be read; the form is to be dropped then.
+    void laden();
+    /// What closing does to the state that all share; the form's timers stop. May be called twice.
+    void entladen();
+
+    /// The `Schema` whose lines were read at load.
+    const std::string& geladenesSchema() const { return geladenesSchema_; }
+
+signals:
+    void hauptformVerbergen();
+    void geschlossen();
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
+    void showEvent(QShowEvent* ereignis) override;
+    bool eventFilter(QObject* objekt, QEvent* ereignis) override;
+
+private:
+    void aufbauen(Zeitgeber& zeitgeber);
+    QWidget* umschaltinhalt();
+    QWidget* befehlsinhalt();
+    void verbinden();
+
+    template <class Arbeit> void gesichert(Arbeit&& arbeit);
+    void linienLesen();
+    void bildLaden(int ebene);
+    void linienLegen();
+    void Uschalt(int ebene);
+    void Check2Klick(bool an);
+    void Command1Klick(int index);
+    void Timer1Takt();
+    void freigelegt();
+    void tafelnLegen();
+    std::int32_t& StickSperre();
+
+    bool linieGezeigt(std::size_t richtung, int index) const override;
+    double linienort(std::size_t richtung, int index) const override;
+    bool linieRot(std::size_t richtung, int index) const override;
+    void linieFaerben(std::size_t richtung, int index, bool rot) override;
+    void PositionFestlegen(std::size_t richtung, int slot) override;
+    bool RechteckBGezeigt() const override;
+    void BereichFestlegen() override;
+    bool fraAktionGezeigt() const override;
+    void fraAktionVerbergen() override;
+    void fraAktionOeffnen(double x, double y) override;
+    void AktionSpeichern() override;
+    void Zeichnen() override;
+    void tafelnSperren(bool gesperrt) override;
+    void tafelnZurueckstellen() override;
+    void StickLinienSpeichern() override;
+    void AktionenVerschieben(std::size_t richtung, std::int32_t neu, std::int32_t alt) override;
+    bool StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) override;
+    void melden(std::string_view text) override;
+
+    const Justiereigenart& art_;
+    Laufzustand& zustand_;
+    GobalVariable& global_;
+    Laufsteuerung& laufsteuerung_;
+    Justierstand stand_;
+    Linienzug zug_{stand_, *this};
+    Feldanker Feldanker_{};
+    Punktrechteck PunktrechteckAlt_;
+    std::string geladenesSchema_;
+    bool geladen_ = false;
+    bool lesefehlerGezeigt_ = false;
+
+    Stickebene* ebene_ = nullptr;
+    Schiebetafel* umschalten_ = nullptr;
+    Schiebetafel* schaltflaeche_ = nullptr;
+    QFrame* fraAktion_ = nullptr;
+    std::array<QRadioButton*, EBENEN> Uschalt_{};
+    QCheckBox* Check2_ = nullptr;
+    std::array<QPushButton*, 3> Command1_{};
+    QSize freieGroesse_; ///< of the window when it was last uncovered
+    std::unique_ptr<Formularzeitgeber> Timer1_;
+};
