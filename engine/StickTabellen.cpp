@@ -8,18 +8,6 @@ namespace {
 
 constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSNAMEN{"Links", "Rechts", "Oben", "Unten"};
 
-// Suffix of a layer's columns.
-const char* ebenenendung(int Umschalt) {
-    switch (Umschalt) {
-    case 1:
-        return "2";
-    case 2:
-        return "3";
-    default:
-        return "";
-    }
-}
-
 class Leser {
 public:
     Leser(Database& datenbank, const std::string& schemaName, Stickseite seite, int Umschalt)
@@ -120,6 +108,17 @@ std::optional<std::int32_t> zahlOderNichts(const std::string& text) {
 }
 
 } // namespace
+
+const char* ebenenendung(int Umschalt) {
+    switch (Umschalt) {
+    case 1:
+        return "2";
+    case 2:
+        return "3";
+    default:
+        return "";
+    }
+}
 
 Linie::Linie(std::string text) : text_(std::move(text)), wert_(zahlOderNichts(text_)) {}
 

@@ -23,6 +23,9 @@ inline constexpr std::size_t OBEN = 2;
 inline constexpr std::size_t UNTEN = 3;
 } // namespace richtung
 
+/// What stands behind the names of a layer's columns; nothing for the layer 0 and for a layer that is none.
+const char* ebenenendung(int Umschalt);
+
 /// A line as its decimal text; the empty text ends a list.
 class Linie {
 public:
