@@ -4,6 +4,7 @@
 // a change of layer, and that the names of the two panels are swapped has always been so.
 #pragma once
 
+#include "editors/Aktionstafel.h"
 #include "engine/GobalVariable.h"
 #include "engine/Laufzustand.h"
 #include "store/Stickseite.h"
@@ -29,8 +30,7 @@ struct Justiereigenart {
     const char* umschalten;    ///< name of the panel "Umschalten"
     const char* schaltflaeche; ///< name of the panel "Schaltfläche"
 
-    const char* egoshooter;    ///< caption of `Option3`(2) of the action panel
-    const char* tastenhinweis; ///< tool tip of its `txtTaste`
+    Tafeleigenart tafel;
 };
 
 inline constexpr Justiereigenart FRMJUST{
@@ -46,8 +46,7 @@ inline constexpr Justiereigenart FRMJUST{
     .linienVorBild = false,
     .umschalten = "Frame2",
     .schaltflaeche = "Frame3",
-    .egoshooter = "Egoshooter",
-    .tastenhinweis = "Mit DoppelKlick die Tabtaste bestätigen",
+    .tafel = TAFEL_LINKS,
 };
 
 inline constexpr Justiereigenart FRMJUSTR{
@@ -63,8 +62,7 @@ inline constexpr Justiereigenart FRMJUSTR{
     .linienVorBild = true,
     .umschalten = "Frame3",
     .schaltflaeche = "Frame2",
-    .egoshooter = "Ego Shooter",
-    .tastenhinweis = "Mit Doppelklick Tabtaste bestätigen",
+    .tafel = TAFEL_RECHTS,
 };
 
 constexpr const Justiereigenart& justiereigenart(Stickseite seite) {

@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -130,8 +131,7 @@ void Stickebene::bildSetzen(const QImage& bild) {
     update();
 }
 
-void Stickebene::symboleSetzen(Symbolmaler maler) {
-    symbole_ = std::move(maler);
+void Stickebene::symboleZeigen() {
     hintergrund_ = {};
     update();
 }
@@ -147,11 +147,7 @@ void Stickebene::hintergrundMalen() {
             maler.fillRect(gemalt.rect(), Qt::black);
             maler.drawImage(0, 0, bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
         }
-        if (symbole_) {
-            maler.scale(static_cast<double>(pixel.width()) / EBENENENDE,
-                        static_cast<double>(pixel.height()) / EBENENENDE);
-            symbole_(maler);
-        }
+        maler.drawImage(gemalt.rect(), symbole_.bild(size(), dichte));
     }
     gemalt.setDevicePixelRatio(dichte);
     hintergrund_ = QPixmap::fromImage(std::move(gemalt));

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "editors/Ebenenteile.h"
+#include "editors/Zonenbild.h"
 #include "store/modLesen.h"
 
 #include <QImage>
@@ -13,7 +14,6 @@
 #include <QWidget>
 
 #include <array>
-#include <functional>
 #include <vector>
 
 inline constexpr int EBENENENDE = 65535;             ///< largest x and y of the plane
@@ -44,10 +44,9 @@ public:
 
     /// The picture behind everything, stretched over the plane; none when it is null.
     void bildSetzen(const QImage& bild);
-    /// What draws the symbols of the fields onto the picture, in plane units; called anew when the plane's
-    /// size changes. May be empty.
-    using Symbolmaler = std::function<void(QPainter&)>;
-    void symboleSetzen(Symbolmaler maler);
+    /// The symbols of the fields, drawn onto the picture; show after symboleZeigen.
+    Zonenbild& symbole() { return symbole_; }
+    void symboleZeigen();
 
 signals:
     void gedrueckt(Qt::MouseButton taste, QPointF wo);
@@ -77,6 +76,6 @@ private:
     Livepunkt* Punkt_ = nullptr;
     std::vector<Ebenenteil*> teile_;
     QImage bild_;
-    Symbolmaler symbole_;
+    Zonenbild symbole_;
     QPixmap hintergrund_; ///< picture and symbols at the plane's size; null when they are to be drawn anew
 };

@@ -6,6 +6,7 @@
 #include "editors/Schiebetafel.h"
 #include "editors/Stickebene.h"
 #include "store/LaufzeitFehler.h"
+#include "store/modKeyCode.h"
 #include "store/modSpeichern.h"
 
 #include <QApplication>
@@ -92,6 +93,11 @@ void frmJust::aufbauen(Zeitgeber& zeitgeber) {
                 art_.schaltflaeche);
     schaltflaeche_->inhaltSetzen(befehlsinhalt());
 
+    fraAktion_ = new Aktionstafel(
+        art_.tafel,
+        [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
+        ebene_);
+
     // An open panel has room for what lies on it, also with large letters.
     const int hoehe = std::max(umschalten_->noetigeEbenenhoehe(), schaltflaeche_->noetigeEbenenhoehe());
     setMinimumSize(KLEINSTE.expandedTo({0, hoehe}));
@@ -161,6 +167,15 @@ void frmJust::resizeEvent(QResizeEvent*) {
 void frmJust::tafelnLegen() {
     umschalten_->legen();
     schaltflaeche_->legen();
+    fraAktionLegen();
+}
+
+void frmJust::fraAktionLegen() {
+    const auto groesse = ebene_->einheitenVon(fraAktion_->size());
+    const auto platz =
+        aktionstafelplatz(fraAktionKlick_.x(), fraAktionKlick_.y(), groesse.width(), groesse.height());
+    fraAktion_->move(
+        Stickebene::pixelVon({platz.links, platz.oben, 0, 0}, ebene_->size()).topLeft().toPoint());
 }
 
 // --- load and unload ---
@@ -347,21 +362,48 @@ void frmJust::BereichFestlegen() {
     ebene_->RechteckB().setVisible(!RechteckBGezeigt());
 }
 
+// --- actions ---
+
 bool frmJust::fraAktionGezeigt() const {
-    return fraAktion_ && !fraAktion_->isHidden();
+    return !fraAktion_->isHidden();
 }
 
 void frmJust::fraAktionVerbergen() {
     fraAktion_->hide();
 }
 
-void frmJust::fraAktionOeffnen(double, double) {
-    emit hauptformVerbergen();
+Feldschluessel frmJust::aktionsschluessel() const {
+    return {stand_.EditorEbene, Feldanker_[0], Feldanker_[1], Feldanker_[2], Feldanker_[3]};
 }
 
-void frmJust::AktionSpeichern() {}
+// The text is read before the panel opens: one that opened without it would be saved over it.
+void frmJust::fraAktionOeffnen(double x, double y) {
+    emit hauptformVerbergen();
+    const auto text =
+        StickAktionLesen(global_.DatenbankPfad, art_.seite, global_.SchemaName, aktionsschluessel());
+    fraAktionKlick_ = {x, y};
+    fraAktionLegen();
+    fraAktion_->oeffnen(text, Feldanker_ == Feldanker{});
+}
 
-void frmJust::Zeichnen() {}
+void frmJust::AktionSpeichern() {
+    StickAktionSpeichern(global_.DatenbankPfad, art_.seite, global_.SchemaName, aktionsschluessel(),
+                         fraAktion_->aktionstext());
+    Zeichnen();
+}
+
+void frmJust::Zeichnen() {
+    try {
+        ZonenZeichnen(global_.DatenbankPfad, art_.seite, global_.SchemaName, stand_.EditorEbene,
+                      ebene_->symbole());
+    } catch (const LaufzeitFehler&) {
+        ebene_->symboleZeigen(); // as far as it came
+        throw;
+    }
+    ebene_->symboleZeigen();
+}
+
+// --- store and panels ---
 
 void frmJust::tafelnSperren(bool gesperrt) {
     umschalten_->setEnabled(!gesperrt);

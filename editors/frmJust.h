@@ -15,9 +15,9 @@
 #include <memory>
 #include <string>
 
+class Aktionstafel;
 class Laufsteuerung;
 class QCheckBox;
-class QFrame;
 class QPushButton;
 class QRadioButton;
 class Schiebetafel;
@@ -66,6 +66,8 @@ private:
     void Timer1Takt();
     void freigelegt();
     void tafelnLegen();
+    void fraAktionLegen();
+    Feldschluessel aktionsschluessel() const;
     std::int32_t& StickSperre();
 
     bool linieGezeigt(std::size_t richtung, int index) const override;
@@ -94,6 +96,7 @@ private:
     Justierstand stand_;
     Linienzug zug_{stand_, *this};
     Feldanker Feldanker_{};
+    QPointF fraAktionKlick_; ///< what the action panel was opened by, in plane units
     Punktrechteck PunktrechteckAlt_;
     std::string geladenesSchema_;
     bool geladen_ = false;
@@ -102,7 +105,7 @@ private:
     Stickebene* ebene_ = nullptr;
     Schiebetafel* umschalten_ = nullptr;
     Schiebetafel* schaltflaeche_ = nullptr;
-    QFrame* fraAktion_ = nullptr;
+    Aktionstafel* fraAktion_ = nullptr;
     std::array<QRadioButton*, EBENEN> Uschalt_{};
     QCheckBox* Check2_ = nullptr;
     std::array<QPushButton*, 3> Command1_{};

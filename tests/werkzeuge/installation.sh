@@ -9,7 +9,7 @@ ziel="$ordner/ein Ordner"
 fehlschlag() { echo "FAILED: $*"; exit 1; }
 
 "$wurzel/tools/install" "$ziel" "$bau"
-for datei in gamepad-konfic 70-gamepad-konfic.rules Belegung.twk Beschreibung/Startfenster.htm; do
+for datei in gamepad-konfic 70-gamepad-konfic.rules Belegung.twk Beschreibung/Startfenster.htm Bilder/Joy2.bmp; do
     [ -s "$ziel/$datei" ] || fehlschlag "$datei is missing after the first installation"
 done
 [ -d "$ziel/Bilder" ] || fehlschlag "Bilder is missing"
@@ -20,9 +20,11 @@ echo meins >"$ziel/Belegung.twk"
 echo meins >"$ziel/Beschreibung/Startfenster.htm"
 echo meins >"$ziel/Bilder/S0L.bmp"
 echo alt >"$ziel/gamepad-konfic"
+mv "$ziel/Bilder/Joy2.bmp" "$ziel/Bilder/JOY2.BMP"
 "$wurzel/tools/install" "$ziel" "$bau"
 for datei in Belegung.twk Beschreibung/Startfenster.htm Bilder/S0L.bmp; do
     [ "$(cat "$ziel/$datei")" = meins ] || fehlschlag "$datei was overwritten"
 done
 cmp -s "$bau/gamepad-konfic" "$ziel/gamepad-konfic" || fehlschlag "the program was not renewed"
+[ ! -e "$ziel/Bilder/Joy2.bmp" ] || fehlschlag "there are two pictures whose names differ by case only"
 [ -z "$(find "$ziel" -name '*.neu.*')" ] || fehlschlag "litter is left"
