@@ -12,12 +12,12 @@
 
 namespace {
 
-constexpr QRgb LICHTHOF = qRgba(255, 255, 255, 215);
-constexpr QRgb LICHTHOF_AUSSEN = qRgba(255, 255, 255, 80);
+constexpr QRgb LICHTHOF = qRgba(255, 255, 255, 165);
 constexpr QRgb LINIENSCHWARZ = qRgb(0, 0, 0);
 constexpr QRgb LINIENROT = qRgb(255, 0, 0);
+constexpr int SAUM = 175; // how much the line's colour covers beside its middle, of 255
 
-// The strips of a line from its middle outward, in pixels; the middle one takes the line's colour.
+// The strips of a line across, in pixels: halo, seam, middle, seam, halo.
 constexpr int LINIENBREITE = 5;
 
 constexpr double PUNKTDURCHMESSER = 90.0 / 11520; // of the plane's height: a small circle at any size
@@ -86,8 +86,9 @@ QRect Ebenenlinie::pixel(const QRectF& platz) const {
 void Ebenenlinie::paintEvent(QPaintEvent* ereignis) {
     const bool rot = farbe_ == GREIFFARBE;
     const QColor kern = QColor::fromRgb(rot ? LINIENROT : LINIENSCHWARZ);
-    const QColor innen = rot ? kern : QColor::fromRgba(LICHTHOF);
-    const QColor aussen = QColor::fromRgba(rot ? LICHTHOF : LICHTHOF_AUSSEN);
+    auto innen = kern;
+    innen.setAlpha(rot ? 255 : SAUM);
+    const QColor aussen = QColor::fromRgba(LICHTHOF);
     const std::array<QColor, LINIENBREITE> streifen{aussen, innen, kern, innen, aussen};
     QPainter maler(this);
     maler.setClipRect(ereignis->rect());
@@ -153,11 +154,12 @@ void Ebenenrechteck::paintEvent(QPaintEvent* ereignis) {
         return;
     QPainter maler(this);
     maler.setRenderHint(QPainter::Antialiasing);
-    const auto rand = QRectF(rect()).adjusted(2.5, 2.5, -2.5, -2.5);
-    maler.setPen(QPen(QColor::fromRgba(LICHTHOF), 5));
-    maler.drawRoundedRect(rand, rundung_, rundung_);
+    const auto rand = QRectF(rect()).adjusted(2, 2, -2, -2);
+    const double rundung = std::min(rundung_, std::min(rand.width(), rand.height()) / 4);
+    maler.setPen(QPen(QColor::fromRgba(LICHTHOF), 4));
+    maler.drawRoundedRect(rand, rundung, rundung);
     maler.setPen(QPen(farbe_, 2));
-    maler.drawRoundedRect(rand, rundung_, rundung_);
+    maler.drawRoundedRect(rand, rundung, rundung);
 }
 
 // --- Livepunkt ---

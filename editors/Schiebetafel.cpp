@@ -71,16 +71,28 @@ void Schiebetafel::legen() {
     const int oben = static_cast<int>(std::lround(hoch.top()));
     const int unten = std::max(oben + streifen, static_cast<int>(std::lround(hoch.bottom())));
     setGeometry(links, oben, breite, unten - oben);
-    if (inhalt_)
-        inhalt_->setGeometry(0, streifen, breite, braucht.height());
+    if (!inhalt_)
+        return;
+    // In the middle of the panel when that is open.
+    const auto offen = Stickebene::pixelVon({0, 0, 0, double(offeneHoehe())}, ebene->size());
+    const int platz = static_cast<int>(offen.height()) - streifen;
+    inhalt_->setGeometry(0, streifen, breite, std::max(braucht.height(), platz));
+}
+
+int Schiebetafel::offeneHoehe() const {
+    const int schritte = (mass_.offen - mass_.hoehe + SCHRITT - 1) / SCHRITT;
+    return mass_.hoehe + schritte * SCHRITT;
 }
 
 int Schiebetafel::noetigeEbenenhoehe() const {
     if (!inhalt_)
         return 0;
-    const int schritte = (mass_.offen - mass_.hoehe + SCHRITT - 1) / SCHRITT;
-    const double anteilOffen = double(schritte * SCHRITT) / EBENENENDE; // beside the strip itself
-    return static_cast<int>(std::ceil(inhalt_->sizeHint().height() / anteilOffen));
+    // A pixel at each edge may be lost to rounding; on a small plane the strip is thicker than its part.
+    const int inhalt = inhalt_->sizeHint().height() + 2;
+    const double ohneStreifen = double(EBENENENDE) / (offeneHoehe() - mass_.hoehe);
+    const double mitStreifen = double(EBENENENDE) / offeneHoehe();
+    return static_cast<int>(
+        std::ceil(std::max(inhalt * ohneStreifen, (inhalt + STREIFEN_MINDESTENS) * mitStreifen)));
 }
 
 void Schiebetafel::changeEvent(QEvent* ereignis) {

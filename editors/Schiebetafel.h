@@ -53,6 +53,7 @@ protected:
 
 private:
     int streifenpixel() const;
+    int offeneHoehe() const;
     void oeffnenTakt();
     void schliessenTakt();
 
