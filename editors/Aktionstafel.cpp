@@ -1,15 +1,18 @@
 #include "editors/Aktionstafel.h"
 
 #include "editors/Formhilfen.h"
+#include "editors/Tastenfang.h"
 #include "editors/Umbruchoption.h"
 
+#include <QApplication>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -21,8 +24,6 @@
 
 namespace {
 
-constexpr const char* HIER_KLICKEN = "Hier Klicken";
-constexpr const char* TAB = "Tab";
 constexpr int TABTASTE = 9;
 constexpr const char* ERSTER_TASTENTITEL = "Taste: 13 - Enter";
 constexpr int GROESSTER_EGOWEG = 3000;
@@ -50,14 +51,20 @@ QRadioButton* option(const char* name, int index, const char* text) {
     return benannt(new QRadioButton(text), feldname(name, index));
 }
 
-/// Runs `klick` with the option's index whenever one of them gets set.
+/// Makes the options exclude each other and runs `klick` with the index of one that gets set. By their parent
+/// alone Qt would also count those of the frames within it.
 template <class Klick>
-void beimSetzen(const std::vector<QRadioButton*>& optionen, QObject* empfaenger, Klick klick) {
+void gruppieren(const std::vector<QRadioButton*>& optionen, QObject* besitzer, Klick klick) {
+    auto* gruppe = new QButtonGroup(besitzer);
     for (std::size_t i = 0; i < optionen.size(); ++i)
-        QObject::connect(optionen[i], &QRadioButton::toggled, empfaenger, [klick, i](bool an) {
-            if (an)
-                klick(static_cast<int>(i));
-        });
+        gruppe->addButton(optionen[i], static_cast<int>(i));
+    QObject::connect(gruppe, &QButtonGroup::idToggled, besitzer, [klick](int index, bool an) {
+        if (an)
+            klick(index);
+    });
+}
+void gruppieren(const std::vector<QRadioButton*>& optionen, QObject* besitzer) {
+    gruppieren(optionen, besitzer, [](int) {});
 }
 
 /// Index of the set one.
@@ -98,8 +105,9 @@ std::string ohneLeerzeichen(const std::string& text) {
 
 } // namespace
 
-Aktionstafel::Aktionstafel(const Tafeleigenart& eigenart, Tastenname tastenname, QWidget* eltern)
-    : QFrame(eltern), tastenname_(std::move(tastenname)) {
+Aktionstafel::Aktionstafel(const Tafeleigenart& eigenart, Tastatur& tastatur, Tastenname tastenname,
+                           QWidget* eltern)
+    : QFrame(eltern), tastatur_(tastatur), tastenname_(std::move(tastenname)) {
     setObjectName("fraAktion");
     setWindowTitle("Aktion");
     // What the mouse does on the panel is none of the plane's business: a click there would close it.
@@ -130,7 +138,7 @@ void Aktionstafel::aufbauen(const Tafeleigenart& eigenart) {
     anordnung->addLayout(eigenschaften_);
     anordnung->setSizeConstraint(QLayout::SetFixedSize);
 
-    beimSetzen(Option1_, this, [this](int index) { Option1Klick(index); });
+    gruppieren(Option1_, this, [this](int index) { Option1Klick(index); });
     Option1_[platz(static_cast<int>(Stickaktionsart::Leerfeld))]->setChecked(true);
     anordnung->activate(); // its size counts before it is shown
 }
@@ -159,6 +167,7 @@ QGroupBox* Aktionstafel::mausbewegung() {
         Option2_.push_back(option("Option2", i, RICHTUNGSTEXTE[platz(i)]));
         gitter->addWidget(Option2_.back(), i / 2, i % 2);
     }
+    gruppieren(Option2_, this);
     struct Zeile {
         int feld;
         int label;
@@ -172,8 +181,8 @@ QGroupBox* Aktionstafel::mausbewegung() {
     }
     gitter->setRowMinimumHeight(2, ZEILENABSTAND);
     gitter->setRowStretch(reihe, 1);
-    gitter->setColumnStretch(0, 1);
-    gitter->setColumnStretch(1, 1);
+    gitter->setHorizontalSpacing(EINZUG);
+    gitter->setColumnStretch(2, 1);
     return gruppe;
 }
 
@@ -185,6 +194,7 @@ QGroupBox* Aktionstafel::maustaste() {
         optMaus_.push_back(option("optMaus", i, MAUSTASTENTEXTE[platz(i)]));
         gitter->addWidget(optMaus_.back(), i, 0);
     }
+    gruppieren(optMaus_, this);
     txtScrollPlus_ = zahlfeld("txtScrollPlus", "1");
     txtScrollMinus_ = zahlfeld("txtScrollMinus", "1");
     for (const auto& [reihe, feld] :
@@ -237,18 +247,17 @@ QGroupBox* Aktionstafel::tastatur(const Tafeleigenart& eigenart) {
     anordnung->addLayout(zeilen[1]);
     anordnung->addStretch();
 
-    beimSetzen(optEig_, this, [this](int index) { optEigKlick(index); });
+    gruppieren(optEig_, this, [this](int index) { optEigKlick(index); });
     connect(Check1_, &QCheckBox::toggled, this, &Aktionstafel::Check1Klick);
     return gruppe;
 }
 
-QLineEdit* Aktionstafel::tastenfeld(const char* hinweis) {
-    auto* feld = benannt(new QLineEdit(HIER_KLICKEN), "txtTaste");
+Tastenfang* Aktionstafel::tastenfeld(const char* hinweis) {
+    auto* feld = benannt(new Tastenfang(tastatur_), "txtTaste");
     feld->setToolTip(hinweis);
-    feld->setReadOnly(true);
-    feld->setAlignment(Qt::AlignCenter);
-    feld->setContextMenuPolicy(Qt::PreventContextMenu);
     feld->installEventFilter(this);
+    connect(feld, &Tastenfang::tasteGedrueckt, this, &Aktionstafel::tasteGewaehlt);
+    connect(feld, &Tastenfang::tabBestaetigt, this, [this] { tasteGewaehlt(TABTASTE); });
     return feld;
 }
 
@@ -290,7 +299,7 @@ QGroupBox* Aktionstafel::absolutePosition(const Tafeleigenart& eigenart) {
     }
     gitter->setColumnStretch(0, 1);
     gitter->setRowStretch(reihe, 1);
-    beimSetzen(Option3_, this, [this](int index) { Option3Klick(index); });
+    gruppieren(Option3_, this, [this](int index) { Option3Klick(index); });
     return gruppe;
 }
 
@@ -306,6 +315,14 @@ void Aktionstafel::paintEvent(QPaintEvent*) {
     maler.setPen(QPen(QColor(255, 255, 255, 110), 1));
     maler.setBrush(Qt::NoBrush);
     maler.drawRoundedRect(flaeche.adjusted(1, 1, -1, -1), ECKENRADIUS - 1, ECKENRADIUS - 1);
+}
+
+// Where nothing else takes the focus, a box of the hidden panel would go on catching keys.
+void Aktionstafel::hideEvent(QHideEvent* ereignis) {
+    QWidget* mitFokus = QApplication::focusWidget();
+    if (mitFokus && isAncestorOf(mitFokus))
+        mitFokus->clearFocus();
+    QFrame::hideEvent(ereignis);
 }
 
 // --- opening and reading ---
@@ -419,28 +436,12 @@ void Aktionstafel::tasteGewaehlt(int code) {
     txtTaste_->setText(qt(nummer));
 }
 
-void Aktionstafel::tabBestaetigen() {
-    if (txtTaste_->text() == TAB)
-        tasteGewaehlt(TABTASTE);
-}
-
-// What the box for a key hears besides keys.
+// The tabulator moves on here as in any other box; as a key it is chosen by double click.
 bool Aktionstafel::eventFilter(QObject* beobachtet, QEvent* ereignis) {
-    const auto linke = [ereignis] { return static_cast<QMouseEvent*>(ereignis)->button() == Qt::LeftButton; };
-    switch (ereignis->type()) {
-    case QEvent::MouseButtonRelease:
-        if (linke() && txtTaste_->text() == HIER_KLICKEN)
-            txtTaste_->setText(TAB);
-        break;
-    case QEvent::MouseButtonDblClick:
-        if (linke())
-            tabBestaetigen();
-        return true; // it marks no word
-    case QEvent::FocusOut:
-        txtTaste_->setText(HIER_KLICKEN);
-        break;
-    default:
-        break;
+    if (ereignis->type() == QEvent::KeyPress) {
+        const int taste = static_cast<QKeyEvent*>(ereignis)->key();
+        if (taste == Qt::Key_Tab || taste == Qt::Key_Backtab)
+            return focusNextPrevChild(taste == Qt::Key_Tab);
     }
     return QFrame::eventFilter(beobachtet, ereignis);
 }

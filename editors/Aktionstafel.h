@@ -20,6 +20,8 @@ class QLineEdit;
 class QRadioButton;
 class QScrollBar;
 class QStackedLayout;
+class Tastatur;
+class Tastenfang;
 
 /// What tells the panels of the two sticks apart.
 struct Tafeleigenart {
@@ -37,7 +39,7 @@ public:
     using Tastenname = std::function<std::string(const std::string& nummer)>;
 
     /// Starts hidden. Its size is that of its content.
-    Aktionstafel(const Tafeleigenart& eigenart, Tastenname tastenname, QWidget* eltern);
+    Aktionstafel(const Tafeleigenart& eigenart, Tastatur& tastatur, Tastenname tastenname, QWidget* eltern);
 
     /// Shows the panel with the action of a field; the empty text, that of a field without a row, is a
     /// `Leerfeld`. `mitEgoshooter` is for the centre field, the only one that can be one. Throws
@@ -53,6 +55,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* ereignis) override;
+    void hideEvent(QHideEvent* ereignis) override;
     bool eventFilter(QObject* beobachtet, QEvent* ereignis) override;
 
 private:
@@ -66,17 +69,17 @@ private:
     QGroupBox* tastatur(const Tafeleigenart& eigenart);
     QGroupBox* hinweis(Stickaktionsart art, int index, const char* text);
     QGroupBox* absolutePosition(const Tafeleigenart& eigenart);
-    QLineEdit* tastenfeld(const char* hinweis);
+    Tastenfang* tastenfeld(const char* hinweis);
 
     void Option1Klick(int index);
     void optEigKlick(int index);
     void Check1Klick();
     void Option3Klick(int index);
-    void tabBestaetigen();
 
     void zeigen(const Stickaktionsbild& bild);
     void titelSetzen(const std::string& nummer);
 
+    Tastatur& tastatur_;
     Tastenname tastenname_;
     Optionen Option1_;
     std::array<QGroupBox*, STICKAKTIONSARTEN> Frame1_{};
@@ -89,7 +92,7 @@ private:
     QLineEdit* txtScrollPlus_ = nullptr;
     QLineEdit* txtScrollMinus_ = nullptr;
 
-    QLineEdit* txtTaste_ = nullptr;
+    Tastenfang* txtTaste_ = nullptr;
     Optionen optEig_;
     std::array<QLineEdit*, 2> txtZeit_{};
     QCheckBox* Check1_ = nullptr;

@@ -85,23 +85,27 @@ QColor symbolfarbwert(std::int32_t farbe) {
 
 void Zonenbild::loeschen() {
     symbole_.clear();
-    bild_ = {};
+    veraltet_ = true;
 }
 
 void Zonenbild::zeichnen(const Feldsymbol& symbol) {
     symbole_.push_back(symbol);
-    bild_ = {};
+    veraltet_ = true;
 }
 
 const QImage& Zonenbild::bild(QSize groesse, qreal dichte) const {
     const QSize punkte(static_cast<int>(std::lround(groesse.width() * dichte)),
                        static_cast<int>(std::lround(groesse.height() * dichte)));
-    if (!bild_.isNull() && bild_.size() == punkte && bild_.devicePixelRatio() == dichte)
+    const bool passt = bild_.size() == punkte && bild_.devicePixelRatio() == dichte;
+    if (passt && !veraltet_)
         return bild_;
-    bild_ = QImage(punkte, QImage::Format_ARGB32_Premultiplied);
+    if (!passt) {
+        bild_ = QImage(punkte, QImage::Format_ARGB32_Premultiplied);
+        bild_.setDevicePixelRatio(dichte);
+    }
+    veraltet_ = false;
     if (bild_.isNull())
         return bild_;
-    bild_.setDevicePixelRatio(dichte);
     bild_.fill(Qt::transparent);
     QPainter maler(&bild_);
     maler.setRenderHint(QPainter::Antialiasing);

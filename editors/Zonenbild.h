@@ -25,7 +25,8 @@ public:
 
 private:
     std::vector<Feldsymbol> symbole_;
-    mutable QImage bild_; // null when it has to be painted
+    mutable QImage bild_; // kept from painting to painting: a new one costs more than the symbols
+    mutable bool veraltet_ = false;
 };
 
 /// The colour of a colour value: red in the lowest byte, then green, then blue.
