@@ -6,8 +6,9 @@
 
 #include <utility>
 
-Stickeditoren::Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Zeitgeber& zeitgeber)
-    : zustand_(zustand), laufsteuerung_(laufsteuerung), zeitgeber_(zeitgeber) {}
+Stickeditoren::Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Zeitgeber& zeitgeber,
+                             Tastatur& tastatur)
+    : zustand_(zustand), laufsteuerung_(laufsteuerung), zeitgeber_(zeitgeber), tastatur_(tastatur) {}
 
 Stickeditoren::~Stickeditoren() = default;
 
@@ -39,7 +40,7 @@ void Stickeditoren::oeffnen(Stickseite seite) {
 }
 
 Stickeditoren::Form Stickeditoren::laden(Stickseite seite) {
-    Form form(new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, zeitgeber_));
+    Form form(new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, zeitgeber_, tastatur_));
     connect(form.get(), &frmJust::hauptformVerbergen, this, &Stickeditoren::hauptformVerbergen);
     connect(form.get(), &frmJust::geschlossen, this, [this, seite] { schliessen(seite); });
     try {

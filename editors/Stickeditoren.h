@@ -11,13 +11,15 @@
 #include <memory>
 
 class Laufsteuerung;
+class Tastatur;
 class frmJust;
 
 class Stickeditoren final : public QObject {
     Q_OBJECT
 
 public:
-    Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Zeitgeber& zeitgeber);
+    Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Zeitgeber& zeitgeber,
+                  Tastatur& tastatur);
     ~Stickeditoren() override;
 
     /// Opens the editor of a stick for the current `Schema`; brings it to the front where it is open, loaded
@@ -41,5 +43,6 @@ private:
     Laufzustand& zustand_;
     Laufsteuerung& laufsteuerung_;
     Zeitgeber& zeitgeber_;
+    Tastatur& tastatur_;
     std::map<Stickseite, Form> offen_;
 };

@@ -69,11 +69,11 @@ Maustaste maustaste(Qt::MouseButton taste) {
 } // namespace
 
 frmJust::frmJust(const Justiereigenart& art, Laufzustand& zustand, Laufsteuerung& laufsteuerung,
-                 Zeitgeber& zeitgeber)
+                 Zeitgeber& zeitgeber, Tastatur& tastatur)
     : art_(art), zustand_(zustand), global_(zustand.global), laufsteuerung_(laufsteuerung) {
     setObjectName(art.formname);
     setWindowTitle(TITEL);
-    aufbauen(zeitgeber);
+    aufbauen(zeitgeber, tastatur);
     verbinden();
     Timer1_ = zeitgeber.formularzeitgeber([this] { Timer1Takt(); });
 }
@@ -82,7 +82,7 @@ frmJust::~frmJust() = default;
 
 // --- layout ---
 
-void frmJust::aufbauen(Zeitgeber& zeitgeber) {
+void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
     ebene_ = new Stickebene(this);
     umschalten_ =
         benannt(new Schiebetafel(ebene_, "Umschalten", UMSCHALTEN_MASS, UMSCHALTEN_MITTE, zeitgeber),
@@ -94,7 +94,7 @@ void frmJust::aufbauen(Zeitgeber& zeitgeber) {
     schaltflaeche_->inhaltSetzen(befehlsinhalt());
 
     fraAktion_ = new Aktionstafel(
-        art_.tafel,
+        art_.tafel, tastatur,
         [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
         ebene_);
 

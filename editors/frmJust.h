@@ -22,13 +22,14 @@ class QPushButton;
 class QRadioButton;
 class Schiebetafel;
 class Stickebene;
+class Tastatur;
 
 class frmJust final : public QWidget, private Justierflaeche {
     Q_OBJECT
 
 public:
     frmJust(const Justiereigenart& art, Laufzustand& zustand, Laufsteuerung& laufsteuerung,
-            Zeitgeber& zeitgeber);
+            Zeitgeber& zeitgeber, Tastatur& tastatur);
     ~frmJust() override;
 
     /// Load of the form: reads lines and picture of the current `Schema`. Throws LaufzeitFehler when the
@@ -51,7 +52,7 @@ protected:
     bool eventFilter(QObject* objekt, QEvent* ereignis) override;
 
 private:
-    void aufbauen(Zeitgeber& zeitgeber);
+    void aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur);
     QWidget* umschaltinhalt();
     QWidget* befehlsinhalt();
     void verbinden();

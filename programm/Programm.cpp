@@ -7,6 +7,7 @@ Programm::Programm(const Plattform& plattform)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
     , editoren_(zustand_.global, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.zeitgeber)
+    , stickeditoren_(zustand_, laufsteuerung_, plattform.zeitgeber, plattform.tastatur)
     , hauptform_(zustand_.global, zustand_.achsen, laufsteuerung_, plattform.prozess) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,0 +1,153 @@
+// What the stick editor costs: the live point over a picture that fills the screen, opening, drawing anew.
+//
+// The point has 5 ms a tick, so that a hundredth of a core is 50 microseconds.
+#include "editors/Laufsteuerung.h"
+#include "editors/Stickeditoren.h"
+#include "engine/Laufzustand.h"
+#include "platform/probe/ProbeEingabe.h"
+#include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeTastatur.h"
+#include "platform/probe/ProbeUhr.h"
+#include "tests/hilfen/Testdatenbank.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QWidget>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+constexpr int LINIEN = 19;
+constexpr auto TICK = std::chrono::milliseconds{5};
+
+/// An open editor of the left stick with 19 lines a direction and 200 actions over a picture.
+class Editor {
+public:
+    explicit Editor(QSize groesse) : groesse_(groesse) {
+        datenbank_.sql(zeilen());
+        zustand_.global.DatenbankPfad = datenbank_.pfad();
+        zustand_.global.BilderPfad = datenbank_.ordner().string() + "/";
+        zustand_.global.SchemaName = zustand_.global.Schemaauswahl = "S";
+        QImage bild(groesse, QImage::Format_RGB32);
+        for (int y = 0; y < bild.height(); ++y)
+            for (int x = 0; x < bild.width(); ++x)
+                bild.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
+        bild.save(QString::fromStdString((datenbank_.ordner() / "S0L.bmp").string()));
+        zustand_.achsen.AchsenLaden();
+    }
+
+    void oeffnen() {
+        editoren_ = std::make_unique<Stickeditoren>(zustand_, laufsteuerung_, uhr_, tastatur_);
+        editoren_->oeffnen(Stickseite::Links);
+        for (auto* fenster : QApplication::topLevelWidgets())
+            if (fenster->objectName() == "frmJust" && fenster->isVisible())
+                form_ = fenster;
+        form_->resize(groesse_);
+        QApplication::processEvents();
+    }
+    void schliessen() {
+        editoren_.reset();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    /// The stick goes on by a step on a circle that crosses many fields.
+    void tick() {
+        winkel_ += 0.02;
+        pad_.zustand.dwXpos = static_cast<std::uint32_t>(32767 + 25000 * std::cos(winkel_));
+        pad_.zustand.dwYpos = static_cast<std::uint32_t>(32767 + 25000 * std::sin(winkel_));
+        uhr_.vorUm(TICK);
+        QApplication::processEvents();
+    }
+    void neuZeichnen() { form_->findChild<QWidget*>("Stickebene")->repaint(); }
+    void ziehen(int umPixel) {
+        form_->resize(groesse_.width() + umPixel, groesse_.height());
+        QApplication::processEvents();
+    }
+
+private:
+    static std::string zeilen() {
+        std::string sql = "BEGIN;";
+        for (int i = 0; i < 20; ++i) {
+            const auto innen = std::to_string(i < LINIEN ? 30000 - 1400 * i : 0);
+            const auto aussen = std::to_string(i < LINIEN ? 36000 + 1400 * i : 0);
+            const std::string eine =
+                i < LINIEN ? innen + "," + aussen + "," + innen + "," + aussen : "0,0,0,0";
+            sql += "INSERT INTO tblStick VALUES ('S'," + std::to_string(i + 1) + "," + eine + "," + eine +
+                   "," + eine + ");";
+        }
+        for (int i = 0; i < 200; ++i)
+            sql += "INSERT INTO tblStickAktion VALUES ('S',0," + std::to_string(30000 - 1400 * (i % LINIEN)) +
+                   ",0," + std::to_string(30000 - 1400 * (i / LINIEN)) + ",0,'" + std::to_string(i % 6) +
+                   ",0,5,10');";
+        return sql + "COMMIT;";
+    }
+
+    QSize groesse_;
+    Testdatenbank datenbank_;
+    ProbeJoystick pad_;
+    ProbeEingabe eingabe_;
+    ProbeUhr uhr_;
+    ProbeTastatur tastatur_;
+    Laufzustand zustand_{pad_, (datenbank_.ordner() / "Gamepad.xml").string()};
+    Laufsteuerung laufsteuerung_{zustand_, pad_, eingabe_, uhr_};
+    std::unique_ptr<Stickeditoren> editoren_;
+    QWidget* form_ = nullptr;
+    double winkel_ = 0;
+};
+
+QSize groesse(const benchmark::State& stand) {
+    return {static_cast<int>(stand.range(0)), static_cast<int>(stand.range(1))};
+}
+
+void livepunkt(benchmark::State& stand) {
+    Editor editor(groesse(stand));
+    editor.oeffnen();
+    for (auto _ : stand)
+        editor.tick();
+}
+BENCHMARK(livepunkt)
+    ->Args({1024, 768})
+    ->Args({1920, 1080})
+    ->Args({3840, 2160})
+    ->Unit(benchmark::kMicrosecond);
+
+void oeffnen(benchmark::State& stand) {
+    Editor editor(groesse(stand));
+    for (auto _ : stand) {
+        editor.oeffnen();
+        stand.PauseTiming();
+        editor.schliessen();
+        stand.ResumeTiming();
+    }
+}
+BENCHMARK(oeffnen)->Args({1024, 768})->Args({1920, 1080})->Unit(benchmark::kMillisecond);
+
+void ganzNeuZeichnen(benchmark::State& stand) {
+    Editor editor(groesse(stand));
+    editor.oeffnen();
+    for (auto _ : stand)
+        editor.neuZeichnen();
+}
+BENCHMARK(ganzNeuZeichnen)->Args({1024, 768})->Args({1920, 1080})->Unit(benchmark::kMillisecond);
+
+// The picture and the symbols are laid for the new size.
+void groesseAendern(benchmark::State& stand) {
+    Editor editor(groesse(stand));
+    editor.oeffnen();
+    int um = 0;
+    for (auto _ : stand)
+        editor.ziehen(um = 1 - um);
+}
+BENCHMARK(groesseAendern)->Args({1024, 768})->Args({1920, 1080})->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int anzahl, char** worte) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication anwendung(anzahl, worte);
+    benchmark::Initialize(&anzahl, worte);
+    benchmark::RunSpecifiedBenchmarks();
+}
