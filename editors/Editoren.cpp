@@ -1,11 +1,13 @@
 #include "editors/Editoren.h"
 
+#include "editors/AchzenKalib.h"
 #include "editors/Formhilfen.h"
 #include "editors/frmJoyKonfic.h"
 #include "store/LaufzeitFehler.h"
 
-Editoren::Editoren(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber, Tastatur& tastatur)
-    : global_(global), joystick_(joystick), zeitgeber_(zeitgeber), tastatur_(tastatur) {}
+Editoren::Editoren(GobalVariable& global, ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber,
+                   Tastatur& tastatur)
+    : global_(global), achsen_(achsen), joystick_(joystick), zeitgeber_(zeitgeber), tastatur_(tastatur) {}
 
 Editoren::~Editoren() {
     delete tastwerk_.release(); // its timer must not outlive the clock
@@ -40,4 +42,8 @@ void Editoren::tastwerkZeigen() {
 
 void Editoren::tastwerkEntladen() {
     tastwerk_.reset();
+}
+
+void Editoren::achsenZeigen() {
+    achzenKalib_.zeigen([this] { return std::make_unique<AchzenKalib>(achsen_, joystick_, zeitgeber_); });
 }

@@ -1,13 +1,17 @@
 // The editors that are open: the one place that knows which of them are loaded.
 #pragma once
 
+#include "editors/Einzelform.h"
+
 #include <QObject>
 
 #include <memory>
 
+class AchzenKalib;
 class Joystick;
 class Tastatur;
 class Zeitgeber;
+class ZusatzFunktionen;
 class frmJoyKonfic;
 struct GobalVariable;
 
@@ -15,7 +19,8 @@ class Editoren final : public QObject {
     Q_OBJECT
 
 public:
-    Editoren(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber, Tastatur& tastatur);
+    Editoren(GobalVariable& global, ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber,
+             Tastatur& tastatur);
     ~Editoren() override;
 
     /// Shows the button editor. One that is open comes to the front as it is; else it is loaded for the
@@ -23,6 +28,8 @@ public:
     void tastwerkZeigen();
     /// Closes the button editor, if it is open, with all that was not saved.
     void tastwerkEntladen();
+    /// Shows the axis assignment form; one that is open comes to the front as it is.
+    void achsenZeigen();
 
 private:
     struct SpaeterLoeschen {
@@ -30,8 +37,10 @@ private:
     };
 
     GobalVariable& global_;
+    ZusatzFunktionen& achsen_;
     Joystick& joystick_;
     Zeitgeber& zeitgeber_;
     Tastatur& tastatur_;
     std::unique_ptr<frmJoyKonfic, SpaeterLoeschen> tastwerk_;
+    Einzelform<AchzenKalib> achzenKalib_;
 };

@@ -37,6 +37,8 @@ protected:
 signals:
     /// "Button bearbeiten" was clicked: the button editor is wanted for the current `Schema`.
     void tastwerkGewuenscht();
+    /// "Achsen kalibrieren" was clicked.
+    void achsenGewuenscht();
     /// The form was closed: the program ends.
     void geschlossen();
     /// The editor of a stick is to open for the current `Schema`.

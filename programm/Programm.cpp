@@ -5,8 +5,7 @@
 Programm::Programm(const Plattform& plattform)
     : zustand_(plattform.joystick, plattform.gamepadXml)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
-    , editoren_(zustand_.global, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
-    , stickeditoren_(zustand_, laufsteuerung_, plattform.zeitgeber)
+    , editoren_(zustand_.global, zustand_.achsen, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.zeitgeber, plattform.tastatur)
     , hauptform_(zustand_.global, zustand_.achsen, laufsteuerung_, plattform.prozess) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
@@ -16,6 +15,7 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&hauptform_, &frmHaupt::stickBearbeiten, &stickeditoren_, &Stickeditoren::oeffnen);
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformVerbergen, &hauptform_, &QWidget::hide);
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformZurueck, &hauptform_, &QWidget::show);
+    QObject::connect(&hauptform_, &frmHaupt::achsenGewuenscht, &editoren_, &Editoren::achsenZeigen);
 }
 
 void Programm::starten() {

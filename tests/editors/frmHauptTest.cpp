@@ -115,7 +115,7 @@ TEST_F(FrmHaupt, DisablesWhatHasNoFormBehindIt) {
                                              {"Command1(5)", true},
                                              {"Command1(6)", true},
                                              {"Command2", true},
-                                             {"Command3", false},
+                                             {"Command3", true},
                                              {"Command4", false}}));
 }
 
