@@ -2,6 +2,7 @@
 
 #include "editors/AchzenKalib.h"
 #include "editors/Formhilfen.h"
+#include "editors/SchubreglerKonfic.h"
 #include "editors/frmJoyKonfic.h"
 #include "store/LaufzeitFehler.h"
 
@@ -46,4 +47,9 @@ void Editoren::tastwerkEntladen() {
 
 void Editoren::achsenZeigen() {
     achzenKalib_.zeigen([this] { return std::make_unique<AchzenKalib>(achsen_, joystick_, zeitgeber_); });
+}
+
+void Editoren::schubreglerZeigen() {
+    schubreglerKonfic_.zeigen(
+        [this] { return std::make_unique<SchubreglerKonfic>(global_, achsen_, zeitgeber_, tastatur_); });
 }

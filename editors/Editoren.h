@@ -9,6 +9,7 @@
 
 class AchzenKalib;
 class Joystick;
+class SchubreglerKonfic;
 class Tastatur;
 class Zeitgeber;
 class ZusatzFunktionen;
@@ -30,6 +31,8 @@ public:
     void tastwerkEntladen();
     /// Shows the axis assignment form; one that is open comes to the front as it is.
     void achsenZeigen();
+    /// Shows the slider editor; one that is open comes to the front as it is.
+    void schubreglerZeigen();
 
 private:
     struct SpaeterLoeschen {
@@ -43,4 +46,5 @@ private:
     Tastatur& tastatur_;
     std::unique_ptr<frmJoyKonfic, SpaeterLoeschen> tastwerk_;
     Einzelform<AchzenKalib> achzenKalib_;
+    Einzelform<SchubreglerKonfic> schubreglerKonfic_;
 };

@@ -208,11 +208,11 @@ QWidget* frmHaupt::fusszeile() {
     zeile->setContentsMargins(0, 0, 0, 0);
     auto* achsen = benannt(new QPushButton("Achsen kalibrieren"), "Command3");
     auto* schubregler = benannt(new QPushButton("Schubregler"), "Command4");
-    schubregler->setEnabled(false);
     auto* hilfe = benannt(new QPushButton("Hilfe"), "Command2");
     for (auto* knopf : {achsen, schubregler, hilfe})
         knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
     connect(achsen, &QPushButton::clicked, this, &frmHaupt::achsenGewuenscht);
+    connect(schubregler, &QPushButton::clicked, this, &frmHaupt::schubreglerGewuenscht);
     connect(hilfe, &QPushButton::clicked, this, [this] { prozess_.ShellExecuteA(global_.HilfePfad); });
     auto* hinweis =
         benannt(new QLabel("Die Hilfe ist mit Java geschrieben. Bitte lassen Sie diese in Ihrem Browser zu!"),

@@ -39,6 +39,8 @@ signals:
     void tastwerkGewuenscht();
     /// "Achsen kalibrieren" was clicked.
     void achsenGewuenscht();
+    /// "Schubregler" was clicked.
+    void schubreglerGewuenscht();
     /// The form was closed: the program ends.
     void geschlossen();
     /// The editor of a stick is to open for the current `Schema`.

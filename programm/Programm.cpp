@@ -16,6 +16,7 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformVerbergen, &hauptform_, &QWidget::hide);
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformZurueck, &hauptform_, &QWidget::show);
     QObject::connect(&hauptform_, &frmHaupt::achsenGewuenscht, &editoren_, &Editoren::achsenZeigen);
+    QObject::connect(&hauptform_, &frmHaupt::schubreglerGewuenscht, &editoren_, &Editoren::schubreglerZeigen);
 }
 
 void Programm::starten() {

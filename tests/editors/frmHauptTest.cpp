@@ -116,7 +116,7 @@ TEST_F(FrmHaupt, DisablesWhatHasNoFormBehindIt) {
                                              {"Command1(6)", true},
                                              {"Command2", true},
                                              {"Command3", true},
-                                             {"Command4", false}}));
+                                             {"Command4", true}}));
 }
 
 TEST_F(FrmHaupt, IsShortWithoutASchemaAndRefusesEveryCommand) {
