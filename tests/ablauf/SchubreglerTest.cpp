@@ -1,0 +1,115 @@
+// The whole program in real time: the axes and the slider are set up in their forms, with keys that come from
+// the X server, and then play.
+#include "tests/ablauf/Ablauf.h"
+#include "tests/platform/Ereignisse.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTimer>
+
+#include <limits>
+
+namespace {
+
+// L 2 is no shift key here but the axis "Z1".
+constexpr const char* ZEILEN = R"(
+INSERT INTO tblTastatur (Schemaname, btn10) VALUES ('S', '1,123,0-0-0');
+INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');
+)";
+
+constexpr auto L2 = SDL_CONTROLLER_AXIS_TRIGGERLEFT;
+constexpr auto R2 = SDL_CONTROLLER_AXIS_TRIGGERRIGHT;
+constexpr Sint16 FAST_GANZ_GEZOGEN = 30000; // 64152
+constexpr Sint16 LOSGELASSEN = std::numeric_limits<Sint16>::min();
+
+constexpr VirtuelleTaste B = 66;
+constexpr const char* B_AB = "+56"; // by its X key code of the us layout
+constexpr const char* B_AUF = "-56";
+
+class Formablauf : public Ablauf {
+protected:
+    Formablauf() {
+        QObject::connect(&bestaetiger_, &QTimer::timeout, [this] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                boxen_ << box->text();
+                box->accept();
+            }
+        });
+        bestaetiger_.start(10);
+    }
+
+    void programmAuf(const char* sql) {
+        datenbank_.sql(sql);
+        std::filesystem::current_path(datenbank_.ordner());
+        lauscher_.emplace(qgetenv("DISPLAY").toStdString(), Lauschart::roh);
+        programmStarten();
+    }
+    QWidget* oeffnen(const QString& knopf, const QString& name) {
+        programm_->hauptform().findChild<QPushButton*>(knopf)->click();
+        for (auto* form : QApplication::topLevelWidgets())
+            if (form->objectName() == name && form->isVisible()) {
+                form->activateWindow();
+                EXPECT_TRUE(QTest::qWaitForWindowActive(form));
+                return form;
+            }
+        throw std::runtime_error("no form " + name.toStdString());
+    }
+    template <class Control> static Control& control(QWidget* form, const QString& name) {
+        return *form->findChild<Control*>(name);
+    }
+    /// Makes a slider of two fields, the second of which presses B as long as it holds.
+    void reglerMachen() {
+        auto* form = oeffnen("Command4", "SchubreglerKonfic");
+        control<QPushButton>(form, "Command1(0)").click();
+        control<QListWidget>(form, "List1").setCurrentRow(1);
+        control<QRadioButton>(form, "Option1(2)").click();
+        auto& txtTaste = control<QLineEdit>(form, "txtTaste");
+        txtTaste.setFocus(Qt::MouseFocusReason);
+        for (const std::uint32_t flaggen : {0U, KEYEVENTF_KEYUP}) {
+            const INPUT eines = taste(B, flaggen);
+            system_->plattform().eingabe.SendInput({&eines, 1});
+        }
+        EXPECT_EQ(bis(B_AUF), (Ereignisse{B_AB, B_AUF}));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return txtTaste.text() == "B"; }, GEDULD_MS));
+        control<QPushButton>(form, "Command2").click();
+        control<QPushButton>(form, "Command3").click();
+        EXPECT_EQ(boxen_, QStringList{"2-2-0(66,,)"});
+    }
+
+    QTimer bestaetiger_;
+    QStringList boxen_;
+};
+
+} // namespace
+
+TEST_F(Formablauf, EinHierGemachterReglerDruecktSeineTaste) {
+    programmAuf(ZEILEN);
+    reglerMachen();
+    umschalten();
+    pad_->achse(L2, FAST_GANZ_GEZOGEN);
+    EXPECT_EQ(bis(B_AB), Ereignisse{B_AB});
+    pad_->achse(L2, LOSGELASSEN);
+    EXPECT_EQ(bis(B_AUF), Ereignisse{B_AUF});
+    EXPECT_EQ(angekommen(), Ereignisse{});
+}
+
+TEST_F(Formablauf, NachDemTauschDerSchubachsenSchiebtDieAndere) {
+    programmAuf(ZEILEN);
+    reglerMachen();
+    auto* form = oeffnen("Command3", "AchzenKalib");
+    control<QComboBox>(form, "Auswahl(4)").setCurrentText("Schubregler");
+    control<QComboBox>(form, "Auswahl(5)").setCurrentText("Z-Achse");
+    control<QPushButton>(form, "Command1(0)").click();
+    EXPECT_EQ(boxen_.size(), 1) << "no complaint";
+
+    umschalten();
+    pad_->achse(R2, FAST_GANZ_GEZOGEN);
+    EXPECT_EQ(bis(B_AB), Ereignisse{B_AB});
+    pad_->achse(L2, FAST_GANZ_GEZOGEN);
+    takte(2);
+    pad_->achse(R2, LOSGELASSEN);
+    EXPECT_EQ(bis(B_AUF), Ereignisse{B_AUF});
+}
