@@ -444,6 +444,18 @@ TEST_F(SchubreglerKonficTest, DerTabulatorGehtVonObenNachUnten) {
                                 "Command3", "Command4"}));
 }
 
+TEST_F(SchubreglerKonficTest, DiePfeiltastenGehenInEinerGruppeVonOptionZuOption) {
+    oeffnen(DREI_FELDER);
+    nachVorn();
+    option("Option1(3)").setFocus();
+    for (const int naechste : {2, 1, 0}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), QString("Option1(%1)").arg(naechste));
+        EXPECT_EQ(gesetzt("Option1", 4), naechste);
+        EXPECT_EQ(rahmen(), std::vector<int>{naechste});
+    }
+}
+
 TEST_F(SchubreglerKonficTest, WaechstMitDerSchriftSodassNichtsBeschnittenIst) {
     for (const int punkt : {9, 12, 16, 24}) {
         const Schriftgrad grad(punkt);
