@@ -8,19 +8,21 @@ trap 'rm -rf "$ordner"' EXIT
 fehlschlag() { echo "FAILED: $*"; exit 1; }
 
 baum="$ordner/ein Baum"
-mkdir -p "$baum/build/release"
+mkdir -p "$baum/build/release/Bilder"
 cp -r "$wurzel/tools" "$wurzel/assets" "$baum"
 echo "# nothing to install" >"$baum/tools/packages"
 printf '#!/bin/sh\n' >"$baum/tools/build"
 printf '#!/bin/sh\necho "in $PWD with DISPLAY=$DISPLAY"\n' >"$baum/build/release/gamepad-konfic"
 chmod +x "$baum/build/release/gamepad-konfic"
 echo leer >"$baum/build/release/Belegung.twk"
+echo Stick >"$baum/build/release/Bilder/Joy2.bmp"
 starten() { env -u WAYLAND_DISPLAY -u DISPLAY -u XDG_DATA_HOME HOME="$ordner/heim" "$@" "$baum/tools/run"; }
 
 daten="$ordner/meine Daten"
 [[ $(starten XDG_DATA_HOME="$daten" DISPLAY=:7) == *"in $daten/gamepad-konfic with DISPLAY=:7" ]] ||
     fehlschlag "it does not start in its folder below XDG_DATA_HOME"
 [ "$(cat "$daten/gamepad-konfic/Belegung.twk")" = leer ] || fehlschlag "there is no database"
+[ "$(cat "$daten/gamepad-konfic/Bilder/Joy2.bmp")" = Stick ] || fehlschlag "the picture of a stick is not there"
 grep -qx "Path=$daten/gamepad-konfic" "$daten/applications/gamepad-konfic.desktop" ||
     fehlschlag "the desktop's entry does not start in the folder"
 
