@@ -12,6 +12,7 @@ fehlschlag() { echo "FAILED: $*"; exit 1; }
 for datei in gamepad-konfic 70-gamepad-konfic.rules Belegung.twk Beschreibung/Startfenster.htm Bilder/Joy2.bmp; do
     [ -s "$ziel/$datei" ] || fehlschlag "$datei is missing after the first installation"
 done
+diff -r "$wurzel/assets/Beschreibung" "$ziel/Beschreibung" || fehlschlag "the help page or a picture of it is missing"
 [ -d "$ziel/Bilder" ] || fehlschlag "Bilder is missing"
 [ -x "$ziel/gamepad-konfic" ] || fehlschlag "the program can't be run"
 
