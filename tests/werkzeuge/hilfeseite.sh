@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# hilfeseite.sh BUILD: the help page stands by itself: its pictures lie beside it, its jumps have a target, nothing comes
+# out of the net, and what it calls a caption is one: each text in „quotes“ is a whole literal of the editors, but for
+# the mark of its shortcut and for blanks at its end.
+set -euo pipefail
+wurzel=$(cd "$(dirname "$0")/../.." && pwd)
+ordner=$wurzel/assets/Beschreibung
+seite=$ordner/Startfenster.htm
+GROESSTES_BILD=81920 # bytes
+fehlschlag() { echo "FAILED: $*"; exit 1; }
+
+attribute() { grep -o " $1=\"[^\"]*\"" "$seite" | cut -d'"' -f2 | sort -u; } # NAME
+# A caption may run over the end of a line of the page.
+beschriftungen() {
+    tr '\n' ' ' <"$seite" | tr -s ' ' | grep -o '„[^“]*“' | sed 's/^„//; s/“$//; s/&gt;/>/g; s/&lt;/</g; s/&amp;/\&/g' |
+        sort -u
+}
+literale() { cat "$wurzel"/editors/*.h "$wurzel"/editors/*.cpp | grep -o '"[^"]*"' | sed 's/^"&\{0,1\}//; s/ *"$//'; }
+
+! grep -qiE '<script|<link|<iframe|@import|url\(|https?:|//[a-z]' "$seite" || fehlschlag "it has a script or needs the net"
+
+bilder=$(attribute src)
+[ -n "$bilder" ] || fehlschlag "there is no picture on the page"
+while IFS= read -r bild; do
+    [ -s "$ordner/$bild" ] || fehlschlag "the picture $bild does not exist"
+    [ "$(stat -c %s "$ordner/$bild")" -lt "$GROESSTES_BILD" ] || fehlschlag "the picture $bild is too large"
+done <<<"$bilder"
+for datei in "$ordner"/*.png; do
+    grep -qxF "$(basename "$datei")" <<<"$bilder" || fehlschlag "no place of the page shows $datei"
+done
+
+anker=$(attribute id)
+while IFS= read -r ziel; do
+    grep -qxF "${ziel#\#}" <<<"$anker" || fehlschlag "the jump $ziel has no target"
+done < <(attribute href)
+
+vorhandene=$(literale)
+genannte=$(beschriftungen)
+[ -n "$genannte" ] || fehlschlag "the page names no caption"
+while IFS= read -r text; do
+    grep -qxF -- "$text" <<<"$vorhandene" || fehlschlag "no form has the caption „$text“"
+done <<<"$genannte"
