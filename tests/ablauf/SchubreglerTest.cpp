@@ -1,14 +1,11 @@
 // The whole program in real time: the axes and the slider are set up in their forms, with keys that come from
 // the X server, and then play.
-#include "tests/ablauf/Ablauf.h"
-#include "tests/platform/Ereignisse.h"
+#include "tests/ablauf/Formablauf.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QRadioButton>
-#include <QTimer>
 
 #include <limits>
 
@@ -29,63 +26,27 @@ constexpr VirtuelleTaste B = 66;
 constexpr const char* B_AB = "+56"; // by its X key code of the us layout
 constexpr const char* B_AUF = "-56";
 
-class Formablauf : public Ablauf {
+class Reglerablauf : public Formablauf {
 protected:
-    Formablauf() {
-        QObject::connect(&bestaetiger_, &QTimer::timeout, [this] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                boxen_ << box->text();
-                box->accept();
-            }
-        });
-        bestaetiger_.start(10);
-    }
-
-    void programmAuf(const char* sql) {
-        datenbank_.sql(sql);
-        std::filesystem::current_path(datenbank_.ordner());
-        lauscher_.emplace(qgetenv("DISPLAY").toStdString(), Lauschart::roh);
-        programmStarten();
-    }
-    QWidget* oeffnen(const QString& knopf, const QString& name) {
-        programm_->hauptform().findChild<QPushButton*>(knopf)->click();
-        for (auto* form : QApplication::topLevelWidgets())
-            if (form->objectName() == name && form->isVisible()) {
-                form->activateWindow();
-                EXPECT_TRUE(QTest::qWaitForWindowActive(form));
-                return form;
-            }
-        throw std::runtime_error("no form " + name.toStdString());
-    }
-    template <class Control> static Control& control(QWidget* form, const QString& name) {
-        return *form->findChild<Control*>(name);
-    }
     /// Makes a slider of two fields, the second of which presses B as long as it holds.
     void reglerMachen() {
-        auto* form = oeffnen("Command4", "SchubreglerKonfic");
+        auto& form = oeffnen("Command4", "SchubreglerKonfic");
         control<QPushButton>(form, "Command1(0)").click();
         control<QListWidget>(form, "List1").setCurrentRow(1);
         control<QRadioButton>(form, "Option1(2)").click();
         auto& txtTaste = control<QLineEdit>(form, "txtTaste");
         txtTaste.setFocus(Qt::MouseFocusReason);
-        for (const std::uint32_t flaggen : {0U, KEYEVENTF_KEYUP}) {
-            const INPUT eines = taste(B, flaggen);
-            system_->plattform().eingabe.SendInput({&eines, 1});
-        }
-        EXPECT_EQ(bis(B_AUF), (Ereignisse{B_AB, B_AUF}));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return txtTaste.text() == "B"; }, GEDULD_MS));
+        anDerTastatur(B, B_AB, B_AUF);
+        EXPECT_TRUE(warten([&] { return txtTaste.text() == "B"; }));
         control<QPushButton>(form, "Command2").click();
         control<QPushButton>(form, "Command3").click();
         EXPECT_EQ(boxen_, QStringList{"2-2-0(66,,)"});
     }
-
-    QTimer bestaetiger_;
-    QStringList boxen_;
 };
 
 } // namespace
 
-TEST_F(Formablauf, EinHierGemachterReglerDruecktSeineTaste) {
+TEST_F(Reglerablauf, EinHierGemachterReglerDruecktSeineTaste) {
     programmAuf(ZEILEN);
     reglerMachen();
     umschalten();
@@ -96,10 +57,10 @@ TEST_F(Formablauf, EinHierGemachterReglerDruecktSeineTaste) {
     EXPECT_EQ(angekommen(), Ereignisse{});
 }
 
-TEST_F(Formablauf, NachDemTauschDerSchubachsenSchiebtDieAndere) {
+TEST_F(Reglerablauf, NachDemTauschDerSchubachsenSchiebtDieAndere) {
     programmAuf(ZEILEN);
     reglerMachen();
-    auto* form = oeffnen("Command3", "AchzenKalib");
+    auto& form = oeffnen("Command3", "AchzenKalib");
     control<QComboBox>(form, "Auswahl(4)").setCurrentText("Schubregler");
     control<QComboBox>(form, "Auswahl(5)").setCurrentText("Z-Achse");
     control<QPushButton>(form, "Command1(0)").click();
