@@ -443,7 +443,11 @@ void frmJoyKonfic::Option3_Click(int index) {
 
 void frmJoyKonfic::zahlGeaendert(QLineEdit& box, std::size_t feld) {
     try {
-        werk_.setzeFeld(feld, std::to_string(ganzzahl16(box.text().toStdString())));
+        const auto zahl = ganzzahl16(box.text().toStdString());
+        // One below 0 is as good as out of range: its sign would part the fields of the `Belegung`, and
+        // neither this form nor a run could read the text again.
+        if (zahl >= 0)
+            werk_.setzeFeld(feld, std::to_string(zahl));
     } catch (const LaufzeitFehler& fehler) {
         if (fehler.nummer() != Fehlernummer::FalscherTyp)
             return; // out of range: neither stored nor told

@@ -352,6 +352,42 @@ TEST_F(Tastwerkeigenschaften, ANumberOutOfRangeIsNeitherStoredNorTold) {
     EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
 }
 
+TEST_F(Tastwerkeigenschaften, ANumberBelowZeroIsNeitherStoredNorToldAndTheSchemaStaysReadable) {
+    oeffnen();
+    waehlen(0);
+    art(1);
+    option("optEig", 1).click();
+    wiederholen().click();
+    Boxleser boxen;
+    for (const char* name : {"Text1(0)", "Text2(0)"}) {
+        box("Text1(0)").setText("50");
+        box("Text2(0)").setText("50");
+        for (const char* text : {"-1", "-0,6", "-32768"}) {
+            box(name).setText(text);
+            EXPECT_EQ(box(name).text(), text);
+            EXPECT_EQ(belegung(0), "1,0,1-50-50") << name << " " << text;
+        }
+    }
+    box("Text1(0)").setText("-0,5");
+    EXPECT_EQ(belegung(0), "1,0,1-0-50") << "rounded it is 0";
+    box("Text1(0)").setText("-50"); // a sign put before what stands there
+
+    waehlen(1);
+    art(5);
+    for (const auto& [index, name] : {std::pair{3, "txtScrollPlus"}, std::pair{4, "txtScrollMinus"}}) {
+        option("Option2", index).click();
+        box(name).setText("7");
+        box(name).setText("-7");
+        EXPECT_EQ(belegung(1), "5,0," + std::to_string(index) + "-7-0");
+    }
+    form().close();
+    ereignisse();
+    oeffnen();
+    EXPECT_NE(offenes(), nullptr);
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+    EXPECT_EQ(belegung(0), "1,0,1-0-50");
+}
+
 TEST_F(Tastwerkeigenschaften, ANumberIsTypedDigitByDigit) {
     oeffnen();
     waehlen(0);
