@@ -1,4 +1,5 @@
 #include "tests/editors/Formtest.h"
+#include "tests/hilfen/Dateien.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -246,6 +247,20 @@ TEST_F(FrmHaupt, ATypedNameChoosesNoEntryAlsoWhenItIsOrLooksLikeOne) {
     QTest::keyClick(&combo(), Qt::Key_Down); // as a hand would choose
     EXPECT_EQ(combo().currentText(), "Zweites");
     EXPECT_EQ(pfadtext(), "/zwei");
+}
+
+TEST_F(FrmHaupt, ATypedNameIsTheCurrentSchemaAtOnceAndTouchesNoAxes) {
+    schema("Eins");
+    Laufzustand zustand(pad_, (datenbank_.ordner() / "Gamepad.xml").string());
+    Laufsteuerung laeufe(zustand, pad_, eingabe_, uhr_);
+    frmHaupt form(zustand.global, zustand.achsen, laeufe, prozess_);
+    form.laden();
+    EXPECT_EQ(zustand.global.SchemaName, "Eins");
+    const auto achsen = dateiLesen(datenbank_.ordner() / "Gamepad.xml");
+    QTest::keyClicks(control<QComboBox>(form, "Combo1").lineEdit(), "x");
+    EXPECT_EQ(zustand.global.SchemaName, "xEins"); // the cursor stands at the beginning
+    EXPECT_EQ(zustand.global.Schemaauswahl, "xEins");
+    EXPECT_EQ(dateiLesen(datenbank_.ordner() / "Gamepad.xml"), achsen);
 }
 
 TEST_F(FrmHaupt, ATypedNameIsTheOneThatIsStarted) {

@@ -344,6 +344,22 @@ TEST_F(FrmJoyKonfic, ALayerKeyThatIsGivenUpIsFreeForOthers) {
     EXPECT_EQ(nutzbar(optionen), (Namen{"Option1(3)", "Option1(4)"}));
 }
 
+TEST_F(FrmJoyKonfic, AClearedLayerKeyStaysTakenUntilAllLabelsAreDoneAnew) {
+    const std::vector<const char*> optionen{"Option1(3)", "Option1(4)"};
+    using Namen = std::vector<std::string>;
+    oeffnen();
+    for (const int knopfindex : {0, 5}) {
+        waehlen(4);
+        art(3);
+        control<QPushButton>(form(), "Command10").click();
+        waehlen(0);
+        EXPECT_EQ(nutzbar(optionen), Namen{"Option1(4)"}) << "its label alone was done anew";
+        knopf(knopfindex).click();
+        waehlen(0);
+        EXPECT_EQ(nutzbar(optionen), (Namen{"Option1(3)", "Option1(4)"})) << knopfindex;
+    }
+}
+
 TEST_F(FrmJoyKonfic, LayersAboveTheFirstDisableTheLayerKeysUntilALabelIsClicked) {
     const std::vector<const char*> optionen{"Option1(3)", "Option1(4)"};
     using Namen = std::vector<std::string>;

@@ -104,6 +104,17 @@ TEST_F(SchemaAnlegenTest, EinHalbesBekommtBeiJeDerAntwortSeinKreuzUndGibtWahr) {
     }
 }
 
+TEST_F(SchemaAnlegenTest, DasKreuzKommtNachDerFrageUndDemPfad) {
+    datei.sql("INSERT INTO tblTastatur (Schemaname, Programmpfad) VALUES ('S', '/alt')");
+    EXPECT_TRUE(SchemaAnlegen(datei.pfad(), "S", "/neu", [&](std::string_view) {
+        EXPECT_THAT(kreuze(), IsEmpty());
+        return true;
+    }));
+    datei.sql("UPDATE tblTastatur SET Programmpfad = '/alt'; DROP TABLE tblSteuerKreuz");
+    EXPECT_EQ(fehlernummer([&] { anlegen("S", "/neu", true); }), 3078);
+    EXPECT_EQ(pfade(), (Tabellenbild{{"S", "/neu"}}));
+}
+
 TEST_F(SchemaAnlegenTest, EinVerwaistesKreuzGibtFalschOhneFrage) {
     datei.sql("INSERT INTO tblSteuerKreuz (Schemaname, Oben) VALUES ('S', '1,67,0-0-0')");
     EXPECT_FALSE(anlegen("S"));

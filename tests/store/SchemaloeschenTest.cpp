@@ -126,6 +126,19 @@ TEST_F(SchemaloeschenTest, WasEsNichtGibtMeldetAlleVierInIhrerReihenfolge) {
     EXPECT_THAT(meldungen, ElementsAre(KEINE_TASTATUR, KEIN_SCHEMA, KEIN_LINKER, KEIN_RECHTER));
 }
 
+TEST_F(SchemaloeschenTest, EineMeldungKommtVorDemNaechstenSchritt) {
+    anlegen("S");
+    bildLegen("S0L.bmp");
+    datei.sql("DELETE FROM tblSteuerKreuz; DELETE FROM tblStickAktion");
+    std::vector<std::vector<int>> staende;
+    SchemaLoeschen(datei.pfad(), bilder(), "S", [&](std::string_view) {
+        staende.push_back(zeilenzahlen("S"));
+        EXPECT_THAT(bildnamen(), ElementsAre("S0L.bmp"));
+    });
+    EXPECT_THAT(staende,
+                ElementsAre(ElementsAre(0, 0, 3, 3, 0, 3, 3, 3), ElementsAre(0, 0, 0, 0, 0, 3, 3, 3)));
+}
+
 TEST_F(SchemaloeschenTest, DerNameIstEineKopieUndDieDateiWaehrendEinerMeldungFrei) {
     datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S'), ('T');"
               "INSERT INTO Sensible (Schemaname) VALUES ('S'), ('T')");
