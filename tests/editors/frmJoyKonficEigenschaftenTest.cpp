@@ -193,6 +193,18 @@ TEST_F(Tastwerkeigenschaften, APauseOfTheRealVariantGoesOnlyWhenTheBoxChanges) {
     EXPECT_EQ(belegung(1), "1,66,1-0-7");
 }
 
+TEST_F(Tastwerkeigenschaften, GivingTheRepeatUpEndsAPauseThatTheBoxDoesNotShow) {
+    belegt(0, "1,65,0-0-500");
+    oeffnen();
+    waehlen(0);
+    option("optEig", 1).click();
+    wiederholen().click();
+    EXPECT_EQ(box("Text2(0)").text(), "0");
+    EXPECT_EQ(belegung(0), "1,65,1-0-500");
+    wiederholen().click();
+    EXPECT_EQ(belegung(0), "1,65,1-0-0");
+}
+
 TEST_F(Tastwerkeigenschaften, ARepeatTimeOfZeroOrLessIsNoRepeat) {
     belegt(0, "1,65,1-10-1");
     belegt(1, "1,65,1-10-0");
@@ -279,6 +291,7 @@ TEST_F(Tastwerkeigenschaften, AnUnknownVariantIsToldOnceAndChangesNothing) {
         waehlen(taste);
         ASSERT_EQ(boxen.gesehen().size(), 1U) << taste;
         EXPECT_EQ(boxen.gesehen()[0].titel, "Tastwerk");
+        EXPECT_EQ(marken(), (Zahlen{taste, taste + 20})) << "picked all the same";
         EXPECT_TRUE(boxen.gesehen()[0].text.startsWith(nummern[static_cast<std::size_t>(taste)]));
     }
     EXPECT_EQ(belegung(0), "1,65,2-0-0");
