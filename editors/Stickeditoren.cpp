@@ -39,6 +39,12 @@ void Stickeditoren::oeffnen(Stickseite seite) {
     offene.activateWindow();
 }
 
+void Stickeditoren::schemaVergessen(const std::string& name) {
+    for (auto& [seite, form] : offen_)
+        if (form && form->geladenesSchema() == name)
+            form.reset();
+}
+
 Stickeditoren::Form Stickeditoren::laden(Stickseite seite) {
     Form form(new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, zeitgeber_, tastatur_));
     connect(form.get(), &frmJust::hauptformVerbergen, this, &Stickeditoren::hauptformVerbergen);

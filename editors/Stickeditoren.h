@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <string>
 
 class Laufsteuerung;
 class Tastatur;
@@ -25,6 +26,8 @@ public:
     /// Opens the editor of a stick for the current `Schema`; brings it to the front where it is open, loaded
     /// anew if it shows another `Schema`. When the lines can't be read one message box says why.
     void oeffnen(Stickseite seite);
+    /// Closes the editors of a `Schema` that is gone: they would lay its lines anew.
+    void schemaVergessen(const std::string& name);
 
 signals:
     void hauptformVerbergen();

@@ -325,12 +325,15 @@ void frmHaupt::starten() {
 }
 
 void frmHaupt::loeschen() {
+    const auto name = global_.SchemaName;
     SchemaLoeschenFragen(
         global_.DatenbankPfad, global_.BilderPfad, global_.SchemaName,
         {[this](std::string_view text, std::string_view titel) { return frage(this, qt(text), qt(titel)); },
          [this](std::string_view text) { meldung(this, qt(text), ""); }});
     achsen_.GamepadLoeschen(); // also after a Nein
     schemataLesen();
+    if (std::ranges::find(schemata_.SchemaNamen, name) == schemata_.SchemaNamen.end())
+        emit schemaGeloescht(name);
     setzeText(*Combo1_->lineEdit(), schemata_.SchemaNamen.front());
     setzeText(*Text1_, schemata_.SchemaPfade.front());
     global_.SchemaName = Combo1_->currentText().toStdString();

@@ -41,6 +41,8 @@ signals:
     void achsenGewuenscht();
     /// "Schubregler" was clicked.
     void schubreglerGewuenscht();
+    /// A `Schema` was deleted; not emitted after a No.
+    void schemaGeloescht(const std::string& name);
     /// The form was closed: the program ends.
     void geschlossen();
     /// The editor of a stick is to open for the current `Schema`.

@@ -191,12 +191,12 @@ template <class Arbeit> void frmJust::gesichert(Arbeit&& arbeit) {
 
 void frmJust::laden() {
     geladen_ = true;
+    schema_ = global_.SchemaName;
     global_.OffenerEditor = art_.OffenerEditor;
     bildLaden(0);
     global_.ZielFormular = art_.formname;
     linienLesen();
-    geladenesSchema_ = global_.SchemaName;
-    setWindowTitle(qt(global_.SchemaName));
+    setWindowTitle(qt(schema_));
     ebene_->Punkt().setzen({PUNKT_ANFANG, PUNKT_ANFANG, 0, 0});
     Uschalt_[0]->setChecked(true); // places the lines and draws
     Timer1_->Interval(LIVE_INTERVALL);
@@ -225,15 +225,14 @@ std::int32_t& frmJust::StickSperre() {
 }
 
 void frmJust::linienLesen() {
-    const auto gelesen = StickLinienLesen(global_.DatenbankPfad, art_.seite, global_.SchemaName,
+    const auto gelesen = StickLinienLesen(global_.DatenbankPfad, art_.seite, schema_,
                                           [this](std::string_view text) { melden(text); });
     stand_.linien = gelesen.linien;
     StickSperre() = gelesen.StickSperre;
 }
 
 void frmJust::bildLaden(int ebene) {
-    auto bild = BildLaden(global_.BilderPfad,
-                          global_.SchemaName + std::to_string(ebene) + std::string(art_.bildende));
+    auto bild = BildLaden(global_.BilderPfad, schema_ + std::to_string(ebene) + std::string(art_.bildende));
     if (bild.isNull())
         bild = BildLaden(global_.BilderPfad, ERSATZBILD);
     ebene_->bildSetzen(bild);
@@ -379,23 +378,21 @@ Feldschluessel frmJust::aktionsschluessel() const {
 // The text is read before the panel opens: one that opened without it would be saved over it.
 void frmJust::fraAktionOeffnen(double x, double y) {
     emit hauptformVerbergen();
-    const auto text =
-        StickAktionLesen(global_.DatenbankPfad, art_.seite, global_.SchemaName, aktionsschluessel());
+    const auto text = StickAktionLesen(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel());
     fraAktionKlick_ = {x, y};
     fraAktionLegen();
     fraAktion_->oeffnen(text, Feldanker_ == Feldanker{});
 }
 
 void frmJust::AktionSpeichern() {
-    StickAktionSpeichern(global_.DatenbankPfad, art_.seite, global_.SchemaName, aktionsschluessel(),
+    StickAktionSpeichern(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel(),
                          fraAktion_->aktionstext());
     Zeichnen();
 }
 
 void frmJust::Zeichnen() {
     try {
-        ZonenZeichnen(global_.DatenbankPfad, art_.seite, global_.SchemaName, stand_.EditorEbene,
-                      ebene_->symbole());
+        ZonenZeichnen(global_.DatenbankPfad, art_.seite, schema_, stand_.EditorEbene, ebene_->symbole());
     } catch (const LaufzeitFehler&) {
         ebene_->symboleZeigen(); // as far as it came
         throw;
@@ -416,17 +413,16 @@ void frmJust::tafelnZurueckstellen() {
 }
 
 void frmJust::StickLinienSpeichern() {
-    ::StickLinienSpeichern(global_.DatenbankPfad, art_.seite, global_.SchemaName,
-                           {stand_.linien, StickSperre()});
+    ::StickLinienSpeichern(global_.DatenbankPfad, art_.seite, schema_, {stand_.linien, StickSperre()});
 }
 
 void frmJust::AktionenVerschieben(std::size_t richtung, std::int32_t neu, std::int32_t alt) {
-    ::AktionenVerschieben(global_.DatenbankPfad, art_.seite, global_.SchemaName, stand_.EditorEbene,
+    ::AktionenVerschieben(global_.DatenbankPfad, art_.seite, schema_, stand_.EditorEbene,
                           static_cast<int>(richtung), neu, alt);
 }
 
 bool frmJust::StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) {
-    return ::StickAktionenLoeschen(global_.DatenbankPfad, art_.seite, global_.SchemaName, stand_.EditorEbene,
+    return ::StickAktionenLoeschen(global_.DatenbankPfad, art_.seite, schema_, stand_.EditorEbene,
                                    static_cast<int>(richtung), linie);
 }
 

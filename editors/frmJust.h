@@ -2,7 +2,7 @@
 //
 // One form for both sticks; what tells `frmJust` from `frmJustr` is a Justiereigenart. The mouse on lines and
 // arrows is Linienzug's, which this form serves with its controls and the store. Every change is stored when
-// it is made, always under the present `SchemaName`.
+// it is made, under the `Schema` that was loaded: the main form may have gone on to another one meanwhile.
 #pragma once
 
 #include "editors/Justiereigenart.h"
@@ -39,7 +39,7 @@ public:
     void entladen();
 
     /// The `Schema` whose lines were read at load.
-    const std::string& geladenesSchema() const { return geladenesSchema_; }
+    const std::string& geladenesSchema() const { return schema_; }
 
 signals:
     void hauptformVerbergen();
@@ -99,7 +99,7 @@ private:
     Feldanker Feldanker_{};
     QPointF fraAktionKlick_; ///< what the action panel was opened by, in plane units
     Punktrechteck PunktrechteckAlt_;
-    std::string geladenesSchema_;
+    std::string schema_; ///< whose lines, actions and pictures these are
     bool geladen_ = false;
     bool lesefehlerGezeigt_ = false;
 

@@ -6,6 +6,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QExposeEvent>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
@@ -116,6 +117,13 @@ protected:
     }
     void pfeil(const QString& name, Qt::MouseButton taste = Qt::LeftButton) {
         QTest::mouseClick(&feld<QWidget>(name), taste);
+        ereignisse();
+    }
+
+    /// The window system uncovers the form.
+    void freilegen() {
+        QExposeEvent ereignis(QRegion(form().rect()));
+        QApplication::sendEvent(form().windowHandle(), &ereignis);
         ereignisse();
     }
 

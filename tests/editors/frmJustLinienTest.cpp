@@ -326,3 +326,58 @@ TEST_P(FrmJustLinien, SymboleErscheinenMitDerAktion) {
     const QRect oben(40, 40, 200, 150); // within the upper left field
     EXPECT_NE(vorher.copy(oben), nachher.copy(oben));
 }
+
+// --- another Schema in the main form ---
+
+TEST_P(FrmJustLinien, EinAnderesSchemaInDerHauptformBekommtKeineLinienDesOffenen) {
+    schema("T");
+    linien("T");
+    datenbank_.sql("UPDATE " + stick() + " SET Rechts = 50000 WHERE Schemaname = 'T' AND \"index\" = 1;");
+    aktion(0, "20000,0,0,0", "4");
+    editorOeffnen();
+    Boxleser boxen;
+    control<QComboBox>(haupt(), "Combo1").setEditText("T");
+    freilegen();
+    klick(20000, 33000);
+    ziehen(15000, 33000);
+    klick(15000, 33000);
+    EXPECT_EQ(linie("Links || ',' || Rechts", 1, "S"), "15000,45000");
+    EXPECT_EQ(linie("Links || ',' || Rechts", 1, "T"), "20000,50000");
+    EXPECT_EQ(aktionen(), (Zeilen{{"0", "15000", "0", "0", "0", "4"}}));
+    EXPECT_TRUE(boxen.gesehen().empty());
+}
+
+TEST_P(FrmJustLinien, EinHalbGetippterNameLegtKeineLinienAn) {
+    editorOeffnen();
+    Boxleser boxen;
+    control<QComboBox>(haupt(), "Combo1").setEditText("halb");
+    freilegen();
+    feld<QRadioButton>("Uschalt(1)").click();
+    EXPECT_TRUE(boxen.gesehen().empty());
+    EXPECT_EQ(datenbank_.zeilen("SELECT DISTINCT Schemaname FROM " + stick() + ";"), (Zeilen{{"S"}}));
+}
+
+TEST_P(FrmJustLinien, MitSeinemSchemaSchliesstDerEditor) {
+    schema("T");
+    linien("T");
+    editorOeffnen();
+    control<QComboBox>(haupt(), "Combo1").setEditText("T");
+    {
+        Boxleser ja({QMessageBox::Yes});
+        control<QPushButton>(haupt(), "Command1(3)").click();
+        ereignisse();
+        EXPECT_TRUE(offen()) << "another Schema was deleted";
+    }
+    {
+        Boxleser nein({QMessageBox::No});
+        control<QPushButton>(haupt(), "Command1(3)").click();
+        ereignisse();
+        EXPECT_TRUE(offen()) << "nothing was deleted";
+    }
+    Boxleser ja({QMessageBox::Yes});
+    control<QPushButton>(haupt(), "Command1(3)").click();
+    ereignisse();
+    EXPECT_FALSE(offen());
+    EXPECT_TRUE(haupt().isVisible());
+    EXPECT_EQ(datenbank_.zeilen("SELECT count(*) FROM " + stick() + ";")[0][0], "0");
+}

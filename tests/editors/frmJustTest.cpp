@@ -258,17 +258,21 @@ TEST_P(FrmJust, EinLaufHinterDemEditorBringtDieHauptformNurBeimRechten) {
     EXPECT_TRUE(haupt().isVisible());
 }
 
-TEST_P(FrmJust, TestSpeichertDieLinienUndNimmtDasSchemaDerHauptform) {
+TEST_P(FrmJust, TestSpeichertDieLinienUndStartetDasSchemaDerHauptform) {
     for (const char* name : {"S", "T"}) {
         schema(name);
         linien(name);
     }
     datenbank_.sql("UPDATE " + stick() + " SET Links = 15000 WHERE Schemaname = 'T' AND \"index\" = 1;");
     editorOeffnen();
+    feld<QCheckBox>("Check2").click();
     control<QComboBox>(haupt(), "Combo1").setCurrentIndex(1);
     feld<QPushButton>("Command1(1)").click();
-    EXPECT_NE(laufFenster(), nullptr);
-    EXPECT_EQ(linie("Links", 1, "T"), "20000") << "the lines of the plane, under the name of the main form";
+    ASSERT_NE(laufFenster(), nullptr);
+    EXPECT_EQ(linie("Links", 20, "S"), "1") << "what \"1 to 1\" says goes with the lines";
+    EXPECT_EQ(linie("Links", 1, "T"), "15000") << "the other Schema keeps its own";
+    EXPECT_TRUE(datenbank_.zeilen("SELECT Schemaname FROM Sensible;") == Tabellenbild{{"T"}})
+        << "which is the one that runs";
     testEnde();
 }
 
@@ -593,20 +597,12 @@ TEST_P(FrmJust, OffeneTafelnSchneidenNichtsAbAuchMitGrossenBuchstaben) {
 
 // --- uncovered ---
 
-namespace {
-void freilegen(QWidget& form) {
-    QExposeEvent ereignis(QRegion(form.rect()));
-    QApplication::sendEvent(form.windowHandle(), &ereignis);
-}
-} // namespace
-
 TEST_P(FrmJust, FreigelegtLiestErDieLinienNeuOhneSieZuVerschieben) {
     schema();
     linien();
     editorOeffnen();
     datenbank_.sql("UPDATE " + stick() + " SET Links = 10000 WHERE \"index\" = 1;");
-    freilegen(form());
-    ereignisse();
+    freilegen();
     EXPECT_TRUE(stehtX("LLinks(0)", 20000)) << "nothing is redrawn by it";
     klick(10000, 33000);
     klick(10000, 33000);
@@ -619,8 +615,7 @@ TEST_P(FrmJust, FreigelegtMitLinieInDerHandLiestErNichts) {
     editorOeffnen();
     klick(20000, 33000);
     ziehen(15000, 33000);
-    freilegen(form());
-    ereignisse();
+    freilegen();
     klick(15000, 33000);
     EXPECT_EQ(linie("Links", 1), "15000") << "to the next pixel";
 }
@@ -632,16 +627,13 @@ TEST_P(FrmJust, EinFehlerBeimFreilegenWirdEinmalGesagt) {
     datenbank_.sql("DELETE FROM " + stick() + " WHERE \"index\" = 20;");
     Boxleser boxen;
     for (int i = 0; i < 3; ++i) {
-        freilegen(form());
-        ereignisse();
+        freilegen();
     }
     EXPECT_EQ(boxen.gesehen().size(), 1U);
     datenbank_.sql("INSERT INTO " + stick() + " (Schemaname, \"index\") VALUES ('S', 20);");
-    freilegen(form());
-    ereignisse();
+    freilegen();
     datenbank_.sql("DELETE FROM " + stick() + " WHERE \"index\" = 20;");
-    freilegen(form());
-    ereignisse();
+    freilegen();
     EXPECT_EQ(boxen.gesehen().size(), 2U);
 }
 
