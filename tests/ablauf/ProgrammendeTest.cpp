@@ -1,5 +1,5 @@
 // The end of the program's process, asked for by signals, and what it leaves beside its executable.
-#include "tests/ablauf/Prozess.h"
+#include "tests/ablauf/Programmprozess.h"
 #include "tests/hilfen/Dateien.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ protected:
 } // namespace
 
 TEST_P(Programmende, ASignalEndsTheProgramInOrder) {
-    Prozess prozess(datenbank_.ordner());
+    Programmprozess prozess(datenbank_.ordner());
     ASSERT_TRUE(prozess.nimmtAn(GetParam()));
     prozess.senden(GetParam());
     EXPECT_EQ(prozess.ausgang(), "exit 0");
@@ -24,7 +24,7 @@ TEST_P(Programmende, ASignalEndsTheProgramInOrder) {
 
 TEST_P(Programmende, ASignalEndsTheMessageBoxOfTheStartToo) {
     std::filesystem::remove(datenbank_.pfad());
-    Prozess prozess(datenbank_.ordner());
+    Programmprozess prozess(datenbank_.ordner());
     ASSERT_TRUE(prozess.nimmtAn(GetParam()));
     prozess.senden(GetParam());
     EXPECT_EQ(prozess.ausgang(), "exit 0");
@@ -33,7 +33,7 @@ TEST_P(Programmende, ASignalEndsTheMessageBoxOfTheStartToo) {
 INSTANTIATE_TEST_SUITE_P(JedesSignal, Programmende, ::testing::Values(SIGTERM, SIGINT, SIGHUP));
 
 TEST_F(Programmende, AnIgnoredHangUpStaysIgnored) {
-    Prozess prozess(datenbank_.ordner(), SIGHUP);
+    Programmprozess prozess(datenbank_.ordner(), SIGHUP);
     ASSERT_TRUE(prozess.nimmtAn(SIGTERM));
     EXPECT_FALSE(prozess.nimmtAn(SIGHUP));
     prozess.senden(SIGHUP);
@@ -43,9 +43,9 @@ TEST_F(Programmende, AnIgnoredHangUpStaysIgnored) {
 
 TEST_F(Programmende, DieAchsendateiEntstehtNebenDemProgramm) {
     datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S')");
-    Prozess prozess(datenbank_.ordner());
+    Programmprozess prozess(datenbank_.ordner());
     const auto datei = prozess.programmordner() / "Gamepad.xml";
-    EXPECT_TRUE(Prozess::warten([&] { return std::filesystem::exists(datei); }));
+    EXPECT_TRUE(Programmprozess::warten([&] { return std::filesystem::exists(datei); }));
     EXPECT_NE(dateiLesen(datei).find("Schema=\"S\""), std::string::npos) << dateiLesen(datei);
     prozess.senden(SIGTERM);
     EXPECT_EQ(prozess.ausgang(), "exit 0");

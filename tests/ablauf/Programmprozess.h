@@ -16,10 +16,10 @@
 #include <thread>
 
 /// A copy of the executable that is started in `ordner`.
-class Prozess {
+class Programmprozess {
 public:
     /// `ignoriert` is a signal that it finds ignored.
-    explicit Prozess(const std::filesystem::path& ordner, int ignoriert = 0) {
+    explicit Programmprozess(const std::filesystem::path& ordner, int ignoriert = 0) {
         const auto programm = programmordner_.pfad() / "gamepad-konfic";
         std::filesystem::copy_file(PROGRAMM, programm);
         kennung_ = fork();
@@ -31,9 +31,9 @@ public:
             execl(programm.c_str(), programm.c_str(), nullptr);
         _exit(127);
     }
-    Prozess(const Prozess&) = delete;
-    Prozess& operator=(const Prozess&) = delete;
-    ~Prozess() {
+    Programmprozess(const Programmprozess&) = delete;
+    Programmprozess& operator=(const Programmprozess&) = delete;
+    ~Programmprozess() {
         if (kennung_ > 0 && kill(kennung_, SIGKILL) == 0)
             waitpid(kennung_, nullptr, 0);
     }
