@@ -26,6 +26,7 @@ Schiebetafel::Schiebetafel(QWidget* ebene, const QString& titel, const Schiebema
                            Zeitgeber& zeitgeber)
     : QFrame(ebene), titel_(titel), mass_(mass), anteil_(anteil), hoehe_(mass.hoehe) {
     setMouseTracking(true);
+    setAttribute(Qt::WA_NoMousePropagation);
     setAccessibleName(titel);
     oeffnen_ = zeitgeber.formularzeitgeber([this] { oeffnenTakt(); });
     schliessen_ = zeitgeber.formularzeitgeber([this] { schliessenTakt(); });
@@ -97,8 +98,12 @@ int Schiebetafel::noetigeEbenenhoehe() const {
 
 void Schiebetafel::changeEvent(QEvent* ereignis) {
     QFrame::changeEvent(ereignis);
-    if (ereignis->type() == QEvent::EnabledChange)
-        update();
+    if (ereignis->type() != QEvent::EnabledChange)
+        return;
+    // What the mouse does on the panel is none of the plane's business, but over one that rests a line goes
+    // on.
+    setAttribute(Qt::WA_NoMousePropagation, isEnabled());
+    update();
 }
 
 void Schiebetafel::paintEvent(QPaintEvent*) {

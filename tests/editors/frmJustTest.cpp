@@ -556,6 +556,37 @@ TEST_P(FrmJust, EineBewegteMausHaeltDieTafelNichtUnten) {
     EXPECT_GT(tafel.height(), 70);
 }
 
+TEST_P(FrmJust, EinKlickAufEineTafelIstKeinerAufDieEbene) {
+    schema();
+    linien();
+    editorOeffnen();
+    for (const char* name : {"Frame2", "Frame3"}) {
+        auto& tafel = feld<QWidget>(name);
+        for (const auto taste : {Qt::LeftButton, Qt::MiddleButton}) {
+            QTest::mouseClick(&tafel, taste, {}, {5, 5});
+            EXPECT_FALSE(zuSehen("RechteckB")) << name;
+            QTest::mouseClick(tafel.findChild<QWidget*>(), taste, {}, {1, 1}); // beside its controls
+            EXPECT_FALSE(zuSehen("RechteckB")) << name;
+        }
+        EXPECT_TRUE(tafel.isEnabled()) << name;
+    }
+}
+
+TEST_P(FrmJust, EineLinieGehtUeberDieRuhendenTafelnHinweg) {
+    schema();
+    linien();
+    editorOeffnen();
+    klick(20000, 33000);
+    const auto& tafel = feld<QWidget>(GetParam().umschalten);
+    const auto mitte = tafel.mapTo(&ebene(), tafel.rect().center());
+    const auto x = mitte.x() * 65535.0 / ebene().width();
+    bewegen(feld<QWidget>(GetParam().umschalten), tafel.rect().center());
+    EXPECT_TRUE(stehtX("LLinks(0)", x));
+    QTest::mouseClick(&feld<QWidget>(GetParam().umschalten), Qt::LeftButton, {}, tafel.rect().center());
+    EXPECT_NE(linie("Links", 1), "20000") << "and is put down there";
+    EXPECT_TRUE(tafel.isEnabled());
+}
+
 TEST_P(FrmJust, WaehrendEinerBewegtenLinieRuhenDieTafeln) {
     schema();
     linien();
