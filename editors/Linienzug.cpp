@@ -72,8 +72,9 @@ void Linienzug::gedrueckt(Maustaste taste, double x, double y) {
             flaeche_.fraAktionOeffnen(x, y);
         return;
     }
-    Greifindex_ = {};
-    const Fang fang = taste == Maustaste::Links ? fangen(x, y) : Fang{};
+    Fang fang{.gehalten = std::exchange(Greifindex_, {})};
+    if (taste == Maustaste::Links)
+        fangen(x, y, fang);
     const bool schliessen = flaeche_.fraAktionGezeigt();
     if (schliessen) {
         flaeche_.fraAktionVerbergen();
@@ -88,8 +89,7 @@ void Linienzug::gedrueckt(Maustaste taste, double x, double y) {
         flaeche_.BereichFestlegen();
 }
 
-Linienzug::Fang Linienzug::fangen(double x, double y) {
-    Fang fang;
+void Linienzug::fangen(double x, double y, Fang& fang) {
     if (!flaeche_.RechteckBGezeigt())
         for (int slot = 1; slot <= LETZTER_SLOT; ++slot)
             for (std::size_t d = 0; d < RICHTUNGEN; ++d) {
@@ -98,7 +98,6 @@ Linienzug::Fang Linienzug::fangen(double x, double y) {
                     linieFangen(d, slot, ort, fang);
             }
     tafelnNachFang(fang);
-    return fang;
 }
 
 void Linienzug::linieFangen(std::size_t richtung, int slot, double ort, Fang& fang) {
@@ -111,7 +110,7 @@ void Linienzug::linieFangen(std::size_t richtung, int slot, double ort, Fang& fa
     if (!flaeche_.linieRot(richtung, slot - 1)) {
         aufnehmen(richtung, slot);
     } else {
-        absetzen(richtung, slot);
+        absetzen(richtung, slot, fang);
         fang.veraendert = true;
     }
 }
@@ -124,8 +123,8 @@ void Linienzug::aufnehmen(std::size_t richtung, int slot) {
     (art.inX ? Greifposition_.x : Greifposition_.y) = gerundet(flaeche_.linienort(richtung, slot - 1));
 }
 
-void Linienzug::absetzen(std::size_t richtung, int slot) {
-    const auto alt = artVon(richtung).inX ? Greifposition_.x : Greifposition_.y;
+void Linienzug::absetzen(std::size_t richtung, int slot, const Fang& fang) {
+    const auto alt = greifort(richtung);
     Greifindex_[GREIFPLATZ[richtung]] = 0;
     flaeche_.linieFaerben(richtung, slot - 1, false);
     try {
@@ -133,8 +132,9 @@ void Linienzug::absetzen(std::size_t richtung, int slot) {
         flaeche_.AktionenVerschieben(richtung, J(slot, richtung), alt);
     } catch (const LaufzeitFehler&) {
         // A line whose actions have not followed must not stay at its new place: they would hang on nothing.
-        J(slot, richtung) = alt;
-        flaeche_.PositionFestlegen(richtung, slot);
+        zuruecklegen(richtung, slot);
+        loslassen(fang.gehalten);
+        loslassen(std::exchange(Greifindex_, {}));
         flaeche_.tafelnSperren(false);
         try {
             flaeche_.StickLinienSpeichern();
@@ -142,6 +142,24 @@ void Linienzug::absetzen(std::size_t richtung, int slot) {
         }
         throw;
     }
+}
+
+std::int32_t Linienzug::greifort(std::size_t richtung) const {
+    return artVon(richtung).inX ? Greifposition_.x : Greifposition_.y;
+}
+
+void Linienzug::zuruecklegen(std::size_t richtung, int slot) {
+    J(slot, richtung) = greifort(richtung);
+    flaeche_.PositionFestlegen(richtung, slot);
+    flaeche_.linieFaerben(richtung, slot - 1, false);
+}
+
+// With its actions still at its old place, a line in the hand must not stay behind at another one either.
+void Linienzug::loslassen(const Greifindizes& gehalten) {
+    for (std::size_t platz = 0; platz < RICHTUNGEN; ++platz)
+        if (const int slot = gehalten[platz];
+            slot != 0 && flaeche_.linieRot(GREIFARTEN[platz].richtung, slot - 1))
+            zuruecklegen(GREIFARTEN[platz].richtung, slot);
 }
 
 void Linienzug::tafelnNachFang(const Fang& fang) {

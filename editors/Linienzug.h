@@ -76,7 +76,8 @@ public:
     Linienzug(Justierstand& stand, Justierflaeche& flaeche) : stand_(stand), flaeche_(flaeche) {}
 
     /// A mouse button went down on the plane, at plane units. Throws LaufzeitFehler of the store; a line that
-    /// could not be put down is back at its old place then, on the plane and, where the store lets it, there.
+    /// could not be put down is back at its old place then, on the plane and, where the store lets it, there;
+    /// so is another one that was in the hand with it.
     void gedrueckt(Maustaste taste, double x, double y);
     /// The mouse moved on the plane. Nothing is saved.
     void bewegt(double x, double y);
@@ -99,6 +100,7 @@ public:
 
 private:
     struct Fang {
+        Greifindizes gehalten; ///< when the button went down
         bool getroffen = false;
         bool veraendert = false;
     };
@@ -107,10 +109,13 @@ private:
         return stand_.ebene()[static_cast<std::size_t>(slot)][richtung];
     }
 
-    Fang fangen(double x, double y);
+    void fangen(double x, double y, Fang& fang);
     void linieFangen(std::size_t richtung, int slot, double ort, Fang& fang);
     void aufnehmen(std::size_t richtung, int slot);
-    void absetzen(std::size_t richtung, int slot);
+    void absetzen(std::size_t richtung, int slot, const Fang& fang);
+    std::int32_t greifort(std::size_t richtung) const;
+    void zuruecklegen(std::size_t richtung, int slot);
+    void loslassen(const Greifindizes& gehalten);
     void tafelnNachFang(const Fang& fang);
     void ziehen(std::size_t greifplatz, double ort);
     void hinzufuegen(std::size_t richtung, int slot);

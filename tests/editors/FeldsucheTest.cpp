@@ -145,4 +145,6 @@ TEST(Feldsuche, UnterDemStickRechnetEsMitBruchteilen) {
     EXPECT_EQ(unterPunkt(ZWEI, 55000), (std::array{45000.0, 10000.0}));
     EXPECT_EQ(unterPunkt(ZWEI, 55000.5), (std::array{55000.0, 11000.0}));
     EXPECT_EQ(BereichFestlegen2(ZWEI, 32764.5, 65535), (Punktrechteck{20000.0, 25000.0, 60000.0, 6000.0}));
+    EXPECT_EQ(BereichFestlegen2(ZWEI, 32764.5, 24999.5), (Punktrechteck{20000.0, 25000.0, 5000.0, 20000.0}));
+    EXPECT_EQ(BereichFestlegen2(ZWEI, 32764.5, 25000), (Punktrechteck{20000.0, 25000.0, 25000.0, 15000.0}));
 }

@@ -65,6 +65,8 @@ public:
     }
     void AktionenVerschieben(std::size_t d, std::int32_t neu, std::int32_t alt) override {
         scheitern(verschiebenScheitert);
+        if (d == OBEN && obenScheitert)
+            throw LaufzeitFehler(Fehlernummer::Gesperrt, "gesperrt");
         taten.push_back("verschieben " + std::string(NAMEN[d]) + " " + std::to_string(alt) + " nach " +
                         std::to_string(neu));
     }
@@ -84,6 +86,7 @@ public:
     int speichernScheitert = 0; ///< how many of the next calls fail
     int verschiebenScheitert = 0;
     int loeschenScheitert = 0;
+    bool obenScheitert = false; ///< the actions of a line above never follow
     int zurueckgestellt = 0;
     Linientabelle gespeichert{};
     std::vector<std::string> taten;
@@ -346,6 +349,17 @@ TEST_F(LinienzugTest, DieMittlereTasteSchliesstDieTafelUndLaesstDasFeld) {
     EXPECT_TRUE(flaeche.feldGewaehlt);
 }
 
+TEST_F(LinienzugTest, EineRoteLinieJederRichtungGiltAlsGehalten) {
+    for (const auto& [x, y] : {std::pair{20000.0, FREI}, {45000.0, FREI}, {FREI, 21000.0}, {FREI, 46000.0}}) {
+        links(x, y);
+        zug.gedrueckt(Maustaste::Andere, x, y);
+        EXPECT_EQ(zug.Greifindex(), Greif{});
+        EXPECT_TRUE(zug.haelt()) << x << "," << y;
+        links(x, y);
+        EXPECT_FALSE(zug.haelt());
+    }
+}
+
 TEST_F(LinienzugTest, DieMittlereTasteLaesstEineLinieLosAberRot) {
     links(20000, FREI);
     zug.bewegt(19000, FREI);
@@ -518,6 +532,7 @@ TEST_F(LinienzugGrenze, FremdeWerteLaufenNichtUeber) {
     zug.bewegt(20000, FREI);
     EXPECT_EQ(J(1, LINKS), std::numeric_limits<std::int32_t>::min());
     EXPECT_FALSE(flaeche.linie(LINKS, 0).gezeigt);
+    EXPECT_TRUE(zug.haelt()) << "out of sight, but in the hand";
 }
 
 // --- arrows ---
@@ -630,6 +645,43 @@ TEST_F(LinienzugTest, ScheitertDasVerschiebenKommtDerAlteOrtInDenSpeicherZurueck
     EXPECT_EQ(bild(UNTEN, 1), Bild(46000, false));
     EXPECT_EQ(flaeche.gespeichert[0][1][UNTEN], 46000);
     EXPECT_EQ(flaeche.abholen(), (Taten{"Linien speichern", "Linien speichern"}));
+}
+
+TEST_F(LinienzugTest, ScheitertEineLinieDerKreuzungBleibenBeideAmAltenOrt) {
+    links(20000, 21000);
+    zug.bewegt(18000, 23000);
+    flaeche.verschiebenScheitert = 1;
+    EXPECT_EQ(fehlernummer([&] { links(18000, 23000); }), 3218);
+    EXPECT_EQ(bild(LINKS, 1), Bild(20000, false));
+    EXPECT_EQ(bild(OBEN, 1), Bild(21000, false));
+    EXPECT_EQ(flaeche.gespeichert[0][1][LINKS], 20000);
+    EXPECT_EQ(flaeche.gespeichert[0][1][OBEN], 21000);
+    EXPECT_FALSE(zug.haelt());
+    zug.bewegt(10000, 10000);
+    EXPECT_EQ(J(1, OBEN), 21000);
+}
+
+TEST_F(LinienzugTest, ScheitertDieZweiteLinieDerKreuzungBleibtDieErsteAbgesetzt) {
+    links(20000, 21000);
+    zug.bewegt(18000, 23000);
+    flaeche.obenScheitert = true;
+    EXPECT_EQ(fehlernummer([&] { links(18000, 23000); }), 3218);
+    EXPECT_EQ(bild(LINKS, 1), Bild(18000, false));
+    EXPECT_EQ(bild(OBEN, 1), Bild(21000, false));
+    EXPECT_EQ(flaeche.gespeichert, stand.linien);
+    EXPECT_FALSE(zug.haelt());
+}
+
+TEST_F(LinienzugTest, ScheitertDasAbsetzenKommtAuchKeineNeueLinieInDieHand) {
+    linien(OBEN, {21000});
+    linien(LINKS, {20000, 15000});
+    links(15000, FREI);
+    zug.bewegt(14000, 21000);
+    flaeche.speichernScheitert = 2;
+    EXPECT_EQ(fehlernummer([&] { links(14000, 21000); }), 3218); // on the line above, too
+    EXPECT_EQ(bild(LINKS, 2), Bild(15000, false));
+    EXPECT_EQ(bild(OBEN, 1), Bild(21000, false));
+    EXPECT_EQ(zug.Greifindex(), Greif{});
 }
 
 TEST_F(LinienzugTest, ScheitertEinPfeilBleibtAllesWieEsWar) {
