@@ -1,0 +1,128 @@
+// The stick editors: what is to be seen of the plane's parts.
+#include "tests/editors/Justiertest.h"
+
+#include <QImage>
+
+namespace {
+
+class FrmJustEbene : public Justiertest, public ::testing::WithParamInterface<Zwilling> {
+protected:
+    FrmJustEbene() : Justiertest(GetParam()) {
+        schema();
+        linien();
+    }
+    QImage bild() { return ebene().grab().toImage(); }
+    /// The colour of the plane at a pixel.
+    QColor farbe(QPoint stelle) { return bild().pixelColor(stelle); }
+    QPoint mitte(const QString& name) { return feld<QWidget>(name).geometry().center(); }
+    QPoint stelle(double x, double y) { return pixel(x, y).toPoint(); }
+
+    const QColor SCHWARZ = Qt::black;
+    const QColor ROT = Qt::red;
+};
+
+bool rot(const QColor& farbe) {
+    return farbe.red() > 180 && farbe.green() < 90 && farbe.blue() < 90;
+}
+bool blau(const QColor& farbe) {
+    return farbe.blue() > 180 && farbe.red() < 90;
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Zwillinge, FrmJustEbene, ::testing::Values(LINKER_ZWILLING, RECHTER_ZWILLING),
+                         [](const auto& fall) { return std::string(fall.param.form); });
+
+TEST_P(FrmJustEbene, LinienSindSchwarzUndInDerHandRot) {
+    editorOeffnen();
+    const QPoint senkrecht{mitte("LLinks(0)").x(), stelle(0, 60000).y()};
+    const QPoint waagrecht{stelle(60000, 0).x(), mitte("LUnten(0)").y()};
+    EXPECT_EQ(farbe(senkrecht), SCHWARZ);
+    EXPECT_EQ(farbe(waagrecht), SCHWARZ);
+    klick(20000, 46000);
+    EXPECT_EQ(farbe(senkrecht), ROT);
+    EXPECT_EQ(farbe(waagrecht), ROT);
+    klick(20000, 46000);
+    EXPECT_EQ(farbe(senkrecht), SCHWARZ);
+    EXPECT_EQ(farbe(waagrecht), SCHWARZ);
+}
+
+TEST_P(FrmJustEbene, EineAufgenommeneLinieWirdGleichNeuGemalt) {
+    editorOeffnen();
+    class Maler : public QObject {
+    public:
+        int gemalt = 0;
+        bool eventFilter(QObject*, QEvent* ereignis) override {
+            gemalt += ereignis->type() == QEvent::Paint;
+            return false;
+        }
+    } maler;
+    feld<QWidget>("LLinks(0)").installEventFilter(&maler);
+    ereignisse();
+    maler.gemalt = 0;
+    klick(20000, 33000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return maler.gemalt > 0; }, 5000));
+}
+
+TEST_P(FrmJustEbene, DasGewaehlteFeldHatEinenRotenRandUndIstDurchsichtig) {
+    editorOeffnen();
+    vergehen(5);
+    const auto vorher = bild();
+    klick(50000, 10000);
+    const auto rahmen = feld<QWidget>("RechteckB").geometry();
+    const auto innen = stelle(55000, 12000);
+    const QPoint links{rahmen.left() + 2, innen.y()};
+    const QPoint unten{innen.x(), rahmen.bottom() - 2};
+    EXPECT_FALSE(rot(vorher.pixelColor(links)));
+    EXPECT_TRUE(rot(farbe(links)));
+    EXPECT_TRUE(rot(farbe(unten)));
+    EXPECT_EQ(farbe(innen), vorher.pixelColor(innen)) << "the picture shows through";
+}
+
+TEST_P(FrmJustEbene, DasFeldUnterDemStickHatEinenBlauenRundenRand) {
+    editorOeffnen();
+    vergehen(5);
+    const auto rahmen = feld<QWidget>("RechteckC").geometry();
+    const auto gemalt = bild();
+    const auto innen = stelle(40000, 40000);
+    for (const QPoint rand : {QPoint{rahmen.left() + 2, innen.y()},
+                              {rahmen.right() - 2, innen.y()},
+                              {innen.x(), rahmen.top() + 2},
+                              {innen.x(), rahmen.bottom() - 2}})
+        EXPECT_TRUE(blau(gemalt.pixelColor(rand))) << rand.x() << "," << rand.y();
+    EXPECT_FALSE(blau(gemalt.pixelColor(rahmen.topLeft() + QPoint{2, 2}))) << "a round corner";
+    EXPECT_FALSE(blau(gemalt.pixelColor(innen)));
+}
+
+TEST_P(FrmJustEbene, DerPunktIstEinKleinerRoterKreis) {
+    editorOeffnen();
+    const auto& punkt = feld<QWidget>("Punkt");
+    for (const auto& [groesse, seite] : {std::pair{QSize(1024, 768), 6}, {QSize(2560, 1536), 12}}) {
+        form().resize(groesse);
+        ereignisse();
+        EXPECT_EQ(punkt.size(), QSize(seite, seite)) << "90 of 11520";
+        EXPECT_EQ(farbe(punkt.geometry().center()), ROT);
+    }
+    EXPECT_FALSE(rot(farbe(punkt.pos())));
+}
+
+TEST_P(FrmJustEbene, EinWertUnterEinsIstKeineLinie) {
+    datenbank_.sql("UPDATE " + stick() + " SET Links = 1, Rechts = -1, Oben = -5 WHERE \"index\" = 2;");
+    editorOeffnen();
+    EXPECT_TRUE(zuSehen("LLinks(1)"));
+    EXPECT_TRUE(zuSehen("LPfeil(1)"));
+    for (const char* name : {"LRechts(1)", "RPfeil(1)", "LOben(1)", "OPfeil(1)", "LUnten(1)", "UPfeil(1)"})
+        EXPECT_FALSE(zuSehen(name)) << name;
+    EXPECT_TRUE(stehtX("LRechts(1)", 0));
+    EXPECT_EQ(feld<QWidget>("RPfeil(1)").pos(), QPoint());
+}
+
+TEST_P(FrmJustEbene, EineNeueLinieReichtUeberDieGanzeEbene) {
+    editorOeffnen();
+    for (const char* name : {"LPfeil(0)", "RPfeil(0)", "OPfeil(0)", "UPfeil(0)"})
+        pfeil(name);
+    for (const char* name : {"LLinks(1)", "LRechts(1)"})
+        EXPECT_EQ(feld<QWidget>(name).height(), ebene().height() + 1) << name;
+    for (const char* name : {"LOben(1)", "LUnten(1)"})
+        EXPECT_EQ(feld<QWidget>(name).width(), ebene().width() + 1) << name;
+}
