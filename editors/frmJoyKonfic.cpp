@@ -10,6 +10,7 @@
 #include "store/modLesen.h"
 #include "store/modSpeichern.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -473,6 +474,9 @@ void frmJoyKonfic::tasteUebernehmen(int code) {
 // --- the pad ---
 
 void frmJoyKonfic::Timer1_Timer() {
+    // What a message box is about, and what follows on it, belongs to the button that is chosen now.
+    if (QApplication::activeModalWidget())
+        return;
     joystickinfo_.dwSize = JOYINFOEX_GROESSE;
     joystickinfo_.dwFlags = JOY_RETURNALL;
     joystick_.joyGetPosEx(0, joystickinfo_);

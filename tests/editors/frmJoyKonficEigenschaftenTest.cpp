@@ -350,6 +350,24 @@ TEST_F(Tastwerkeigenschaften, WhatIsNoNumberIsToldAndBecomesOne) {
     }
 }
 
+TEST_F(Tastwerkeigenschaften, ThePadPicksNoOtherButtonUnderAMessageBox) {
+    oeffnen();
+    waehlen(0);
+    art(1);
+    option("optEig", 1).click();
+    QTimer::singleShot(0, [this] {
+        tastenDruecken(2);
+        uhr_.vorUm(std::chrono::milliseconds{200});
+        tastenDruecken(0);
+    });
+    Boxleser boxen;
+    box("Text1(0)").setText("x");
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{KEINE_ZAHL});
+    EXPECT_EQ(belegung(0), "1,0,1-1-0");
+    EXPECT_EQ(belegung(1), LEER);
+    EXPECT_EQ(marken(), (Zahlen{0, 20}));
+}
+
 TEST_F(Tastwerkeigenschaften, ANumberOutOfRangeIsNeitherStoredNorTold) {
     oeffnen();
     waehlen(0);
