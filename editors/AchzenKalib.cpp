@@ -74,7 +74,7 @@ QLabel* beschriftung(const QString& text, int index, QWidget* fuer) {
 } // namespace
 
 AchzenKalib::AchzenKalib(ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber)
-    : achsen_(achsen), joystick_(joystick) {
+    : achsen_(achsen), schema_(achsen.Schema()), joystick_(joystick) {
     setObjectName("AchzenKalib");
     setWindowTitle("Achsen zuordnen");
     auto* anordnung = new QVBoxLayout(this);
@@ -189,6 +189,8 @@ void AchzenKalib::bestaetigen() {
         meldung(this, "Falsche Eingabe", "");
         return;
     }
+    if (!darfSpeichern(this, schema_, achsen_.Schema()))
+        return;
     achsen_.AchsenUebernehmen(tabelle);
     close();
 }

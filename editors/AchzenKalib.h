@@ -1,7 +1,8 @@
 // The axis assignment form: says for each of the six axes of the pad what it is.
 //
 // The user moves a control of the pad, sees whose bar moves, and sets the two lists beside that bar. Nothing
-// is kept until the choices are confirmed; they go to the `Schema` that the main form shows then.
+// is kept until the choices are confirmed; they go to the `Schema` that the main form
+// shows then; if that is not the one they were loaded for, the user is asked first.
 #pragma once
 
 #include "platform/Joystick.h"
@@ -12,6 +13,7 @@
 
 #include <array>
 #include <memory>
+#include <string>
 
 class QComboBox;
 class QGroupBox;
@@ -44,6 +46,7 @@ private:
     void bestaetigen();
 
     ZusatzFunktionen& achsen_;
+    const std::string schema_; ///< whose values were loaded
     Joystick& joystick_;
     JOYINFOEX joystickinfo_;
     std::array<Zeile, ACHSEN> zeilen_{};

@@ -69,3 +69,13 @@ void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString&
     const auto grund = einzeiler(QString::fromUtf8(fehler.what()));
     meldung(eltern, QString("Laufzeitfehler %1:\n").arg(fehler.zahl()) + grund, titel, QMessageBox::Warning);
 }
+
+bool darfSpeichern(QWidget* eltern, const std::string& geladenes, const std::string& gewaehltes) {
+    return geladenes == gewaehltes ||
+           frage(eltern,
+                 QString(
+                     "Diese Angaben wurden für das Schema „%1“ geladen, gewählt ist jetzt „%2“.\nSollen sie "
+                     "das ersetzen, was für „%2“ gespeichert ist?")
+                     .arg(qt(geladenes), qt(gewaehltes)),
+                 "");
+}

@@ -46,6 +46,10 @@ bool frage(QWidget* eltern, const QString& text, const QString& titel);
 /// The message box of an error: number and text.
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel);
 
+/// Whether what a form holds may be saved for the `Schema` that the main form shows. Where that is another
+/// one than it was loaded for, the user is asked: it takes the place of what that one has.
+bool darfSpeichern(QWidget* eltern, const std::string& geladenes, const std::string& gewaehltes);
+
 /// Runs what a control does: an error of the store ends it and is told in one message box. It must not leave
 /// the handler, as Qt does not give back what it holds while an exception passes through.
 template <class Arbeit> void mitFehlermeldung(QWidget* eltern, Arbeit&& arbeit) {

@@ -35,7 +35,9 @@ QString feldtext(int nummer) {
 
 SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, ZusatzFunktionen& achsen,
                                      Zeitgeber& zeitgeber, Tastatur& tastatur)
-    : achsen_(achsen), Aktion_(new Schubaktionsrahmen(global.DatenbankPfad, tastatur)) {
+    : achsen_(achsen)
+    , schema_(achsen.Schema())
+    , Aktion_(new Schubaktionsrahmen(global.DatenbankPfad, tastatur)) {
     setObjectName("SchubreglerKonfic");
     setWindowTitle("Schubregler konfigurieren");
     auto* anordnung = new QVBoxLayout(this);
@@ -195,6 +197,8 @@ void SchubreglerKonfic::Command2_Click() {
 }
 
 void SchubreglerKonfic::Command3_Click() {
+    if (!darfSpeichern(this, schema_, achsen_.Schema()))
+        return;
     const auto text = regler_[0].text(Check2_->isChecked());
     if (!gamepadNimmt(SPALTE_SCHUBREGLER, text)) {
         meldung(this,

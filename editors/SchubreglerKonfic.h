@@ -1,8 +1,9 @@
 // The slider editor: cuts a slider into equal fields and gives each of them an action.
 //
 // It works on fields of its own and writes nothing before "Schema speichern", which stores the slider text of
-// `Schubregler 1` for the `Schema` that the main form shows then. The fields of `Schubregler 2` have no place
-// in that text: they last as long as the form.
+// `Schubregler 1` for the `Schema` that the main form shows then; if that is not the one it was opened for,
+// the user is asked first. The fields of `Schubregler 2` have no place in that text: they last as long as the
+// form.
 #pragma once
 
 #include "editors/Schubtext.h"
@@ -13,6 +14,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <string>
 
 class QCheckBox;
 class QLabel;
@@ -61,6 +63,7 @@ private:
     void geschuetzt(const std::function<void()>& handler);
 
     ZusatzFunktionen& achsen_;
+    const std::string schema_; ///< whose values were loaded
 
     std::array<Schubtext, REGLER> regler_;
     int gewaehlt_ = 0; // whose fields the form shows

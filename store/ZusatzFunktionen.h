@@ -65,6 +65,9 @@ public:
         return AchsenWerte_[static_cast<std::size_t>(achse)];
     }
 
+    /// The `Schema` that the procedures are about at present.
+    const std::string& Schema() const { return auswahl_; }
+
     /// The slider text that AchsenLaden has read.
     const std::string& SchubreglerText() const { return SchubreglerText_; }
 

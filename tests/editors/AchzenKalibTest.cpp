@@ -274,7 +274,7 @@ TEST_F(AchzenKalibTest, AbbrechenSchliesstOhneZuSpeichern) {
     EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
 }
 
-TEST_F(AchzenKalibTest, GespeichertWirdDasSchemaDasDieHauptformZeigt) {
+TEST_F(AchzenKalibTest, FuerEinAnderesSchemaDerHauptformWirdNurAufJaGespeichert) {
     oeffnen();
     auto& combo = control<QComboBox>(haupt(), "Combo1");
     combo.setCurrentIndex(1);
@@ -282,9 +282,18 @@ TEST_F(AchzenKalibTest, GespeichertWirdDasSchemaDasDieHauptformZeigt) {
     auswahl(0).setCurrentText("Schubregler");
     auswahl(5).setCurrentText("Links");
     richtung(5).setCurrentText("Links/Rechts");
+    {
+        Boxleser nein({QMessageBox::No});
+        knopf(0).click();
+        EXPECT_EQ(nein.gesehen(), std::vector<Gesehen>{ANDERES_SCHEMA});
+    }
+    EXPECT_EQ(gespeichert("T"), GRUNDBELEGUNG);
+    ASSERT_EQ(formen().size(), 1U) << "nothing of it is lost";
+    Boxleser ja({QMessageBox::Yes});
     knopf(0).click();
     EXPECT_EQ(gespeichert("S"), GRUNDBELEGUNG);
     EXPECT_EQ(gespeichert("T"), (Namen{"Z2", "ly", "rx", "ry", "Z1", "lx"}));
+    EXPECT_EQ(formen().size(), 0U);
 }
 
 TEST_F(AchzenKalibTest, EineFremdeDateiBleibtUnberuehrt) {

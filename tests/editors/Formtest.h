@@ -37,6 +37,13 @@ inline void PrintTo(const Gesehen& box, std::ostream* strom) {
            << ", buttons " << box.knoepfe.toInt() << ")";
 }
 
+/// The question of a form that was loaded for Schema S, when the main form shows T.
+inline const Gesehen ANDERES_SCHEMA{
+    "",
+    "Diese Angaben wurden für das Schema „S“ geladen, gewählt ist jetzt „T“.\n"
+    "Sollen sie das ersetzen, was für „T“ gespeichert ist?",
+    QMessageBox::NoIcon, QMessageBox::Yes | QMessageBox::No};
+
 /// While it lives, writes down every message box and presses a button: the next of `antworten`, and its
 /// default button when there are no more.
 class Boxleser {

@@ -418,13 +418,21 @@ TEST_F(SchubreglerKonficTest, DasEndeDesProgrammsSchliesstSie) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(SchubreglerKonficTest, GespeichertWirdDasSchemaDasDieHauptformZeigt) {
+TEST_F(SchubreglerKonficTest, FuerEinAnderesSchemaDerHauptformWirdNurAufJaGespeichert) {
     oeffnen(DREI_FELDER);
     auto& combo = control<QComboBox>(haupt(), "Combo1");
     combo.setCurrentIndex(1);
     emit combo.activated(1);
     knopf("Command1(1)").click();
-    speichern();
+    {
+        Boxleser nein({QMessageBox::No});
+        knopf("Command3").click();
+        EXPECT_EQ(nein.gesehen(), std::vector<Gesehen>{ANDERES_SCHEMA});
+    }
+    EXPECT_EQ(gespeichert("T"), "");
+    ASSERT_EQ(formen().size(), 1U) << "nothing of it is lost";
+    Boxleser ja({QMessageBox::Yes});
+    knopf("Command3").click();
     EXPECT_EQ(gespeichert("S"), DREI_FELDER);
     EXPECT_EQ(gespeichert("T"), "2/0-1-0-1(10,5,)/0-2-1-3(120,,)");
 }
