@@ -474,15 +474,57 @@ TEST_P(FrmJust, EinBildInAnderemFormatWirdGezeigt) {
     EXPECT_EQ(grund(), QColor(Qt::red));
 }
 
-TEST_P(FrmJust, EinAbgeschnittenesBildStuerztNichtAb) {
+TEST_P(FrmJust, EinAbgeschnittenesBildZaehltAlsFehlend) {
     schema();
     linien();
+    bild("Joy2.bmp", Qt::blue);
     const auto name = std::string("S0") + GetParam().bildende;
-    bild(name, Qt::red);
-    fs::resize_file(bilder() / name, 80);
-    editorOeffnen();
-    EXPECT_NE(offen(), nullptr);
-    grund();
+    for (const auto& [format, anteil] : {std::pair{"BMP", 0.4}, {"BMP", 0.99}, {"PNG", 0.4}, {"PNG", 0.8}}) {
+        bild(name, Qt::red, format);
+        const auto laenge = static_cast<double>(fs::file_size(bilder() / name));
+        fs::resize_file(bilder() / name, static_cast<std::uintmax_t>(laenge * anteil));
+        editorOeffnen();
+        EXPECT_EQ(grund(), QColor(Qt::blue)) << anteil << " of a " << format;
+        form().close();
+        ereignisse();
+    }
+}
+
+TEST_P(FrmJust, BitmapsJederArtWerdenGezeigt) {
+    schema();
+    linien();
+    const auto name = bilder() / (std::string("S0") + GetParam().bildende);
+    const auto zeigt = [&](const QColor& farbe) {
+        editorOeffnen();
+        EXPECT_EQ(grund(), farbe);
+        form().close();
+        ereignisse();
+    };
+    for (const auto art : {QImage::Format_Mono, QImage::Format_Indexed8, QImage::Format_RGB32}) {
+        QImage eines(9, 5, art);
+        if (art != QImage::Format_RGB32)
+            eines.setColorTable({qRgb(255, 0, 0), qRgb(255, 0, 0)});
+        eines.fill(art == QImage::Format_RGB32 ? qRgb(255, 0, 0) : 1);
+        ASSERT_TRUE(eines.save(QString::fromStdString(name.string()), "BMP"));
+        zeigt(Qt::red);
+    }
+    // Two by two pixels of 24 bits: with the old short head, and as run lengths, which may be shorter than
+    // the pixels they stand for.
+    const std::string rot("\0\0\xff", 3);
+    const std::string zeile = rot + rot + std::string(2, '\0');
+    std::ofstream(name, std::ios::binary)
+        << std::string("BM\x2a\0\0\0\0\0\0\0\x1a\0\0\0\x0c\0\0\0\2\0\2\0\1\0\x18\0", 26) << zeile << zeile;
+    zeigt(Qt::red);
+    std::ofstream(name, std::ios::binary)
+        << std::string("BM\x4e\0\0\0\0\0\0\0\x3e\0\0\0\x28\0\0\0\x40\0\0\0\x40\0\0\0\1\0\x08\0\1\0\0\0", 34)
+        << std::string(12, '\0') << std::string("\2\0\0\0\0\0\0\0", 8) << std::string("\0\0\0\0\0\0\xff\0", 8)
+        << [] {
+               std::string zeilen;
+               for (int i = 0; i < 64; ++i)
+                   zeilen += std::string("\x40\1\0\0", 4);
+               return zeilen + std::string("\0\1", 2);
+           }();
+    zeigt(Qt::red);
 }
 
 TEST_P(FrmJust, EinNameMitTrennzeichenVerlaesstDenBilderordnerNicht) {
