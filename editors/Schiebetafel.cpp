@@ -65,9 +65,7 @@ void Schiebetafel::legen() {
     const auto* ebene = parentWidget();
     const auto hoch = Stickebene::pixelVon(QRectF(0, oben_, 0, hoehe_), ebene->size());
     const int streifen = streifenpixel();
-    const int titelbreite = fontMetrics().horizontalAdvance(titel_) + 4 * TITELRAND;
-    const auto braucht = inhalt_ ? inhalt_->sizeHint() : QSize();
-    const int breite = std::max(titelbreite, braucht.width());
+    const int breite = noetigeBreite();
     const int links = static_cast<int>(std::lround(anteil_ * ebene->width() - breite / 2.0));
     const int oben = static_cast<int>(std::lround(hoch.top()));
     const int unten = std::max(oben + streifen, static_cast<int>(std::lround(hoch.bottom())));
@@ -77,12 +75,17 @@ void Schiebetafel::legen() {
     // In the middle of the panel when that is open.
     const auto offen = Stickebene::pixelVon({0, 0, 0, double(offeneHoehe())}, ebene->size());
     const int platz = static_cast<int>(offen.height()) - streifen;
-    inhalt_->setGeometry(0, streifen, breite, std::max(braucht.height(), platz));
+    inhalt_->setGeometry(0, streifen, breite, std::max(inhalt_->sizeHint().height(), platz));
 }
 
 int Schiebetafel::offeneHoehe() const {
     const int schritte = (mass_.offen - mass_.hoehe + SCHRITT - 1) / SCHRITT;
     return mass_.hoehe + schritte * SCHRITT;
+}
+
+int Schiebetafel::noetigeBreite() const {
+    const int titelbreite = fontMetrics().horizontalAdvance(titel_) + 4 * TITELRAND;
+    return std::max(titelbreite, inhalt_ ? inhalt_->sizeHint().width() : 0);
 }
 
 int Schiebetafel::noetigeEbenenhoehe() const {

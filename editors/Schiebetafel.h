@@ -43,6 +43,8 @@ public:
 
     int oben() const { return oben_; }
     int hoehe() const { return hoehe_; }
+    /// Width of the panel, in pixels.
+    int noetigeBreite() const;
     /// Height of the plane, in pixels, that the open panel needs for its content.
     int noetigeEbenenhoehe() const;
 

@@ -37,8 +37,8 @@ constexpr Schiebemass UMSCHALTEN_MASS{.hoehe = 1000, .offen = 6230, .ruheInterva
 constexpr Schiebemass SCHALTFLAECHE_MASS{.hoehe = 900, .offen = 7254, .ruheIntervall = 5000ms};
 constexpr int ZURUECKGESTELLT = 1000; // both panels, when a line is picked up
 // Where the panels stand across the plane.
-constexpr double UMSCHALTEN_MITTE = 0.3;
-constexpr double SCHALTFLAECHE_MITTE = 0.7;
+constexpr double UMSCHALTEN_MITTE = 0.25;
+constexpr double SCHALTFLAECHE_MITTE = 0.75;
 
 constexpr std::array<const char*, EBENEN> EBENENNAMEN{"Standart", "Umschalt 1", "Umschalt 2"};
 
@@ -98,9 +98,10 @@ void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
         [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
         ebene_);
 
-    // An open panel has room for what lies on it, also with large letters.
+    // An open panel has room for what lies on it, also with large letters, and each has a half of the plane.
     const int hoehe = std::max(umschalten_->noetigeEbenenhoehe(), schaltflaeche_->noetigeEbenenhoehe());
-    setMinimumSize(KLEINSTE.expandedTo({0, hoehe}));
+    const int breite = 2 * std::max(umschalten_->noetigeBreite(), schaltflaeche_->noetigeBreite());
+    setMinimumSize(KLEINSTE.expandedTo({std::min(breite, screen()->availableSize().width()), hoehe}));
     resize(GROESSE.boundedTo(screen()->availableSize()).expandedTo(minimumSize()));
 }
 
