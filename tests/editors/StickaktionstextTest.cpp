@@ -98,6 +98,13 @@ TEST(Stickaktionstext, AnEmptyTextIsALeerfeld) {
     EXPECT_EQ(stickaktionstext({}), "3");
 }
 
+TEST(Stickaktionstext, WhatIsNotSetIsTheFirstChoice) {
+    EXPECT_EQ(stickaktionstext({.art = Mausbewegung}), "0,0,,");
+    EXPECT_EQ(stickaktionstext({.art = Maustaste}), "1,0");
+    EXPECT_EQ(stickaktionstext({.art = Tastatur}), "2,0,,0,0");
+    EXPECT_EQ(stickaktionstext({.art = AbsolutePosition}), "5,0");
+}
+
 TEST(Stickaktionstext, AShortMovementTellsWhatItHasWithoutError) {
     EXPECT_EQ(bildVon("0"), Stickaktionsbild{.art = Mausbewegung});
     EXPECT_EQ(bildVon("0,3"), (Stickaktionsbild{.art = Mausbewegung, .richtung = 3}));

@@ -21,6 +21,25 @@ protected:
     const QColor ROT = Qt::red;
 };
 
+/// Counts how often a control is painted on the screen.
+class Malzaehler final : public QObject {
+public:
+    explicit Malzaehler(QWidget& control) {
+        QTest::qWait(0); // what is to be painted already
+        control.installEventFilter(this);
+    }
+    bool wirdGemalt() {
+        return QTest::qWaitFor([this] { return gemalt_ > 0; }, 5000);
+    }
+    bool eventFilter(QObject*, QEvent* ereignis) override {
+        gemalt_ += ereignis->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    int gemalt_ = 0;
+};
+
 bool rot(const QColor& farbe) {
     return farbe.red() > 180 && farbe.green() < 90 && farbe.blue() < 90;
 }
@@ -49,19 +68,44 @@ TEST_P(FrmJustEbene, LinienSindSchwarzUndInDerHandRot) {
 
 TEST_P(FrmJustEbene, EineAufgenommeneLinieWirdGleichNeuGemalt) {
     editorOeffnen();
-    class Maler : public QObject {
-    public:
-        int gemalt = 0;
-        bool eventFilter(QObject*, QEvent* ereignis) override {
-            gemalt += ereignis->type() == QEvent::Paint;
-            return false;
-        }
-    } maler;
-    feld<QWidget>("LLinks(0)").installEventFilter(&maler);
-    ereignisse();
-    maler.gemalt = 0;
+    Malzaehler zaehler(feld<QWidget>("LLinks(0)"));
     klick(20000, 33000);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return maler.gemalt > 0; }, 5000));
+    EXPECT_TRUE(zaehler.wirdGemalt());
+}
+
+TEST_P(FrmJustEbene, NeueSymboleWerdenGleichGemalt) {
+    editorOeffnen();
+    klick(55000, 12000);
+    klick(55000, 12000, Qt::RightButton);
+    feld<QRadioButton>("Option1(4)").click();
+    const auto links = stelle(47000, 1000);
+    const auto vorher = bild();
+    Malzaehler zaehler(ebene());
+    klick(55000, 12000);
+    EXPECT_TRUE(zaehler.wirdGemalt());
+    EXPECT_FALSE(zuSehen("RechteckB"));
+    const QRect ecke(links, stelle(55000, 9000));
+    EXPECT_NE(bild().copy(ecke), vorher.copy(ecke)) << "the cross of a Sperrfeld";
+}
+
+TEST_P(FrmJustEbene, AlleNeunzehnLinienStehenBeimOeffnenDa) {
+    for (int zeile = 2; zeile <= 19; ++zeile)
+        datenbank_.sql("UPDATE " + stick() + " SET Links3 = 20200 - 1000 * (\"index\" - 1), " +
+                       "Unten3 = 46200 + 1000 * (\"index\" - 1) WHERE \"index\" = " + std::to_string(zeile) +
+                       ";");
+    editorOeffnen();
+    feld<QRadioButton>("Uschalt(2)").click();
+    for (int i = 0; i < 19; ++i) {
+        EXPECT_TRUE(zuSehen(QString("LLinks(%1)").arg(i))) << i;
+        EXPECT_TRUE(zuSehen(QString("UPfeil(%1)").arg(i))) << i;
+        EXPECT_TRUE(stehtX(QString("LLinks(%1)").arg(i), 20200 - 1000 * i)) << i;
+        EXPECT_TRUE(stehtY(QString("LUnten(%1)").arg(i), 46200 + 1000 * i)) << i;
+    }
+    EXPECT_FALSE(zuSehen("LLinks(19)"));
+    feld<QRadioButton>("Uschalt(0)").click();
+    EXPECT_TRUE(zuSehen("LLinks(0)"));
+    for (int i = 1; i < 21; ++i)
+        EXPECT_FALSE(zuSehen(QString("LLinks(%1)").arg(i))) << i;
 }
 
 TEST_P(FrmJustEbene, DasGewaehlteFeldHatEinenRotenRandUndIstDurchsichtig) {

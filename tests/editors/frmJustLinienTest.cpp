@@ -1,6 +1,10 @@
 // The stick editors: what the mouse on the plane leaves in the database.
 #include "tests/editors/Justiertest.h"
 
+#include <QLineEdit>
+
+#include <tuple>
+
 namespace {
 
 class FrmJustLinien : public Justiertest, public ::testing::WithParamInterface<Zwilling> {
@@ -252,6 +256,49 @@ TEST_P(FrmJustLinien, EinGeoeffnetesUndVerlassenesFeldBekommtEineZeile) {
     EXPECT_TRUE(zuSehen("Option3(2)"));
     klick(33000, 33000);
     EXPECT_EQ(aktionen(), (Zeilen{{"0", "0", "0", "0", "0", "3"}}));
+}
+
+TEST_P(FrmJustLinien, DieAktionGehtAufDieGezeigteEbene) {
+    editorOeffnen();
+    for (const auto& [ebene, x, y, option] :
+         {std::tuple{2, 10000, 60000, 4}, {1, 60000, 60000, 4}, {2, 33000, 60000, 5}, {0, 60000, 5000, 1}}) {
+        feld<QRadioButton>(QString("Uschalt(%1)").arg(ebene)).click();
+        klick(x, y);
+        klick(x, y, Qt::RightButton);
+        feld<QRadioButton>(QString("Option1(%1)").arg(option)).click();
+        klick(x, y);
+    }
+    EXPECT_EQ(aktionen(), (Zeilen{{"0", "0", "45000", "21000", "0", "1,0"},
+                                  {"1", "0", "45100", "0", "46100", "4"},
+                                  {"2", "0", "0", "0", "46200", "5,0"},
+                                  {"2", "20200", "0", "0", "46200", "4"}}));
+}
+
+TEST_P(FrmJustLinien, EinTextMitZuWenigenFeldernWirdGesagtUndLaesstSichAendern) {
+    aktion(0, "0,0,0,0", "2,1,65");
+    editorOeffnen();
+    klick(33000, 33000);
+    Boxleser boxen;
+    klick(33000, 33000, Qt::RightButton);
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_EQ(boxen.gesehen()[0].text, "Laufzeitfehler 9:\nDer Aktion des Feldes fehlt das Feld 3.");
+    EXPECT_TRUE(zuSehen("fraAktion"));
+    EXPECT_EQ(aktionen()[0][5], "2,1,65") << "until the panel is closed";
+    feld<QLineEdit>("txtZeit(0)").setText("70");
+    klick(33000, 33000);
+    EXPECT_EQ(aktionen(), (Zeilen{{"0", "0", "0", "0", "0", "2,1,65,70,0,0"}}));
+    EXPECT_EQ(boxen.gesehen().size(), 1U);
+}
+
+TEST_P(FrmJustLinien, EineKurzeMausbewegungOeffnetOhneEinWort) {
+    aktion(0, "0,0,0,0", "0,3");
+    editorOeffnen();
+    klick(33000, 33000);
+    Boxleser boxen;
+    klick(33000, 33000, Qt::RightButton);
+    EXPECT_TRUE(zuSehen("fraAktion"));
+    EXPECT_TRUE(feld<QRadioButton>("Option2(3)").isChecked());
+    EXPECT_TRUE(boxen.gesehen().empty());
 }
 
 TEST_P(FrmJustLinien, DieTafelZeigtDieAktionDesFeldesUndAendertSie) {

@@ -3,6 +3,7 @@
 #include "tests/editors/Justiertest.h"
 
 #include <QImage>
+#include <QScreen>
 
 #include <fstream>
 
@@ -215,6 +216,20 @@ TEST_P(FrmJust, SchliessenMitAufgenommenerLinieSpeichertNichts) {
     ereignisse();
     EXPECT_EQ(linie("Links", 1), "20000");
     EXPECT_TRUE(haupt().isVisible());
+}
+
+TEST_P(FrmJust, SchliessenHaeltAuchTafelnDieSichSchieben) {
+    schema();
+    linien();
+    for (const int bis : {50, 400}) { // on their way, and open
+        editorOeffnen();
+        bewegen(feld<QWidget>("Frame2"), {5, 5});
+        bewegen(feld<QWidget>("Frame3"), {5, 5});
+        vergehen(bis);
+        form().close();
+        EXPECT_EQ(uhr_.laufende(), 0U) << bis;
+        vergehen(3000);
+    }
 }
 
 TEST_P(FrmJust, EndSchliesstDenEditorUndBeendetDenLauf) {
@@ -437,6 +452,27 @@ TEST_P(FrmJust, JedeEbeneHatIhrBildSonstDasErsatzbild) {
     EXPECT_EQ(grund(), QColor(Qt::green)) << "names match without regard to case";
 }
 
+TEST_P(FrmJust, DasBildWaechstMitDemFenster) {
+    schema();
+    linien();
+    QImage eines(100, 60, QImage::Format_RGB32);
+    eines.fill(Qt::red);
+    for (int y = 0; y < eines.height(); ++y)
+        for (int x = 50; x < eines.width(); ++x)
+            eines.setPixelColor(x, y, Qt::green);
+    ASSERT_TRUE(eines.save(
+        QString::fromStdString((bilder() / (std::string("S0") + GetParam().bildende)).string()), "BMP"));
+    editorOeffnen();
+    for (const QSize groesse : {QSize(700, 600), QSize(1500, 900)}) {
+        form().resize(groesse);
+        ereignisse();
+        const auto gemalt = ebene().grab().toImage();
+        const auto farbe = [&](double x) { return gemalt.pixelColor(pixel(x, 55000).toPoint()); };
+        EXPECT_EQ(farbe(31000), QColor(Qt::red)) << groesse.width();
+        EXPECT_EQ(farbe(34500), QColor(Qt::green)) << groesse.width();
+    }
+}
+
 TEST_P(FrmJust, OhneErsatzbildBleibtDieEbeneOhneBild) {
     schema();
     linien();
@@ -464,6 +500,18 @@ TEST_P(FrmJust, BilderDieKeineSindZaehlenAlsFehlend) {
     fs::create_directory(eigenes);
     editorOeffnen();
     EXPECT_EQ(grund(), QColor(Qt::blue)) << "a folder";
+}
+
+TEST_P(FrmJust, EinBildGroesserAlsJederSchirmZaehltAlsFehlend) {
+    schema();
+    linien();
+    bild("Joy2.bmp", Qt::blue);
+    QImage riese(8193, 8193, QImage::Format_Mono);
+    riese.fill(1);
+    const auto name = bilder() / (std::string("S0") + GetParam().bildende);
+    ASSERT_TRUE(riese.save(QString::fromStdString(name.string()), "PNG"));
+    editorOeffnen();
+    EXPECT_EQ(grund(), QColor(Qt::blue));
 }
 
 TEST_P(FrmJust, EinBildInAnderemFormatWirdGezeigt) {
@@ -596,6 +644,22 @@ TEST_P(FrmJust, EineBewegteMausHaeltDieTafelNichtUnten) {
         vergehen(8);
     }
     EXPECT_GT(tafel.height(), 70);
+}
+
+TEST_P(FrmJust, DieTafelnLiegenNebeneinanderAufDerEbene) {
+    schema();
+    linien();
+    editorOeffnen();
+    for (const QSize groesse : {form().minimumSize(), QSize(1920, 1080)}) {
+        form().resize(groesse);
+        ereignisse();
+        const auto umschalten = feld<QWidget>(GetParam().umschalten).geometry();
+        const auto schaltflaeche = feld<QWidget>(GetParam().schaltflaeche).geometry();
+        EXPECT_LT(umschalten.right(), schaltflaeche.left());
+        EXPECT_GE(umschalten.left(), 0);
+        EXPECT_LT(schaltflaeche.right(), ebene().width());
+    }
+    EXPECT_LE(form().minimumWidth(), form().screen()->availableSize().width());
 }
 
 TEST_P(FrmJust, EinKlickAufEineTafelIstKeinerAufDieEbene) {
