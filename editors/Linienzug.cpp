@@ -60,6 +60,10 @@ std::int32_t linienwert(std::int64_t wert) {
 
 constexpr double EBENENENDE = 65535;
 
+bool trifft(double ort, std::int32_t linie) {
+    return ort > double(linie) - FANGWEITE && ort < double(linie) + FANGWEITE;
+}
+
 } // namespace
 
 // --- press on the plane ---
@@ -72,9 +76,8 @@ void Linienzug::gedrueckt(Maustaste taste, double x, double y) {
             flaeche_.fraAktionOeffnen(x, y);
         return;
     }
-    Fang fang{.gehalten = std::exchange(Greifindex_, {})};
-    if (taste == Maustaste::Links)
-        fangen(x, y, fang);
+    Greifindex_ = {};
+    const Fang fang = taste == Maustaste::Links ? fangen(x, y) : Fang{};
     const bool schliessen = flaeche_.fraAktionGezeigt();
     if (schliessen) {
         flaeche_.fraAktionVerbergen();
@@ -89,7 +92,9 @@ void Linienzug::gedrueckt(Maustaste taste, double x, double y) {
         flaeche_.BereichFestlegen();
 }
 
-void Linienzug::fangen(double x, double y, Fang& fang) {
+Linienzug::Fang Linienzug::fangen(double x, double y) {
+    Fang fang;
+    verfehlteZuruecklegen(x, y);
     if (!flaeche_.RechteckBGezeigt())
         for (int slot = 1; slot <= LETZTER_SLOT; ++slot)
             for (std::size_t d = 0; d < RICHTUNGEN; ++d) {
@@ -98,11 +103,11 @@ void Linienzug::fangen(double x, double y, Fang& fang) {
                     linieFangen(d, slot, ort, fang);
             }
     tafelnNachFang(fang);
+    return fang;
 }
 
 void Linienzug::linieFangen(std::size_t richtung, int slot, double ort, Fang& fang) {
-    const double linie = J(slot, richtung);
-    if (ort <= linie - FANGWEITE || ort >= linie + FANGWEITE) {
+    if (!trifft(ort, J(slot, richtung))) {
         flaeche_.linieFaerben(richtung, slot - 1, false);
         return;
     }
@@ -110,7 +115,7 @@ void Linienzug::linieFangen(std::size_t richtung, int slot, double ort, Fang& fa
     if (!flaeche_.linieRot(richtung, slot - 1)) {
         aufnehmen(richtung, slot);
     } else {
-        absetzen(richtung, slot, fang);
+        absetzen(richtung, slot);
         fang.veraendert = true;
     }
 }
@@ -121,21 +126,26 @@ void Linienzug::aufnehmen(std::size_t richtung, int slot) {
     Greifindex_[GREIFPLATZ[richtung]] = static_cast<std::int16_t>(slot);
     Greifindex_[GREIFPLATZ[art.gegenueber]] = 0;
     (art.inX ? Greifposition_.x : Greifposition_.y) = gerundet(flaeche_.linienort(richtung, slot - 1));
+    griffe_.push_back({richtung, slot, J(slot, richtung)});
 }
 
-void Linienzug::absetzen(std::size_t richtung, int slot, const Fang& fang) {
-    const auto alt = greifort(richtung);
+void Linienzug::absetzen(std::size_t richtung, int slot) {
+    const auto alt = artVon(richtung).inX ? Greifposition_.x : Greifposition_.y;
     Greifindex_[GREIFPLATZ[richtung]] = 0;
     flaeche_.linieFaerben(richtung, slot - 1, false);
+    std::erase_if(griffe_, [&](const Griff& g) { return g.richtung == richtung && g.slot == slot; });
+    verlegen(richtung, slot, alt);
+}
+
+/// Saves the lines, one of which has moved, and lets its actions follow.
+void Linienzug::verlegen(std::size_t richtung, int slot, std::int32_t alt) {
     try {
         flaeche_.StickLinienSpeichern();
         flaeche_.AktionenVerschieben(richtung, J(slot, richtung), alt);
     } catch (const LaufzeitFehler&) {
         // A line whose actions have not followed must not stay at its new place: they would hang on nothing.
-        zuruecklegen(richtung, slot);
-        loslassen(fang.gehalten);
-        loslassen(std::exchange(Greifindex_, {}));
-        flaeche_.tafelnSperren(false);
+        zuruecklegen({richtung, slot, alt});
+        loslassen();
         try {
             flaeche_.StickLinienSpeichern();
         } catch (const LaufzeitFehler&) { // the first error is the one to tell
@@ -144,22 +154,35 @@ void Linienzug::absetzen(std::size_t richtung, int slot, const Fang& fang) {
     }
 }
 
-std::int32_t Linienzug::greifort(std::size_t richtung) const {
-    return artVon(richtung).inX ? Greifposition_.x : Greifposition_.y;
+// --- not put down ---
+
+void Linienzug::zuruecklegen(const Griff& griff) {
+    J(griff.slot, griff.richtung) = griff.alt;
+    flaeche_.PositionFestlegen(griff.richtung, griff.slot);
 }
 
-void Linienzug::zuruecklegen(std::size_t richtung, int slot) {
-    J(slot, richtung) = greifort(richtung);
-    flaeche_.PositionFestlegen(richtung, slot);
-    flaeche_.linieFaerben(richtung, slot - 1, false);
+void Linienzug::verfehlteZuruecklegen(double x, double y) {
+    std::erase_if(griffe_, [&](const Griff& griff) {
+        const double ort = artVon(griff.richtung).inX ? x : y;
+        if (ort > FANGWEITE && trifft(ort, J(griff.slot, griff.richtung)))
+            return false;
+        zuruecklegen(griff);
+        if (ort > FANGWEITE) // near the edge no press says anything about a line
+            flaeche_.linieFaerben(griff.richtung, griff.slot - 1, false);
+        return true;
+    });
 }
 
-// With its actions still at its old place, a line in the hand must not stay behind at another one either.
-void Linienzug::loslassen(const Greifindizes& gehalten) {
-    for (std::size_t platz = 0; platz < RICHTUNGEN; ++platz)
-        if (const int slot = gehalten[platz];
-            slot != 0 && flaeche_.linieRot(GREIFARTEN[platz].richtung, slot - 1))
-            zuruecklegen(GREIFARTEN[platz].richtung, slot);
+void Linienzug::loslassen() {
+    for (const auto& griff : griffe_)
+        zuruecklegen(griff);
+    griffe_.clear();
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        for (int index = 0; index < LETZTER_SLOT; ++index)
+            flaeche_.linieFaerben(d, index, false);
+    Greifindex_ = {};
+    RandX_ = RandY_ = false;
+    flaeche_.tafelnSperren(false);
 }
 
 void Linienzug::tafelnNachFang(const Fang& fang) {
@@ -216,6 +239,8 @@ void Linienzug::ziehen(std::size_t greifplatz, double ort) {
 void Linienzug::pfeilGedrueckt(Maustaste taste, std::size_t richtung) {
     if (flaeche_.fraAktionGezeigt() || flaeche_.RechteckBGezeigt())
         return;
+    if (haelt())
+        loslassen();
     int slot = 1;
     while (slot < LETZTER_SLOT && J(slot, richtung) != 0)
         ++slot;
@@ -256,12 +281,16 @@ void Linienzug::entfernen(std::size_t richtung, int slot) {
 void Linienzug::aendern(std::size_t richtung, int slot, std::int32_t neu) {
     const auto alt = std::exchange(J(slot, richtung), neu);
     flaeche_.PositionFestlegen(richtung, slot);
-    try {
-        flaeche_.StickLinienSpeichern();
-    } catch (const LaufzeitFehler&) {
-        J(slot, richtung) = alt;
-        flaeche_.PositionFestlegen(richtung, slot);
-        throw;
+    const bool gewandert = alt != 0 && neu != 0 && alt != neu; // the last line, where all stand already
+    if (gewandert) {
+        verlegen(richtung, slot, alt);
+    } else {
+        try {
+            flaeche_.StickLinienSpeichern();
+        } catch (const LaufzeitFehler&) {
+            zuruecklegen({richtung, slot, alt});
+            throw;
+        }
     }
     flaeche_.Zeichnen();
 }

@@ -1,10 +1,13 @@
 // What the mouse does to the lines of a stick's plane: picks them up, moves them, puts them down, adds and
 // removes them.
 //
-//   state          left press near it    left press elsewhere             mouse moves          arrow
-//   at rest        picked up: red        field chosen or no longer        -                    adds, removes
-//   picked up      put down, saved       at rest, nothing saved           follows, to a limit  adds, removes
-//   at its limit   nothing               nothing                          may leave the limit  adds, removes
+//   state          left press near it    left press elsewhere       mouse moves          arrow
+//   at rest        picked up: red        field chosen or no longer  -                    adds, removes
+//   picked up      put down, saved       back in its old place      follows, to a limit  back, then that
+//   at its limit   nothing               nothing                    may leave the limit  back, then that
+//
+// What is saved is saved whole, and actions hang on the places of lines: a line that is not put down goes
+// back to where it was picked up before anything else can save it.
 //
 // While a field is chosen no line is picked up and no arrow works. The two axes are independent: a press on a
 // crossing picks up one x line and one y line. Of several lines close together the outermost moves.
@@ -16,6 +19,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 enum class Maustaste { Links, Rechts, Andere };
 
@@ -84,6 +88,9 @@ public:
     /// A mouse button went down on an arrow of `richtung`. Throws LaufzeitFehler of the store; the line is
     /// what it was before then.
     void pfeilGedrueckt(Maustaste taste, std::size_t richtung);
+    /// Lays what is in hand back to where it was picked up. Comes before a change of layer and before what
+    /// saves the lines. Nothing is saved.
+    void loslassen();
 
     /// Whether a line is picked up, or still red of that.
     bool haelt() const;
@@ -100,32 +107,38 @@ public:
 
 private:
     struct Fang {
-        Greifindizes gehalten; ///< when the button went down
         bool getroffen = false;
         bool veraendert = false;
+    };
+    /// A line that was picked up and not put down yet.
+    struct Griff {
+        std::size_t richtung;
+        int slot;
+        std::int32_t alt; ///< where it was picked up
     };
 
     std::int32_t& J(int slot, std::size_t richtung) {
         return stand_.ebene()[static_cast<std::size_t>(slot)][richtung];
     }
 
-    void fangen(double x, double y, Fang& fang);
+    Fang fangen(double x, double y);
     void linieFangen(std::size_t richtung, int slot, double ort, Fang& fang);
+    void verfehlteZuruecklegen(double x, double y);
+    void zuruecklegen(const Griff& griff);
     void aufnehmen(std::size_t richtung, int slot);
-    void absetzen(std::size_t richtung, int slot, const Fang& fang);
-    std::int32_t greifort(std::size_t richtung) const;
-    void zuruecklegen(std::size_t richtung, int slot);
-    void loslassen(const Greifindizes& gehalten);
+    void absetzen(std::size_t richtung, int slot);
     void tafelnNachFang(const Fang& fang);
     void ziehen(std::size_t greifplatz, double ort);
     void hinzufuegen(std::size_t richtung, int slot);
     void entfernen(std::size_t richtung, int slot);
     void aendern(std::size_t richtung, int slot, std::int32_t neu);
+    void verlegen(std::size_t richtung, int slot, std::int32_t alt);
 
     Justierstand& stand_;
     Justierflaeche& flaeche_;
     Greifindizes Greifindex_{};
     Stickposition Greifposition_;
+    std::vector<Griff> griffe_;
     bool RandX_ = false;
     bool RandY_ = false;
 };

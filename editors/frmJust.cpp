@@ -275,6 +275,7 @@ void frmJust::freigelegt() {
 // --- the panels' controls ---
 
 void frmJust::Uschalt(int ebene) {
+    zug_.loslassen(); // a line put down on another one leaves that in hand and the panels open
     Check2_->setChecked((StickSperre() >> ebene & 1) != 0);
     if (art_.ebeneVerbirgtRechteckB)
         ebene_->RechteckB().hide();
@@ -306,6 +307,7 @@ void frmJust::Command1Klick(int index) {
         laufsteuerung_.entladen();
         close();
     } else if (index == TEST) {
+        zug_.loslassen();
         StickLinienSpeichern();
         laufsteuerung_.laden();
     }

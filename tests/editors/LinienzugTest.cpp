@@ -255,15 +255,37 @@ TEST_F(LinienzugTest, GegenueberliegendeLinienSchliessenSichAus) {
     EXPECT_EQ(zug.Greifposition(), (Stickposition{32100, 32100}));
 }
 
-TEST_F(LinienzugTest, EineVerfehlteRoteLinieWirdSchwarzUndNichtGespeichert) {
+TEST_F(LinienzugTest, EineVerfehlteRoteLinieWirdSchwarzUndLiegtWiederAmAltenOrt) {
     links(20000, FREI);
     zug.bewegt(18000, FREI);
     links(FREI, FREI);
     EXPECT_EQ(flaeche.abholen(), (Taten{"Bereich 33000,33000"}));
-    EXPECT_EQ(bild(LINKS, 1), Bild(18000, false));
-    EXPECT_EQ(flaeche.gespeichert[0][1][LINKS], 20000);
+    EXPECT_EQ(bild(LINKS, 1), Bild(20000, false));
     zug.bewegt(10000, FREI);
-    EXPECT_EQ(J(1, LINKS), 18000) << "it no longer follows";
+    EXPECT_EQ(J(1, LINKS), 20000) << "it no longer follows";
+    flaeche.feldGewaehlt = false;
+    zug.pfeilGedrueckt(Maustaste::Links, RECHTS);
+    EXPECT_EQ(flaeche.gespeichert[0][1][LINKS], 20000) << "where its actions are";
+}
+
+TEST_F(LinienzugTest, EinKlickAmAltenOrtNimmtDieVerfehlteLinieWiederAuf) {
+    links(20000, FREI);
+    zug.bewegt(18000, FREI);
+    links(20000, FREI);
+    EXPECT_EQ(flaeche.abholen(), Taten{});
+    EXPECT_EQ(bild(LINKS, 1), Bild(20000, true));
+    EXPECT_EQ(zug.Greifindex(), (Greif{1, 0, 0, 0}));
+}
+
+TEST_F(LinienzugTest, NachEinerAnderenTasteLiegtDieRoteLinieBisZumNaechstenKlick) {
+    links(20000, FREI);
+    zug.bewegt(18000, FREI);
+    zug.gedrueckt(Maustaste::Andere, 18000, FREI);
+    zug.bewegt(15000, FREI);
+    EXPECT_EQ(bild(LINKS, 1), Bild(18000, true));
+    links(18000, FREI);
+    EXPECT_EQ(flaeche.abholen(),
+              (Taten{"Linien speichern", "verschieben Links 20000 nach 18000", "Zeichnen"}));
 }
 
 TEST_F(LinienzugTest, WerEineKreuzungAnEinerLinieVerfehltSetztNurDieAndereAb) {
@@ -272,7 +294,8 @@ TEST_F(LinienzugTest, WerEineKreuzungAnEinerLinieVerfehltSetztNurDieAndereAb) {
     links(18000, 30000); // y is far off
     EXPECT_EQ(flaeche.abholen(),
               (Taten{"Linien speichern", "verschieben Links 20000 nach 18000", "Zeichnen"}));
-    EXPECT_EQ(bild(OBEN, 1), Bild(23000, false));
+    EXPECT_EQ(bild(OBEN, 1), Bild(21000, false));
+    EXPECT_EQ(flaeche.gespeichert[0][1][OBEN], 21000);
     EXPECT_EQ(zug.Greifindex(), Greif{});
 }
 
@@ -567,7 +590,58 @@ TEST_F(LinienzugTest, BeiNeunzehnLinienWandertDieLetzte) {
     zug.pfeilGedrueckt(Maustaste::Links, LINKS);
     EXPECT_EQ(J(19, LINKS), 12000);
     EXPECT_EQ(J(20, LINKS), 0);
-    EXPECT_EQ(flaeche.abholen(), (Taten{"Linien speichern", "Zeichnen", "Linien speichern", "Zeichnen"}));
+    EXPECT_EQ(flaeche.abholen(), (Taten{"Linien speichern", "Zeichnen", "Linien speichern",
+                                        "verschieben Links 7000 nach 12000", "Zeichnen"}));
+}
+
+TEST_F(LinienzugTest, FolgenIhrDieAktionenNichtWandertDieNeunzehnteNicht) {
+    linien(OBEN, reihe(30000, -1000, 18));
+    J(19, OBEN) = 7000;
+    flaeche.verschiebenScheitert = 1;
+    EXPECT_EQ(fehlernummer([&] { zug.pfeilGedrueckt(Maustaste::Links, OBEN); }), 3218);
+    EXPECT_EQ(bild(OBEN, 19), Bild(7000, false));
+    EXPECT_EQ(flaeche.gespeichert[0][19][OBEN], 7000);
+}
+
+TEST_F(LinienzugTest, EinPfeilLegtZuerstZurueckWasInDerHandIst) {
+    linien(LINKS, {20000, 15000});
+    for (const auto taste : {Maustaste::Links, Maustaste::Rechts}) {
+        links(15000, FREI);
+        zug.bewegt(5000, FREI);
+        zug.pfeilGedrueckt(taste, LINKS);
+        EXPECT_EQ(bild(LINKS, 2), Bild(15000, false));
+        EXPECT_EQ(flaeche.gespeichert[0][2][LINKS], 15000);
+        EXPECT_FALSE(flaeche.tafelnGesperrt);
+        zug.bewegt(3000, FREI);
+        EXPECT_EQ(J(2, LINKS), 15000) << "it no longer follows";
+    }
+    EXPECT_EQ(flaeche.abholen(), (Taten{"Linien speichern", "Zeichnen", "Aktionen loeschen Links 14000",
+                                        "Linien speichern", "Zeichnen"}));
+}
+
+TEST_F(LinienzugTest, WerDieLinieInDerHandEntferntFragtNachIhremAltenOrt) {
+    linien(RECHTS, {45000, 46000, 47000});
+    links(47000, FREI);
+    zug.bewegt(60000, FREI);
+    for (int i = 0; i < 2; ++i)
+        zug.pfeilGedrueckt(Maustaste::Rechts, RECHTS);
+    EXPECT_EQ(flaeche.abholen(), (Taten{"Aktionen loeschen Rechts 47000", "Linien speichern", "Zeichnen",
+                                        "Aktionen loeschen Rechts 46000", "Linien speichern", "Zeichnen"}));
+    zug.bewegt(50000, FREI);
+    EXPECT_EQ(J(3, RECHTS), 0) << "a line that is gone follows no mouse";
+}
+
+TEST_F(LinienzugTest, AnDerGrenzeLosgelassenIstDieEbeneWiederFrei) {
+    links(20000, 21000);
+    zug.bewegt(0, 0);
+    EXPECT_TRUE(zug.RandX() && zug.RandY());
+    zug.loslassen();
+    EXPECT_FALSE(zug.RandX() || zug.RandY() || zug.haelt() || flaeche.tafelnGesperrt);
+    EXPECT_EQ(bild(LINKS, 1), Bild(20000, false));
+    EXPECT_EQ(bild(OBEN, 1), Bild(21000, false));
+    EXPECT_EQ(flaeche.abholen(), Taten{});
+    links(20000, FREI);
+    EXPECT_EQ(zug.Greifindex(), (Greif{1, 0, 0, 0}));
 }
 
 TEST_F(LinienzugTest, EntfernenNimmtDieAeussersteLinie) {

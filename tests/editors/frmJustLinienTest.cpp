@@ -73,6 +73,39 @@ TEST_P(FrmJustLinien, AufEinerAnderenEbeneBewegtSichNurDeren) {
     EXPECT_EQ(aktionen(), (Zeilen{{"0", "20100", "0", "0", "0", "4"}, {"1", "15000", "0", "0", "0", "4"}}));
 }
 
+// A line put down on another one picks that up and leaves the panels open.
+TEST_P(FrmJustLinien, WasInDerHandIstGehtNichtMitAufDieAndereEbene) {
+    aktion(0, "0,0,21000,0", "4");
+    editorOeffnen();
+    klick(20000, 33000);
+    ziehen(15000, 33000);
+    ziehen(15000, 21000);
+    klick(15000, 21000);
+    ziehen(15000, 8000);
+    EXPECT_TRUE(stehtY("LOben(0)", 8000)) << "it is in hand";
+    feld<QRadioButton>("Uschalt(1)").click();
+    EXPECT_TRUE(stehtY("LOben(0)", 21100));
+    ziehen(15000, 9000);
+    klick(15000, 60000);
+    feld<QPushButton>("Command1(1)").click();
+    EXPECT_TRUE(stehtY("LOben(0)", 21100));
+    EXPECT_EQ(linie("Links || ',' || Oben || ',' || Oben2", 1), "15000,21000,21100");
+    EXPECT_EQ(aktionen(), (Zeilen{{"0", "0", "0", "21000", "0", "4"}}));
+}
+
+TEST_P(FrmJustLinien, DerTestSpeichertKeineLinieAusDerHand) {
+    editorOeffnen();
+    klick(20000, 33000);
+    ziehen(15000, 33000);
+    ziehen(15000, 21000);
+    klick(15000, 21000);
+    ziehen(15000, 8000);
+    feld<QPushButton>("Command1(1)").click();
+    EXPECT_NE(laufFenster(), nullptr);
+    EXPECT_TRUE(stehtY("LOben(0)", 21000));
+    EXPECT_EQ(linie("Links || ',' || Oben", 1), "15000,21000");
+}
+
 TEST_P(FrmJustLinien, DieMausUeberEinemPfeilBewegtDieLinieWeiter) {
     editorOeffnen();
     klick(20000, 33000);
