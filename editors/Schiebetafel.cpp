@@ -120,15 +120,16 @@ void Schiebetafel::paintEvent(QPaintEvent*) {
     maler.drawRoundedRect(rand, RUNDUNG, RUNDUNG);
 
     const QRect streifen(0, 0, width(), streifenpixel());
-    const auto gruppe = isEnabled() ? QPalette::Active : QPalette::Disabled;
     maler.setPen(Qt::NoPen);
-    maler.setBrush(palette().color(gruppe, isEnabled() ? QPalette::Highlight : QPalette::Mid));
+    maler.setBrush(palette().color(QPalette::Active, isEnabled() ? QPalette::Highlight : QPalette::Mid));
     maler.drawRoundedRect(QRectF(streifen).adjusted(0.5, 0.5, -0.5, -0.5), RUNDUNG, RUNDUNG);
     auto schrift = font();
     schrift.setPixelSize(std::max(9, streifen.height() * 3 / 4));
     schrift.setBold(true);
     maler.setFont(schrift);
-    maler.setPen(palette().color(gruppe, QPalette::HighlightedText));
+    // A locked panel is told by its grey; its title is to be read all the same.
+    maler.setPen(
+        palette().color(QPalette::Active, isEnabled() ? QPalette::HighlightedText : QPalette::WindowText));
     maler.drawText(streifen, Qt::AlignCenter, titel_);
 }
 

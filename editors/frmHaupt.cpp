@@ -332,7 +332,8 @@ void frmHaupt::loeschen() {
          [this](std::string_view text) { meldung(this, qt(text), ""); }});
     achsen_.GamepadLoeschen(); // also after a Nein
     schemataLesen();
-    if (std::ranges::find(schemata_.SchemaNamen, name) == schemata_.SchemaNamen.end())
+    const auto& namen = schemata_.SchemaNamen;
+    if (std::find(namen.begin(), namen.end() - 1, name) == namen.end() - 1) // the spare entry is no name
         emit schemaGeloescht(name);
     setzeText(*Combo1_->lineEdit(), schemata_.SchemaNamen.front());
     setzeText(*Text1_, schemata_.SchemaPfade.front());
