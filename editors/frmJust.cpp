@@ -98,10 +98,12 @@ void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
         [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
         ebene_);
 
-    // An open panel has room for what lies on it, also with large letters, and each has a half of the plane.
+    // An open panel has room for what lies on it, also with large letters, and each that slides has a half of
+    // the plane.
     const int hoehe = std::max(umschalten_->noetigeEbenenhoehe(), schaltflaeche_->noetigeEbenenhoehe());
     const int breite = 2 * std::max(umschalten_->noetigeBreite(), schaltflaeche_->noetigeBreite());
-    setMinimumSize(KLEINSTE.expandedTo({std::min(breite, screen()->availableSize().width()), hoehe}));
+    setMinimumSize(KLEINSTE.expandedTo({std::min(breite, screen()->availableSize().width()), hoehe})
+                       .expandedTo(fraAktion_->sizeHint()));
     resize(GROESSE.boundedTo(screen()->availableSize()).expandedTo(minimumSize()));
 }
 

@@ -369,6 +369,25 @@ TEST_P(FrmJustLinien, DieTafelStehtNebenDemKlickUndAufDerEbene) {
     EXPECT_TRUE(ebene().rect().contains(tafel.geometry())) << "a window that shrinks takes it along";
 }
 
+TEST_P(FrmJustLinien, DieTafelHatAuchMitGrossenBuchstabenAufDemKleinstenFensterPlatz) {
+    for (const int punkt : {9, 16, 24}) {
+        const Schriftgrad grad(punkt);
+        editorOeffnen();
+        form().resize(form().minimumSize());
+        ereignisse();
+        klick(33000, 33000);
+        for (const auto& [x, y] : {std::pair{33000.0, 33000.0}, {60000.0, 60000.0}, {5000.0, 5000.0}}) {
+            klick(x, y, Qt::RightButton);
+            const auto& tafel = feld<QWidget>("fraAktion");
+            EXPECT_TRUE(ebene().rect().contains(tafel.geometry()))
+                << punkt << " points: " << tafel.width() << " by " << tafel.height() << " on "
+                << ebene().width() << " by " << ebene().height();
+        }
+        form().close();
+        ereignisse();
+    }
+}
+
 TEST_P(FrmJustLinien, LaesstSichDieAktionNichtLesenBleibtDieTafelZu) {
     editorOeffnen();
     klick(33000, 33000);
