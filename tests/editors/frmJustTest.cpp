@@ -774,6 +774,27 @@ TEST_P(FrmJust, EinFehlerBeimFreilegenWirdEinmalGesagt) {
     EXPECT_EQ(boxen.gesehen().size(), 2U);
 }
 
+TEST_P(FrmJust, FreigelegtHinterEinerBoxLiestErNichtNocheinmal) {
+    schema();
+    linien();
+    editorOeffnen();
+    datenbank_.sql("DELETE FROM " + stick() + ";");
+    int boxen = 0;
+    QTimer takt;
+    QObject::connect(&takt, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        if (++boxen == 1)
+            freilegen();
+        box->accept();
+    });
+    takt.start(0);
+    freilegen();
+    EXPECT_EQ(boxen, 1);
+    EXPECT_EQ(datenbank_.zeilen("SELECT count(*) FROM " + stick() + ";")[0][0], "20");
+}
+
 // --- both at once ---
 
 TEST_F(Formtest, BeideEditorenArbeitenJederAufSeinemStick) {
