@@ -89,6 +89,20 @@ TEST_P(FrmJustEbene, NeueSymboleWerdenGleichGemalt) {
     EXPECT_TRUE(rot(farbe(mitte)));
 }
 
+TEST_P(FrmJustEbene, AuchEinKlickAufEineLinieZeigtDieNeueAktion) {
+    editorOeffnen();
+    klick(33000, 33000);
+    klick(33000, 33000, Qt::RightButton);
+    feld<QRadioButton>("Option1(4)").click();
+    feld<QWidget>(GetParam().umschalten).setEnabled(true);
+    feld<QRadioButton>("Uschalt(1)").click(); // the left editor has no field chosen from here on
+    klick(20100, 60000);
+    EXPECT_FALSE(zuSehen("fraAktion"));
+    EXPECT_EQ(aktionen(), (Tabellenbild{{"1", "0", "0", "0", "0", "4"}}));
+    const auto kreuzung = farbe(stelle(20100 + 25000 * 0.25, 21100 + 25000 * 0.25));
+    EXPECT_TRUE(rot(kreuzung)) << "a line of the cross";
+}
+
 TEST_P(FrmJustEbene, AlleNeunzehnLinienStehenBeimOeffnenDa) {
     for (int zeile = 2; zeile <= 19; ++zeile)
         datenbank_.sql("UPDATE " + stick() + " SET Links3 = 20200 - 1000 * (\"index\" - 1), " +
