@@ -2,9 +2,11 @@
 
 #include "editors/Stickebene.h"
 
+#include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRgb>
 
 #include <algorithm>
 #include <array>
@@ -83,18 +85,31 @@ QRect Ebenenlinie::pixel(const QRectF& platz) const {
     return {rechteck.x(), rechteck.y() - halb, rechteck.width() + 1, LINIENBREITE};
 }
 
+// Painted by hand and laid down as one image: the toolkit hands translucent fills that are this high to other
+// threads, strip by strip, and waiting for those takes longer than all painting, most of all beside a game.
 void Ebenenlinie::paintEvent(QPaintEvent* ereignis) {
     const bool rot = farbe_ == GREIFFARBE;
-    const QColor kern = QColor::fromRgb(rot ? LINIENROT : LINIENSCHWARZ);
-    auto innen = kern;
-    innen.setAlpha(rot ? 255 : SAUM);
-    const QColor aussen = QColor::fromRgba(LICHTHOF);
-    const std::array<QColor, LINIENBREITE> streifen{aussen, innen, kern, innen, aussen};
-    QPainter maler(this);
-    maler.setClipRect(ereignis->rect());
-    for (int i = 0; i < LINIENBREITE; ++i)
-        maler.fillRect(senkrecht_ ? QRect(i, 0, 1, height()) : QRect(0, i, width(), 1),
-                       streifen[static_cast<std::size_t>(i)]);
+    const auto aussen = qPremultiply(LICHTHOF);
+    const auto kern = rot ? LINIENROT : LINIENSCHWARZ;
+    const auto innen = rot ? kern : qPremultiply(qRgba(0, 0, 0, SAUM));
+    const std::array<QRgb, LINIENBREITE> streifen{aussen, innen, kern, innen, aussen};
+
+    const auto teil = ereignis->rect() & rect();
+    const double dichte = devicePixelRatioF();
+    QImage bild((QSizeF(teil.size()) * dichte).toSize(), QImage::Format_ARGB32_Premultiplied);
+    const auto farbeBei = [&](int pixel, int anfang) {
+        const auto stelle = static_cast<std::size_t>(anfang + static_cast<int>(pixel / dichte));
+        return streifen[std::min(stelle, streifen.size() - 1)];
+    };
+    for (int y = 0; y < bild.height(); ++y) {
+        auto* zeile = reinterpret_cast<QRgb*>(bild.scanLine(y));
+        if (senkrecht_)
+            for (int x = 0; x < bild.width(); ++x)
+                zeile[x] = farbeBei(x, teil.x());
+        else
+            std::fill_n(zeile, bild.width(), farbeBei(y, teil.y()));
+    }
+    QPainter(this).drawImage(QRectF(teil), bild, QRectF(bild.rect()));
 }
 
 // --- Ebenenpfeil ---
