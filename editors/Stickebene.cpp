@@ -127,6 +127,7 @@ void Stickebene::linieLegen(std::size_t richtung, int index, int wert) {
 
 void Stickebene::bildSetzen(const QImage& bild) {
     bild_ = bild;
+    gestreckt_ = {};
     hintergrund_ = {};
     update();
 }
@@ -144,8 +145,10 @@ void Stickebene::hintergrundMalen() {
     {
         QPainter maler(&gemalt);
         if (!bild_.isNull()) {
+            if (gestreckt_.size() != pixel)
+                gestreckt_ = bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
             maler.fillRect(gemalt.rect(), Qt::black);
-            maler.drawImage(0, 0, bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+            maler.drawImage(0, 0, gestreckt_);
         }
         maler.drawImage(gemalt.rect(), symbole_.bild(size(), dichte));
     }

@@ -76,6 +76,7 @@ private:
     Livepunkt* Punkt_ = nullptr;
     std::vector<Ebenenteil*> teile_;
     QImage bild_;
+    QImage gestreckt_; ///< the picture at the plane's size: stretching costs more than all symbols
     Zonenbild symbole_;
     QPixmap hintergrund_; ///< picture and symbols at the plane's size; null when they are to be drawn anew
 };
