@@ -390,8 +390,13 @@ void frmJust::fraAktionOeffnen(double x, double y) {
 }
 
 void frmJust::AktionSpeichern() {
-    StickAktionSpeichern(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel(),
-                         fraAktion_->aktionstext());
+    try {
+        StickAktionSpeichern(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel(),
+                             fraAktion_->aktionstext());
+    } catch (const LaufzeitFehler&) {
+        fraAktion_->show(); // with all that is set on it, which is nowhere else yet
+        throw;
+    }
     Zeichnen();
 }
 

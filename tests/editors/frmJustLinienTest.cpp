@@ -398,10 +398,11 @@ TEST_P(FrmJustLinien, LaesstSichDieAktionNichtLesenBleibtDieTafelZu) {
     EXPECT_FALSE(zuSehen("fraAktion"));
 }
 
-TEST_P(FrmJustLinien, LaesstSichDieAktionNichtSpeichernSagtEsEineBox) {
+TEST_P(FrmJustLinien, LaesstSichDieAktionNichtSpeichernBleibtDieTafelMitIhrStehen) {
     editorOeffnen();
     klick(33000, 33000);
     klick(33000, 33000, Qt::RightButton);
+    feld<QRadioButton>("Option1(4)").click();
     Boxleser boxen;
     {
         RoheVerbindung andere(datenbank_.pfad());
@@ -411,8 +412,11 @@ TEST_P(FrmJustLinien, LaesstSichDieAktionNichtSpeichernSagtEsEineBox) {
     EXPECT_EQ(boxen.gesehen().size(), 1U);
     EXPECT_EQ(aktionen(), Zeilen{});
     EXPECT_TRUE(zuSehen("RechteckB")) << "the handler ended there";
-    klick(33000, 33000, Qt::RightButton);
-    EXPECT_TRUE(zuSehen("fraAktion"));
+    ASSERT_TRUE(zuSehen("fraAktion"));
+    EXPECT_TRUE(feld<QRadioButton>("Option1(4)").isChecked());
+    klick(33000, 33000);
+    EXPECT_EQ(aktionen(), (Zeilen{{"0", "0", "0", "0", "0", "4"}}));
+    EXPECT_FALSE(zuSehen("fraAktion"));
 }
 
 TEST_P(FrmJustLinien, SymboleErscheinenMitDerAktion) {
