@@ -3,6 +3,7 @@
 #include "editors/Formhilfen.h"
 #include "store/Bilddatei.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QImageReader>
 #include <QtEndian>
@@ -63,4 +64,13 @@ QImage BildLaden(const std::string& ordner, std::string_view name) {
             return bild;
     }
     return {};
+}
+
+bool BildSpeichern(const std::string& ordner, std::string_view name, const QImage& bild) {
+    QByteArray inhalt;
+    inhalt.reserve(bild.width() * qsizetype{3} * bild.height() + bild.height() * qsizetype{3} + 100);
+    QBuffer strom(&inhalt);
+    strom.open(QIODevice::WriteOnly);
+    return bild.convertToFormat(QImage::Format_RGB32).save(&strom, "BMP") &&
+           bilddateiSchreiben(ordner, name, {inhalt.data(), static_cast<std::size_t>(inhalt.size())});
 }

@@ -1,4 +1,4 @@
-// The picture behind the plane of a stick editor.
+// The pictures behind the planes of the stick editors, and how they come to and from their files.
 #pragma once
 
 #include <QImage>
@@ -13,3 +13,7 @@ inline constexpr std::string_view ERSATZBILD = "Joy2.bmp";
 /// be shown. Whatever the file holds counts, not what it calls itself; one that is broken or larger than any
 /// screen is none. A name with a separator never leaves the folder.
 QImage BildLaden(const std::string& ordner, std::string_view name);
+
+/// Saves a picture as the file `name` of the folder `ordner`, as a bitmap of 24 bits a pixel, whole or not at
+/// all; replaces one whose name differs by case only. False when it can't be, also for a null picture.
+bool BildSpeichern(const std::string& ordner, std::string_view name, const QImage& bild);

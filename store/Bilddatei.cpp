@@ -1,5 +1,10 @@
 #include "store/Bilddatei.h"
 
+#include "store/Dateiersatz.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fcntl.h>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -23,11 +28,19 @@ std::string gefaltet(std::string_view name) {
     return ergebnis;
 }
 
+bool hatTrenner(std::string_view name) {
+    return name.find_first_of("/\\") != std::string_view::npos;
+}
+
+bool umbenennen(const fs::path& von, const fs::path& nach, unsigned art) {
+    return renameat2(AT_FDCWD, von.c_str(), AT_FDCWD, nach.c_str(), art) == 0;
+}
+
 } // namespace
 
 std::vector<fs::path> bilddateien(const fs::path& ordner, std::string_view name) {
     std::vector<fs::path> gefunden;
-    if (name.find_first_of("/\\") != std::string_view::npos)
+    if (hatTrenner(name))
         return gefunden;
     const std::string gesucht = gefaltet(name);
     std::error_code grund;
@@ -38,4 +51,25 @@ std::vector<fs::path> bilddateien(const fs::path& ordner, std::string_view name)
             gefunden.push_back(stelle->path());
     }
     return gefunden;
+}
+
+bool bilddateiSchreiben(const fs::path& ordner, std::string_view name, std::string_view inhalt) {
+    if (hatTrenner(name))
+        return false;
+    auto ziele = bilddateien(ordner, name);
+    if (ziele.empty())
+        ziele.push_back(ordner / name);
+    return std::ranges::all_of(ziele, [&](const auto& ziel) { return dateiErsetzen(ziel, inhalt); });
+}
+
+bool bilddateienTauschen(const fs::path& ordner, std::string_view name, std::string_view anderer) {
+    if (hatTrenner(name) || hatTrenner(anderer))
+        return false;
+    const auto eine = bilddateien(ordner, name);
+    const auto andere = bilddateien(ordner, anderer);
+    if (!eine.empty() && !andere.empty())
+        return umbenennen(eine.front(), andere.front(), RENAME_EXCHANGE);
+    if (!eine.empty())
+        return umbenennen(eine.front(), ordner / anderer, RENAME_NOREPLACE);
+    return !andere.empty() && umbenennen(andere.front(), ordner / name, RENAME_NOREPLACE);
 }

@@ -10,3 +10,13 @@
 /// unless another system has put more there. None for a name that contains a separator, "/" or "\": a name
 /// never leaves the folder. A folder that can't be read has none. Throws nothing but std::bad_alloc.
 std::vector<std::filesystem::path> bilddateien(const std::filesystem::path& ordner, std::string_view name);
+
+/// Writes a picture's file as a whole or not at all, under the name that lies there or else under this one;
+/// where another system has put more than one they all become this picture. False when it can't be written:
+/// no such folder, no right, no room, a name with a separator.
+bool bilddateiSchreiben(const std::filesystem::path& ordner, std::string_view name, std::string_view inhalt);
+
+/// Lets the files of two names change places in one step, so that no crash loses one of them; one that lies
+/// there alone takes the other name. False when nothing was changed.
+bool bilddateienTauschen(const std::filesystem::path& ordner, std::string_view name,
+                         std::string_view anderer);

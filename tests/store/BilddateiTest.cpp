@@ -53,3 +53,51 @@ TEST(Bilddateien, OrdnerSindKeineBilderUndEinFehlenderOrdnerHatKeine) {
     dateiSchreiben(ordner.pfad() / "datei", "");
     EXPECT_THAT(bilddateien(ordner.pfad() / "datei", "S0L.bmp"), IsEmpty());
 }
+
+TEST(Bilddateien, GeschriebenWirdUnterDemNamenDerDaLiegt) {
+    const Testordner ordner;
+    EXPECT_TRUE(bilddateiSchreiben(ordner.pfad(), "S0L.BMP", "eins"));
+    EXPECT_EQ(dateiLesen(ordner.pfad() / "S0L.BMP"), "eins");
+    fs::rename(ordner.pfad() / "S0L.BMP", ordner.pfad() / "s0l.bmp");
+    EXPECT_TRUE(bilddateiSchreiben(ordner.pfad(), "S0L.BMP", "zwei"));
+    EXPECT_EQ(dateiLesen(ordner.pfad() / "s0l.bmp"), "zwei");
+    EXPECT_THAT(namenIn(ordner.pfad()), ElementsAre("s0l.bmp"));
+}
+
+TEST(Bilddateien, AlleGleichenNamensWerdenDasselbeBild) {
+    const Testordner ordner;
+    for (const char* name : {"S0L.BMP", "s0l.bmp"})
+        dateiSchreiben(ordner.pfad() / name, "alt");
+    EXPECT_TRUE(bilddateiSchreiben(ordner.pfad(), "S0L.bmp", "neu"));
+    for (const char* name : {"S0L.BMP", "s0l.bmp"})
+        EXPECT_EQ(dateiLesen(ordner.pfad() / name), "neu");
+}
+
+TEST(Bilddateien, WasSichNichtSchreibenLaesstBleibt) {
+    const Testordner ordner;
+    fs::create_directory(ordner.pfad() / "Bilder");
+    dateiSchreiben(ordner.pfad() / "S0L.BMP", "alt");
+    EXPECT_FALSE(bilddateiSchreiben(ordner.pfad() / "Bilder", "../S0L.BMP", "neu"));
+    EXPECT_FALSE(bilddateiSchreiben(ordner.pfad() / "Bilder", "..\\S0L.BMP", "neu"));
+    EXPECT_FALSE(bilddateiSchreiben(ordner.pfad() / "fehlt", "S0L.BMP", "neu"));
+    fs::permissions(ordner.pfad() / "S0L.BMP", fs::perms{0444});
+    EXPECT_FALSE(bilddateiSchreiben(ordner.pfad(), "s0l.bmp", "neu"));
+    EXPECT_EQ(dateiLesen(ordner.pfad() / "S0L.BMP"), "alt");
+    EXPECT_THAT(namenIn(ordner.pfad() / "Bilder"), IsEmpty());
+}
+
+TEST(Bilddateien, ZweiTauschenDenPlatzUndEineAlleinNimmtDenAnderen) {
+    const Testordner ordner;
+    dateiSchreiben(ordner.pfad() / "s0l.bmp", "eins");
+    dateiSchreiben(ordner.pfad() / "S1R.BMP", "zwei");
+    EXPECT_TRUE(bilddateienTauschen(ordner.pfad(), "S0L.BMP", "S1R.BMP"));
+    EXPECT_EQ(dateiLesen(ordner.pfad() / "s0l.bmp"), "zwei");
+    EXPECT_EQ(dateiLesen(ordner.pfad() / "S1R.BMP"), "eins");
+    EXPECT_TRUE(bilddateienTauschen(ordner.pfad(), "S1R.BMP", "S2L.BMP"));
+    EXPECT_EQ(dateiLesen(ordner.pfad() / "S2L.BMP"), "eins");
+    EXPECT_TRUE(bilddateienTauschen(ordner.pfad(), "S1R.BMP", "S2L.BMP"));
+    EXPECT_EQ(dateiLesen(ordner.pfad() / "S1R.BMP"), "eins");
+    EXPECT_FALSE(bilddateienTauschen(ordner.pfad(), "S2L.BMP", "S2R.BMP")) << "neither is there";
+    EXPECT_FALSE(bilddateienTauschen(ordner.pfad(), "S1R.BMP", "../S2R.BMP"));
+    EXPECT_EQ(namenIn(ordner.pfad()).size(), 2U);
+}
