@@ -1,0 +1,341 @@
+// Pictures of the screen: the contract on the fake, on an X server and through a portal on a bus of our own,
+// then how each of the real ones fails.
+#include "platform/linux/Portalaufnahme.h"
+#include "platform/linux/Qtaufnahme.h"
+#include "platform/linux/Schirmwahl.h"
+#include "platform/probe/ProbeSchirm.h"
+#include "tests/hilfen/Dateien.h"
+#include "tests/hilfen/Testdatenbank.h"
+#include "tests/hilfen/XServer.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVirtualObject>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QRasterWindow>
+#include <QStandardPaths>
+#include <QTest>
+#include <QUrl>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+constexpr int GEDULD_MS = 20000;
+constexpr int BREITE = 640;
+constexpr int HOEHE = 480;
+constexpr std::uint32_t SAAT = 4711;
+
+/// Every pixel is one of its own.
+QImage rauschen() {
+    QImage bild(BREITE, HOEHE, QImage::Format_RGB32);
+    QRandomGenerator zufall(SAAT);
+    for (int y = 0; y < HOEHE; ++y)
+        for (int x = 0; x < BREITE; ++x)
+            bild.setPixel(x, y, 0xff000000U | zufall.generate());
+    return bild;
+}
+
+QImage alsQImage(const Schirmbild& bild) {
+    return bild.leer()
+               ? QImage()
+               : QImage(bild.pixel.get(), bild.breite, bild.hoehe, bild.zeile, QImage::Format_RGB32).copy();
+}
+
+/// Fills the screen with a picture.
+class Vollbild final : public QRasterWindow {
+public:
+    explicit Vollbild(QImage bild) : bild_(std::move(bild)) {
+        setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint);
+        setGeometry(0, 0, bild_.width(), bild_.height());
+        show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(this, GEDULD_MS));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return gemalt_; }, GEDULD_MS));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter(this).drawImage(0, 0, bild_);
+        gemalt_ = true;
+    }
+
+private:
+    QImage bild_;
+    bool gemalt_ = false;
+};
+
+/// A message bus on which there is nothing but what a test puts there.
+class Bus {
+public:
+    Bus() {
+        const auto einstellung = ordner_.pfad() / "bus.conf";
+        dateiSchreiben(einstellung,
+                       "<busconfig><type>session</type><listen>unix:dir=" + ordner_.pfad().string() +
+                           "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                           "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
+        daemon_.start("dbus-daemon", {"--nofork", "--print-address",
+                                      "--config-file=" + QString::fromStdString(einstellung.string())});
+        while (!daemon_.canReadLine() && daemon_.waitForReadyRead(GEDULD_MS))
+            ;
+        adresse_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+    }
+    ~Bus() {
+        for (const auto& name : namen_)
+            QDBusConnection::disconnectFromBus(name);
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+    Bus(const Bus&) = delete;
+    Bus& operator=(const Bus&) = delete;
+
+    QDBusConnection verbindung() {
+        namen_ << QString("test%1").arg(++zaehler_);
+        auto verbindung = QDBusConnection::connectToBus(adresse_, namen_.back());
+        EXPECT_TRUE(verbindung.isConnected()) << verbindung.lastError().message().toStdString();
+        return verbindung;
+    }
+
+private:
+    inline static int zaehler_ = 0;
+    const Testordner ordner_;
+    QProcess daemon_;
+    QString adresse_;
+    QStringList namen_;
+};
+
+enum class Antwort { Bild, Absage, Fehler, Keine };
+
+/// The portal as its documentation tells it.
+class ProbePortal final : public QDBusVirtualObject {
+public:
+    explicit ProbePortal(QDBusConnection bus) : bus_(std::move(bus)) {
+        EXPECT_TRUE(bus_.registerVirtualObject("/org/freedesktop/portal/desktop", this));
+        EXPECT_TRUE(bus_.registerService("org.freedesktop.portal.Desktop"));
+    }
+    ~ProbePortal() override { bus_.unregisterObject("/org/freedesktop/portal/desktop"); }
+
+    void gehen() { bus_.unregisterService("org.freedesktop.portal.Desktop"); }
+    void antworten() {
+        auto signal = QDBusMessage::createSignal(pfad_, "org.freedesktop.portal.Request", "Response");
+        signal << uint(antwort == Antwort::Bild ? 0 : 1)
+               << QVariantMap{{"uri", QUrl::fromLocalFile(QString::fromStdString(datei)).toString()}};
+        bus_.send(signal);
+    }
+
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& ruf, const QDBusConnection&) override {
+        if (ruf.interface() != "org.freedesktop.portal.Screenshot" || ruf.member() != "Screenshot" ||
+            ruf.signature() != "sa{sv}")
+            return false;
+        ++anfragen;
+        if (antwort == Antwort::Fehler)
+            return bus_.send(ruf.createErrorReply(QDBusError::AccessDenied, "no"));
+        QVariantMap wahl;
+        qvariant_cast<QDBusArgument>(ruf.arguments()[1]) >> wahl;
+        EXPECT_FALSE(wahl.value("interactive", true).toBool());
+        const auto marke =
+            altesPortal ? QString("alt%1").arg(anfragen) : wahl.value("handle_token").toString();
+        pfad_ =
+            "/org/freedesktop/portal/desktop/request/" + ruf.service().mid(1).replace('.', '_') + "/" + marke;
+        bus_.send(ruf.createReply(QVariant::fromValue(QDBusObjectPath(pfad_))));
+        if (antwort != Antwort::Keine && !altesPortal)
+            antworten();
+        return true;
+    }
+
+    Antwort antwort = Antwort::Bild;
+    bool altesPortal = false; ///< it names the request by itself
+    std::string datei;
+    int anfragen = 0;
+
+private:
+    QDBusConnection bus_;
+    QString pfad_;
+};
+
+struct MitProbe {
+    MitProbe() {
+        schirm.farbe = 0x123456;
+        schirm.breite = BREITE;
+        schirm.hoehe = HOEHE;
+        erwartet.fill(0x123456);
+    }
+    QImage erwartet{BREITE, HOEHE, QImage::Format_RGB32};
+    ProbeSchirm schirm;
+};
+
+struct MitX {
+    QImage erwartet = rauschen();
+    Vollbild vollbild{erwartet};
+    Qtaufnahme schirm;
+};
+
+struct MitPortal {
+    MitPortal() { legen(); }
+    void legen() {
+        portal.datei = ordner.pfad() / "Bildschirm foto.png";
+        erwartet.save(QString::fromStdString(portal.datei), "PNG");
+    }
+    const Testordner ordner; // below the folder for what is passing
+    Bus bus;
+    QImage erwartet = rauschen();
+    ProbePortal portal{bus.verbindung()};
+    Portalaufnahme schirm{bus.verbindung()};
+};
+
+/// Takes pictures and keeps what comes.
+struct Nehmer {
+    Schirmaufnahme::Empfaenger empfaenger() {
+        return [this](const Schirmbild& bild) { bilder.push_back(alsQImage(bild)); };
+    }
+    bool warten(std::size_t anzahl) const {
+        return QTest::qWaitFor([&] { return bilder.size() >= anzahl; }, GEDULD_MS);
+    }
+    std::vector<QImage> bilder;
+};
+
+template <typename Backend> class SchirmVertrag : public testing::Test {
+protected:
+    Backend backend;
+    Nehmer nehmer;
+};
+using Backends = testing::Types<MitProbe, MitX, MitPortal>;
+TYPED_TEST_SUITE(SchirmVertrag, Backends);
+
+} // namespace
+
+TYPED_TEST(SchirmVertrag, EinBildHatJedesPixelDesBildschirmsUndKommtEinmal) {
+    this->backend.schirm.aufnehmen(this->nehmer.empfaenger());
+    ASSERT_TRUE(this->nehmer.warten(1));
+    EXPECT_EQ(this->nehmer.bilder[0].size(), QSize(BREITE, HOEHE));
+    EXPECT_TRUE(this->nehmer.bilder[0] == this->backend.erwartet);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(this->nehmer.bilder.size(), 1U);
+}
+
+namespace {
+
+TEST(AmXServer, ZeigtWasJetztZuSehenIst) {
+    MitX x;
+    Nehmer nehmer;
+    x.schirm.aufnehmen(nehmer.empfaenger());
+    QImage gruen(BREITE / 2, HOEHE, QImage::Format_RGB32);
+    gruen.fill(Qt::green);
+    const Vollbild davor(gruen);
+    x.schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_EQ(nehmer.bilder.size(), 2U);
+    EXPECT_TRUE(nehmer.bilder[0] == x.erwartet);
+    EXPECT_EQ(nehmer.bilder[1].pixel(0, 0), qRgb(0, 255, 0));
+    EXPECT_EQ(nehmer.bilder[1].pixel(BREITE - 1, 0), x.erwartet.pixel(BREITE - 1, 0));
+}
+
+class AmPortal : public testing::Test, protected MitPortal {
+protected:
+    Nehmer nehmer;
+    bool dateiDa() const { return std::filesystem::exists(portal.datei); }
+};
+
+TEST_F(AmPortal, EineVergaenglicheDateiWirdEntferntUndEineEigeneBleibt) {
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(1));
+    EXPECT_FALSE(dateiDa());
+    const auto anderswo = std::filesystem::current_path() / ("bleibt" + std::to_string(getpid()) + ".png");
+    portal.datei = anderswo;
+    erwartet.save(QString::fromStdString(portal.datei), "PNG");
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(2));
+    EXPECT_TRUE(nehmer.bilder[1] == erwartet);
+    EXPECT_TRUE(dateiDa());
+    std::filesystem::remove(anderswo);
+}
+
+TEST_F(AmPortal, AbsageFehlerUndUnlesbareDateiGebenKeinBild) {
+    portal.antwort = Antwort::Absage;
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(1));
+    portal.antwort = Antwort::Fehler;
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(2));
+    portal.antwort = Antwort::Bild;
+    dateiSchreiben(portal.datei, "no picture");
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(3));
+    portal.datei = "";
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(4));
+    EXPECT_THAT(nehmer.bilder, testing::Each(testing::Property(&QImage::isNull, true)));
+    EXPECT_EQ(portal.anfragen, 4);
+}
+
+TEST_F(AmPortal, EinAeltererDerDieAnfrageSelbstBenenntWirdVerstanden) {
+    portal.altesPortal = true;
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return portal.anfragen == 1; }, GEDULD_MS));
+    // It asks its user first; when we are listening at the new path shows by the answer that comes.
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] {
+            portal.antworten();
+            return nehmer.bilder.size() == 1;
+        },
+        GEDULD_MS));
+    EXPECT_TRUE(nehmer.bilder[0] == erwartet);
+}
+
+TEST_F(AmPortal, GehtDasPortalSoKommtKeinBild) {
+    portal.antwort = Antwort::Keine;
+    schirm.aufnehmen(nehmer.empfaenger());
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return portal.anfragen == 2; }, GEDULD_MS));
+    EXPECT_TRUE(nehmer.bilder.empty());
+    portal.gehen();
+    ASSERT_TRUE(nehmer.warten(2));
+    EXPECT_TRUE(nehmer.bilder[0].isNull() && nehmer.bilder[1].isNull());
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(3)) << "nobody is there";
+    EXPECT_TRUE(nehmer.bilder[2].isNull());
+}
+
+TEST_F(AmPortal, NachDemEndeKommtNichtsMehr) {
+    auto andere = std::make_unique<Portalaufnahme>(bus.verbindung());
+    portal.antwort = Antwort::Keine;
+    andere->aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return portal.anfragen == 1; }, GEDULD_MS));
+    andere.reset();
+    portal.antwort = Antwort::Bild;
+    portal.antworten();
+    schirm.aufnehmen(nehmer.empfaenger()); // its answer comes behind the one that nobody hears
+    ASSERT_TRUE(nehmer.warten(1));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(nehmer.bilder.size(), 1U);
+}
+
+TEST(Schirmwahl, UnterXNimmtQtUndUnterWaylandOhneBusAuch) {
+    const auto istQt = [] { return dynamic_cast<Qtaufnahme*>(schirmaufnahmeWaehlen().get()) != nullptr; };
+    EXPECT_TRUE(istQt());
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    EXPECT_TRUE(istQt());
+    qunsetenv("WAYLAND_DISPLAY");
+}
+
+} // namespace
+
+int main(int anzahl, char** worte) {
+    testing::InitGoogleMock(&anzahl, worte);
+    const XServer server("640x480x24");
+    qputenv("DISPLAY", server.anzeige().c_str());
+    qunsetenv("WAYLAND_DISPLAY");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // no desktop of the machine takes part
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    const QGuiApplication anwendung(anzahl, worte);
+    return RUN_ALL_TESTS();
+}
