@@ -6,7 +6,9 @@
 #include "engine/Laufzustand.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeSchirm.h"
 #include "platform/probe/ProbeTastatur.h"
+#include "platform/probe/ProbeTon.h"
 #include "platform/probe/ProbeUhr.h"
 #include "tests/hilfen/Testdatenbank.h"
 
@@ -41,7 +43,8 @@ public:
     }
 
     void oeffnen() {
-        editoren_ = std::make_unique<Stickeditoren>(zustand_, laufsteuerung_, uhr_, tastatur_);
+        editoren_ = std::make_unique<Stickeditoren>(zustand_, laufsteuerung_, tastatur_,
+                                                    Schirmgeraete{pad_, uhr_, ton_, schirm_});
         editoren_->oeffnen(Stickseite::Links);
         for (auto* fenster : QApplication::topLevelWidgets())
             if (fenster->objectName() == "frmJust" && fenster->isVisible())
@@ -91,6 +94,8 @@ private:
     ProbeEingabe eingabe_;
     ProbeUhr uhr_;
     ProbeTastatur tastatur_;
+    ProbeTon ton_;
+    ProbeSchirm schirm_;
     Laufzustand zustand_{pad_, (datenbank_.ordner() / "Gamepad.xml").string()};
     Laufsteuerung laufsteuerung_{zustand_, pad_, eingabe_, uhr_};
     std::unique_ptr<Stickeditoren> editoren_;

@@ -6,13 +6,13 @@
 
 #include <utility>
 
-Stickeditoren::Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Zeitgeber& zeitgeber,
-                             Tastatur& tastatur)
-    : zustand_(zustand), laufsteuerung_(laufsteuerung), zeitgeber_(zeitgeber), tastatur_(tastatur) {}
+Stickeditoren::Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Tastatur& tastatur,
+                             const Schirmgeraete& geraete)
+    : zustand_(zustand), laufsteuerung_(laufsteuerung), tastatur_(tastatur), geraete_(geraete) {}
 
 Stickeditoren::~Stickeditoren() = default;
 
-void Stickeditoren::DannLoeschen::operator()(frmJust* form) const {
+template <class Fenster> void Stickeditoren::DannLoeschen::operator()(Fenster* form) const {
     // The window goes later, as its own close event may be what brought us here; its timers stop at once.
     form->disconnect();
     form->entladen();
@@ -34,6 +34,7 @@ void Stickeditoren::oeffnen(Stickseite seite) {
         offen_[seite] = std::move(neu);
     }
     auto& offene = *offen_[seite];
+    offene.setEnabled(true); // the form of the pictures may have it hidden
     offene.show();
     offene.raise();
     offene.activateWindow();
@@ -43,11 +44,15 @@ void Stickeditoren::schemaVergessen(const std::string& name) {
     for (auto& [seite, form] : offen_)
         if (form && form->geladenesSchema() == name)
             form.reset();
+    if (screenChecken_ && screenChecken_->schema() == name)
+        hintergrundSchliessen();
 }
 
 Stickeditoren::Form Stickeditoren::laden(Stickseite seite) {
-    Form form(new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, zeitgeber_, tastatur_));
+    Form form(new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, geraete_.zeitgeber, tastatur_));
     connect(form.get(), &frmJust::hauptformVerbergen, this, &Stickeditoren::hauptformVerbergen);
+    connect(form.get(), &frmJust::hintergrundGewuenscht, this,
+            [this, von = form.get()] { hintergrundOeffnen(*von); });
     connect(form.get(), &frmJust::geschlossen, this, [this, seite] { schliessen(seite); });
     try {
         form->laden();
@@ -61,4 +66,28 @@ Stickeditoren::Form Stickeditoren::laden(Stickseite seite) {
 void Stickeditoren::schliessen(Stickseite seite) {
     offen_[seite].reset();
     emit hauptformZurueck();
+}
+
+void Stickeditoren::hintergrundOeffnen(const frmJust& von) {
+    if (!screenChecken_ || screenChecken_->schema() != von.geladenesSchema()) {
+        screenChecken_.reset();
+        screenChecken_.reset(new ScreenChecken(zustand_.global.BilderPfad, von.geladenesSchema(), geraete_));
+        connect(screenChecken_.get(), &ScreenChecken::geschlossen, this,
+                &Stickeditoren::hintergrundSchliessen);
+    }
+    screenChecken_->setWindowState(screenChecken_->windowState() & ~Qt::WindowMinimized);
+    screenChecken_->show();
+    screenChecken_->raise();
+    screenChecken_->activateWindow();
+}
+
+// The editor that `OffenerEditor` names comes back. It names the one that was opened last and forgets it when
+// the left one is closed, so that it may miss the one that went out of sight: that comes back, too, as
+// nothing else would bring it.
+void Stickeditoren::hintergrundSchliessen() {
+    screenChecken_.reset();
+    for (auto& [seite, form] : offen_)
+        if (form &&
+            (!form->isEnabled() || justiereigenart(seite).OffenerEditor == zustand_.global.OffenerEditor))
+            form->hintergrundGeaendert();
 }

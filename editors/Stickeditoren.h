@@ -1,8 +1,8 @@
-// The stick editors that stand open: at most one a stick.
+// The stick editors that stand open, at most one a stick, and the form that makes their pictures.
 #pragma once
 
+#include "editors/ScreenChecken.h"
 #include "engine/Laufzustand.h"
-#include "platform/Zeitgeber.h"
 #include "store/Stickseite.h"
 
 #include <QObject>
@@ -19,14 +19,15 @@ class Stickeditoren final : public QObject {
     Q_OBJECT
 
 public:
-    Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Zeitgeber& zeitgeber,
-                  Tastatur& tastatur);
+    Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Tastatur& tastatur,
+                  const Schirmgeraete& geraete);
     ~Stickeditoren() override;
 
     /// Opens the editor of a stick for the current `Schema`; brings it to the front where it is open, loaded
     /// anew if it shows another `Schema`. When the lines can't be read one message box says why.
     void oeffnen(Stickseite seite);
-    /// Closes the editors of a `Schema` that is gone: they would lay its lines anew.
+    /// Closes the editors of a `Schema` that is gone, and the form of its pictures: they would lay its lines
+    /// and pictures anew.
     void schemaVergessen(const std::string& name);
 
 signals:
@@ -36,16 +37,19 @@ signals:
 
 private:
     struct DannLoeschen {
-        void operator()(frmJust* form) const;
+        template <class Fenster> void operator()(Fenster* form) const;
     };
     using Form = std::unique_ptr<frmJust, DannLoeschen>;
 
     Form laden(Stickseite seite);
     void schliessen(Stickseite seite);
+    void hintergrundOeffnen(const frmJust& von);
+    void hintergrundSchliessen();
 
     Laufzustand& zustand_;
     Laufsteuerung& laufsteuerung_;
-    Zeitgeber& zeitgeber_;
     Tastatur& tastatur_;
+    Schirmgeraete geraete_;
     std::map<Stickseite, Form> offen_;
+    std::unique_ptr<ScreenChecken, DannLoeschen> screenChecken_;
 };

@@ -134,7 +134,6 @@ QWidget* frmJust::befehlsinhalt() {
         Command1_[i]->setFocusPolicy(Qt::TabFocus);
         zeile->addWidget(Command1_[i]);
     }
-    Command1_[HINTERGRUND]->setEnabled(false); // its form is not part of the program yet
     zeile->addSpacing(10);
     Check2_ = benannt(new QCheckBox, "Check2");
     zeile->addWidget(Check2_);
@@ -312,7 +311,18 @@ void frmJust::Command1Klick(int index) {
         zug_.loslassen();
         StickLinienSpeichern();
         laufsteuerung_.laden();
+    } else if (index == HINTERGRUND) {
+        emit hintergrundGewuenscht();
+        hide();
+        setEnabled(false);
     }
+}
+
+void frmJust::hintergrundGeaendert() {
+    setEnabled(true);
+    show();
+    Uschalt_[1]->setChecked(true);
+    Uschalt_[0]->setChecked(true);
 }
 
 // --- live point ---

@@ -38,11 +38,16 @@ public:
     /// What closing does to the state that all share; the form's timers stop. May be called twice.
     void entladen();
 
+    /// Shows the form again after `ScreenChecken`: with the new pictures, on layer 0.
+    void hintergrundGeaendert();
+
     /// The `Schema` whose lines were read at load.
     const std::string& geladenesSchema() const { return schema_; }
 
 signals:
     void hauptformVerbergen();
+    /// "Hintergrund" was clicked: the form has gone out of sight.
+    void hintergrundGewuenscht();
     void geschlossen();
 
 protected:

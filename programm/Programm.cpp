@@ -6,7 +6,8 @@ Programm::Programm(const Plattform& plattform)
     : zustand_(plattform.joystick, plattform.gamepadXml)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
     , editoren_(zustand_.global, zustand_.achsen, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
-    , stickeditoren_(zustand_, laufsteuerung_, plattform.zeitgeber, plattform.tastatur)
+    , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
+                     {plattform.joystick, plattform.zeitgeber, plattform.ton, plattform.aufnahme})
     , hauptform_(zustand_.global, zustand_.achsen, laufsteuerung_, plattform.prozess) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);

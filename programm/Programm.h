@@ -6,7 +6,9 @@
 #include "editors/Stickeditoren.h"
 #include "editors/frmHaupt.h"
 #include "engine/Laufzustand.h"
+#include "platform/Schirmaufnahme.h"
 #include "platform/Tastatur.h"
+#include "platform/Tongeber.h"
 
 #include <string>
 
@@ -17,6 +19,8 @@ struct Plattform {
     Zeitgeber& zeitgeber;
     Prozess& prozess;
     Tastatur& tastatur;
+    Tongeber& ton;
+    Schirmaufnahme& aufnahme;
     std::string gamepadXml; ///< path of the axis assignment file
 };
 

@@ -4,4 +4,5 @@
 
 Systemplattform::Systemplattform()
     : wahl_(eingabeWaehlen(eingabeKandidaten(layout_)))
+    , aufnahme_(schirmaufnahmeWaehlen())
     , gamepadXml_((QCoreApplication::applicationDirPath() + "/Gamepad.xml").toStdString()) {}

@@ -213,6 +213,7 @@ int main(int anzahl, char** worte) {
     qunsetenv("WAYLAND_DISPLAY");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // no desktop of the machine takes part
     qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("SDL_AUDIODRIVER", "dummy"); // nor does its sound
     QApplication anwendung(anzahl, worte);
     return RUN_ALL_TESTS();
 }

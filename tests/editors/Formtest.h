@@ -5,7 +5,9 @@
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeProzess.h"
+#include "platform/probe/ProbeSchirm.h"
 #include "platform/probe/ProbeTastatur.h"
+#include "platform/probe/ProbeTon.h"
 #include "platform/probe/ProbeUhr.h"
 #include "programm/Programm.h"
 #include "tests/hilfen/Testdatenbank.h"
@@ -90,8 +92,9 @@ class Formtest : public ::testing::Test {
 protected:
     /// Starts the program on the database as it is now.
     void starten() {
-        programm_ = std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur_,
-                                                         (datenbank_.ordner() / "Gamepad.xml").string()});
+        programm_ =
+            std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur_, ton_, schirm_,
+                                                 (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
     }
     ~Formtest() override {
@@ -149,5 +152,7 @@ protected:
     ProbeUhr uhr_;
     ProbeProzess prozess_{datenbank_.ordner().string(), '/'};
     ProbeTastatur tastatur_;
+    ProbeTon ton_;
+    ProbeSchirm schirm_;
     std::unique_ptr<Programm> programm_;
 };

@@ -1,0 +1,30 @@
+// Does slow work on picture files beside the event loop, one piece after the other in the order given.
+//
+// A picture of a large screen takes longer to write than the program may pause while a `Schema` runs.
+#pragma once
+
+#include <QObject>
+#include <QThreadPool>
+
+#include <functional>
+
+class Bildschreiber final : public QObject {
+    Q_OBJECT
+
+public:
+    using Arbeit = std::function<bool()>;
+    using Meldung = std::function<void(bool)>;
+
+    explicit Bildschreiber(QObject* eltern);
+    /// Waits for the work that is left; nothing is told any more.
+    ~Bildschreiber() override;
+
+    /// `arbeit` runs on a thread of its own and shares nothing with this one; `fertig` gets its result, false
+    /// also for an exception, from the event loop of this thread.
+    void auftrag(Arbeit arbeit, Meldung fertig);
+    /// Comes back when all is done and told.
+    void abwarten();
+
+private:
+    QThreadPool faden_;
+};

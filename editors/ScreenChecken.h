@@ -1,0 +1,106 @@
+// Makes the background pictures of the stick planes from the running game.
+//
+// While its remote control is on the pad chooses the layer and takes the pictures:
+//
+//   Viereck, Kreuz, Kreis   layer 0, 1, 2
+//   L-Stick, R-Stick        the screen becomes the picture of the left or right stick on that layer
+//
+// Only a button that is alone down counts. A picture goes to the preview of the layer that was chosen when
+// its button was polled, however long the screen takes to deliver it, and is written beside the event loop.
+// Its tone comes when it lies safe in its file. While one is on its way to a preview no other is taken for
+// it.
+//
+// Errors have no box, as the game is in front: a failed poll has the long tone, and so has a picture that
+// could not be taken or saved.
+#pragma once
+
+#include "platform/Joystick.h"
+#include "platform/Zeitgeber.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class Bildschreiber;
+class Bildvorschau;
+class QGroupBox;
+class Schirmaufnahme;
+class Tongeber;
+struct Schirmbild;
+
+/// What the form takes from the platform.
+struct Schirmgeraete {
+    Joystick& joystick;
+    Zeitgeber& zeitgeber;
+    Tongeber& ton;
+    Schirmaufnahme& aufnahme;
+};
+
+class ScreenChecken final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Shows the pictures of `schema` in the folder `ordner`.
+    ScreenChecken(std::string ordner, std::string schema, const Schirmgeraete& geraete);
+    ~ScreenChecken() override;
+
+    const std::string& schema() const { return schema_; }
+    /// Stops the remote control and comes back when all pictures are written. May be called twice.
+    void entladen();
+
+signals:
+    void geschlossen();
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+
+private:
+    static constexpr int VORSCHAUEN = 6;
+    static constexpr int HALTEPLATZ = VORSCHAUEN; ///< index of the hidden Image1
+    static constexpr std::int16_t KEIN_TAUSCH = 6;
+    using Fertig = std::function<void(bool)>;
+
+    void aufbauen();
+    QWidget* kopf(const char* text);
+    void Frame1Bauen();
+    void verbinden();
+
+    void bilderLaden();
+    void Command1Klick(int index);
+    void Timer1_Timer();
+    void ebeneWaehlen(std::int16_t ebene);
+    void SnapSh(std::string_view Seite);
+    void aufgenommen(int index, const Schirmbild& bild);
+    void Image1_MouseDown(int index, Qt::MouseButton taste);
+    void Neu();
+    void tauschen(int eine, int andere);
+    void speichern(int index, Fertig fertig);
+    void gespeichertOderTon(bool gelungen);
+    void fehlerton();
+    void Shape1Legen();
+    void Frame1Zeigen(int index);
+
+    Bildvorschau& vorschau(int index) { return *Image1_[static_cast<std::size_t>(index)]; }
+    const std::string& dateiname(int index) const { return dateinamen_[static_cast<std::size_t>(index)]; }
+
+    Schirmgeraete geraete_;
+    const std::string ordner_;
+    const std::string schema_;
+    std::array<std::string, VORSCHAUEN> dateinamen_;
+    std::int16_t ScreenEbene_ = 0; ///< chosen on the pad
+    std::int16_t ScreenWahl_ = 0;
+    std::int16_t ScreenTausch_ = KEIN_TAUSCH;
+    std::array<bool, VORSCHAUEN> unterwegs_{}; ///< a picture of the screen is on its way there
+
+    std::array<Bildvorschau*, VORSCHAUEN + 1> Image1_{};
+    QWidget* Shape1_ = nullptr;
+    QGroupBox* Frame1_ = nullptr;
+    Bildschreiber* schreiber_ = nullptr;
+    std::unique_ptr<Formularzeitgeber> Timer1_;
+};
