@@ -16,19 +16,30 @@ Database OpenDatabase(const std::string& pfad) {
     return Database(std::make_shared<Verbindung>(pfad));
 }
 
-Database::Database(std::shared_ptr<Verbindung> verbindung) : verbindung_(std::move(verbindung)) {}
+Database::Database(std::shared_ptr<Verbindung> verbindung, Dateiteil teil)
+    : verbindung_(std::move(verbindung)), teil_(teil) {}
 Database::Database(Database&&) noexcept = default;
 
 Database& Database::operator=(Database&& andere) noexcept {
     if (this != &andere) {
         Close();
         verbindung_ = std::move(andere.verbindung_);
+        teil_ = andere.teil_;
     }
     return *this;
 }
 
 Database::~Database() {
     Close();
+}
+
+Database Database::danebenOeffnen(const std::string& pfad) {
+    const Dateiteil teil = offen().danebenOeffnen(pfad);
+    return Database(verbindung_, teil);
+}
+
+bool Database::istDieselbeDatei(const Database& andere) const {
+    return verbindung_ == andere.verbindung_ && teil_ == andere.teil_;
 }
 
 void Database::Close() {

@@ -35,6 +35,9 @@ inline constexpr int SPERRE_WARTEN_MS = 250;
 /// literal early: it throws error 3075, so that nothing a user typed is ever run as a statement.
 std::string anweisung(std::string_view bisZumNamen, std::string_view name, std::string_view danach = "';");
 
+/// Which file of a connection is meant: the one it was opened for, or the one that was opened beside it.
+enum class Dateiteil { Erste, Zweite };
+
 /// An open database file. Closes it when destroyed; sets that are still open then throw 3420.
 class Database {
 public:
@@ -77,12 +80,20 @@ public:
         lesenBeenden();
     }
 
+    /// Opens a second file beside this one, once at most. A transaction of either then is one of both: all of
+    /// its updates in both files or none, also through a crash. A `pfad` that leads to this very file, by
+    /// whatever way, opens nothing and gives this file once more. Closing either closes both. Throws as
+    /// OpenDatabase; besides 3343 when the two keep their texts in different encodings.
+    Database danebenOeffnen(const std::string& pfad);
+    /// Whether both are the same file of one connection.
+    bool istDieselbeDatei(const Database& andere) const;
+
     /// Closes the file and every set on it; every later use throws 3420.
     void Close();
 
 private:
     friend Database OpenDatabase(const std::string& pfad);
-    explicit Database(std::shared_ptr<Verbindung> verbindung);
+    explicit Database(std::shared_ptr<Verbindung> verbindung, Dateiteil teil = Dateiteil::Erste);
     Verbindung& offen() const;
     void beginnen();
     void festschreiben();
@@ -90,6 +101,7 @@ private:
     void lesenBeginnen();
     void lesenBeenden() noexcept;
     std::shared_ptr<Verbindung> verbindung_; ///< null when closed
+    Dateiteil teil_;
 };
 
 /// Opens the file; never creates one. Throws 3024 if it is not there, 3343 if it is no database, 3049 if it

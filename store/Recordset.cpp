@@ -14,7 +14,7 @@ enum class Zustand { Lesend, Neu, Aendernd };
 
 std::vector<std::int64_t> zeilenSuchen(Verbindung& verbindung, const Tabelle& tabelle,
                                        const Auswahl& auswahl) {
-    const std::string text = "SELECT _rowid_ FROM " + inAnfuehrung(tabelle.name) + auswahl.bedingung +
+    const std::string text = "SELECT _rowid_ FROM " + tabelle.ort + auswahl.bedingung +
                              (auswahl.geordnet ? ", _rowid_" : " ORDER BY _rowid_");
     std::vector<std::int64_t> zeilen;
     Verbindung::Lauf lauf(verbindung, text, auswahl.werte);
@@ -118,7 +118,7 @@ void Recordset::Innen::einfuegen(const std::map<int, Wert>& werte) {
         stellen += stellen.empty() ? "?" : ",?";
     }
     const std::string was = werte.empty() ? " DEFAULT VALUES" : " (" + spalten + ") VALUES (" + stellen + ")";
-    verbindung->schreiben("INSERT INTO " + inAnfuehrung(tabelle->name) + was, nurWerte(werte));
+    verbindung->schreiben("INSERT INTO " + tabelle->ort + was, nurWerte(werte));
 }
 
 void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
@@ -130,8 +130,7 @@ void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
         zuweisungen += (zuweisungen.empty() ? "" : ",") + inAnfuehrung(tabelle->spalte(ordinal).name) + "=?";
     std::vector<Wert> parameter = nurWerte(werte);
     parameter.emplace_back(satz);
-    const std::string text =
-        "UPDATE " + inAnfuehrung(tabelle->name) + " SET " + zuweisungen + " WHERE _rowid_ = ?";
+    const std::string text = "UPDATE " + tabelle->ort + " SET " + zuweisungen + " WHERE _rowid_ = ?";
     if (verbindung->schreiben(text, parameter) == 0)
         keinAktuellerSatz();
 }
@@ -139,7 +138,7 @@ void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
 Recordset Database::OpenRecordset(std::string_view source) {
     const Auswahl auswahl = auswahlLesen(source);
     auto innen = std::make_unique<Recordset::Innen>();
-    innen->tabelle = offen().tabelle(auswahl.tabelle);
+    innen->tabelle = offen().tabelle(teil_, auswahl.tabelle);
     innen->verbindung = verbindung_;
     innen->lesetext = innen->tabelle->lesetext();
     innen->zeilen = zeilenSuchen(*verbindung_, *innen->tabelle, auswahl);
@@ -205,7 +204,7 @@ void Recordset::Update() {
 void Recordset::Delete() {
     const std::int64_t satz = offen().zeile();
     innen_->beginnen(Zustand::Lesend);
-    const std::string text = "DELETE FROM " + inAnfuehrung(innen_->tabelle->name) + " WHERE _rowid_ = ?";
+    const std::string text = "DELETE FROM " + innen_->tabelle->ort + " WHERE _rowid_ = ?";
     if (innen_->verbindung->schreiben(text, {satz}) == 0)
         keinAktuellerSatz();
     innen_->zeilen.erase(innen_->zeilen.begin() + static_cast<std::ptrdiff_t>(innen_->stelle));

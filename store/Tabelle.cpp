@@ -68,7 +68,7 @@ std::string Tabelle::lesetext() const {
     for (const Spalte& spalte : spalten)
         text += inAnfuehrung(spalte.name) + ',';
     text.back() = ' ';
-    return text + "FROM " + inAnfuehrung(name) + " WHERE _rowid_ = ?";
+    return text + "FROM " + ort + " WHERE _rowid_ = ?";
 }
 
 Spaltenart spaltenartAus(std::string_view deklaration) {

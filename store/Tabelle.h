@@ -19,6 +19,7 @@ struct Spalte {
 
 struct Tabelle {
     std::string name;
+    std::string ort; ///< its name in a statement, with the file that it lies in
     std::vector<Spalte> spalten;
 
     /// Ordinal of a column by its name, without regard to case; throws 3265 for one that is not there.

@@ -4,6 +4,8 @@
 
 #include <sqlite3.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <new>
@@ -53,6 +55,13 @@ LaufzeitFehler fehler(Fehlernummer nummer, std::string_view text, const std::str
     return {nummer, ganz};
 }
 
+/// The files' names in statements, by Dateiteil.
+constexpr std::array<const char*, 2> DATEINAMEN{"main", "zweite"};
+
+constexpr std::size_t index(Dateiteil teil) {
+    return static_cast<std::size_t>(teil);
+}
+
 constexpr std::uintmax_t KLEINSTE_SEITE = 512; ///< of a SQLite file, by its format
 
 /// SQLite says of a file that is not there and of a directory no more than that it cannot open them, and
@@ -88,7 +97,7 @@ void Verbindung::Schliesser::operator()(sqlite3_stmt* anweisung) const noexcept 
     sqlite3_finalize(anweisung);
 }
 
-Verbindung::Verbindung(const std::string& pfad) : pfad_(pfad) {
+Verbindung::Verbindung(const std::string& pfad) : pfade_{pfad} {
     dateiPruefen(pfad);
     // An absolute path, so that names like ":memory:" are what they are everywhere else: names of files.
     const std::string absolut = fs::absolute(pfad).string();
@@ -105,6 +114,39 @@ Verbindung::Verbindung(const std::string& pfad) : pfad_(pfad) {
 }
 
 Verbindung::~Verbindung() = default;
+
+Dateiteil Verbindung::danebenOeffnen(const std::string& pfad) {
+    dateiPruefen(pfad);
+    std::error_code egal; // a first file that is gone meanwhile is none of the two
+    if (fs::equivalent(pfad, pfade_[0], egal))
+        return Dateiteil::Erste;
+    anhaengen(pfad);
+    for (const char* datei : DATEINAMEN)
+        rollbackJournal(datei);
+    return Dateiteil::Zweite;
+}
+
+void Verbindung::anhaengen(const std::string& pfad) {
+    try {
+        Lauf(*this, "ATTACH ? AS zweite", {fs::absolute(pfad).string()}).weiter();
+    } catch (const LaufzeitFehler& grund) {
+        // What fails here is the second file, though SQLite's number does not tell.
+        if (grund.nummer() == Fehlernummer::Syntax)
+            throw fehler(Fehlernummer::KeineDatenbank,
+                         "Die Datenbank „%“ hat eine andere Zeichenkodierung als die erste.", pfad);
+        throw fehler(grund.nummer(), meldungFuer(sqlite3_errcode(sqlite_.get())).text, pfad);
+    }
+    pfade_.push_back(pfad);
+    ausfuehren("PRAGMA zweite.synchronous = FULL");
+}
+
+/// Only rollback journals know of each other: a file with a write-ahead log, which others may have given it,
+/// would be committed by itself.
+void Verbindung::rollbackJournal(const char* datei) {
+    Lauf lauf(*this, std::string("PRAGMA ") + datei + ".journal_mode = DELETE", {});
+    if (!lauf.weiter() || alsText(lauf.wert(0)) != "delete")
+        melden(SQLITE_LOCKED);
+}
 
 void Verbindung::schliessen() noexcept {
     anweisungen_.clear();
@@ -183,22 +225,25 @@ int Verbindung::schreiben(const std::string& text, const std::vector<Wert>& wert
     return sqlite3_changes(sqlite_.get());
 }
 
-std::shared_ptr<const Tabelle> Verbindung::tabelle(std::string_view name) {
-    auto& bekannt = tabellen_[kleinGeschrieben(name)];
+std::shared_ptr<const Tabelle> Verbindung::tabelle(Dateiteil teil, std::string_view name) {
+    const std::string datei = DATEINAMEN[index(teil)];
+    auto& bekannt = tabellen_[datei + '.' + kleinGeschrieben(name)];
     if (bekannt)
         return bekannt;
     Tabelle gefunden;
     Lauf lauf(*this,
-              "SELECT t.name, s.name, s.type FROM sqlite_schema t, pragma_table_info(t.name) s "
-              "WHERE t.type = 'table' AND t.name = ? COLLATE NOCASE ORDER BY s.cid",
-              {std::string(name)});
+              "SELECT t.name, s.name, s.type FROM " + datei +
+                  ".sqlite_schema t, pragma_table_info(t.name, ?) s "
+                  "WHERE t.type = 'table' AND t.name = ? COLLATE NOCASE ORDER BY s.cid",
+              {datei, std::string(name)});
     while (lauf.weiter()) {
         gefunden.name = alsText(lauf.wert(0));
+        gefunden.ort = datei + '.' + inAnfuehrung(gefunden.name);
         gefunden.spalten.push_back({alsText(lauf.wert(1)), spaltenartAus(alsText(lauf.wert(2)))});
     }
     if (gefunden.spalten.empty())
         throw fehler(Fehlernummer::KeineTabelle,
-                     "Die Datenbank „%“ hat keine Tabelle „" + std::string(name) + "“.", pfad_);
+                     "Die Datenbank „%“ hat keine Tabelle „" + std::string(name) + "“.", pfade_[index(teil)]);
     bekannt = std::make_shared<const Tabelle>(std::move(gefunden));
     return bekannt;
 }
@@ -254,9 +299,19 @@ void Verbindung::lesenBeenden() noexcept {
         sqlite3_exec(sqlite_.get(), "ROLLBACK", nullptr, nullptr, nullptr); // nothing was written
 }
 
+/// The file that an error is about. SQLite tells of two files only which can't be written.
+std::string Verbindung::betroffene(int sqliteNummer) const {
+    const bool schreibschutz = (sqliteNummer & 0xff) == SQLITE_READONLY;
+    std::string namen;
+    for (std::size_t i = 0; i < pfade_.size(); ++i)
+        if (pfade_.size() == 1 || !schreibschutz || sqlite3_db_readonly(sqlite_.get(), DATEINAMEN[i]) == 1)
+            namen += (namen.empty() ? "" : "“ oder „") + pfade_[i];
+    return namen;
+}
+
 void Verbindung::melden(int sqliteNummer) const {
     if ((sqliteNummer & 0xff) == SQLITE_NOMEM)
         throw std::bad_alloc();
     const Meldung meldung = meldungFuer(sqliteNummer);
-    throw fehler(meldung.nummer, meldung.text, pfad_);
+    throw fehler(meldung.nummer, meldung.text, betroffene(sqliteNummer));
 }

@@ -1,4 +1,5 @@
-// One connection to a SQLite file: opened, kept and closed in one object, every error as a LaufzeitFehler.
+// One connection to a SQLite file: opened, kept and closed in one object, every error as a LaufzeitFehler. A
+// second file may be attached to it; then a transaction spans both.
 //
 // Statements are prepared once for a text and kept until the connection closes; one that is not being stepped
 // holds no lock. The whole of SQLite's C interface is used in Verbindung.cpp only.
@@ -23,6 +24,10 @@ public:
     ~Verbindung();
     Verbindung(const Verbindung&) = delete;
     Verbindung& operator=(const Verbindung&) = delete;
+
+    /// Opens a second file, unless `pfad` leads to the first one; gives the one that it leads to. Errors as
+    /// OpenDatabase has them.
+    Dateiteil danebenOeffnen(const std::string& pfad);
 
     /// Rolls back what is not committed. Every later use throws 3420.
     void schliessen() noexcept;
@@ -52,7 +57,7 @@ public:
     int schreiben(const std::string& text, const std::vector<Wert>& werte);
 
     /// The columns of a table, looked up once a connection. Throws 3078 for a name that is no table.
-    std::shared_ptr<const Tabelle> tabelle(std::string_view name);
+    std::shared_ptr<const Tabelle> tabelle(Dateiteil teil, std::string_view name);
 
     /// A transaction; one inside another is a part of it that can be rolled back by itself.
     void beginnen();
@@ -72,13 +77,16 @@ private:
 
     sqlite3_stmt* vorbereitet(const std::string& text);
     void ausfuehren(const std::string& text);
+    void anhaengen(const std::string& pfad);
+    void rollbackJournal(const char* datei);
     void transaktionPruefen() const;
+    std::string betroffene(int sqliteNummer) const;
     [[noreturn]] void melden(int sqliteNummer) const;
 
-    std::string pfad_;
+    std::vector<std::string> pfade_; ///< by Dateiteil
     std::unique_ptr<sqlite3, Schliesser> sqlite_;
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Schliesser>> anweisungen_;
-    std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_;
+    std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_; ///< by file and name
     int tiefe_ = 0; ///< of transactions inside each other
     bool lesezug_ = false;
 };
