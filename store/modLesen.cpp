@@ -43,9 +43,6 @@ Laufbild texteLesen(const std::string& datenbankPfad, const std::string& schemaN
     return bild;
 }
 
-/// Left, right, up, down: the four lines around the centre field of a new stick.
-constexpr std::array<int, RICHTUNGEN> GRUNDLINIEN{27072, 38399, 25941, 39679};
-
 void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index) {
     satz.AddNew();
     satz.put_Value("Schemaname", schemaName);
@@ -53,7 +50,7 @@ void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index
     if (index == 1) {
         int ordinal = ERSTE_LINIENSPALTE;
         for (int ebene = 0; ebene < EBENEN; ++ebene)
-            for (const int linie : GRUNDLINIEN)
+            for (const std::int32_t linie : GRUNDLINIEN)
                 satz.put_Value(ordinal++, linie);
     }
     satz.Update();

@@ -39,6 +39,9 @@ Schemaliste SchemataLesen(const std::string& datenbankPfad);
 /// when the `Schema` has no row.
 std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::string& schemaName);
 
+/// Left, right, up, down: the four lines around the centre field of a new stick.
+inline constexpr std::array<std::int32_t, RICHTUNGEN> GRUNDLINIEN{27072, 38399, 25941, 39679};
+
 /// Lays the twenty rows of a stick for a `Schema` into `satz`, a set on tblStick or tblStickR, in one
 /// transaction of `datenbank`; row 1 carries the four default lines on all layers. Closes `satz`, leaves
 /// `datenbank` open.
