@@ -1,6 +1,9 @@
 #include "editors/Formhilfen.h"
 
+#include <QComboBox>
+#include <QCompleter>
 #include <QLayout>
+#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -24,6 +27,21 @@ QString einzeiler(QString text) {
 
 QString feldname(std::string_view name, int index) {
     return QString("%1(%2)").arg(qt(name)).arg(index);
+}
+
+QComboBox* schemaauswahl(const QString& name) {
+    auto* combo = benannt(new QComboBox, name);
+    combo->setEditable(true);
+    // What is typed is not completed, not put into the list, and Enter and leaving the field do not choose an
+    // entry that looks like it.
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    combo->setCompleter(nullptr);
+    QObject::disconnect(combo->lineEdit(), &QLineEdit::returnPressed, combo, nullptr);
+    QObject::disconnect(combo->lineEdit(), &QLineEdit::editingFinished, combo, nullptr);
+    // A long name must not ask for a wider form, nor five hundred of them be measured.
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(20);
+    return combo;
 }
 
 void breiteSetzen(QWidget& form, int gewuenscht) {

@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+class QComboBox;
+
 /// A length in twips, 1/15 of a device-independent pixel.
 constexpr int twips(int laenge) {
     return (laenge + 7) / 15;
@@ -27,6 +29,10 @@ template <class Control> Control* benannt(Control* control, const QString& name)
     control->setObjectName(name);
     return control;
 }
+
+/// A list of `Schema`s into which another name may be typed. What is typed stays as it is typed, and a long
+/// name does not ask for a wider form.
+QComboBox* schemaauswahl(const QString& name);
 
 /// Gives the form a fixed width: `gewuenscht`, or what its content needs where a large font makes it need
 /// more. Comes before hoeheSetzen.

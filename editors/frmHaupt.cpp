@@ -10,7 +10,6 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QCompleter>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -18,6 +17,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -91,6 +91,8 @@ frmHaupt::frmHaupt(GobalVariable& global, ZusatzFunktionen& achsen, Laufsteuerun
     setObjectName("frmHaupt");
     setWindowTitle("Game-Pad-Konfic");
     aufbauen();
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_D), this), &QShortcut::activated, this,
+            &frmHaupt::uebersichtGewuenscht);
     connect(&laufsteuerung_, &Laufsteuerung::hauptformVerbergen, this, &QWidget::hide);
     connect(&laufsteuerung_, &Laufsteuerung::hauptformZurueck, this, &frmHaupt::hauptformZurueck);
 }
@@ -113,17 +115,7 @@ QWidget* frmHaupt::kopf() {
     auto* gitter = new QGridLayout(bereich);
     gitter->setContentsMargins(0, 0, 0, 0);
 
-    Combo1_ = benannt(new QComboBox, "Combo1");
-    Combo1_->setEditable(true);
-    // What is typed stays as it is typed: it is not completed, not put into the list, and Enter and leaving
-    // the field do not choose an entry that looks like it.
-    Combo1_->setInsertPolicy(QComboBox::NoInsert);
-    Combo1_->setCompleter(nullptr);
-    disconnect(Combo1_->lineEdit(), &QLineEdit::returnPressed, Combo1_, nullptr);
-    disconnect(Combo1_->lineEdit(), &QLineEdit::editingFinished, Combo1_, nullptr);
-    // A long name must not ask for a wider form, nor five hundred of them be measured.
-    Combo1_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    Combo1_->setMinimumContentsLength(20);
+    Combo1_ = schemaauswahl("Combo1");
     connect(Combo1_, &QComboBox::editTextChanged, this,
             [this](const QString& text) { global_.SchemaName = global_.Schemaauswahl = text.toStdString(); });
     connect(Combo1_, &QComboBox::activated, this, [this] { Combo1Klick(); });
@@ -145,6 +137,7 @@ QWidget* frmHaupt::kopf() {
     knoepfe->addWidget(starten, 0, 2, 2, 1);
     knoepfe->addWidget(Command1(BUTTON_BEARBEITEN, "Button bearbeiten"), 1, 0);
     knoepfe->addWidget(Command1(DATENBANK, "Datenbank"), 1, 1);
+    Command1_[DATENBANK]->setToolTip("Übersicht über die Schemata der Datenbank: Strg+D");
     gitter->addLayout(knoepfe, 1, 0, 1, 3);
     gitter->setColumnStretch(1, 1);
     return bereich;

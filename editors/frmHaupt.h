@@ -41,6 +41,8 @@ signals:
     void achsenGewuenscht();
     /// "Schubregler" was clicked.
     void schubreglerGewuenscht();
+    /// Strg+D was pressed: the overview is wanted.
+    void uebersichtGewuenscht();
     /// A `Schema` was deleted; not emitted after a No.
     void schemaGeloescht(const std::string& name);
     /// The form was closed: the program ends.

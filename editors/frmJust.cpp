@@ -289,6 +289,10 @@ void frmJust::Uschalt(int ebene) {
     Zeichnen();
 }
 
+void frmJust::ebeneWaehlen(int ebene) {
+    Uschalt_[static_cast<std::size_t>(ebene)]->setChecked(true);
+}
+
 void frmJust::linienLegen() {
     for (int slot = 1; slot < LINIENPLAETZE; ++slot)
         for (std::size_t d = 0; d < RICHTUNGEN; ++d)

@@ -40,6 +40,8 @@ public:
 
     /// Shows the form again after `ScreenChecken`: with the new pictures, on layer 0.
     void hintergrundGeaendert();
+    /// Chooses a layer, as its option on the panel does.
+    void ebeneWaehlen(int ebene);
 
     /// The `Schema` whose lines were read at load.
     const std::string& geladenesSchema() const { return schema_; }

@@ -3,7 +3,8 @@
 #include <QApplication>
 
 Programm::Programm(const Plattform& plattform)
-    : zustand_(plattform.joystick, plattform.gamepadXml)
+    : plattform_(plattform)
+    , zustand_(plattform.joystick, plattform.gamepadXml)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
     , editoren_(zustand_.global, zustand_.achsen, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
@@ -20,6 +21,19 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformZurueck, &hauptform_, &QWidget::show);
     QObject::connect(&hauptform_, &frmHaupt::achsenGewuenscht, &editoren_, &Editoren::achsenZeigen);
     QObject::connect(&hauptform_, &frmHaupt::schubreglerGewuenscht, &editoren_, &Editoren::schubreglerZeigen);
+    QObject::connect(&hauptform_, &frmHaupt::uebersichtGewuenscht, &hauptform_,
+                     [this] { uebersichtZeigen(); });
+}
+
+void Programm::uebersichtZeigen() {
+    uebersicht_.zeigen([this] {
+        auto info = std::make_unique<Infoansicht>(zustand_.global, plattform_.gamepadXml, plattform_.joystick,
+                                                  laufsteuerung_, plattform_.zeitgeber, plattform_.tastatur);
+        auto form = std::make_unique<Uebersicht>(zustand_.global, std::move(info));
+        QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, form.get(), &Uebersicht::schemaVergessen);
+        form->laden();
+        return form;
+    });
 }
 
 void Programm::starten() {

@@ -4,6 +4,7 @@
 #include "editors/Editoren.h"
 #include "editors/Laufsteuerung.h"
 #include "editors/Stickeditoren.h"
+#include "editors/Uebersicht.h"
 #include "editors/frmHaupt.h"
 #include "engine/Laufzustand.h"
 #include "platform/Schirmaufnahme.h"
@@ -35,9 +36,13 @@ public:
     Laufsteuerung& laufsteuerung() { return laufsteuerung_; }
 
 private:
+    void uebersichtZeigen();
+
+    const Plattform plattform_;
     Laufzustand zustand_;
     Laufsteuerung laufsteuerung_;
     Editoren editoren_;
     Stickeditoren stickeditoren_;
     frmHaupt hauptform_;
+    Einzelform<Uebersicht> uebersicht_;
 };
