@@ -115,4 +115,5 @@ void SdlTon::faden() {
         for (; ton; ton = naechster(true))
             geraet.spielen(klang(ton->frequenz, ton->dauer));
     }
+    SDL_TLSCleanup(); // SDL does it for threads of its own only
 }
