@@ -2,6 +2,7 @@
 //
 // The point has 5 ms a tick, so that a hundredth of a core is 50 microseconds.
 #include "editors/Laufsteuerung.h"
+#include "editors/Stickebene.h"
 #include "editors/Stickeditoren.h"
 #include "engine/Laufzustand.h"
 #include "platform/probe/ProbeEingabe.h"
@@ -65,6 +66,12 @@ public:
         QApplication::processEvents();
     }
     void neuZeichnen() { form_->findChild<QWidget*>("Stickebene")->repaint(); }
+    void symboleNeu() {
+        auto& ebene = *form_->findChild<Stickebene*>("Stickebene");
+        ZonenZeichnen(datenbank_.pfad(), Stickseite::Links, "S", 0, ebene.symbole());
+        ebene.symboleZeigen();
+        QApplication::processEvents();
+    }
     void ziehen(int umPixel) {
         form_->resize(groesse_.width() + umPixel, groesse_.height());
         QApplication::processEvents();
@@ -137,6 +144,19 @@ void ganzNeuZeichnen(benchmark::State& stand) {
         editor.neuZeichnen();
 }
 BENCHMARK(ganzNeuZeichnen)->Args({1024, 768})->Args({1920, 1080})->Unit(benchmark::kMillisecond);
+
+// From the tables to the window, as after each change of lines and actions.
+void symboleNeu(benchmark::State& stand) {
+    Editor editor(groesse(stand));
+    editor.oeffnen();
+    for (auto _ : stand)
+        editor.symboleNeu();
+}
+BENCHMARK(symboleNeu)
+    ->Args({1024, 768})
+    ->Args({1920, 1080})
+    ->Args({3840, 2160})
+    ->Unit(benchmark::kMillisecond);
 
 // The picture and the symbols are laid for the new size.
 void groesseAendern(benchmark::State& stand) {

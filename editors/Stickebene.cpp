@@ -128,46 +128,64 @@ void Stickebene::linieLegen(std::size_t richtung, int index, int wert) {
 void Stickebene::bildSetzen(const QImage& bild) {
     bild_ = bild;
     gestreckt_ = {};
-    hintergrund_ = {};
     update();
 }
 
 void Stickebene::symboleZeigen() {
-    hintergrund_ = {};
-    update();
+    symboleVeraltet_ = true;
+    update(gemalt_ | symbolflaeche());
 }
 
-void Stickebene::hintergrundMalen() {
+QRegion Stickebene::symbolflaeche() const {
+    QRegion flaeche;
+    for (const auto& eine : symbole_.flaechen(size()))
+        flaeche |= eine.toAlignedRect();
+    return flaeche & rect();
+}
+
+QRectF Stickebene::geraetepixel(const QRect& pixel) const {
     const double dichte = devicePixelRatioF();
-    const QSize pixel = (QSizeF(size()) * dichte).toSize();
-    QImage gemalt(pixel, QImage::Format_RGB32);
-    gemalt.fill(OHNE_BILD);
-    {
-        QPainter maler(&gemalt);
-        if (!bild_.isNull()) {
-            if (gestreckt_.size() != pixel)
-                gestreckt_ = bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-            maler.fillRect(gemalt.rect(), Qt::black);
-            maler.drawImage(0, 0, gestreckt_);
-        }
-        maler.drawImage(gemalt.rect(), symbole_.bild(size(), dichte));
+    return {QPointF(pixel.topLeft()) * dichte, QSizeF(pixel.size()) * dichte};
+}
+
+/// The picture, which fills the plane, without symbols.
+void Stickebene::hintergrundMalen() {
+    const QSize pixel = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    gestreckt_ = QImage(pixel, QImage::Format_RGB32);
+    gestreckt_.fill(bild_.isNull() ? QColor::fromRgb(OHNE_BILD) : Qt::black);
+    if (!bild_.isNull())
+        QPainter(&gestreckt_)
+            .drawImage(0, 0, bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    hintergrund_ = gestreckt_.copy();
+    gemalt_ = {};
+    symboleVeraltet_ = true;
+}
+
+/// Wipes off what is painted, and paints what is there now.
+void Stickebene::symboleMalen() {
+    const auto neu = symbolflaeche();
+    QPainter maler(&hintergrund_);
+    for (const auto& teil : gemalt_ | neu) {
+        const auto stelle = geraetepixel(teil).toAlignedRect();
+        maler.drawImage(stelle.topLeft(), gestreckt_, stelle);
     }
-    gemalt.setDevicePixelRatio(dichte);
-    hintergrund_ = QPixmap::fromImage(std::move(gemalt));
+    maler.scale(devicePixelRatioF(), devicePixelRatioF());
+    symbole_.malen(maler, size());
+    gemalt_ = neu;
+    symboleVeraltet_ = false;
 }
 
 void Stickebene::paintEvent(QPaintEvent* ereignis) {
-    if (hintergrund_.isNull() || hintergrund_.devicePixelRatio() != devicePixelRatioF())
+    if (gestreckt_.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
         hintergrundMalen();
+    if (symboleVeraltet_)
+        symboleMalen();
     QPainter maler(this);
-    const double dichte = hintergrund_.devicePixelRatio();
     for (const auto& teil : ereignis->region())
-        maler.drawPixmap(QRectF(teil), hintergrund_,
-                         QRectF(QPointF(teil.topLeft()) * dichte, QSizeF(teil.size()) * dichte));
+        maler.drawImage(QRectF(teil), hintergrund_, geraetepixel(teil));
 }
 
 void Stickebene::resizeEvent(QResizeEvent*) {
-    hintergrund_ = {};
     for (auto* teil : teile_)
         teil->legen();
     emit groesseGeaendert();

@@ -10,7 +10,7 @@
 #include "store/modLesen.h"
 
 #include <QImage>
-#include <QPixmap>
+#include <QRegion>
 #include <QWidget>
 
 #include <array>
@@ -69,6 +69,9 @@ private:
     void linienBauen();
     void pfeileBauen();
     void hintergrundMalen();
+    void symboleMalen();
+    QRegion symbolflaeche() const;
+    QRectF geraetepixel(const QRect& pixel) const;
 
     std::array<std::array<Linienpaar, LINIENCONTROLS>, RICHTUNGEN> linien_{};
     Ebenenrechteck* RechteckB_ = nullptr;
@@ -76,7 +79,11 @@ private:
     Livepunkt* Punkt_ = nullptr;
     std::vector<Ebenenteil*> teile_;
     QImage bild_;
-    QImage gestreckt_; ///< the picture at the plane's size: stretching costs more than all symbols
     Zonenbild symbole_;
-    QPixmap hintergrund_; ///< picture and symbols at the plane's size; null when they are to be drawn anew
+    // Both at the plane's size in device pixels, and kept: to stretch the picture costs more than all
+    // symbols, and to lay out a picture as large as a screen nearly as much.
+    QImage gestreckt_;   ///< the picture by itself; null when it is to be stretched anew
+    QImage hintergrund_; ///< picture and symbols
+    QRegion gemalt_;     ///< where symbols are painted on it, in pixels
+    bool symboleVeraltet_ = true;
 };

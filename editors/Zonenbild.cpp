@@ -15,6 +15,7 @@ constexpr double DICKSTER_STIFT = 3;
 constexpr double DUENNSTER_STIFT = 1;
 constexpr double STIFT_JE_SYMBOL = 1.0 / 10;
 constexpr double HOF_JE_STIFT = 0.9; // of the pen's width, on each side
+constexpr double MIT_HOF = 1 + 2 * HOF_JE_STIFT;
 
 // From here on a colour counts as light, and a dark halo sets it off.
 constexpr double HELL = 0.6;
@@ -64,14 +65,17 @@ double stiftbreite(const QPainterPath& pfad) {
                       DICKSTER_STIFT);
 }
 
+QPainterPath pfadVon(const Feldsymbol& symbol, const Abbildung& abbildung) {
+    return std::visit([&](const auto& form) { return weg(form, abbildung); }, symbol.form);
+}
+
 void symbolMalen(QPainter& maler, const Feldsymbol& symbol, const Abbildung& abbildung) {
-    const auto pfad = std::visit([&](const auto& form) { return weg(form, abbildung); }, symbol.form);
+    const auto pfad = pfadVon(symbol, abbildung);
     const auto farbe = symbolfarbwert(symbol.farbe);
     const double breite = stiftbreite(pfad);
     // The halo sets the symbol off from whatever picture lies below it.
     const QColor hof = helligkeit(farbe) < HELL ? QColor(255, 255, 255, 230) : QColor(0, 0, 0, 200);
-    for (const auto& [stiftfarbe, staerke] :
-         {std::pair{hof, breite * (1 + 2 * HOF_JE_STIFT)}, std::pair{farbe, breite}}) {
+    for (const auto& [stiftfarbe, staerke] : {std::pair{hof, breite * MIT_HOF}, std::pair{farbe, breite}}) {
         maler.setPen(QPen(stiftfarbe, staerke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         maler.drawPath(pfad);
     }
@@ -83,34 +87,21 @@ QColor symbolfarbwert(std::int32_t farbe) {
     return QColor(farbe & 0xff, (farbe >> 8) & 0xff, (farbe >> 16) & 0xff);
 }
 
-void Zonenbild::loeschen() {
-    symbole_.clear();
-    veraltet_ = true;
-}
-
-void Zonenbild::zeichnen(const Feldsymbol& symbol) {
-    symbole_.push_back(symbol);
-    veraltet_ = true;
-}
-
-const QImage& Zonenbild::bild(QSize groesse, qreal dichte) const {
-    const QSize punkte(static_cast<int>(std::lround(groesse.width() * dichte)),
-                       static_cast<int>(std::lround(groesse.height() * dichte)));
-    const bool passt = bild_.size() == punkte && bild_.devicePixelRatio() == dichte;
-    if (passt && !veraltet_)
-        return bild_;
-    if (!passt) {
-        bild_ = QImage(punkte, QImage::Format_ARGB32_Premultiplied);
-        bild_.setDevicePixelRatio(dichte);
-    }
-    veraltet_ = false;
-    if (bild_.isNull())
-        return bild_;
-    bild_.fill(Qt::transparent);
-    QPainter maler(&bild_);
+void Zonenbild::malen(QPainter& maler, QSizeF groesse) const {
     maler.setRenderHint(QPainter::Antialiasing);
-    const Abbildung abbildung(QSizeF(punkte) / dichte);
+    const Abbildung abbildung(groesse);
     for (const auto& symbol : symbole_)
         symbolMalen(maler, symbol, abbildung);
-    return bild_;
+}
+
+std::vector<QRectF> Zonenbild::flaechen(QSizeF groesse) const {
+    constexpr double GLAETTUNG = 1; // which may colour one pixel more
+    const Abbildung abbildung(groesse);
+    std::vector<QRectF> flaechen;
+    for (const auto& symbol : symbole_) {
+        const auto pfad = pfadVon(symbol, abbildung);
+        const double rand = stiftbreite(pfad) * MIT_HOF / 2 + GLAETTUNG;
+        flaechen.push_back(pfad.boundingRect().adjusted(-rand, -rand, rand, rand));
+    }
+    return flaechen;
 }

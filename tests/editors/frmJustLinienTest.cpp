@@ -419,7 +419,7 @@ TEST_P(FrmJustLinien, LaesstSichDieAktionNichtSpeichernBleibtDieTafelMitIhrStehe
     EXPECT_FALSE(zuSehen("fraAktion"));
 }
 
-TEST_P(FrmJustLinien, SymboleErscheinenMitDerAktion) {
+TEST_P(FrmJustLinien, SymboleKommenUndGehenMitDerAktion) {
     editorOeffnen();
     const auto mitte = [this] { return ebene().grab().toImage(); };
     const auto vorher = mitte();
@@ -428,6 +428,9 @@ TEST_P(FrmJustLinien, SymboleErscheinenMitDerAktion) {
     const auto nachher = mitte();
     const QRect oben(40, 40, 200, 150); // within the upper left field
     EXPECT_NE(vorher.copy(oben), nachher.copy(oben));
+    datenbank_.sql("DELETE FROM " + aktionstabelle() + ";");
+    pfeil("RPfeil(0)", Qt::RightButton);
+    EXPECT_EQ(vorher, mitte());
 }
 
 // --- another Schema in the main form ---
