@@ -6,6 +6,8 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -256,6 +258,14 @@ struct Kopie {
     std::vector<Aktionszeile> aktionen;
 };
 
+/// A file that is both source and target is written by the name of the source: what a crash leaves of a
+/// change lies beside the name that it was made by, and another hard link would not lead to it.
+const std::string& zielpfad(const Schemaort& quelle, const Schemaort& ziel) {
+    std::error_code egal; // a file that is not there is told of when it is opened
+    return std::filesystem::equivalent(quelle.datenbankPfad, ziel.datenbankPfad, egal) ? quelle.datenbankPfad
+                                                                                       : ziel.datenbankPfad;
+}
+
 Kopie kopieLesen(const Schemaort& ort, const Wahl& wahl) {
     Database datenbank = OpenDatabase(ort.datenbankPfad);
     Kopie kopie;
@@ -330,7 +340,7 @@ void LayerKopieren(const Ebenenort& quelle, const Schemaort& ziel,
     if (wahl.tasten)
         return;
     const Kopie kopie = kopieLesen(quelle.schema, wahl);
-    Database datenbank = OpenDatabase(ziel.datenbankPfad);
+    Database datenbank = OpenDatabase(zielpfad(quelle.schema, ziel));
     datenbank.inEinerTransaktion([&] {
         for (int k = 0; k < static_cast<int>(EBENENWAHLEN); ++k)
             if (ziele[static_cast<std::size_t>(k)] && !istTastenebene(k))

@@ -1,15 +1,20 @@
-// Death by SIGKILL at any time of a swap between two files and of a copy: both files are before it or both
-// are after it.
+// Death by SIGKILL at any time and at each step of the disk of a swap between two files, of a copy and of a
+// deletion: both files are before it or both are after it.
 #include "store/UebersichtAktion.h"
+#include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Kindprozess.h"
+#include "tests/hilfen/StoerVfs.h"
 #include "tests/store/Ebenenbau.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <random>
 #include <thread>
 
+namespace fs = std::filesystem;
 using testing::ElementsAre;
 
 namespace {
@@ -125,4 +130,115 @@ TEST(UebersichtAktionAbsturz, EineKopieInZweiEbenenIstGanzOderGarNicht) {
         letzter += istDerLetzte;
     });
     EXPECT_GT(letzter, 0U);
+}
+
+// --- at each step of the disk ---
+
+namespace {
+
+using Arbeit = std::function<void()>;
+
+/// Two files whose content a work changes in one step or in several, each of them whole.
+class UebersichtAktionSchritte : public testing::Test {
+protected:
+    UebersichtAktionSchritte() {
+        schemaLegen(eine, "S", 1000);
+        schemaLegen(eine, "T", 10000);
+        schemaLegen(andere, "S", 20000);
+        anfang_ = {dateiLesen(eine.pfad()), dateiLesen(andere.pfad())};
+    }
+
+    /// Kills a child at each step of the disk that the last work of `arbeiten` takes. What the files hold
+    /// then is how they began or how one of the works leaves them, in this order as the steps go on, and all
+    /// of these are seen.
+    void toetenAnJedemSchritt(const std::vector<Arbeit>& arbeiten) {
+        std::vector<Stand> staende{stand(false)};
+        for (const auto& arbeit : arbeiten) {
+            arbeit();
+            staende.push_back(stand(false));
+            vonVorn();
+        }
+        std::vector<int> gesehen(staende.size(), 0);
+        std::size_t bisher = 0;
+        StoerVfs disk;
+        bool getoetet = true;
+        for (int n = 1; getoetet && !HasFailure(); ++n) {
+            SCOPED_TRACE("step " + std::to_string(n));
+            getoetet = wurdeGetoetet(imKind([&] {
+                disk.stoereAb(n, StoerVfs::Eingriff::Toeten);
+                arbeiten.back()();
+            }));
+            const auto stelle = std::ranges::find(staende, stand(n % 2 == 0)) - staende.begin();
+            ASSERT_LT(static_cast<std::size_t>(stelle), staende.size());
+            EXPECT_GE(static_cast<std::size_t>(stelle), bisher);
+            bisher = static_cast<std::size_t>(stelle);
+            ++gesehen[bisher];
+            for (const auto* datei : {&eine, &andere})
+                erwarteHeil(*datei);
+            vonVorn();
+        }
+        EXPECT_EQ(bisher, staende.size() - 1);
+        EXPECT_THAT(gesehen, testing::Each(testing::Gt(0)));
+        EXPECT_GT(gesehen.front(), 5); // it died in the midst of the work
+    }
+
+    const Testdatenbank eine;
+    const Testdatenbank andere;
+
+private:
+    using Stand = std::pair<std::vector<Tabellenbild>, std::vector<Tabellenbild>>;
+
+    /// The file that is read first has to recover by itself.
+    Stand stand(bool andereZuerst) const {
+        Stand gelesen;
+        if (andereZuerst)
+            gelesen.second = andere.inhalt();
+        gelesen.first = eine.inhalt();
+        gelesen.second = andere.inhalt();
+        return gelesen;
+    }
+    void vonVorn() const {
+        dateiSchreiben(eine.pfad(), anfang_[0]);
+        dateiSchreiben(andere.pfad(), anfang_[1]);
+    }
+    std::array<std::string, 2> anfang_;
+};
+
+} // namespace
+
+TEST_F(UebersichtAktionSchritte, EinWechselIstGanzOderGarNicht) {
+    for (const int index : {1, 3})
+        toetenAnJedemSchritt({[&] {
+            LayerWechseln({{eine.pfad(), "S"}, index}, {{andere.pfad(), "S"}, index},
+                          [](std::string_view) {});
+        }});
+}
+
+TEST_F(UebersichtAktionSchritte, EineKopieInEineAndereDateiIstGanzOderGarNicht) {
+    toetenAnJedemSchritt({[&] {
+        LayerKopieren({{eine.pfad(), "T"}, 0}, {andere.pfad(), "S"}, {true, false, true});
+    }});
+}
+
+TEST_F(UebersichtAktionSchritte, EineKopieUeberEinenZweitenNamenDerDateiIstGanzOderGarNicht) {
+    const fs::path zweiterName = andere.ordner() / "Zweiter Name.twk";
+    fs::create_hard_link(eine.pfad(), zweiterName);
+    toetenAnJedemSchritt({[&] {
+        LayerKopieren({{eine.pfad(), "T"}, 0}, {zweiterName.string(), "S"}, {true, false, true});
+    }});
+}
+
+TEST_F(UebersichtAktionSchritte, LoeschenEinerEbeneDerButtonsIstGanzOderGarNicht) {
+    toetenAnJedemSchritt({[&] {
+        LayerLoeschen({{eine.pfad(), "S"}, 4}, [](std::string_view) { return true; });
+    }});
+}
+
+TEST_F(UebersichtAktionSchritte, LoeschenEinesSticksNimmtErstAlleAktionenDannAlleLinien) {
+    const auto loeschen = [&](bool auchFelder) {
+        return [&, auchFelder] {
+            LayerLoeschen({{eine.pfad(), "S"}, 8}, [auchFelder](std::string_view) { return auchFelder; });
+        };
+    };
+    toetenAnJedemSchritt({loeschen(false), loeschen(true)});
 }
