@@ -189,8 +189,7 @@ void Uebersicht::laden() {
 void Uebersicht::closeEvent(QCloseEvent* ereignis) {
     for (auto* knopf : Command1_)
         knopf->setEnabled(false);
-    editorenEntladen();
-    info_->alleEntladen(); // nobody could unlock one that stayed
+    info_->alleEntladen(); // nobody could close one that stayed by "Abbrechen"
     ereignis->accept();
 }
 

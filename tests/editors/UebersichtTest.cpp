@@ -311,6 +311,8 @@ TEST_F(UebersichtForm, EinWechselHatGenauEinZiel) {
     EXPECT_EQ(boxen.gesehen(), Boxen{});
     EXPECT_EQ(datenbank_.inhalt(), vorher);
     erwarteGrundzustand();
+    klicken(WECHSEL); // the lock on the others is gone with the operation
+    EXPECT_EQ(freieZiele(), (Indizes{3, 4, 5}));
 }
 
 TEST_F(UebersichtForm, AbbrechenUndEineWahlInDerListeSetzenAllesZurueck) {
@@ -616,10 +618,39 @@ TEST_F(UebersichtForm, AbbrechenNachDemLinkenStickSchliesstAuchDasTastwerk) {
     klicken(ABBRECHEN); // of the one that was shown last
     EXPECT_NE(offene("frmJust"), nullptr);
     EXPECT_EQ(offene("frmJustr"), nullptr);
+    EXPECT_FALSE(info());
     form().close();
     ereignisse();
     EXPECT_EQ(offene("frmJust"), nullptr);
     EXPECT_EQ(offene("Uebersicht"), nullptr);
+}
+
+TEST_F(UebersichtForm, JederKnopfGibtListeUndPfadWiederFrei) {
+    zweiSchemata();
+    oeffnen();
+    for (const int i : {KOPIEREN, WECHSEL, LOESCHEN}) {
+        klicken(quelle(3));
+        klicken(INFO);
+        ASSERT_TRUE(info());
+        klicken(i);
+        EXPECT_FALSE(info()) << i;
+        EXPECT_NE(offene("frmJoyKonfic"), nullptr);
+    }
+}
+
+TEST_F(UebersichtForm, GeschlossenSperrtSieIhreKnoepfeUndNimmtDieEditorenGleichMit) {
+    zweiSchemata();
+    oeffnen();
+    for (const int i : {0, 3, 6}) {
+        klicken(quelle(i));
+        klicken(INFO);
+    }
+    auto& geschlossene = form();
+    geschlossene.close(); // it lives on until events are processed
+    for (int i = 0; i < 6; ++i)
+        EXPECT_FALSE(control<QPushButton>(geschlossene, QString("Command1(%1)").arg(i)).isEnabled()) << i;
+    for (const auto* name : {"frmJust", "frmJustr", "frmJoyKonfic"})
+        EXPECT_EQ(offene(name), nullptr) << name;
 }
 
 TEST_F(UebersichtForm, InfoLaesstDenEigenenEditorMitSeinenAenderungen) {
