@@ -41,6 +41,9 @@ QComboBox* schemaauswahl(const QString& name) {
     // A long name must not ask for a wider form, nor five hundred of them be measured.
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(20);
+    // One that is chosen and longer than the field shows its beginning.
+    QObject::connect(combo, &QComboBox::currentIndexChanged, combo->lineEdit(),
+                     [feld = combo->lineEdit()] { feld->home(false); });
     return combo;
 }
 

@@ -256,6 +256,19 @@ TEST_F(UebersichtForm, LangeNamenUndPfadeMachenSieNichtBreiter) {
     EXPECT_EQ(pfad(1).toolTip(), pfad(1).text());
 }
 
+TEST_F(UebersichtForm, LangeNamenZeigenIhrenAnfang) {
+    const auto lang = QString(100, 'M');
+    for (const auto& name : {lang + "1", lang + "2"})
+        datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('" + name.toStdString() + "')");
+    oeffnen();
+    for (int seite = 0; seite < 2; ++seite) {
+        EXPECT_EQ(combo(seite).lineEdit()->cursorPosition(), 0) << seite;
+        combo(seite).setCurrentIndex(1);
+        EXPECT_EQ(combo(seite).currentText(), lang + "2");
+        EXPECT_EQ(combo(seite).lineEdit()->cursorPosition(), 0) << seite;
+    }
+}
+
 TEST_F(UebersichtForm, AuchMitGrossenBuchstabenIstAllesZuLesen) {
     zweiSchemata();
     const Schriftgrad gross(18);
