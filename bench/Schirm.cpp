@@ -1,5 +1,5 @@
 // What a picture of the screen costs the event loop, on an X server of our own with a large screen: what
-// counts is how long a running `Schema` would stand still. Writing is beside the loop.
+// counts is how long a running `Schema` would stand still. Reading and writing are beside the loop.
 #include "editors/Bildvorschau.h"
 #include "editors/Ebenenbild.h"
 #include "editors/ScreenChecken.h"
@@ -15,7 +15,9 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -30,6 +32,12 @@ QImage rauschen() {
     QImage bild(SCHIRM, QImage::Format_RGB32);
     QRandomGenerator::global()->fillRange(reinterpret_cast<quint32*>(bild.bits()), bild.sizeInBytes() / 4);
     return bild;
+}
+
+template <class Arbeit> std::chrono::duration<double> dauer(Arbeit arbeit) {
+    const auto anfang = std::chrono::steady_clock::now();
+    arbeit();
+    return std::chrono::steady_clock::now() - anfang;
 }
 
 class Form {
@@ -49,6 +57,15 @@ public:
         pad_.zustand.dwButtons = LSTICK;
         uhr_.vorUm(ABFRAGE);
         QApplication::processEvents();
+    }
+    /// Until all previews have their pictures; the longest time that the loop was not to be had.
+    std::chrono::duration<double> bilderAbwarten() {
+        std::chrono::duration<double> laengster{};
+        const auto vorschauen = form_->findChildren<Bildvorschau*>(QRegularExpression("Image1.[0-5]."));
+        const auto fehlt = [](const auto* vorschau) { return vorschau->bild().isNull(); };
+        while (std::ranges::any_of(vorschauen, fehlt))
+            laengster = std::max(laengster, dauer([] { QApplication::processEvents(); }));
+        return std::max(laengster, dauer([] { QApplication::processEvents(); })); // paints the last one
     }
     void abwarten() {
         const auto vorher = ton_.toene.size();
@@ -104,15 +121,18 @@ void speichern(benchmark::State& stand) {
 }
 BENCHMARK(speichern)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// The longest halt of the loop, not the time until all is to be seen.
 void oeffnenMitSechsBildern(benchmark::State& stand) {
     const auto bild = rauschen();
     Form form;
     for (const char* name : {"S0L.BMP", "S0R.BMP", "S1L.BMP", "S1R.BMP", "S2L.BMP", "S2R.BMP"})
         BildSpeichern(form.bilder(), name, bild);
-    for (auto _ : stand)
-        form.oeffnen();
+    for (auto _ : stand) {
+        const auto oeffnen = dauer([&] { form.oeffnen(); });
+        stand.SetIterationTime(std::max(oeffnen, form.bilderAbwarten()).count());
+    }
 }
-BENCHMARK(oeffnenMitSechsBildern)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(oeffnenMitSechsBildern)->Unit(benchmark::kMillisecond)->UseManualTime();
 
 } // namespace
 

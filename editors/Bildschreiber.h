@@ -1,6 +1,7 @@
 // Does slow work on picture files beside the event loop, one piece after the other in the order given.
 //
-// A picture of a large screen takes longer to write than the program may pause while a `Schema` runs.
+// A picture of a large screen takes longer to read or to write than the program may pause while a `Schema`
+// runs.
 #pragma once
 
 #include <QObject>

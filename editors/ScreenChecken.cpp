@@ -212,13 +212,23 @@ void ScreenChecken::Frame1Zeigen(int index) {
 void ScreenChecken::bilderLaden() {
     const auto leer = BildLaden(ordner_, ERSATZBILD);
     for (int i = 0; i < VORSCHAUEN; ++i) {
-        const auto bild = BildLaden(ordner_, dateiname(i));
-        vorschau(i).bildSetzen(bild.isNull() ? leer : bild);
+        auto bild = std::make_shared<QImage>();
+        schreiber_->auftrag(
+            [ordner = ordner_, name = dateiname(i), ende = ladeende_.get_token(), bild] {
+                if (!ende.stop_requested())
+                    *bild = BildLaden(ordner, name);
+                return !bild->isNull();
+            },
+            [this, i, bild, leer](bool gelungen) {
+                if (vorschau(i).bild().isNull()) // or else a newer one has come meanwhile
+                    vorschau(i).bildSetzen(gelungen ? *bild : leer);
+            });
     }
 }
 
 void ScreenChecken::entladen() {
     Timer1_.reset();
+    ladeende_.request_stop();
     schreiber_->abwarten();
 }
 
@@ -315,6 +325,8 @@ void ScreenChecken::Neu() {
 }
 
 void ScreenChecken::tauschen(int eine, int andere) {
+    if (vorschau(eine).bild().isNull() || vorschau(andere).bild().isNull())
+        schreiber_->abwarten(); // it may still be on its way from its file, which would be lost
     vorschau(HALTEPLATZ).bildSetzen(vorschau(eine).bild());
     vorschau(eine).bildSetzen(vorschau(andere).bild());
     vorschau(andere).bildSetzen(vorschau(HALTEPLATZ).bild());

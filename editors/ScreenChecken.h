@@ -10,6 +10,9 @@
 // Its tone comes when it lies safe in its file. While one is on its way to a preview no other is taken for
 // it.
 //
+// The pictures of the opening are read beside the event loop, too: six of a large screen take longer than a
+// running `Schema` may stand still.
+//
 // Errors have no box, as the game is in front: a failed poll has the long tone, and so has a picture that
 // could not be taken or saved.
 #pragma once
@@ -24,6 +27,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -102,5 +106,6 @@ private:
     QWidget* Shape1_ = nullptr;
     QGroupBox* Frame1_ = nullptr;
     Bildschreiber* schreiber_ = nullptr;
+    std::stop_source ladeende_; ///< what is not read by then is not wanted any more
     std::unique_ptr<Formularzeitgeber> Timer1_;
 };

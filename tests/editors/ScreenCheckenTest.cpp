@@ -1,5 +1,6 @@
 // The form that makes the background pictures: its remote control, its previews, and how it goes back into
 // the editors.
+#include "editors/Bildschreiber.h"
 #include "tests/editors/Justiertest.h"
 #include "tests/hilfen/Dateien.h"
 
@@ -72,7 +73,13 @@ protected:
     }
     void hintergrundknopf() {
         feld<QPushButton>("Command1(2)").click();
+        schirm().findChild<Bildschreiber*>()->abwarten();
         ereignisse();
+    }
+    /// Opens the form, whose pictures are still on their way until the event loop runs.
+    void oeffnenOhneBilder() {
+        editorOeffnen();
+        feld<QPushButton>("Command1(2)").click();
     }
     static QWidget* schirmOffen() { return formNamens("ScreenChecken"); }
     static QWidget& schirm() {
@@ -155,6 +162,54 @@ TEST_F(Hintergrundtest, OhneEinBildBleibenDieVorschauenLeer) {
     oeffnen();
     for (int i = 0; i < 6; ++i)
         EXPECT_EQ(gezeigt(i), 0x303030) << i;
+}
+
+TEST_F(Hintergrundtest, DieBilderWerdenNebenDerEreignisschleifeGeladen) {
+    bildLegen("S0L.bmp", ROT);
+    oeffnenOhneBilder();
+    EXPECT_EQ(gezeigte(), std::vector<std::int64_t>(6, 0x303030)) << "the opening waits for none of them";
+    EXPECT_TRUE(QTest::qWaitFor(
+        [] { return gezeigte() == std::vector<std::int64_t>{ROT, LEER, LEER, LEER, LEER, LEER}; }));
+}
+
+TEST_F(Hintergrundtest, EinWechselVorDemLadenVerliertKeinBild) {
+    bildLegen("S0L.BMP", ROT);
+    bildLegen("S1R.BMP", GRUEN);
+    oeffnenOhneBilder();
+    QTest::mouseClick(&vorschau(0), Qt::LeftButton);
+    control<QPushButton>(schirm(), "Command2(1)").click();
+    QTest::mouseClick(&vorschau(3), Qt::LeftButton);
+    ereignisse();
+    EXPECT_EQ(gezeigte(), (std::vector<std::int64_t>{GRUEN, LEER, LEER, ROT, LEER, LEER}));
+    schliessen();
+    EXPECT_EQ(dateien(), (std::vector<std::int64_t>{GRUEN, -1, -1, ROT, -1, -1}));
+    EXPECT_EQ(toene(), Toene{});
+}
+
+TEST_F(Hintergrundtest, WasVorDemLadenKommtBleibt) {
+    for (const auto* name : {"S0L.BMP", "S0R.BMP", "S1L.BMP"})
+        bildLegen(name, ROT);
+    oeffnenOhneBilder();
+    control<QPushButton>(schirm(), "Command1(0)").click();
+    schirm_.farbe = BLAU;
+    tastenDruecken(LSTICK);
+    uhr_.vorUm(std::chrono::milliseconds{ABFRAGE});
+    tastenDruecken(0);
+    QTest::mouseClick(&vorschau(2), Qt::LeftButton);
+    control<QPushButton>(schirm(), "Command2(0)").click();
+    EXPECT_TRUE(QTest::qWaitFor([] { return gezeigt(1) == ROT && gezeigt(5) == LEER; }));
+    EXPECT_EQ(gezeigte(), (std::vector<std::int64_t>{BLAU, ROT, LEER, LEER, LEER, LEER}));
+    schliessen();
+    EXPECT_EQ(dateien(), (std::vector<std::int64_t>{BLAU, ROT, LEER, -1, -1, -1}));
+}
+
+TEST_F(Hintergrundtest, SchliesstAuchVorDemLaden) {
+    bildLegen("S0L.bmp", ROT);
+    oeffnenOhneBilder();
+    schliessen();
+    EXPECT_EQ(schirmOffen(), nullptr);
+    EXPECT_TRUE(form().isEnabled());
+    EXPECT_EQ(dateifarbe("S0L.bmp"), ROT);
 }
 
 TEST_F(Hintergrundtest, VerbirgtUndSperrtDenEditorUndGibtIhnZurueck) {
