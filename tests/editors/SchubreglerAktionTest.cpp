@@ -95,6 +95,23 @@ TEST_F(SchubreglerAktionTest, JedeAktionWirdAlsIhrSatzGezeigtUndGespeichert) {
     EXPECT_EQ(gespeichert(), text) << "read and written back it is the same";
 }
 
+TEST_F(SchubreglerAktionTest, DieZahlfelderHabenGrundwerte) {
+    oeffnen();
+    neueLinien(2);
+    waehlen(0, 0);
+    EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("1-0-0(1,1,)")});
+    waehlen(1, 1);
+    for (const auto& [maus, satz] : {std::pair{"optMaus(3)", "2-1-3(1,,)"}, {"optMaus(4)", "2-1-4(1,,)"}}) {
+        option(maus).click();
+        EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box(satz)});
+    }
+    waehlen(2, 2);
+    taste(65);
+    option("optEig(1)").click();
+    check1().click();
+    EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("3-2-1(65,1,0)")});
+}
+
 TEST_F(SchubreglerAktionTest, DasFeldBleibtGewaehltUndDerNeueSatzTrittAnDieStelleDesAlten) {
     oeffnen(DREI_FELDER);
     waehlen(1, 3);
@@ -295,6 +312,17 @@ TEST_F(SchubreglerAktionTest, LeereStellenUmDieZahlGehenNichtInDenText) {
     EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("1-0-0(10,1,)")});
 }
 
+TEST_F(SchubreglerAktionTest, WerSchonWiederImFeldIstWirdNichtGefragt) {
+    oeffnen("1");
+    waehlen(0, 0);
+    tippen("txtSchritt(0)", "abc");
+    Boxleser boxen;
+    check2().setFocus();
+    feld("txtSchritt(0)").setFocus();
+    ereignisse();
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+}
+
 TEST_F(SchubreglerAktionTest, AbbrechenUndEinAnderesFensterFragenNichtNachDerZahl) {
     oeffnen("1");
     waehlen(0, 0);
@@ -304,7 +332,10 @@ TEST_F(SchubreglerAktionTest, AbbrechenUndEinAnderesFensterFragenNichtNachDerZah
     ereignisse();
     EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
     nachVorn();
-    QTest::mouseClick(&knopf("Command4"), Qt::LeftButton);
+    QTest::mousePress(&knopf("Command4"), Qt::LeftButton);
+    ereignisse();
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+    QTest::mouseRelease(&knopf("Command4"), Qt::LeftButton);
     ereignisse();
     EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
     EXPECT_EQ(formen().size(), 0U);

@@ -117,6 +117,34 @@ TEST_F(SchubreglerKonficTest, DieLinienTeilenDasBildInGleicheFelder) {
     EXPECT_EQ(eintraege().back(), "Feld: 20");
 }
 
+TEST_F(SchubreglerKonficTest, DieLinienFolgenDerBreiteDesBildes) {
+    oeffnen("3");
+    const int vorher = bild().width();
+    bild().resize(vorher + 90, bild().height());
+    EXPECT_EQ(linien(), (std::map<int, int>{{1, static_cast<int>(std::lround((vorher + 90) / 3.0))},
+                                            {2, static_cast<int>(std::lround((vorher + 90) * 2 / 3.0))}}));
+}
+
+TEST_F(SchubreglerKonficTest, DasGewaehlteFeldHebtSichImBildAb) {
+    oeffnen("4");
+    const auto farben = [] {
+        const auto gemalt = bild().grab().toImage();
+        std::vector<QRgb> alle;
+        for (int feld = 0; feld < 4; ++feld)
+            alle.push_back(gemalt.pixel(gemalt.width() * feld / 4 + 5, 5));
+        return alle;
+    };
+    const auto ohne = farben();
+    EXPECT_EQ(ohne, std::vector<QRgb>(4, ohne[0]));
+    liste().setCurrentRow(2);
+    const auto mit = farben();
+    EXPECT_NE(mit[2], ohne[2]);
+    EXPECT_EQ(mit, (std::vector<QRgb>{ohne[0], ohne[1], mit[2], ohne[3]}));
+    neueLinien(1);
+    knopf("Command1(1)").click();
+    EXPECT_EQ(farben(), ohne) << "the new list has none selected";
+}
+
 TEST_F(SchubreglerKonficTest, NachNeunzehnLinienTutNeueLinieNichtsMehr) {
     oeffnen("20");
     liste().setCurrentRow(19);
@@ -257,6 +285,11 @@ TEST_F(SchubreglerKonficTest, EinFeldMitTasteZeigtIhrenNamenUndIhreZeiten) {
     EXPECT_TRUE(control<QCheckBox>(form(), "Check1").isChecked());
     EXPECT_EQ(feld("txtZeit(1)").text(), "0");
     EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("3-2-1(255,40,0)")}) << "and it is kept";
+
+    feld("txtZeit(1)").setText("77");
+    liste().setCurrentRow(1);
+    EXPECT_FALSE(control<QCheckBox>(form(), "Check1").isChecked()) << "it has no pause";
+    EXPECT_EQ(feld("txtZeit(1)").text(), "77") << "what the record does not tell stays";
 }
 
 TEST_F(SchubreglerKonficTest, EinFeldOhneSatzIstEinLeerfeld) {
@@ -350,8 +383,12 @@ TEST_F(SchubreglerKonficTest, SchubreglerZweiHatEigeneFelderDieNichtGespeichertW
     neueLinien(4);
     liste().setCurrentRow(4);
     EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("5-3-(,,)")});
+    schieben(65534); // the marker is that of the one axis that plays
+    EXPECT_EQ(stand(), "Feld: 5");
 
     option("Option3(0)").click();
+    vergehen(50);
+    EXPECT_EQ(stand(), "Feld: 3");
     EXPECT_EQ(liste().count(), 3);
     EXPECT_EQ(hinweis.text(), "");
     liste().setCurrentRow(0);
@@ -361,6 +398,18 @@ TEST_F(SchubreglerKonficTest, SchubreglerZweiHatEigeneFelderDieNichtGespeichertW
     EXPECT_EQ(linien().size(), 4U);
     speichern();
     EXPECT_EQ(gespeichert(), DREI_FELDER);
+}
+
+TEST_F(SchubreglerKonficTest, Check2GiltFuerDieFormWelcherReglerAuchGezeigtIst) {
+    oeffnen(DREI_FELDER);
+    auto& check2 = control<QCheckBox>(form(), "Check2");
+    check2.click();
+    option("Option3(1)").click();
+    EXPECT_TRUE(check2.isChecked());
+    option("Option3(0)").click();
+    EXPECT_TRUE(check2.isChecked());
+    speichern();
+    EXPECT_EQ(gespeichert(), "3/1-1-0-1(10,5,)/1-2-1-3(120,,)/1-3-2-1(65,50,100)");
 }
 
 // --- the window ---

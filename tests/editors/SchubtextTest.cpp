@@ -45,6 +45,7 @@ TEST(SchubtextTest, DieSaetzeStehenUnterIhremFeldUndNachNummernGeordnet) {
 TEST(SchubtextTest, DasErsteCGiltUndKommtInAlleSaetze) {
     EXPECT_TRUE(Schubtext("2/1-2-3-(,,)/0-1-3-(,,)").nurAuswaerts());
     EXPECT_FALSE(Schubtext("2/0-1-3-(,,)/1-2-3-(,,)").nurAuswaerts());
+    EXPECT_FALSE(Schubtext("1/2-1-3-(,,)").nurAuswaerts()) << "as in a run, where 1 alone counts";
     EXPECT_EQ(Schubtext("2/0-1-3-(,,)/1-2-3-(,,)").text(true), "2/1-1-3-(,,)/1-2-3-(,,)");
 }
 
@@ -89,6 +90,17 @@ TEST(SchubtextTest, MitDerLinieGehtDerSatzDesLetztenFelds) {
     EXPECT_EQ(text.text(false), "2/0-1-2-0(65,,)/0-2-2-0(66,,)");
     EXPECT_TRUE(text.linieAnfuegen());
     EXPECT_EQ(text.satz(2), "") << "it does not come back with the line";
+}
+
+TEST(SchubtextTest, EinSatzHinterDemLetztenFeldBleibtBisSeinFeldGeloeschtWird) {
+    Schubtext text("2/0-2-2-0(66,,)/0-4-2-0(68,,)");
+    EXPECT_TRUE(text.linieLoeschen());
+    EXPECT_EQ(text.text(false), "1/0-4-2-0(68,,)");
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(text.linieAnfuegen());
+    EXPECT_EQ(text.satz(3), "4-2-0(68,,)");
+    EXPECT_TRUE(text.linieLoeschen());
+    EXPECT_EQ(text.text(false), "3");
 }
 
 TEST(SchubtextTest, EineNeueLinieLaesstDieSaetzeAnIhremPlatz) {

@@ -1,5 +1,6 @@
 // The form that makes the background pictures: its remote control, its previews, and how it goes back into
 // the editors.
+#include "editors/ScreenChecken.h"
 #include "editors/Bildschreiber.h"
 #include "tests/editors/Justiertest.h"
 #include "tests/hilfen/Dateien.h"
@@ -283,6 +284,22 @@ TEST_F(Hintergrundtest, NachStartGiltEbene0) {
     abfrage(RSTICK, 1);
     EXPECT_EQ(toene(), (Toene{EBENENTON, BILDTON}));
     EXPECT_EQ(dateien(), (std::vector<std::int64_t>{-1, 0, -1, -1, -1, -1}));
+}
+
+TEST_F(Hintergrundtest, DerSatzDesPadsWirdMitGroesseUndFlaggenVerlangt) {
+    struct Mithoerer final : Joystick {
+        std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override {
+            anfragen.push_back({id, info.dwSize, info.dwFlags});
+            return JOYERR_NOERROR;
+        }
+        std::vector<std::array<std::uint32_t, 3>> anfragen;
+    } pad;
+    ScreenChecken form(bilder().string(), "S", Schirmgeraete{pad, uhr_, ton_, schirm_});
+    control<QPushButton>(form, "Command1(0)").click();
+    vergehen(2 * ABFRAGE);
+    const std::array<std::uint32_t, 3> anfrage{0, 64, 255};
+    EXPECT_EQ(pad.anfragen, (std::vector{anfrage, anfrage}));
+    EXPECT_EQ(toene(), Toene{});
 }
 
 TEST_F(Hintergrundtest, NurEineTasteAlleinZaehlt) {
