@@ -16,6 +16,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
 namespace {
 
 // Indices of Command1.
@@ -280,9 +285,16 @@ void Uebersicht::Command1Klick(int index) {
     }
 }
 
+/// The program's own database is opened by its own name, whatever name leads to it: what a crash leaves of a
+/// change lies beside the name that it was made by, and another hard link would not lead to it.
+std::string Uebersicht::pfad(int seite) const {
+    const auto gewaehlter = Text1_[static_cast<std::size_t>(seite)]->text().toStdString();
+    std::error_code egal; // a file that is not there is told of when it is opened
+    return fs::equivalent(gewaehlter, global_.DatenbankPfad, egal) ? global_.DatenbankPfad : gewaehlter;
+}
+
 Schemaort Uebersicht::schema(int seite) const {
-    const auto i = static_cast<std::size_t>(seite);
-    return {Text1_[i]->text().toStdString(), Combo1_[i]->currentText().toStdString()};
+    return {pfad(seite), Combo1_[static_cast<std::size_t>(seite)]->currentText().toStdString()};
 }
 
 Ebenenort Uebersicht::quelle() const {

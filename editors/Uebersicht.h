@@ -65,6 +65,7 @@ private:
     void wechseln();
     void kopieren();
 
+    std::string pfad(int seite) const;
     Schemaort schema(int seite) const;
     Ebenenort quelle() const;
 

@@ -476,6 +476,26 @@ TEST_F(UebersichtForm, LoeschenInEinerFremdenDateiGibtEineMeldung) {
     erwarteGrundzustand();
 }
 
+TEST_F(UebersichtForm, DieEigeneDatenbankWirdMitIhremEigenenNamenGeoeffnet) {
+    zweiSchemata();
+    const fs::path andererName = datenbank_.ordner() / "Anderer Name.twk";
+    fs::create_hard_link(datenbank_.pfad(), andererName);
+    oeffnen();
+    klicken(quelle(4));
+    pfad(0).setText(QString::fromStdString(andererName.string()));
+    combo(0).setEditText("fehlt");
+    {
+        Boxleser boxen;
+        klicken(LOESCHEN);
+        erwarteFehler(boxen, 3021);
+        EXPECT_TRUE(boxen.gesehen()[0].text.contains(QString::fromStdString(datenbank_.pfad())));
+    }
+    combo(0).setEditText("A");
+    klicken(LOESCHEN);
+    EXPECT_EQ(taste(datenbank_, "btn101", "A"), "10,0,0-0-0");
+    EXPECT_EQ(pfad(0).text().toStdString(), andererName.string());
+}
+
 TEST_F(UebersichtForm, OhneSchemaTutSieNichts) {
     oeffnen();
     EXPECT_EQ(combo(0).count(), 0);
