@@ -184,9 +184,10 @@ TEST_F(UebersichtAktion, DieAktionenSindFortBevorGefragtWird) {
 
 TEST_F(UebersichtAktion, LoeschenRichtetSichNachDemIndexDerZeileNichtNachIhrerZahl) {
     datei.sql("DELETE FROM tblStick WHERE \"index\" IN (1, 7)");
-    datei.sql("INSERT INTO tblStick VALUES ('A', 21, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9)");
+    for (const std::string zeile : {"0", "21"})
+        datei.sql("INSERT INTO tblStick VALUES ('A', " + zeile + ", 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9)");
     EXPECT_EQ(loeschen(hier("A", 2), true), 0);
-    EXPECT_EQ(linien(datei, "", "A", 2), Tabellenbild(19, Texte(4, "0")));
+    EXPECT_EQ(linien(datei, "", "A", 2), Tabellenbild(20, Texte(4, "0")));
 }
 
 TEST_F(UebersichtAktion, LoeschenOhneZeileDesSchemasEndetMitDemFehlerUndAendertNichts) {
@@ -307,13 +308,18 @@ TEST_F(UebersichtAktion, WechselOhneZeileAufEinerSeiteAendertKeineVonBeiden) {
 }
 
 TEST_F(UebersichtAktion, DerFehlerNenntTabelleDateiUndSchema) {
-    try {
-        LayerWechseln(hier("A", 0), dort("fehlt", 0), [](std::string_view) {});
-        FAIL();
-    } catch (const LaufzeitFehler& fehler) {
-        EXPECT_EQ(fehler.what(), "Die Tabelle „tblStick“ der Datenbank „" + andere.pfad() +
-                                     "“ hat für das Schema „fehlt“ keine Zeilen.");
-    }
+    for (const auto& [index, tabelle, was] :
+         {std::tuple(0, "tblStick", "keine Zeilen"), std::tuple(3, "tblTastatur", "keine Zeile")})
+        for (const bool zuerst : {false, true})
+            try {
+                const auto da = hier("A", index);
+                const auto fehlt = dort("fehlt", index);
+                LayerWechseln(zuerst ? fehlt : da, zuerst ? da : fehlt, [](std::string_view) {});
+                FAIL();
+            } catch (const LaufzeitFehler& fehler) {
+                EXPECT_EQ(fehler.what(), std::string("Die Tabelle „") + tabelle + "“ der Datenbank „" +
+                                             andere.pfad() + "“ hat für das Schema „fehlt“ " + was + ".");
+            }
 }
 
 TEST_F(UebersichtAktion, WechselTauschtSoVieleZeilenWieDaSind) {
