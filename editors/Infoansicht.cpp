@@ -16,12 +16,15 @@ namespace {
 
 /// Where the screen has no room for it, the window manager finds it a place.
 void danebenStellen(QWidget& form, const QWidget& neben) {
+    if (!form.testAttribute(Qt::WA_Resized))
+        form.adjustSize(); // as it comes when it is shown
     const auto frei = neben.screen()->availableGeometry();
     const auto dort = neben.frameGeometry();
-    if (dort.right() + form.width() <= frei.right())
+    const int breite = form.width() + dort.width() - neben.width(); // with a frame like that one's
+    if (dort.right() + breite <= frei.right())
         form.move(dort.right() + 1, dort.top());
-    else if (dort.left() - form.width() >= frei.left())
-        form.move(dort.left() - form.width(), dort.top());
+    else if (dort.left() - breite >= frei.left())
+        form.move(dort.left() - breite, dort.top());
 }
 
 } // namespace

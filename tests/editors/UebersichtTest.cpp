@@ -1,6 +1,7 @@
 // The overview: its locks, what its buttons do to the databases, and the editors that "Info" shows.
 #include "tests/editors/Formtest.h"
 #include "tests/hilfen/Dateien.h"
+#include "tests/hilfen/Gamepadxml.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -8,6 +9,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScreen>
 #include <QtTest/QTest>
 
 #include <filesystem>
@@ -515,6 +517,22 @@ TEST_F(UebersichtForm, OhneSchemaTutSieNichts) {
     EXPECT_EQ(offene("frmJust"), nullptr);
 }
 
+TEST_F(UebersichtForm, OhneSchemaDerZweitenSeiteGibtEsKeinZiel) {
+    zweiSchemata();
+    oeffnen();
+    const auto vorher = datenbank_.inhalt();
+    for (const int wie : {KOPIEREN, WECHSEL}) {
+        klicken(quelle(0));
+        combo(1).setEditText("");
+        klicken(wie);
+        klicken(ziel(1));
+        Boxleser boxen;
+        klicken(OK);
+        EXPECT_EQ(boxen.gesehen(), Boxen{KEIN_SCHEMA}) << wie;
+    }
+    EXPECT_EQ(datenbank_.inhalt(), vorher);
+}
+
 TEST_F(UebersichtForm, OhneLesbareDatenbankOeffnetSieMitLeerenListen) {
     starten();
     dateiSchreiben(datenbank_.pfad(), std::string(5000, 'x'));
@@ -770,6 +788,78 @@ TEST_F(UebersichtForm, InfoEinesSchemasDasEsNichtGibtLegtNichtsAn) {
         EXPECT_FALSE(info());
     }
     EXPECT_EQ(datenbank_.inhalt(), vorher);
+}
+
+TEST_F(UebersichtForm, EinEditorDerNichtMehrZuLadenIstBleibtNichtStehen) {
+    zweiSchemata();
+    oeffnen();
+    klicken(INFO);
+    ASSERT_NE(offene("frmJust"), nullptr);
+    datenbank_.sql("DROP TABLE tblStick");
+    Boxleser boxen;
+    klicken(INFO);
+    erwarteFehler(boxen, 3078);
+    EXPECT_EQ(offene("frmJust"), nullptr);
+    EXPECT_FALSE(info());
+}
+
+TEST_F(UebersichtForm, InfoZeigtDasPadMitDenAchsenDesGewaehltenSchemas) {
+    zweiSchemata();
+    std::string zeilen;
+    for (const auto& [name, x, z] : {std::tuple("A", "lx", "rx"), std::tuple("B", "rx", "lx")})
+        zeilen += adoZeile({{"Schema", name}, {"dwXPos", x}, {"dwZPos", z}});
+    dateiSchreiben(datenbank_.ordner() / "Gamepad.xml", adoXml(zeilen));
+    oeffnen();
+    combo(0).setCurrentIndex(1);
+    klicken(INFO);
+    pad_.zustand.dwXpos = 60000;
+    pad_.zustand.dwZpos = 10000;
+    vergehen(60);
+    auto& editor = *offene("frmJust");
+    const auto breite = control<QWidget>(editor, "Stickebene").width();
+    EXPECT_NEAR(control<QWidget>(editor, "Punkt").x(), 60000. / 65535 * breite, 1);
+}
+
+TEST_F(UebersichtForm, InfoGibtEinemNamenDerErstGetipptWirdKeineAchsen) {
+    zweiSchemata();
+    oeffnen();
+    const auto vorher = dateiLesen(datenbank_.ordner() / "Gamepad.xml");
+    EXPECT_NE(vorher, "");
+    control<QComboBox>(haupt(), "Combo1").setEditText("getippt");
+    klicken(INFO);
+    ASSERT_NE(offene("frmJust"), nullptr);
+    EXPECT_EQ(dateiLesen(datenbank_.ordner() / "Gamepad.xml"), vorher);
+}
+
+TEST_F(UebersichtForm, InfoZeigtDasBildDerEbene) {
+    zweiSchemata();
+    const auto bilder = datenbank_.ordner() / "Bilder";
+    fs::create_directories(bilder);
+    QImage rot(8, 8, QImage::Format_RGB32);
+    rot.fill(Qt::red);
+    ASSERT_TRUE(rot.save(QString::fromStdString((bilder / "B1R.bmp").string())));
+    oeffnen();
+    combo(0).setCurrentIndex(1);
+    klicken(quelle(7));
+    klicken(INFO);
+    auto& ebene = control<QWidget>(*offene("frmJustr"), "Stickebene");
+    EXPECT_EQ(ebene.grab().toImage().pixelColor(ebene.width() / 8, ebene.height() / 8), QColor(Qt::red));
+}
+
+TEST_F(UebersichtForm, InfoStehtNebenDerForm) {
+    zweiSchemata();
+    oeffnen();
+    klicken(quelle(3));
+    const auto frei = form().screen()->availableGeometry();
+    for (const int links : {frei.left() + 20 - form().width(), frei.right() - 20}) { // room on one side only
+        form().move(links, frei.top() + 40);
+        ereignisse();
+        klicken(INFO);
+        const auto dort = form().frameGeometry();
+        const auto hier = offene("frmJoyKonfic")->frameGeometry();
+        EXPECT_EQ(links < 0 ? hier.left() : hier.right(), links < 0 ? dort.right() + 1 : dort.left() - 1);
+        EXPECT_EQ(hier.top(), dort.top());
+    }
 }
 
 TEST_F(UebersichtForm, MitDemSchemaGehtSeinGezeigterEditor) {
