@@ -275,6 +275,14 @@ TEST_F(UebersichtAktion, WechselMitSichSelbstMeldetNur) {
     EXPECT_EQ(datei.inhalt(), vorher);
 }
 
+TEST_F(UebersichtAktion, GleicheNamenInZweiDateienSindNichtDasselbe) {
+    EXPECT_EQ(wechseln(hier("B", 0), dort("B", 0)), 0);
+    EXPECT_EQ(linien(datei, "", "B", 0), gelegt(30000, 0));
+    EXPECT_EQ(linien(andere, "", "B", 0), gelegt(20000, 0));
+    EXPECT_EQ(wechseln(hier("B", 4), dort("B", 4)), 0);
+    EXPECT_EQ(spalten(datei, "tblTastatur", "B", 14, 12), folge("B30000", 14, 12));
+}
+
 TEST_F(UebersichtAktion, DieselbeDateiAufZweiWegenSperrtSichNichtSelbst) {
     const fs::path verweis = andere.ordner() / "Verweis.twk";
     fs::create_symlink(datei.pfad(), verweis);

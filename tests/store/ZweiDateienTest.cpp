@@ -176,6 +176,14 @@ TEST_F(ZweiDateien, EineTabelleFehltInDerDateiDieSieNichtHat) {
     }
 }
 
+TEST_F(ZweiDateien, JedeDateiHatIhreEigenenSpalten) {
+    andere.sql("ALTER TABLE tblTastatur ADD COLUMN Eigene TEXT DEFAULT 'da'");
+    Database erste = OpenDatabase(eine.pfad());
+    Database zweite = erste.danebenOeffnen(andere.pfad());
+    EXPECT_EQ(fehlernummer([&] { erste.OpenRecordset("tblTastatur").get_Value("Eigene"); }), 3265);
+    EXPECT_EQ(zweite.OpenRecordset("tblTastatur").get_Value("Eigene"), Wert("da"));
+}
+
 TEST_F(ZweiDateien, SperrtEinAndererDieZweiteScheitertAllesUndBeideWerdenGenannt) {
     Database erste = OpenDatabase(eine.pfad());
     Database zweite = erste.danebenOeffnen(andere.pfad());
@@ -300,6 +308,33 @@ TEST(ZweiDateienAbsturz, AnJedemSchrittSindBeideVorherOderBeideNachher) {
         EXPECT_GT(alte, 10);
         EXPECT_GT(neue, 2); // it is done before the two journals are gone
     }
+}
+
+TEST(ZweiDateienAbsturz, BeideErholenSichAuchWennSieNebeneinanderGeoeffnetWerden) {
+    StoerVfs disk;
+    int alte = 0;
+    bool getoetet = true;
+    for (int n = 1; getoetet; ++n) {
+        Testdatenbank eine;
+        Testdatenbank andere;
+        eine.sql(VIELE_ZEILEN);
+        andere.sql(VIELE_ZEILEN);
+        getoetet =
+            wurdeGetoetet(imKind([&] { beideAendern(eine, andere, disk, n, StoerVfs::Eingriff::Toeten); }));
+        const bool andereZuerst = n % 2 == 0;
+        Database erste = OpenDatabase((andereZuerst ? andere : eine).pfad());
+        Database zweite = erste.danebenOeffnen((andereZuerst ? eine : andere).pfad());
+        const Wert text = erste.OpenRecordset("tblTastatur").get_Value("btn1");
+        EXPECT_EQ(zweite.OpenRecordset("tblTastatur").get_Value("btn1"), text) << "step " << n;
+        alte += text == Wert("alt");
+        erste.inEinerTransaktion([&] {
+            alleAendern(erste, "danach");
+            alleAendern(zweite, "danach");
+        });
+        erste.Close();
+        EXPECT_EQ(ausgang(eine, andere, false), (Ausgang{{"danach"}, {"danach"}})) << "step " << n;
+    }
+    EXPECT_GT(alte, 10);
 }
 
 TEST(ZweiDateienStoerung, AnJedemSchrittSindBeideVorherOderBeideNachher) {
