@@ -17,6 +17,8 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyleOptionGroupBox>
+#include <QStylePainter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -82,6 +84,26 @@ protected:
         maler.setPen(QPen(RAHMENFARBE, RAHMEN, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         const double halb = RAHMEN / 2.0;
         maler.drawRect(QRectF(rect()).adjusted(halb, halb, -halb, -halb));
+    }
+};
+
+/// The pop-up: a frame with an edge of its own, which parts it from the picture below it.
+class Auswahltafel final : public QGroupBox {
+public:
+    Auswahltafel(const char* text, QWidget* eltern) : QGroupBox(text, eltern) { setAutoFillBackground(true); }
+    static constexpr int RAND = 6; // between the edge and the frame
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QStylePainter maler(this);
+        QStyleOptionGroupBox rahmen;
+        initStyleOption(&rahmen);
+        rahmen.rect.setSize(rahmen.rect.size() - QSize(2 * RAND, 2 * RAND));
+        maler.translate(RAND, RAND); // styles place the title at the left, whatever the rectangle
+        maler.drawComplexControl(QStyle::CC_GroupBox, rahmen);
+        maler.resetTransform();
+        maler.setPen(palette().color(QPalette::Shadow));
+        maler.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
     }
 };
 
@@ -166,9 +188,10 @@ QWidget* ScreenChecken::kopf(const char* text) {
 }
 
 void ScreenChecken::Frame1Bauen() {
-    Frame1_ = benannt(new QGroupBox("Bitte wählen", this), "Frame1");
-    Frame1_->setAutoFillBackground(true);
+    Frame1_ = benannt(new Auswahltafel("Bitte wählen", this), "Frame1");
     auto* zeile = new QHBoxLayout(Frame1_);
+    const int rand = Auswahltafel::RAND;
+    zeile->setContentsMargins(zeile->contentsMargins() + QMargins(rand, rand, rand, rand));
     for (const auto& [index, text] : {std::pair{NEU, "Neu"}, std::pair{WECHSELN, "Wechseln"}})
         zeile->addWidget(benannt(new QPushButton(text), feldname("Command2", index)));
     Frame1_->hide();

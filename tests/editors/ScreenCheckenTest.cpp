@@ -456,6 +456,18 @@ TEST_F(Hintergrundtest, DieAuswahlOeffnetSichAnDerVorschauUndLiegtInDerForm) {
     EXPECT_FALSE(auswahl.isVisible());
 }
 
+TEST_F(Hintergrundtest, DieAuswahlHebtSichVonJedemBildAb) {
+    oeffnen();
+    klick(0, Qt::RightButton);
+    const auto bild = schirm().grab(control<QWidget>(schirm(), "Frame1").geometry()).toImage();
+    const auto innen = bild.pixel(3, 3);
+    for (const auto& ort : {QPoint(0, bild.height() / 2), QPoint(bild.width() - 1, bild.height() / 2),
+                            QPoint(bild.width() / 2, 0), QPoint(bild.width() / 2, bild.height() - 1)})
+        EXPECT_LT(qGray(bild.pixel(ort)), qGray(innen) - 60) << ort.x() << "," << ort.y();
+    for (int y = 1; y < bild.height() - 1; ++y) // the title keeps off the edge
+        EXPECT_EQ(bild.pixel(2, y), innen) << y;
+}
+
 TEST_F(Hintergrundtest, NeuLeertDieGewaehlteVorschauUndIhreDatei) {
     bildLegen("S1R.bmp", ROT);
     bildLegen("S2L.bmp", GRUEN);
