@@ -563,6 +563,9 @@ public:
             titel = dialog->windowTitle();
             filter = dialog->nameFilters();
             gewaehlterFilter = dialog->selectedNameFilter();
+            for (const auto stelle : {QFileDialog::LookIn, QFileDialog::FileName, QFileDialog::FileType,
+                                      QFileDialog::Accept, QFileDialog::Reject})
+                texte << dialog->labelText(stelle);
             if (datei.isEmpty())
                 return dialog->reject();
             dialog->findChild<QLineEdit*>("fileNameEdit")->setText(datei);
@@ -573,6 +576,7 @@ public:
     QString titel;
     QStringList filter;
     QString gewaehlterFilter;
+    QStringList texte;
 
 private:
     QTimer takt_;
@@ -604,6 +608,7 @@ TEST_F(UebersichtForm, EinAbgebrochenerDateidialogLaesstDenPfad) {
     Dateiwaehler waehler("");
     klicken(feld<QPushButton>("Command2", 0));
     EXPECT_EQ(waehler.titel, "Datenbank öffnen");
+    EXPECT_EQ(waehler.texte, (QStringList{"Suchen in:", "Datei&name:", "Dateityp:", "Ö&ffnen", "Abbrechen"}));
     EXPECT_EQ(pfad(0).text().toStdString(), datenbank_.pfad());
     erwarteGrundzustand();
 }
