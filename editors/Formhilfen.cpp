@@ -41,9 +41,10 @@ QComboBox* schemaauswahl(const QString& name) {
     // A long name must not ask for a wider form, nor five hundred of them be measured.
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(20);
-    // One that is chosen and longer than the field shows its beginning.
-    QObject::connect(combo, &QComboBox::currentIndexChanged, combo->lineEdit(),
-                     [feld = combo->lineEdit()] { feld->home(false); });
+    // One that is chosen, be it anew, and longer than the field shows its beginning.
+    const auto anfangZeigen = [feld = combo->lineEdit()] { feld->home(false); };
+    QObject::connect(combo, &QComboBox::currentIndexChanged, combo->lineEdit(), anfangZeigen);
+    QObject::connect(combo, &QComboBox::activated, combo->lineEdit(), anfangZeigen);
     return combo;
 }
 

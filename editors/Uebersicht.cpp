@@ -145,10 +145,7 @@ QGroupBox* Uebersicht::namensrahmen(int seite) {
     if (seite == 0)
         rahmen->setObjectName("Schema");
     Combo1_[i] = schemaauswahl(feldname("Combo1", seite));
-    connect(Combo1_[i], &QComboBox::activated, this, [this, i] {
-        Combo1_[i]->lineEdit()->home(false); // a long name shows its beginning
-        frameEnable(1);
-    });
+    connect(Combo1_[i], &QComboBox::activated, this, [this] { frameEnable(1); });
     auto* zeile = new QHBoxLayout(rahmen);
     zeile->addWidget(Combo1_[i]);
     return rahmen;

@@ -3,6 +3,7 @@
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Gamepadxml.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
@@ -266,6 +267,11 @@ TEST_F(UebersichtForm, LangeNamenZeigenIhrenAnfang) {
     for (int seite = 0; seite < 2; ++seite) {
         EXPECT_EQ(combo(seite).lineEdit()->cursorPosition(), 0) << seite;
         combo(seite).setCurrentIndex(1);
+        EXPECT_EQ(combo(seite).currentText(), lang + "2");
+        EXPECT_EQ(combo(seite).lineEdit()->cursorPosition(), 0) << seite;
+        combo(seite).setEditText(lang + "3");
+        combo(seite).showPopup();
+        QTest::keyClick(combo(seite).view(), Qt::Key_Return); // the entry that is the current one
         EXPECT_EQ(combo(seite).currentText(), lang + "2");
         EXPECT_EQ(combo(seite).lineEdit()->cursorPosition(), 0) << seite;
     }
