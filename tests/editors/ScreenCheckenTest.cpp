@@ -10,7 +10,9 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <filesystem>
+#include <thread>
 
 namespace fs = std::filesystem;
 
@@ -671,4 +673,28 @@ TEST_F(RechterHintergrundtest, OhneEditorGehtEsInsNichts) {
     EXPECT_EQ(offen(), nullptr);
     EXPECT_EQ(formNamens("frmJust"), nullptr);
     EXPECT_TRUE(haupt().isVisible());
+}
+
+TEST(Bildschreiber, EinAuftragKommtNachDemAnderen) {
+    constexpr int AUFTRAEGE = 200;
+    std::atomic<int> laufende = 0;
+    std::atomic<int> meiste = 0;
+    std::vector<int> fertige;
+    std::vector<int> erwartet;
+    Bildschreiber schreiber(nullptr);
+    for (int i = 0; i < AUFTRAEGE; ++i) {
+        erwartet.push_back(i);
+        schreiber.auftrag(
+            [&] {
+                meiste = std::max(meiste.load(), ++laufende);
+                for (int pause = 0; pause < 100; ++pause)
+                    std::this_thread::yield();
+                --laufende;
+                return true;
+            },
+            [&fertige, i](bool) { fertige.push_back(i); });
+    }
+    schreiber.abwarten();
+    EXPECT_EQ(meiste, 1);
+    EXPECT_EQ(fertige, erwartet);
 }
