@@ -181,7 +181,8 @@ int main(int anzahl, char** worte) {
     Spielpad pad;
     const auto plattform = system.plattform();
     Programm programm({plattform.joystick, plattform.eingabe, zeitgeber, plattform.prozess,
-                       plattform.tastatur, (datenbank.ordner() / "Gamepad.xml").string()});
+                       plattform.tastatur, plattform.ton, plattform.aufnahme,
+                       (datenbank.ordner() / "Gamepad.xml").string()});
     programm.starten();
     programm.hauptform().findChild<QPushButton*>("Command1(5)")->click();
 

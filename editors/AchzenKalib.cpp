@@ -191,6 +191,10 @@ void AchzenKalib::bestaetigen() {
     }
     if (!darfSpeichern(this, schema_, achsen_.Schema()))
         return;
-    achsen_.AchsenUebernehmen(tabelle);
+    if (!achsen_.AchsenUebernehmen(tabelle))
+        meldung(this,
+                "Die Zuordnung gilt jetzt, konnte aber nicht gespeichert werden: Gamepad.xml lässt sich "
+                "nicht lesen oder nicht schreiben, oder der Name des Schemas passt nicht hinein.",
+                "");
     close();
 }

@@ -208,7 +208,13 @@ void SchubreglerKonfic::Command3_Click() {
                 "");
         return;
     }
-    achsen_.GamepadSchreiben(text);
+    if (!achsen_.GamepadSchreiben(text)) {
+        meldung(this,
+                "Die Felder konnten nicht gespeichert werden: Gamepad.xml lässt sich nicht lesen oder "
+                "nicht schreiben, oder der Name des Schemas passt nicht hinein.",
+                "");
+        return; // they are nowhere else
+    }
     close();
 }
 

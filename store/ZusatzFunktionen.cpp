@@ -51,9 +51,9 @@ std::optional<Gamepadtabelle> tabelleLesen(const std::string& pfad) {
     return datei.bad() ? std::nullopt : gamepadAusXml(inhalt);
 }
 
-void tabelleSpeichern(const std::string& pfad, const Gamepadtabelle& tabelle) {
-    if (const auto xml = gamepadAlsXml(tabelle))
-        dateiErsetzen(pfad, *xml);
+bool tabelleSpeichern(const std::string& pfad, const Gamepadtabelle& tabelle) {
+    const auto xml = gamepadAlsXml(tabelle);
+    return xml && dateiErsetzen(pfad, *xml);
 }
 
 bool istZeileVon(const Gamepadzeile& zeile, const std::string& schema) {
@@ -148,13 +148,15 @@ void ZusatzFunktionen::AchsenLesen() {
                 AchsenWerte_[achse] = static_cast<std::int32_t>(info_.*ROHACHSEN[i].wert);
 }
 
-void ZusatzFunktionen::AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle) {
+bool ZusatzFunktionen::AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle) {
     std::transform(tabelle.begin(), tabelle.end(), AchsenSchluessel_.begin(), achsenname);
-    GamepadSchreiben("");
+    return GamepadSchreiben("");
 }
 
-void ZusatzFunktionen::GamepadSchreiben(const std::string& text) {
-    ohneFehler([&] { schreiben(text); });
+bool ZusatzFunktionen::GamepadSchreiben(const std::string& text) {
+    bool gespeichert = false;
+    ohneFehler([&] { gespeichert = schreiben(text); });
+    return gespeichert;
 }
 
 void ZusatzFunktionen::GamepadLoeschen() {
@@ -200,10 +202,10 @@ void ZusatzFunktionen::laden() {
     SchubreglerText_ = textVon(*zeile, "Schubregler");
 }
 
-void ZusatzFunktionen::schreiben(const std::string& text) {
+bool ZusatzFunktionen::schreiben(const std::string& text) {
     auto tabelle = tabelleLesen(gamepadXml_);
     if (!tabelle)
-        return;
+        return false;
     const auto zeile = suchen(*tabelle, auswahl_);
     bool passt = false;
     if (zeile == tabelle->zeilen.end()) {
@@ -213,8 +215,7 @@ void ZusatzFunktionen::schreiben(const std::string& text) {
         passt = belegungSetzen(*tabelle, *zeile, AchsenSchluessel_) &&
                 (text.empty() || setzen(*tabelle, *zeile, "Schubregler", text));
     }
-    if (passt)
-        tabelleSpeichern(gamepadXml_, *tabelle);
+    return passt && tabelleSpeichern(gamepadXml_, *tabelle);
 }
 
 void ZusatzFunktionen::loeschen() {

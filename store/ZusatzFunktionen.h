@@ -40,14 +40,14 @@ public:
     void AchsenLesen();
 
     /// Takes the six lines of the form, one a raw axis, as the assignment and saves it. A `Schema` without a
-    /// row gets one, with the default assignment.
-    void AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle);
+    /// row gets one, with the default assignment. False when it is not saved, and in force all the same.
+    bool AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle);
 
     /// Saves AchsenSchluessel, and the slider text `text` unless that is empty, in the row of the `Schema`.
     /// Where there is no row, a new one takes the default assignment, as AchsenSchluessel does, and `text`.
     /// All or nothing is saved: a `text` of more than 1000 characters leaves the file as it was. Without a
-    /// file nothing happens.
-    void GamepadSchreiben(const std::string& text);
+    /// file nothing happens. True when it is saved.
+    bool GamepadSchreiben(const std::string& text);
 
     /// Deletes the row of the `Schema`, if there is one.
     void GamepadLoeschen();
@@ -74,7 +74,7 @@ public:
 private:
     bool istDateiDa() const;
     void laden();
-    void schreiben(const std::string& text);
+    bool schreiben(const std::string& text);
     void loeschen();
     void anlegen();
 

@@ -305,7 +305,10 @@ TEST_F(AchzenKalibTest, EineFremdeDateiBleibtUnberuehrt) {
               {"Rechts", "Oben/Unten"},
               {"Z-Achse", ""},
               {"Schubregler", ""}}});
+    Boxleser boxen;
     knopf(0).click();
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_TRUE(boxen.gesehen()[0].text.startsWith("Die Zuordnung gilt jetzt, konnte aber nicht"));
     EXPECT_EQ(formen().size(), 0U);
     EXPECT_EQ(dateiLesen(datei()), "<html>Das ist keine Zuordnung.</html>");
 }

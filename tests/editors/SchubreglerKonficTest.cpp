@@ -467,6 +467,22 @@ TEST_F(SchubreglerKonficTest, DasEndeDesProgrammsSchliesstSie) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
+TEST_F(SchubreglerKonficTest, WasSichNichtSpeichernLaesstBleibtInDerForm) {
+    oeffnen(DREI_FELDER);
+    knopf("Command1(1)").click();
+    const auto heile = dateiLesen(datei());
+    dateiSchreiben(datei(), "<html>Das ist keine Zuordnung.</html>");
+    const auto gesehene = speichern();
+    ASSERT_EQ(gesehene.size(), 1U);
+    EXPECT_TRUE(gesehene[0].text.startsWith("Die Felder konnten nicht gespeichert werden"));
+    EXPECT_EQ(dateiLesen(datei()), "<html>Das ist keine Zuordnung.</html>");
+    ASSERT_EQ(formen().size(), 1U);
+    dateiSchreiben(datei(), heile);
+    EXPECT_EQ(speichern(), std::vector<Gesehen>{});
+    EXPECT_EQ(gespeichert(), "2/0-1-0-1(10,5,)/0-2-1-3(120,,)");
+    EXPECT_EQ(formen().size(), 0U);
+}
+
 TEST_F(SchubreglerKonficTest, FuerEinAnderesSchemaDerHauptformWirdNurAufJaGespeichert) {
     oeffnen(DREI_FELDER);
     auto& combo = control<QComboBox>(haupt(), "Combo1");

@@ -255,7 +255,7 @@ TEST_F(ZusatzFunktionenTest, DasSchreibenLaesstDenGelesenenTextBisZumNaechstenLa
 // ---- GamepadSchreiben
 
 TEST_F(ZusatzFunktionenTest, OhneDateiSchreibtEsNichts) {
-    achsen.GamepadSchreiben("4");
+    EXPECT_FALSE(achsen.GamepadSchreiben("4"));
     EXPECT_THAT(namen(), IsEmpty());
     EXPECT_EQ(achsen.AchsenSchluessel(), KEINE);
 }
@@ -303,14 +303,14 @@ TEST_F(ZusatzFunktionenTest, TausendZeichenSindDieGrenzeDesTextes) {
         return text;
     };
     for (const int anzahl : {999, 1000}) {
-        achsen.GamepadSchreiben(zeichen(anzahl));
+        EXPECT_TRUE(achsen.GamepadSchreiben(zeichen(anzahl)));
         EXPECT_THAT(zeilen(), ElementsAre(zeile("S", GEDREHT, zeichen(anzahl))));
     }
     const std::string vorher = inhalt();
-    achsen.GamepadSchreiben(zeichen(1001));
+    EXPECT_FALSE(achsen.GamepadSchreiben(zeichen(1001)));
     EXPECT_EQ(inhalt(), vorher);
     auswahl = "neu";
-    achsen.GamepadSchreiben(zeichen(1001));
+    EXPECT_FALSE(achsen.GamepadSchreiben(zeichen(1001)));
     EXPECT_EQ(inhalt(), vorher);
     achsen.GamepadSchreiben(zeichen(1000));
     EXPECT_THAT(zeilen(), SizeIs(2));
