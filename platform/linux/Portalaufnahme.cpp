@@ -103,8 +103,8 @@ Schirmaufnahme::Empfaenger Portalaufnahme::nehmen(const QString& pfad) {
     if (stelle == offene_.end())
         return {};
     auto empfaenger = std::move(stelle->second);
+    horchen(pfad, false); // before the entry goes, whose key `pfad` may be
     offene_.erase(stelle);
-    horchen(pfad, false);
     return empfaenger;
 }
 

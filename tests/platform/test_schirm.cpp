@@ -193,6 +193,21 @@ struct MitPortal {
     Portalaufnahme schirm{bus.verbindung()};
 };
 
+/// Gives a variable of the environment another value for as long as it lives.
+class Umgebung {
+public:
+    Umgebung(const char* name, const char* wert) : name_(name), vorher_(qgetenv(name)) {
+        qputenv(name, wert);
+    }
+    ~Umgebung() { vorher_.isNull() ? qunsetenv(name_) : qputenv(name_, vorher_); }
+    Umgebung(const Umgebung&) = delete;
+    Umgebung& operator=(const Umgebung&) = delete;
+
+private:
+    const char* name_;
+    QByteArray vorher_;
+};
+
 /// Takes pictures and keeps what comes.
 struct Nehmer {
     Schirmaufnahme::Empfaenger empfaenger() {
@@ -249,14 +264,14 @@ TEST_F(AmPortal, EineVergaenglicheDateiWirdEntferntUndEineEigeneBleibt) {
     schirm.aufnehmen(nehmer.empfaenger());
     ASSERT_TRUE(nehmer.warten(1));
     EXPECT_FALSE(dateiDa());
-    const auto anderswo = std::filesystem::current_path() / ("bleibt" + std::to_string(getpid()) + ".png");
-    portal.datei = anderswo;
+    const Testordner anderswo;
+    const Umgebung fluechtig("TMPDIR", ordner.pfad().c_str());
+    portal.datei = anderswo.pfad() / "Bild.png";
     erwartet.save(QString::fromStdString(portal.datei), "PNG");
     schirm.aufnehmen(nehmer.empfaenger());
     ASSERT_TRUE(nehmer.warten(2));
     EXPECT_TRUE(nehmer.bilder[1] == erwartet);
     EXPECT_TRUE(dateiDa());
-    std::filesystem::remove(anderswo);
 }
 
 TEST_F(AmPortal, AbsageFehlerUndUnlesbareDateiGebenKeinBild) {
