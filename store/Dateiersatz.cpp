@@ -16,6 +16,7 @@ namespace {
 constexpr mode_t SCHREIBRECHTE = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t ALLE_RECHTE = 07777;
 constexpr mode_t RECHTE_EINER_NEUEN = 0666; // less what the user's umask takes
+constexpr mode_t RECHTE_DES_BESITZERS = 0600;
 
 /// Follows symbolic links by hand, as the last one may point to a file that is still to be made.
 std::optional<fs::path> ohneVerweise(fs::path pfad) {
@@ -53,12 +54,12 @@ Alte alteUnter(const fs::path& pfad) {
 /// The file that the new content grows in; removed again unless it has become the new one.
 class Zwischendatei {
 public:
-    explicit Zwischendatei(const fs::path& ziel) : ziel_(ziel) {
+    Zwischendatei(const fs::path& ziel, mode_t rechte) : ziel_(ziel) {
         // The process number keeps two programs apart, the count a dead one's remains.
         constexpr int VERSUCHE = 1000;
         for (int i = 0; i < VERSUCHE && deskriptor_ < 0; ++i) {
             pfad_ = ziel.native() + ".neu." + std::to_string(getpid()) + "." + std::to_string(i);
-            deskriptor_ = open(pfad_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, RECHTE_EINER_NEUEN);
+            deskriptor_ = open(pfad_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rechte);
             if (deskriptor_ < 0 && errno != EEXIST)
                 return;
         }
@@ -91,8 +92,10 @@ public:
                 return false;
             inhalt.remove_prefix(static_cast<std::size_t>(anzahl));
         }
-        return fsync(deskriptor_) == 0;
+        return true;
     }
+
+    bool sichern() const { return fsync(deskriptor_) == 0; }
 
     bool umbenennen() {
         umbenannt_ = rename(pfad_.c_str(), ziel_.c_str()) == 0;
@@ -125,9 +128,10 @@ bool dateiErsetzen(const std::string& pfad, std::string_view inhalt) {
     const Alte alte = alteUnter(*ziel);
     if (!alte.ersetzbar)
         return false;
-    Zwischendatei neue(*ziel);
-    if (!neue.offen() || (alte.da && !neue.rechteVon(alte.stand)) || !neue.schreiben(inhalt) ||
-        !neue.umbenennen())
+    // Nobody else's until it has the old one's permissions; those come last, as writing takes bits from them.
+    Zwischendatei neue(*ziel, alte.da ? RECHTE_DES_BESITZERS : RECHTE_EINER_NEUEN);
+    if (!neue.offen() || !neue.schreiben(inhalt) || (alte.da && !neue.rechteVon(alte.stand)) ||
+        !neue.sichern() || !neue.umbenennen())
         return false;
     ordnerSichern(*ziel);
     return true;
