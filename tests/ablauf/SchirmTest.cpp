@@ -1,11 +1,10 @@
 // The whole program in real time: a game fills the screen, the pad takes its picture, and the stick editor
 // has it behind its plane.
 #include "tests/ablauf/Formablauf.h"
+#include "tests/hilfen/Vollbild.h"
 
 #include <QImage>
 #include <QPainter>
-#include <QRandomGenerator>
-#include <QRasterWindow>
 
 namespace {
 
@@ -18,36 +17,12 @@ constexpr auto KREIS = SDL_CONTROLLER_BUTTON_B;
 constexpr int ECKE = 100;
 constexpr QRgb ECKENFARBE = qRgb(200, 20, 120);
 
-/// Every pixel is one of its own, but in the left upper corner.
+/// The left upper corner has one colour.
 QImage spielbild(QSize groesse) {
-    QImage bild(groesse, QImage::Format_RGB32);
-    QRandomGenerator zufall(4711);
-    for (int y = 0; y < bild.height(); ++y)
-        for (int x = 0; x < bild.width(); ++x)
-            bild.setPixel(x, y, x < ECKE && y < ECKE ? ECKENFARBE : 0xff000000U | zufall.generate());
+    auto bild = rauschen(groesse);
+    QPainter(&bild).fillRect(0, 0, ECKE, ECKE, QColor::fromRgb(ECKENFARBE));
     return bild;
 }
-
-/// A game: it lies over everything and shows one picture.
-class Spiel final : public QRasterWindow {
-public:
-    explicit Spiel(const QImage& bild) : bild_(bild) {
-        setFlags(Qt::BypassWindowManagerHint);
-        setGeometry(QRect({0, 0}, bild.size()));
-        show();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return gemalt_; }));
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter(this).drawImage(0, 0, bild_);
-        gemalt_ = true;
-    }
-
-private:
-    QImage bild_;
-    bool gemalt_ = false;
-};
 
 class Schirmgeschichte : public Formablauf {
 protected:
@@ -84,7 +59,7 @@ TEST_F(Schirmgeschichte, DasBildDesSpielsKommtPixelFuerPixelHinterDieEbene) {
 
     const auto soll = spielbild(QGuiApplication::primaryScreen()->size());
     {
-        const Spiel spiel(soll);
+        const Vollbild spiel(soll);
         aufnehmen(SDL_CONTROLLER_BUTTON_LEFTSTICK, "S0L.BMP");
         langTippen(KREIS);
         aufnehmen(SDL_CONTROLLER_BUTTON_RIGHTSTICK, "S2R.BMP");

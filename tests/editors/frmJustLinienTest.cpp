@@ -14,6 +14,12 @@ protected:
         linien();
     }
     using Zeilen = Tabellenbild;
+    /// Does `arbeit` while another program holds the database.
+    template <class Arbeit> void gesperrt(Arbeit&& arbeit) {
+        RoheVerbindung andere(datenbank_.pfad());
+        andere.sql("BEGIN IMMEDIATE;");
+        arbeit();
+    }
     static Gesehen box(const char* text) { return {"", text, QMessageBox::NoIcon, QMessageBox::Ok}; }
 };
 
@@ -200,11 +206,7 @@ TEST_P(FrmJustLinien, EinGesperrterSpeicherLaesstDieLinieAmAltenOrt) {
     klick(20000, 33000);
     ziehen(15000, 33000);
     Boxleser boxen;
-    {
-        RoheVerbindung andere(datenbank_.pfad());
-        andere.sql("BEGIN IMMEDIATE;");
-        klick(15000, 33000);
-    }
+    gesperrt([&] { klick(15000, 33000); });
     ASSERT_EQ(boxen.gesehen().size(), 1U);
     EXPECT_TRUE(boxen.gesehen()[0].text.contains("3218")) << boxen.gesehen()[0].text.toStdString();
     EXPECT_EQ(linie("Links", 1), "20000");
@@ -236,11 +238,7 @@ TEST_P(FrmJustLinien, FolgenDieAktionenNichtBleibtAuchDieLinie) {
 TEST_P(FrmJustLinien, EinGesperrterSpeicherLegtKeineLinieAn) {
     editorOeffnen();
     Boxleser boxen;
-    {
-        RoheVerbindung andere(datenbank_.pfad());
-        andere.sql("BEGIN IMMEDIATE;");
-        pfeil("LPfeil(0)");
-    }
+    gesperrt([&] { pfeil("LPfeil(0)"); });
     EXPECT_EQ(boxen.gesehen().size(), 1U);
     EXPECT_FALSE(zuSehen("LLinks(1)"));
     pfeil("LPfeil(0)");
@@ -404,11 +402,7 @@ TEST_P(FrmJustLinien, LaesstSichDieAktionNichtSpeichernBleibtDieTafelMitIhrStehe
     klick(33000, 33000, Qt::RightButton);
     feld<QRadioButton>("Option1(4)").click();
     Boxleser boxen;
-    {
-        RoheVerbindung andere(datenbank_.pfad());
-        andere.sql("BEGIN IMMEDIATE;");
-        klick(33000, 33000);
-    }
+    gesperrt([&] { klick(33000, 33000); });
     EXPECT_EQ(boxen.gesehen().size(), 1U);
     EXPECT_EQ(aktionen(), Zeilen{});
     EXPECT_TRUE(zuSehen("RechteckB")) << "the handler ended there";

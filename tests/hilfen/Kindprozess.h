@@ -1,13 +1,16 @@
-// Child processes that do a test's work and are killed at it.
+// Child processes that do a test's work and are killed at it, once or again and again.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
+#include <random>
 #include <stdexcept>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 inline constexpr int ENDE_DER_ARBEIT = 0;
@@ -101,3 +104,25 @@ private:
     pid_t kind_ = 0;
     Fortschritt stand_;
 };
+
+inline constexpr int TOETUNGEN = 200;
+
+/// Kills a child at `schritt` two hundred times and looks at what is left after each death. `schritt` gets
+/// ever higher numbers and takes some milliseconds; `pruefen` gets those that were begun and finished.
+inline void toetenUndPruefen(const std::function<void(int)>& schritt,
+                             const std::function<void(Fortschritt)>& pruefen) {
+    constexpr int PAUSE_HOECHSTENS_US = 8000; // about as long as a step takes
+    std::mt19937 zufall(4711);
+    int mitten = 0;
+    int naechste = 1;
+    for (int i = 0; i < TOETUNGEN && !testing::Test::HasFailure(); ++i) {
+        Schreiber schreiber(naechste, [&] { return schritt; });
+        schreiber.abwarten(static_cast<int>(zufall() % 2));
+        std::this_thread::sleep_for(std::chrono::microseconds(zufall() % PAUSE_HOECHSTENS_US));
+        const Fortschritt stand = schreiber.toeten();
+        pruefen(stand);
+        mitten += stand.begonnen != stand.fertig;
+        naechste = stand.begonnen + 1;
+    }
+    EXPECT_GT(mitten, TOETUNGEN / 2); // most deaths came in the midst of work
+}

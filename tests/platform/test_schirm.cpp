@@ -6,6 +6,7 @@
 #include "platform/probe/ProbeSchirm.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
+#include "tests/hilfen/Vollbild.h"
 #include "tests/hilfen/XServer.h"
 
 #include <QDBusArgument>
@@ -16,10 +17,7 @@
 #include <QDBusVirtualObject>
 #include <QGuiApplication>
 #include <QImage>
-#include <QPainter>
 #include <QProcess>
-#include <QRandomGenerator>
-#include <QRasterWindow>
 #include <QStandardPaths>
 #include <QTest>
 #include <QUrl>
@@ -34,45 +32,12 @@ namespace {
 constexpr int GEDULD_MS = 20000;
 constexpr int BREITE = 640;
 constexpr int HOEHE = 480;
-constexpr std::uint32_t SAAT = 4711;
-
-/// Every pixel is one of its own.
-QImage rauschen() {
-    QImage bild(BREITE, HOEHE, QImage::Format_RGB32);
-    QRandomGenerator zufall(SAAT);
-    for (int y = 0; y < HOEHE; ++y)
-        for (int x = 0; x < BREITE; ++x)
-            bild.setPixel(x, y, 0xff000000U | zufall.generate());
-    return bild;
-}
 
 QImage alsQImage(const Schirmbild& bild) {
     return bild.leer()
                ? QImage()
                : QImage(bild.pixel.get(), bild.breite, bild.hoehe, bild.zeile, QImage::Format_RGB32).copy();
 }
-
-/// Fills the screen with a picture.
-class Vollbild final : public QRasterWindow {
-public:
-    explicit Vollbild(QImage bild) : bild_(std::move(bild)) {
-        setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint);
-        setGeometry(0, 0, bild_.width(), bild_.height());
-        show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(this, GEDULD_MS));
-        EXPECT_TRUE(QTest::qWaitFor([this] { return gemalt_; }, GEDULD_MS));
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter(this).drawImage(0, 0, bild_);
-        gemalt_ = true;
-    }
-
-private:
-    QImage bild_;
-    bool gemalt_ = false;
-};
 
 /// A message bus on which there is nothing but what a test puts there.
 class Bus {
@@ -175,7 +140,7 @@ struct MitProbe {
 };
 
 struct MitX {
-    QImage erwartet = rauschen();
+    QImage erwartet = rauschen({BREITE, HOEHE});
     Vollbild vollbild{erwartet};
     Qtaufnahme schirm;
 };
@@ -188,7 +153,7 @@ struct MitPortal {
     }
     const Testordner ordner; // below the folder for what is passing
     Bus bus;
-    QImage erwartet = rauschen();
+    QImage erwartet = rauschen({BREITE, HOEHE});
     ProbePortal portal{bus.verbindung()};
     Portalaufnahme schirm{bus.verbindung()};
 };

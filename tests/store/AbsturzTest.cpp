@@ -106,7 +106,6 @@ TEST(Absturz, ZuJederZeitBleibtDerStandVorOderNachEinemUpdate) {
     std::mt19937 zufall(4711);
     int mitten = 0;
     int naechste = 1;
-    constexpr int TOETUNGEN = 200;
     for (int i = 0; i < TOETUNGEN; ++i) {
         Schreiber schreiber(naechste, [&] {
             const auto datenbank = std::make_shared<Database>(OpenDatabase(datei.pfad()));

@@ -289,7 +289,6 @@ TEST_F(Dateiersatz, ZuJederZeitStehtDerStandVorOderNachEinemErsatzDa) {
     std::mt19937 zufall(4711);
     int mitten = 0;
     int naechste = 1;
-    constexpr int TOETUNGEN = 200;
     for (int i = 0; i < TOETUNGEN; ++i) {
         Schreiber schreiber(naechste, [&] {
             return [&](int zahl) {

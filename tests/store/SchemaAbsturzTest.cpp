@@ -18,9 +18,7 @@ using testing::ElementsAre;
 
 namespace {
 
-constexpr int TOETUNGEN = 200;
-constexpr int PAUSE_HOECHSTENS_US = 8000; // about as long as a step takes
-constexpr double LOESCHDAUER_US = 10000;  // about as long as a deletion takes; corrected as it is seen
+constexpr double LOESCHDAUER_US = 10000; // about as long as a deletion takes; corrected as it is seen
 
 void erwarteHeil(const Testdatenbank& datei) {
     EXPECT_THAT(datei.zeilen("PRAGMA integrity_check"), ElementsAre(ElementsAre("ok")));
@@ -74,25 +72,6 @@ std::vector<int> linienFolge(const Testdatenbank& datei) {
         }
     folge.push_back(std::stoi(zeilen.at(19).at(2)));
     return folge;
-}
-
-/// Kills a child at `schritt` two hundred times and looks at the file after each death. `schritt` gets ever
-/// higher numbers; `pruefen` gets those that were begun and finished.
-void toetenUndPruefen(const std::function<void(int)>& schritt,
-                      const std::function<void(Fortschritt)>& pruefen) {
-    std::mt19937 zufall(4711);
-    int mitten = 0;
-    int naechste = 1;
-    for (int i = 0; i < TOETUNGEN && !testing::Test::HasFailure(); ++i) {
-        Schreiber schreiber(naechste, [&] { return schritt; });
-        schreiber.abwarten(static_cast<int>(zufall() % 2));
-        std::this_thread::sleep_for(std::chrono::microseconds(zufall() % PAUSE_HOECHSTENS_US));
-        const Fortschritt stand = schreiber.toeten();
-        pruefen(stand);
-        mitten += stand.begonnen != stand.fertig;
-        naechste = stand.begonnen + 1;
-    }
-    EXPECT_GT(mitten, TOETUNGEN / 2); // most deaths came in the midst of work
 }
 
 const std::vector<std::string> TABELLEN{"tblTastatur",    "tblSteuerKreuz",  "tblStick", "tblStickR",

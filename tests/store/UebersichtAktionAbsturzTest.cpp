@@ -19,9 +19,6 @@ using testing::ElementsAre;
 
 namespace {
 
-constexpr int TOETUNGEN = 200;
-constexpr int PAUSE_HOECHSTENS_US = 8000; // about as long as a step takes
-
 void erwarteHeil(const Testdatenbank& datei) {
     EXPECT_THAT(datei.zeilen("PRAGMA integrity_check"), ElementsAre(ElementsAre("ok")));
 }
@@ -32,24 +29,6 @@ Tabellenbild stick(const Testdatenbank& datei) {
     for (auto& zeile : datei.zeilen("SELECT * FROM tblStickAktion ORDER BY Schemaname, Umschalt, Aktion"))
         bild.push_back(std::move(zeile));
     return bild;
-}
-
-/// Kills a child at `schritt` two hundred times; `pruefen` gets what it has begun and finished by then.
-void toetenUndPruefen(const std::function<void(int)>& schritt,
-                      const std::function<void(Fortschritt)>& pruefen) {
-    std::mt19937 zufall(4711);
-    int mitten = 0;
-    int naechste = 1;
-    for (int i = 0; i < TOETUNGEN && !testing::Test::HasFailure(); ++i) {
-        Schreiber schreiber(naechste, [&] { return schritt; });
-        schreiber.abwarten(static_cast<int>(zufall() % 2));
-        std::this_thread::sleep_for(std::chrono::microseconds(zufall() % PAUSE_HOECHSTENS_US));
-        const Fortschritt stand = schreiber.toeten();
-        pruefen(stand);
-        mitten += stand.begonnen != stand.fertig;
-        naechste = stand.begonnen + 1;
-    }
-    EXPECT_GT(mitten, TOETUNGEN / 2); // most deaths came in the midst of work
 }
 
 } // namespace

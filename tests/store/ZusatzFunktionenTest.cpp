@@ -723,7 +723,6 @@ TEST_F(ZusatzFunktionenTest, ZuJederZeitStehtDerStandVorOderNachEinemSchreibenIn
     std::mt19937 zufall(20240229);
     int mitten = 0;
     int naechste = 1;
-    constexpr int TOETUNGEN = 200;
     for (int i = 0; i < TOETUNGEN; ++i) {
         Schreiber schreiber(naechste, [&] {
             achsen.AchsenLaden();
