@@ -26,7 +26,8 @@ public:
     explicit Abbildung(QSizeF groesse)
         : x_(groesse.width() / PLANGROESSE), y_(groesse.height() / PLANGROESSE) {}
     QPointF punkt(Ebenenpunkt p) const { return {p.x * x_, p.y * y_}; }
-    QSizeF strecke(double laenge) const { return {laenge * x_, laenge * y_}; }
+    /// The same in all directions, within the field whichever way the plane is stretched.
+    double radius(double laenge) const { return laenge * std::min(x_, y_); }
 
 private:
     double x_;
@@ -34,10 +35,9 @@ private:
 };
 
 QPainterPath weg(const Symbolkreis& kreis, const Abbildung& abbildung) {
-    const auto mitte = abbildung.punkt(kreis.mitte);
-    const auto radius = abbildung.strecke(std::max(0, kreis.radius));
+    const double radius = abbildung.radius(std::max(0, kreis.radius));
     QPainterPath pfad;
-    pfad.addEllipse(mitte, radius.width(), radius.height());
+    pfad.addEllipse(abbildung.punkt(kreis.mitte), radius, radius);
     return pfad;
 }
 QPainterPath weg(const Symbolrechteck& rechteck, const Abbildung& abbildung) {

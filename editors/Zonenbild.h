@@ -19,7 +19,8 @@ public:
     /// What has been drawn since the last `loeschen`, in its order.
     const std::vector<Feldsymbol>& symbole() const { return symbole_; }
 
-    /// Paints all symbols for a plane of `groesse`; plane unit v lies at v * size / 65535.
+    /// Paints all symbols for a plane of `groesse`; plane unit v lies at v * size / 65535. Circles are round:
+    /// the smaller of the two scales gives their radius.
     void malen(QPainter& maler, QSizeF groesse) const;
     /// What `malen` touches: a rectangle a symbol.
     std::vector<QRectF> flaechen(QSizeF groesse) const;

@@ -82,8 +82,7 @@ using Zonenlinien = std::vector<std::int32_t>;
 /// tblStickR: from the first row to the first value 0, at most 20. Row 20 is skipped, as it holds no line.
 Zonenlinien LinienListeLesen(Recordset& satz, std::string_view richtungsname, int ebene);
 
-/// Clears `flaeche` and draws the symbols of a layer, 0 to 2, on it. The tables are those of `seite`; the
-/// editors choose both, the side and the surface, by `ZielFormular`.
+/// Clears `flaeche` and draws the symbols of a layer, 0 to 2, on it. The tables are those of `seite`.
 ///
 /// A row whose line to the left or right has gone is drawn in the outermost band; one whose line above or
 /// below has gone throws LaufzeitFehler 9, as does a direction without a line where a row needs one. Errors

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QLineF>
 #include <QPainter>
 
 namespace {
@@ -92,6 +93,38 @@ TEST(Zonenbild, PlaneUnitsFollowTheSizeInBothAxes) {
     EXPECT_EQ(qAlpha(breit.pixel(400, 200)), 0);
 }
 
+TEST(Zonenbild, ACircleIsRoundOnAPlaneOfAnyShape) {
+    Zonenbild bild;
+    bild.zeichnen(KreisGruenZeichnen(MITTELFELD));
+    for (const QSize groesse : {QSize(1200, 400), QSize(400, 1200)}) {
+        const auto gemaltes = gemalt(bild, groesse);
+        const auto farbe = [&](double grad, double radius) {
+            const QPointF wo =
+                QLineF::fromPolar(radius, grad).p2() + QPointF(groesse.width(), groesse.height()) / 2;
+            return gemaltes.pixel(static_cast<int>(wo.x()), static_cast<int>(wo.y()));
+        };
+        const double radius = 50; // an eighth of the shorter side, whose scale is the smaller one
+        for (const double grad : {0, 30, 45, 90, 135, 180, 200, 270, 300}) {
+            EXPECT_EQ(farbe(grad, radius), qRgb(0, 128, 0)) << grad;
+            for (const double daneben : {radius - 6, radius + 6, 150.0})
+                EXPECT_EQ(farbe(grad, daneben), DURCHSICHTIG) << daneben << " at " << grad;
+        }
+    }
+}
+
+TEST(Zonenbild, ACrossGoesFromCornerToCornerOnAPlaneOfAnyShape) {
+    Zonenbild bild;
+    bild.zeichnen(KreuzZeichnen({{{6000, 40000}, {6000, 60000}, {30000, 40000}, {30000, 60000}}}));
+    for (const QSize groesse : {QSize(1200, 400), QSize(400, 1200)}) {
+        const auto gemaltes = gemalt(bild, groesse);
+        for (const double anteil : {0.05, 0.3, 0.5, 0.8, 0.95})
+            for (const double y : {40000 + anteil * 20000, 60000 - anteil * 20000})
+                EXPECT_EQ(farbeBei(gemaltes, 6000 + anteil * 24000, y), qRgb(255, 0, 0)) << anteil;
+        EXPECT_EQ(farbeBei(gemaltes, 18000, 42000), DURCHSICHTIG);
+        EXPECT_EQ(farbeBei(gemaltes, 8000, 50000), DURCHSICHTIG);
+    }
+}
+
 TEST(Zonenbild, DarkColoursHaveALightHaloAndLightOnesADarkOne) {
     const auto neben = [](const Feldsymbol& symbol) {
         // Right of the leftmost place of the circle, behind its line of 3 pixels.
@@ -126,8 +159,8 @@ TEST(Zonenbild, NothingIsPaintedOutsideTheAreasThatItTells) {
     for (const auto& ecken : {MITTELFELD, SCHMAL})
         for (auto* symbol : {KreisBlauZeichnen, RechteckZeichnen, KreuzZeichnen})
             bild.zeichnen(symbol(ecken));
-    for (const int groesse : {37, GROESSE}) {
-        auto bleibt = gemalt(bild, {groesse, groesse});
+    for (const QSize groesse : {QSize(37, 37), QSize(GROESSE, GROESSE), QSize(900, 300), QSize(200, 700)}) {
+        auto bleibt = gemalt(bild, groesse);
         EXPECT_EQ(bild.flaechen(bleibt.size()).size(), 6U);
         QPainter maler(&bleibt);
         maler.setCompositionMode(QPainter::CompositionMode_Clear);
@@ -136,7 +169,7 @@ TEST(Zonenbild, NothingIsPaintedOutsideTheAreasThatItTells) {
         maler.end();
         QImage leer(bleibt.size(), bleibt.format());
         leer.fill(Qt::transparent);
-        EXPECT_EQ(bleibt, leer) << groesse;
+        EXPECT_EQ(bleibt, leer) << groesse.width() << " by " << groesse.height();
     }
 }
 
