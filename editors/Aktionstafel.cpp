@@ -339,7 +339,7 @@ void Aktionstafel::oeffnen(const std::string& aktionstext, bool mitEgoshooter) {
 
 // The order counts: setting a type sets the first choice of its frame.
 void Aktionstafel::zeigen(const Stickaktionsbild& bild) {
-    Option1_[platz(static_cast<int>(bild.art))]->setChecked(true);
+    artWaehlen(static_cast<int>(bild.art));
 
     setzen(Option2_, bild.richtung);
     setzen(txtSchritt_[0], bild.geschwindigkeit);
@@ -359,6 +359,15 @@ void Aktionstafel::zeigen(const Stickaktionsbild& bild) {
     setzen(Option3_, bild.position);
     setzen(HScroll1_[0], bild.egoX);
     setzen(HScroll1_[1], bild.egoY);
+}
+
+// Setting an option that is set already says nothing; a panel that opens begins anew all the same.
+void Aktionstafel::artWaehlen(int index) {
+    auto* option = Option1_[platz(index)];
+    if (option->isChecked())
+        Option1Klick(index);
+    else
+        option->setChecked(true);
 }
 
 std::string Aktionstafel::aktionstext() const {

@@ -1,8 +1,8 @@
 // The panel on which a field of a stick's plane gets its action. It lies over the plane, and its form says
 // where: it places it, opens it on a field and asks it for the text when it has closed it.
 //
-// It keeps its state from field to field: what the text of a field does not tell shows what the field edited
-// last has left.
+// It keeps its boxes from field to field: what the text of a field does not tell shows what the field edited
+// last has left. Only the choice within a type starts anew each time, from the first.
 #pragma once
 
 #include "editors/Stickaktionstext.h"
@@ -77,6 +77,7 @@ private:
     void Option3Klick(int index);
 
     void zeigen(const Stickaktionsbild& bild);
+    void artWaehlen(int index);
     void titelSetzen(const std::string& nummer);
 
     Tastatur& tastatur_;

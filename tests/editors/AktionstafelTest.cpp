@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include <ostream>
+#include <tuple>
 
 namespace {
 
@@ -261,10 +262,35 @@ TEST_F(Tafel, AShortMovementLeavesTheRestAsItStood) {
     oeffnen("0,1,6");
     EXPECT_EQ(text(), "0,1,6,10");
     oeffnen("0");
-    EXPECT_EQ(text(), "0,1,6,10"); // the type was set, so its default is not set again
+    EXPECT_EQ(text(), "0,0,6,10") << "of the choices, what the type begins with";
+    oeffnen("0,1,6");
     oeffnen("4");
     oeffnen("0");
-    EXPECT_EQ(text(), "0,0,6,10"); // now it is
+    EXPECT_EQ(text(), "0,0,6,10");
+}
+
+TEST_F(Tafel, OpeningRunsTheHandlerOfTheTypeAlsoWhereItIsSetAlready) {
+    for (const auto& [eintrag, ohneFelder, danach] : {std::tuple{"1,4,7", "1,x", "1,0"},
+                                                      {"2,1,65,5,0,0", "2,x", "2,0,65,0,0"},
+                                                      {"0,3,5,6", "0,x", "0,0,5,6"}}) {
+        oeffnen(eintrag);
+        try {
+            oeffnen(ohneFelder);
+        } catch (const LaufzeitFehler&) { // of a choice that can't be read, which leaves the type's first
+        }
+        EXPECT_EQ(text(), danach);
+    }
+}
+
+TEST_F(Tafel, AFieldOfTheTypeEditedLastTakesTheFirstKeyToo) {
+    for (const char* eintrag : {"2,0,13,0,0", "2,0,13,0,0", "2,1,13,50,0,0", "2,1,13,50,0,0"}) {
+        oeffnen(eintrag);
+        ASSERT_TRUE(hatFokus("txtTaste")) << eintrag;
+        taste(65);
+        EXPECT_EQ(titel(2), "Taste: 65 - A") << eintrag;
+        tafel_->hide();
+        ereignisse();
+    }
 }
 
 TEST_F(Tafel, TheWheelsAmountsAreKeptApart) {
