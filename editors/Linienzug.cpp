@@ -78,28 +78,42 @@ void Linienzug::gedrueckt(Maustaste taste, double x, double y) {
     }
     Greifindex_ = {};
     const Fang fang = taste == Maustaste::Links ? fangen(x, y) : Fang{};
-    const bool schliessen = flaeche_.fraAktionGezeigt();
-    if (schliessen) {
-        flaeche_.fraAktionVerbergen();
-        flaeche_.AktionSpeichern();
-    }
+    if (flaeche_.fraAktionGezeigt())
+        tafelSchliessen(fang);
     if (fang.getroffen)
         return;
-    if (schliessen)
-        flaeche_.Zeichnen();
     stand_.Klickposition = {gerundet(x), gerundet(y)};
     if (taste == Maustaste::Links)
         flaeche_.BereichFestlegen();
 }
 
+/// Closes the action panel and saves what it shows.
+void Linienzug::tafelSchliessen(const Fang& fang) {
+    flaeche_.fraAktionVerbergen();
+    try {
+        flaeche_.AktionSpeichern();
+        if (!fang.getroffen)
+            flaeche_.Zeichnen();
+    } catch (const LaufzeitFehler&) {
+        // An open panel and a chosen field belong to this layer and to lines that lie still.
+        if (flaeche_.fraAktionGezeigt())
+            loslassen();
+        flaeche_.tafelnSperren(flaeche_.fraAktionGezeigt() || flaeche_.RechteckBGezeigt());
+        throw;
+    }
+}
+
 Linienzug::Fang Linienzug::fangen(double x, double y) {
     Fang fang;
-    verfehlteZuruecklegen(x, y);
+    const auto verfehlte = verfehlteZuruecklegen(x, y);
+    const auto verfehlt = [&](std::size_t richtung, int slot) {
+        return std::ranges::any_of(verfehlte, [&](const Griff& g) { return g.ist(richtung, slot); });
+    };
     if (!flaeche_.RechteckBGezeigt())
         for (int slot = 1; slot <= LETZTER_SLOT; ++slot)
             for (std::size_t d = 0; d < RICHTUNGEN; ++d) {
                 const double ort = artVon(d).inX ? x : y;
-                if (ort > FANGWEITE)
+                if (ort > FANGWEITE && !verfehlt(d, slot))
                     linieFangen(d, slot, ort, fang);
             }
     tafelnNachFang(fang);
@@ -133,18 +147,27 @@ void Linienzug::absetzen(std::size_t richtung, int slot) {
     const auto alt = artVon(richtung).inX ? Greifposition_.x : Greifposition_.y;
     Greifindex_[GREIFPLATZ[richtung]] = 0;
     flaeche_.linieFaerben(richtung, slot - 1, false);
-    std::erase_if(griffe_, [&](const Griff& g) { return g.richtung == richtung && g.slot == slot; });
-    verlegen(richtung, slot, alt);
+    verlegen(griffLoesen(richtung, slot), alt);
 }
 
-/// Saves the lines, one of which has moved, and lets its actions follow.
-void Linienzug::verlegen(std::size_t richtung, int slot, std::int32_t alt) {
+/// Takes a line out of the hand; one that is only red is where it was.
+Linienzug::Griff Linienzug::griffLoesen(std::size_t richtung, int slot) {
+    const auto stelle = std::ranges::find_if(griffe_, [&](const Griff& g) { return g.ist(richtung, slot); });
+    if (stelle == griffe_.end())
+        return {richtung, slot, J(slot, richtung)};
+    const Griff griff = *stelle;
+    griffe_.erase(stelle);
+    return griff;
+}
+
+/// Saves the lines, one of which has moved, and lets the actions that hang on `alt` follow it.
+void Linienzug::verlegen(const Griff& griff, std::int32_t alt) {
     try {
         flaeche_.StickLinienSpeichern();
-        flaeche_.AktionenVerschieben(richtung, J(slot, richtung), alt);
+        flaeche_.AktionenVerschieben(griff.richtung, J(griff.slot, griff.richtung), alt);
     } catch (const LaufzeitFehler&) {
         // A line whose actions have not followed must not stay at its new place: they would hang on nothing.
-        zuruecklegen({richtung, slot, alt});
+        zuruecklegen(griff);
         loslassen();
         try {
             flaeche_.StickLinienSpeichern();
@@ -161,7 +184,10 @@ void Linienzug::zuruecklegen(const Griff& griff) {
     flaeche_.PositionFestlegen(griff.richtung, griff.slot);
 }
 
-void Linienzug::verfehlteZuruecklegen(double x, double y) {
+/// Lays back the lines in the hand that a press misses, and tells which they are: where they lie now they
+/// were not when it came.
+std::vector<Linienzug::Griff> Linienzug::verfehlteZuruecklegen(double x, double y) {
+    std::vector<Griff> verfehlte;
     std::erase_if(griffe_, [&](const Griff& griff) {
         const double ort = artVon(griff.richtung).inX ? x : y;
         if (ort > FANGWEITE && trifft(ort, J(griff.slot, griff.richtung)))
@@ -169,8 +195,10 @@ void Linienzug::verfehlteZuruecklegen(double x, double y) {
         zuruecklegen(griff);
         if (ort > FANGWEITE) // near the edge no press says anything about a line
             flaeche_.linieFaerben(griff.richtung, griff.slot - 1, false);
+        verfehlte.push_back(griff);
         return true;
     });
+    return verfehlte;
 }
 
 void Linienzug::loslassen() {
@@ -283,7 +311,7 @@ void Linienzug::aendern(std::size_t richtung, int slot, std::int32_t neu) {
     flaeche_.PositionFestlegen(richtung, slot);
     const bool gewandert = alt != 0 && neu != 0 && alt != neu; // the last line, where all stand already
     if (gewandert) {
-        verlegen(richtung, slot, alt);
+        verlegen({richtung, slot, alt}, alt);
     } else {
         try {
             flaeche_.StickLinienSpeichern();

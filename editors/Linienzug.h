@@ -58,6 +58,7 @@ public:
     virtual void fraAktionVerbergen() = 0;
     /// Opens the action panel beside a press.
     virtual void fraAktionOeffnen(double x, double y) = 0;
+    /// Saves what the action panel shows, and draws; shows it again where it can't be saved.
     virtual void AktionSpeichern() = 0;
     virtual void Zeichnen() = 0;
 
@@ -81,7 +82,8 @@ public:
 
     /// A mouse button went down on the plane, at plane units. Throws LaufzeitFehler of the store; a line that
     /// could not be put down is back at its old place then, on the plane and, where the store lets it, there;
-    /// so is another one that was in the hand with it.
+    /// so is another one that was in the hand with it. Where the action of the panel could not be saved, the
+    /// panel stands open and the strips stay locked.
     void gedrueckt(Maustaste taste, double x, double y);
     /// The mouse moved on the plane. Nothing is saved.
     void bewegt(double x, double y);
@@ -115,6 +117,10 @@ private:
         std::size_t richtung;
         int slot;
         std::int32_t alt; ///< where it was picked up
+
+        bool ist(std::size_t andereRichtung, int andererSlot) const {
+            return richtung == andereRichtung && slot == andererSlot;
+        }
     };
 
     std::int32_t& J(int slot, std::size_t richtung) {
@@ -123,16 +129,18 @@ private:
 
     Fang fangen(double x, double y);
     void linieFangen(std::size_t richtung, int slot, double ort, Fang& fang);
-    void verfehlteZuruecklegen(double x, double y);
+    void tafelSchliessen(const Fang& fang);
+    std::vector<Griff> verfehlteZuruecklegen(double x, double y);
     void zuruecklegen(const Griff& griff);
     void aufnehmen(std::size_t richtung, int slot);
     void absetzen(std::size_t richtung, int slot);
+    Griff griffLoesen(std::size_t richtung, int slot);
     void tafelnNachFang(const Fang& fang);
     void ziehen(std::size_t greifplatz, double ort);
     void hinzufuegen(std::size_t richtung, int slot);
     void entfernen(std::size_t richtung, int slot);
     void aendern(std::size_t richtung, int slot, std::int32_t neu);
-    void verlegen(std::size_t richtung, int slot, std::int32_t alt);
+    void verlegen(const Griff& griff, std::int32_t alt);
 
     Justierstand& stand_;
     Justierflaeche& flaeche_;

@@ -54,8 +54,17 @@ public:
         taten.push_back("Tafel auf " + std::to_string(static_cast<int>(x)) + "," +
                         std::to_string(static_cast<int>(y)));
     }
-    void AktionSpeichern() override { taten.emplace_back("Aktion speichern"); }
-    void Zeichnen() override { taten.emplace_back("Zeichnen"); }
+    void AktionSpeichern() override {
+        if (aktionScheitert > 0) {
+            tafelOffen = true;
+            scheitern(aktionScheitert);
+        }
+        taten.emplace_back("Aktion speichern");
+    }
+    void Zeichnen() override {
+        scheitern(zeichnenScheitert);
+        taten.emplace_back("Zeichnen");
+    }
     void tafelnSperren(bool gesperrt) override { tafelnGesperrt = gesperrt; }
     void tafelnZurueckstellen() override { ++zurueckgestellt; }
     void StickLinienSpeichern() override {
@@ -86,6 +95,8 @@ public:
     int speichernScheitert = 0; ///< how many of the next calls fail
     int verschiebenScheitert = 0;
     int loeschenScheitert = 0;
+    int aktionScheitert = 0;
+    int zeichnenScheitert = 0;
     bool obenScheitert = false; ///< the actions of a line above never follow
     int zurueckgestellt = 0;
     Linientabelle gespeichert{};
@@ -268,13 +279,32 @@ TEST_F(LinienzugTest, EineVerfehlteRoteLinieWirdSchwarzUndLiegtWiederAmAltenOrt)
     EXPECT_EQ(flaeche.gespeichert[0][1][LINKS], 20000) << "where its actions are";
 }
 
-TEST_F(LinienzugTest, EinKlickAmAltenOrtNimmtDieVerfehlteLinieWiederAuf) {
-    links(20000, FREI);
-    zug.bewegt(18000, FREI);
-    links(20000, FREI);
-    EXPECT_EQ(flaeche.abholen(), Taten{});
-    EXPECT_EQ(bild(LINKS, 1), Bild(20000, true));
+// It lies at its old place again, but the press that missed it does not pick it up there.
+TEST_F(LinienzugTest, EinKlickAmAltenOrtNimmtDieVerfehlteLinieErstBeimNaechstenMalAuf) {
+    linien(LINKS, {29659});
+    links(29656, FREI);
+    zug.bewegt(29567, FREI);
+    zug.gedrueckt(Maustaste::Andere, 29567, FREI);
+    flaeche.abholen();
+    links(29823, FREI);
+    EXPECT_EQ(flaeche.abholen(), (Taten{"Bereich 29823,33000"}));
+    EXPECT_EQ(bild(LINKS, 1), Bild(29659, false));
+    EXPECT_EQ(zug.Greifindex(), Greif{});
+    EXPECT_FALSE(zug.haelt());
+    flaeche.feldGewaehlt = false;
+    links(29823, FREI);
+    EXPECT_EQ(bild(LINKS, 1), Bild(29659, true));
     EXPECT_EQ(zug.Greifindex(), (Greif{1, 0, 0, 0}));
+}
+
+TEST_F(LinienzugTest, WoEineVerfehlteLinieWiederLiegtWirdEineAndereAufgenommen) {
+    linien(LINKS, {30000, 29850});
+    links(30150, FREI); // out of reach of the other one
+    zug.bewegt(31000, FREI);
+    links(29950, FREI);
+    EXPECT_EQ(bild(LINKS, 1), Bild(30000, false));
+    EXPECT_EQ(bild(LINKS, 2), Bild(29850, true)) << "which was at rest";
+    EXPECT_EQ(zug.Greifindex(), (Greif{2, 0, 0, 0}));
 }
 
 TEST_F(LinienzugTest, NachEinerAnderenTasteLiegtDieRoteLinieBisZumNaechstenKlick) {
@@ -361,6 +391,43 @@ TEST_F(LinienzugTest, EinKlickAufEineLinieSchliesstDieTafelAuch) {
     links(20000, FREI);
     EXPECT_EQ(flaeche.abholen(), (Taten{"Tafel zu", "Aktion speichern"}));
     EXPECT_EQ(zug.Greifindex(), (Greif{1, 0, 0, 0}));
+}
+
+// The strips hold the choice of layer: free, they would let the action go to the field of another layer.
+TEST_F(LinienzugTest, ScheitertDieAktionBleibtGesperrtWasDieTafelSperrt) {
+    for (const auto taste : {Maustaste::Links, Maustaste::Andere}) {
+        flaeche.feldGewaehlt = true;
+        flaeche.tafelOffen = true;
+        flaeche.tafelnGesperrt = true;
+        flaeche.aktionScheitert = 1;
+        EXPECT_EQ(fehlernummer([&] { zug.gedrueckt(taste, FREI, FREI); }), 3218);
+        EXPECT_TRUE(flaeche.tafelnGesperrt);
+        EXPECT_TRUE(flaeche.tafelOffen);
+        EXPECT_TRUE(flaeche.feldGewaehlt);
+        EXPECT_EQ(flaeche.abholen(), (Taten{"Tafel zu"}));
+    }
+    links(FREI, FREI);
+    EXPECT_EQ(flaeche.abholen(), (Taten{"Tafel zu", "Aktion speichern", "Zeichnen", "Bereich 33000,33000"}));
+    EXPECT_FALSE(flaeche.tafelnGesperrt);
+}
+
+TEST_F(LinienzugTest, ScheitertNurDasZeichnenSperrtDasGewaehlteFeldWeiter) {
+    flaeche.feldGewaehlt = true;
+    flaeche.tafelOffen = true;
+    flaeche.tafelnGesperrt = true;
+    flaeche.zeichnenScheitert = 1;
+    EXPECT_EQ(fehlernummer([&] { links(FREI, FREI); }), 3218);
+    EXPECT_FALSE(flaeche.tafelOffen) << "the action is safe";
+    EXPECT_TRUE(flaeche.feldGewaehlt);
+    EXPECT_TRUE(flaeche.tafelnGesperrt);
+}
+
+TEST_F(LinienzugTest, UeberEinerTafelDieOffenBleibtWirdKeineLinieAufgenommen) {
+    flaeche.tafelOffen = true; // over no field
+    flaeche.aktionScheitert = 1;
+    EXPECT_EQ(fehlernummer([&] { links(20000, FREI); }), 3218);
+    EXPECT_FALSE(zug.haelt());
+    EXPECT_TRUE(flaeche.tafelnGesperrt);
 }
 
 TEST_F(LinienzugTest, DieMittlereTasteSchliesstDieTafelUndLaesstDasFeld) {
@@ -709,6 +776,23 @@ TEST_F(LinienzugTest, ScheitertDasSpeichernBleibtDerAlteOrt) {
     EXPECT_EQ(flaeche.gespeichert[0][1][LINKS], 20000);
     EXPECT_FALSE(flaeche.tafelnGesperrt) << "the form stays usable";
     EXPECT_FALSE(zug.haelt());
+}
+
+TEST_F(LinienzugTest, ScheitertDasSpeichernHatJedeLinieIhrenEigenenAltenOrt) {
+    linien(LINKS, {20000, 19900});
+    links(19950, FREI);
+    flaeche.speichernScheitert = 2;
+    EXPECT_EQ(fehlernummer([&] { links(19950, FREI); }), 3218);
+    EXPECT_EQ(bild(LINKS, 1), Bild(20000, false)) << "not where the one picked up last was";
+    EXPECT_EQ(bild(LINKS, 2), Bild(19900, false));
+
+    linien(LINKS, {32000});
+    linien(RECHTS, {32100});
+    links(32050, FREI);
+    flaeche.verschiebenScheitert = 1;
+    EXPECT_EQ(fehlernummer([&] { links(32050, FREI); }), 3218);
+    EXPECT_EQ(bild(LINKS, 1), Bild(32000, false));
+    EXPECT_EQ(flaeche.gespeichert[0][1][LINKS], 32000);
 }
 
 TEST_F(LinienzugTest, ScheitertDasVerschiebenKommtDerAlteOrtInDenSpeicherZurueck) {
