@@ -16,7 +16,7 @@
 struct Justiereigenart {
     const char* formname; ///< also its `ZielFormular`
     Stickseite seite;
-    StickMaschine Laufzustand::*stick; ///< whose `StickSperre` the form edits
+    StickMaschine Laufzustand::*stick; ///< whose `StickSperre` follows what the form makes of its own
     std::string_view bildende;         ///< of its pictures, behind `Schema` and layer
     Achse x;
     Achse y;

@@ -21,17 +21,17 @@ template <class Fenster> void Stickeditoren::DannLoeschen::operator()(Fenster* f
 }
 
 void Stickeditoren::oeffnen(Stickseite seite) {
-    zustand_.global.ZielFormular = justiereigenart(seite).formname;
+    const auto& art = justiereigenart(seite);
+    zustand_.global.ZielFormular = art.formname;
     auto& form = offen_[seite];
     if (!form || form->geladenesSchema() != zustand_.global.SchemaName) {
-        const auto alt = form ? form->saveGeometry() : QByteArray();
-        form.reset();
-        auto neu = laden(seite);
+        auto neu = laden(seite); // one that can't be loaded leaves the open one, and what is unsaved there
         if (!neu)
             return;
-        if (!alt.isEmpty())
-            neu->restoreGeometry(alt);
-        offen_[seite] = std::move(neu);
+        if (form)
+            neu->restoreGeometry(form->saveGeometry());
+        form = std::move(neu);
+        zustand_.global.OffenerEditor = art.OffenerEditor; // which the one that went has cleared
     }
     auto& offene = *offen_[seite];
     offene.setEnabled(true); // the form of the pictures may have it hidden

@@ -24,7 +24,8 @@ public:
     ~Stickeditoren() override;
 
     /// Opens the editor of a stick for the current `Schema`; brings it to the front where it is open, loaded
-    /// anew if it shows another `Schema`. When the lines can't be read one message box says why.
+    /// anew if it shows another `Schema`. When the lines can't be read one message box says why, and what is
+    /// open stays.
     void oeffnen(Stickseite seite);
     /// Closes the editors of a `Schema` that is gone, and the form of its pictures: they would lay its lines
     /// and pictures anew.

@@ -60,6 +60,10 @@ private:
     QAbstractButton& knopf_;
 };
 
+constexpr std::int32_t sperrbit(int ebene) {
+    return std::int32_t{1} << ebene;
+}
+
 Maustaste maustaste(Qt::MouseButton taste) {
     if (taste == Qt::LeftButton)
         return Maustaste::Links;
@@ -187,17 +191,25 @@ template <class Arbeit> void frmJust::gesichert(Arbeit&& arbeit) {
     try {
         arbeit();
     } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(this, fehler, TITEL);
+        sagen(fehler);
     }
 }
 
+void frmJust::sagen(const LaufzeitFehler& fehler) {
+    gesagt_ = fehler.nummer();
+    fehlermeldung(this, fehler, TITEL);
+}
+
+// What may fail comes first: nothing that others see has changed then.
 void frmJust::laden() {
-    geladen_ = true;
     schema_ = global_.SchemaName;
+    const auto gelesen = lesen();
+    geladen_ = true;
+    stand_.linien = gelesen.linien;
+    StickSperre_ = (zustand_.*art_.stick).StickSperre = gelesen.StickSperre;
     global_.OffenerEditor = art_.OffenerEditor;
-    bildLaden(0);
     global_.ZielFormular = art_.formname;
-    linienLesen();
+    bildLaden(0);
     setWindowTitle(qt(schema_));
     ebene_->Punkt().setzen({PUNKT_ANFANG, PUNKT_ANFANG, 0, 0});
     Uschalt_[0]->setChecked(true); // places the lines and draws
@@ -222,15 +234,9 @@ void frmJust::closeEvent(QCloseEvent* ereignis) {
     emit geschlossen();
 }
 
-std::int32_t& frmJust::StickSperre() {
-    return (zustand_.*art_.stick).StickSperre;
-}
-
-void frmJust::linienLesen() {
-    const auto gelesen = StickLinienLesen(global_.DatenbankPfad, art_.seite, schema_,
-                                          [this](std::string_view text) { melden(text); });
-    stand_.linien = gelesen.linien;
-    StickSperre() = gelesen.StickSperre;
+Sticklinien frmJust::lesen() {
+    return StickLinienLesen(global_.DatenbankPfad, art_.seite, schema_,
+                            [this](std::string_view text) { melden(text); });
 }
 
 void frmJust::bildLaden(int ebene) {
@@ -259,17 +265,19 @@ bool frmJust::eventFilter(QObject* objekt, QEvent* ereignis) {
     return QWidget::eventFilter(objekt, ereignis);
 }
 
-// What the store holds replaces the table; nothing moves by it.
+// What the store holds replaces the table, and nothing else: nothing moves by it, and what "1 to 1" says is
+// not stored before the lines are.
 void frmJust::freigelegt() {
     if (!geladen_ || zug_.haelt() || QApplication::activeModalWidget())
         return;
     try {
-        linienLesen();
-        lesefehlerGezeigt_ = false;
+        stand_.linien = lesen().linien;
+        gesagt_.reset();
     } catch (const LaufzeitFehler& fehler) {
-        // The box that tells it uncovers the window when it goes: without an end, were it told each time.
-        if (!std::exchange(lesefehlerGezeigt_, true))
-            fehlermeldung(this, fehler, TITEL);
+        // A box that tells an error, of this or of what the user did, uncovers the window when it goes:
+        // without an end, were the error told each time.
+        if (gesagt_ != fehler.nummer())
+            sagen(fehler);
     }
 }
 
@@ -277,7 +285,7 @@ void frmJust::freigelegt() {
 
 void frmJust::Uschalt(int ebene) {
     zug_.loslassen(); // a line put down on another one leaves that in hand and the panels open
-    Check2_->setChecked((StickSperre() >> ebene & 1) != 0);
+    Check2_->setChecked((StickSperre_ & sperrbit(ebene)) != 0);
     if (art_.ebeneVerbirgtRechteckB)
         ebene_->RechteckB().hide();
     stand_.EditorEbene = ebene;
@@ -299,11 +307,16 @@ void frmJust::linienLegen() {
             PositionFestlegen(d, slot);
 }
 
-// The mask is stored with the lines.
+// The mask is stored with the lines. A run that goes on hears of a change at once; it may be one of another
+// `Schema`, so that the mask of the sticks is not this form's.
 void frmJust::Check2Klick(bool an) {
-    for (int ebene = 0; ebene < EBENEN; ++ebene)
-        if (Uschalt_[static_cast<std::size_t>(ebene)]->isChecked())
-            StickSperre() = an ? StickSperre() | 1 << ebene : StickSperre() & ~(1 << ebene);
+    for (int ebene = 0; ebene < EBENEN; ++ebene) {
+        const auto bit = sperrbit(ebene);
+        if (!Uschalt_[static_cast<std::size_t>(ebene)]->isChecked() || ((StickSperre_ & bit) != 0) == an)
+            continue;
+        for (auto* sperre : {&StickSperre_, &(zustand_.*art_.stick).StickSperre})
+            *sperre = an ? *sperre | bit : *sperre & ~bit;
+    }
 }
 
 void frmJust::Command1Klick(int index) {
@@ -325,6 +338,10 @@ void frmJust::Command1Klick(int index) {
 void frmJust::hintergrundGeaendert() {
     setEnabled(true);
     show();
+    if (RechteckBGezeigt()) { // the field belongs to its layer, and so does an action that is being edited
+        bildLaden(stand_.EditorEbene);
+        return;
+    }
     Uschalt_[1]->setChecked(true);
     Uschalt_[0]->setChecked(true);
 }
@@ -437,7 +454,7 @@ void frmJust::tafelnZurueckstellen() {
 }
 
 void frmJust::StickLinienSpeichern() {
-    ::StickLinienSpeichern(global_.DatenbankPfad, art_.seite, schema_, {stand_.linien, StickSperre()});
+    ::StickLinienSpeichern(global_.DatenbankPfad, art_.seite, schema_, {stand_.linien, StickSperre_});
 }
 
 void frmJust::AktionenVerschieben(std::size_t richtung, std::int32_t neu, std::int32_t alt) {

@@ -8,11 +8,13 @@
 #include "editors/Justiereigenart.h"
 #include "editors/Linienzug.h"
 #include "platform/Zeitgeber.h"
+#include "store/LaufzeitFehler.h"
 
 #include <QWidget>
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 
 class Aktionstafel;
@@ -38,7 +40,8 @@ public:
     /// What closing does to the state that all share; the form's timers stop. May be called twice.
     void entladen();
 
-    /// Shows the form again after `ScreenChecken`: with the new pictures, on layer 0.
+    /// Shows the form again after `ScreenChecken`: with the new pictures, on layer 0; on its layer where a
+    /// field is chosen.
     void hintergrundGeaendert();
     /// Chooses a layer, as its option on the panel does.
     void ebeneWaehlen(int ebene);
@@ -65,7 +68,8 @@ private:
     void verbinden();
 
     template <class Arbeit> void gesichert(Arbeit&& arbeit);
-    void linienLesen();
+    void sagen(const LaufzeitFehler& fehler);
+    Sticklinien lesen();
     void bildLaden(int ebene);
     void linienLegen();
     void Uschalt(int ebene);
@@ -76,7 +80,6 @@ private:
     void tafelnLegen();
     void fraAktionLegen();
     Feldschluessel aktionsschluessel() const;
-    std::int32_t& StickSperre();
 
     bool linieGezeigt(std::size_t richtung, int index) const override;
     double linienort(std::size_t richtung, int index) const override;
@@ -106,9 +109,10 @@ private:
     Feldanker Feldanker_{};
     QPointF fraAktionKlick_; ///< what the action panel was opened by, in plane units
     Punktrechteck PunktrechteckAlt_;
-    std::string schema_; ///< whose lines, actions and pictures these are
+    std::string schema_;           ///< whose lines, actions and pictures these are
+    std::int32_t StickSperre_ = 0; ///< as the form shows it; stored with the lines
     bool geladen_ = false;
-    bool lesefehlerGezeigt_ = false;
+    std::optional<Fehlernummer> gesagt_; ///< the last error told, until the store can be read again
 
     Stickebene* ebene_ = nullptr;
     Schiebetafel* umschalten_ = nullptr;

@@ -408,9 +408,14 @@ TEST_P(FrmJustLinien, LaesstSichDieAktionNichtSpeichernBleibtDieTafelMitIhrStehe
     EXPECT_TRUE(zuSehen("RechteckB")) << "the handler ended there";
     ASSERT_TRUE(zuSehen("fraAktion"));
     EXPECT_TRUE(feld<QRadioButton>("Option1(4)").isChecked());
+    feld<QRadioButton>("Uschalt(1)").click();
+    EXPECT_FALSE(feld<QWidget>("Frame2").isEnabled());
+    EXPECT_FALSE(feld<QWidget>("Frame3").isEnabled());
     klick(33000, 33000);
     EXPECT_EQ(aktionen(), (Zeilen{{"0", "0", "0", "0", "0", "4"}}));
     EXPECT_FALSE(zuSehen("fraAktion"));
+    EXPECT_TRUE(feld<QWidget>("Frame2").isEnabled());
+    EXPECT_TRUE(feld<QWidget>("Frame3").isEnabled());
 }
 
 TEST_P(FrmJustLinien, SymboleKommenUndGehenMitDerAktion) {
@@ -445,6 +450,50 @@ TEST_P(FrmJustLinien, EinAnderesSchemaInDerHauptformBekommtKeineLinienDesOffenen
     EXPECT_EQ(linie("Links || ',' || Rechts", 1, "T"), "20000,50000");
     EXPECT_EQ(aktionen(), (Zeilen{{"0", "15000", "0", "0", "0", "4"}}));
     EXPECT_TRUE(boxen.gesehen().empty());
+}
+
+TEST_P(FrmJustLinien, AllesWasDerEditorTutGiltSeinemSchemaNichtDemGewaehlten) {
+    schema("T");
+    linien("T");
+    const auto alsT = [this](const std::string& anker, const std::string& text) {
+        datenbank_.sql("INSERT INTO " + aktionstabelle() + " VALUES ('T',0," + anker + ",'" + text + "');");
+    };
+    const auto derT = [this] {
+        return std::pair{datenbank_.zeilen("SELECT * FROM " + stick() + " WHERE Schemaname = 'T';"),
+                         datenbank_.zeilen("SELECT * FROM " + aktionstabelle() + " WHERE Schemaname = 'T';")};
+    };
+    const auto derS = [this] {
+        return datenbank_.zeilen("SELECT Links, Rechts, Oben, Unten, Aktion FROM " + aktionstabelle() +
+                                 " WHERE Schemaname = 'S' ORDER BY 1, 2, 3, 4;");
+    };
+    aktion(0, "0,0,0,0", "1,2");
+    aktion(0, "0,46000,0,0", "3");
+    alsT("0,0,0,0", "2,0,65,0,0");
+    alsT("0,46000,0,0", "3");
+    alsT("20000,0,0,0", "4");
+    const auto vorherT = derT();
+    editorOeffnen();
+    const auto linkesFeld = [this] {
+        return ebene().grab(QRect(pixel(2000, 22000).toPoint(), pixel(18000, 45000).toPoint())).toImage();
+    };
+    const auto leer = linkesFeld();
+    control<QComboBox>(haupt(), "Combo1").setCurrentIndex(1);
+
+    pfeil("RPfeil(0)");
+    EXPECT_EQ(linie("Rechts", 2, "S"), "46000");
+    EXPECT_EQ(linkesFeld(), leer) << "no symbol of the other one";
+    pfeil("RPfeil(0)", Qt::RightButton);
+    EXPECT_EQ(linie("Rechts", 2, "S"), "0");
+    EXPECT_EQ(derS(), (Zeilen{{"0", "0", "0", "0", "1,2"}})) << "the Leerfeld on the line is gone";
+
+    klick(33000, 33000);
+    klick(33000, 33000, Qt::RightButton);
+    EXPECT_TRUE(feld<QRadioButton>("optMaus(2)").isChecked());
+    EXPECT_TRUE(feld<QRadioButton>("Option1(1)").isChecked());
+    feld<QRadioButton>("optMaus(1)").click();
+    klick(33000, 33000);
+    EXPECT_EQ(derS(), (Zeilen{{"0", "0", "0", "0", "1,1"}}));
+    EXPECT_EQ(derT(), vorherT);
 }
 
 TEST_P(FrmJustLinien, EinHalbGetippterNameLegtKeineLinienAn) {

@@ -174,6 +174,42 @@ TEST_P(FrmJust, FuerEinAnderesSchemaLaedtErNeu) {
     editorknopf();
     EXPECT_EQ(form().windowTitle(), "T");
     EXPECT_TRUE(stehtX("LLinks(0)", 15000));
+    feld<QPushButton>("Command1(1)").click();
+    testEnde();
+    EXPECT_EQ(haupt().isVisible(), !istLinks()) << "the editor counts as open, though another one was closed";
+}
+
+TEST_P(FrmJust, KannErDasAndereSchemaNichtLadenBleibtDerOffene) {
+    for (const char* name : {"S", "T"}) {
+        schema(name);
+        linien(name);
+    }
+    editorOeffnen();
+    auto* erster = offen();
+    feld<QCheckBox>("Check2").click();
+    klick(33000, 33000);
+    klick(33000, 33000, Qt::RightButton);
+    feld<QRadioButton>("Option1(4)").click();
+    control<QComboBox>(haupt(), "Combo1").setCurrentIndex(1);
+    {
+        RoheVerbindung andere(datenbank_.pfad());
+        andere.sql("BEGIN EXCLUSIVE;");
+        Boxleser boxen;
+        editorknopf();
+        ASSERT_EQ(boxen.gesehen().size(), 1U);
+        EXPECT_TRUE(boxen.gesehen()[0].text.contains("3218")) << boxen.gesehen()[0].text.toStdString();
+    }
+    ASSERT_EQ(offen(), erster);
+    EXPECT_EQ(form().windowTitle(), "S");
+    ASSERT_TRUE(zuSehen("fraAktion")) << "with all that is not saved yet";
+    klick(33000, 33000);
+    EXPECT_EQ(aktionen(), (Tabellenbild{{"0", "0", "0", "0", "0", "4"}}));
+    pad_.zustand.*GetParam().x = 60000;
+    vergehen(5);
+    EXPECT_TRUE(nahe(feld<QWidget>("Punkt").x(), 60000, ebene().width())) << "its timers go on";
+    feld<QPushButton>("Command1(1)").click();
+    testEnde();
+    EXPECT_EQ(haupt().isVisible(), !istLinks()) << "and the run ends as with an editor open";
 }
 
 TEST_P(FrmJust, ErinnertSichNichtWennDasFensterZu) {
@@ -741,8 +777,49 @@ TEST_P(FrmJust, FreigelegtLiestErDieLinienNeuOhneSieZuVerschieben) {
     freilegen();
     EXPECT_TRUE(stehtX("LLinks(0)", 20000)) << "nothing is redrawn by it";
     klick(10000, 33000);
-    klick(10000, 33000);
-    EXPECT_EQ(linie("Links", 1), "10000");
+    ziehen(12000, 33000);
+    klick(12000, 33000);
+    EXPECT_EQ(linie("Links", 1), "12000") << "to the next pixel";
+    EXPECT_TRUE(stehtX("LLinks(0)", 12000));
+}
+
+TEST_P(FrmJust, FreigelegtLaesstErDenHakenDerNochNichtGespeichertIst) {
+    schema();
+    linien();
+    editorOeffnen();
+    ebeneWaehlen(1);
+    feld<QCheckBox>("Check2").click();
+    freilegen();
+    EXPECT_TRUE(feld<QCheckBox>("Check2").isChecked());
+    ebeneWaehlen(0);
+    EXPECT_FALSE(feld<QCheckBox>("Check2").isChecked());
+    ebeneWaehlen(1);
+    EXPECT_TRUE(feld<QCheckBox>("Check2").isChecked());
+    pfeil("LPfeil(0)");
+    EXPECT_EQ(linie("Links", 20), "2") << "it goes with the lines";
+}
+
+// The run of another Schema reads its own mask into what the sticks share.
+TEST_P(FrmJust, EinLaufEinesAnderenSchemasGibtDemEditorNichtSeineSperre) {
+    for (const char* name : {"S", "T"}) {
+        schema(name);
+        linien(name);
+    }
+    datenbank_.sql("UPDATE " + stick() +
+                   " SET Links = 5 WHERE Schemaname = 'S' AND \"index\" = 20;"
+                   "UPDATE " +
+                   stick() + " SET Links = 2 WHERE Schemaname = 'T' AND \"index\" = 20;");
+    editorOeffnen();
+    control<QComboBox>(haupt(), "Combo1").setCurrentIndex(1);
+    feld<QPushButton>("Command1(1)").click();
+    ASSERT_NE(laufFenster(), nullptr);
+    vergehen(50);
+    ebeneWaehlen(1);
+    EXPECT_FALSE(feld<QCheckBox>("Check2").isChecked());
+    pfeil("LPfeil(0)");
+    testEnde();
+    EXPECT_EQ(linie("Links", 20, "S"), "5");
+    EXPECT_EQ(linie("Links", 20, "T"), "2");
 }
 
 TEST_P(FrmJust, FreigelegtMitLinieInDerHandLiestErNichts) {
@@ -771,6 +848,33 @@ TEST_P(FrmJust, EinFehlerBeimFreilegenWirdEinmalGesagt) {
     datenbank_.sql("DELETE FROM " + stick() + " WHERE \"index\" = 20;");
     freilegen();
     EXPECT_EQ(boxen.gesehen().size(), 2U);
+}
+
+// The box that tells an error uncovers the window when it goes.
+TEST_P(FrmJust, WasGesagtIstSagtDasFreilegenNichtNochEinmal) {
+    schema();
+    linien();
+    editorOeffnen();
+    for (const bool pfeilklick : {true, false}) {
+        RoheVerbindung andere(datenbank_.pfad());
+        andere.sql("BEGIN EXCLUSIVE;");
+        Boxleser boxen;
+        if (pfeilklick)
+            pfeil("LPfeil(0)");
+        else
+            ebeneWaehlen(1);
+        EXPECT_EQ(boxen.gesehen().size(), 1U);
+        for (int i = 0; i < 2; ++i)
+            freilegen();
+        EXPECT_EQ(boxen.gesehen().size(), 1U) << pfeilklick;
+        andere.sql("COMMIT;");
+        freilegen();
+        andere.sql("BEGIN EXCLUSIVE;");
+        freilegen();
+        EXPECT_EQ(boxen.gesehen().size(), 2U) << "once the store was there in between, it is news";
+        andere.sql("COMMIT;");
+        freilegen();
+    }
 }
 
 TEST_P(FrmJust, FreigelegtHinterEinerBoxLiestErNichtNocheinmal) {

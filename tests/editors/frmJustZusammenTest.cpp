@@ -102,6 +102,39 @@ TEST_F(FrmJustZusammen, EndDesEinenBeendetDenLaufUndLaesstDenAnderen) {
     EXPECT_FALSE(control<QWidget>(*formNamens("frmJust"), "RechteckB").isHidden());
 }
 
+// The form of the pictures sends also the editor into layer 0 that did not open it.
+TEST_F(FrmJustZusammen, NeueBilderNehmenEinemGewaehltenFeldNichtSeineEbene) {
+    for (const bool mitTafel : {true, false}) {
+        starten();
+        const std::array<std::pair<const char*, int>, 2> reihe{{{"frmJustr", 6}, {"frmJust", 1}}};
+        for (const auto& [name, knopf] : reihe) {
+            control<QPushButton>(haupt(), QString("Command1(%1)").arg(knopf)).click();
+            ereignisse();
+        }
+        control<QRadioButton>(form(), "Uschalt(2)").click();
+        klickAuf("frmJust", 10000, 10000);
+        if (mitTafel) {
+            klick(10000, 10000, Qt::RightButton);
+            control<QRadioButton>(form(), "Option1(4)").click();
+        }
+        control<QPushButton>(*formNamens("frmJustr"), "Command1(2)").click();
+        ereignisse();
+        ASSERT_TRUE(da("ScreenChecken"));
+        formNamens("ScreenChecken")->close();
+        vergehen(50);
+        ASSERT_TRUE(da("frmJustr"));
+        EXPECT_TRUE(control<QRadioButton>(form(), "Uschalt(2)").isChecked());
+        EXPECT_FALSE(control<QWidget>(form(), "Frame2").isEnabled());
+        klickAuf("frmJust", 10000, 10000);
+        EXPECT_EQ(aktionen(),
+                  mitTafel ? (Tabellenbild{{"2", "20200", "0", "21200", "0", "4"}}) : Tabellenbild{});
+        EXPECT_TRUE(control<QWidget>(form(), "RechteckB").isHidden());
+        datenbank_.sql("DELETE FROM tblStickAktion;");
+        programm_.reset();
+        ereignisse();
+    }
+}
+
 TEST_F(FrmJustZusammen, DasProgrammEndetAuchWennAllesOffenIst) {
     allesOeffnen();
     klickAuf("frmJust", 20000, 33000); // a line in the hand
@@ -148,6 +181,39 @@ TEST_P(FrmJustZustand, NurDerLinkeNimmtOffenerEditorZurueck) {
     form_.entladen();
     EXPECT_EQ(int{global.OffenerEditor}, links_ ? 0 : 2);
     EXPECT_EQ(int{global.OffenerEditorR}, links_ ? 1 : 0);
+}
+
+// The main form sets both names at once; here each says by itself what it is for.
+TEST_P(FrmJustZustand, TestSpeichertFuerDasGeladeneUndStartetDasGewaehlteSchema) {
+    for (const char* name : {"T", "U"}) {
+        schema(name);
+        linien(name);
+    }
+    form_.laden();
+    zustand_.global.SchemaName = "U";
+    zustand_.global.Schemaauswahl = "T";
+    control<QCheckBox>(form_, "Check2").click();
+    control<QPushButton>(form_, "Command1(1)").click();
+    EXPECT_EQ(zustand_.global.SchemaName, "T");
+    EXPECT_EQ(linie("Links", 20, "S"), "1");
+    EXPECT_EQ(linie("Links", 20, "T"), "0");
+    EXPECT_EQ(linie("Links", 20, "U"), "0");
+    laufsteuerung_.entladen();
+    EXPECT_EQ(datenbank_.zeilen("SELECT Schemaname FROM Sensible;"), (Tabellenbild{{"T"}}))
+        << "which has run";
+}
+
+TEST_P(FrmJustZustand, DieAnderenKnoepfeNehmenDasGewaehlteSchemaAuch) {
+    for (const int knopf : {2, 0}) {
+        form_.laden();
+        zustand_.global.SchemaName = "U";
+        zustand_.global.Schemaauswahl = "T";
+        control<QPushButton>(form_, QString("Command1(%1)").arg(knopf)).click();
+        EXPECT_EQ(zustand_.global.SchemaName, "T") << knopf;
+        EXPECT_EQ(form_.geladenesSchema(), "S");
+        zustand_.global.SchemaName = "S";
+        form_.setEnabled(true);
+    }
 }
 
 TEST_P(FrmJustZustand, JedeSperrtNurIhrenStick) {
