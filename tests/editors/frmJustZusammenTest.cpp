@@ -120,6 +120,7 @@ TEST_F(FrmJustZusammen, NeueBilderNehmenEinemGewaehltenFeldNichtSeineEbene) {
         control<QPushButton>(*formNamens("frmJustr"), "Command1(2)").click();
         ereignisse();
         ASSERT_TRUE(da("ScreenChecken"));
+        Boxleser boxen;
         formNamens("ScreenChecken")->close();
         vergehen(50);
         ASSERT_TRUE(da("frmJustr"));
@@ -129,6 +130,7 @@ TEST_F(FrmJustZusammen, NeueBilderNehmenEinemGewaehltenFeldNichtSeineEbene) {
         EXPECT_EQ(aktionen(),
                   mitTafel ? (Tabellenbild{{"2", "20200", "0", "21200", "0", "4"}}) : Tabellenbild{});
         EXPECT_TRUE(control<QWidget>(form(), "RechteckB").isHidden());
+        EXPECT_TRUE(boxen.gesehen().empty());
         datenbank_.sql("DELETE FROM tblStickAktion;");
         programm_.reset();
         ereignisse();
