@@ -32,7 +32,8 @@ public:
 };
 
 /// Contract: all procedures run one at a time on the thread that made the timers, from its event loop. A
-/// timer is periodic; calls that could not be made in time are dropped but for one, never queued up.
+/// timer is periodic; calls that could not be made in time are dropped but for one, never queued up. Timers
+/// due at one time run by interval, the shorter first, then in the order in which they were set.
 class Zeitgeber {
 public:
     Zeitgeber() = default;

@@ -60,8 +60,8 @@ std::unique_ptr<Formularzeitgeber> ProbeUhr::formularzeitgeber(TimerProzedur pro
 }
 
 std::uint64_t ProbeUhr::einplanen(Zeit intervall, TimerProzedur prozedur) {
-    const Platz platz{jetzt_ + intervall, naechsteReihe_++};
-    plan_.emplace(platz, Eintrag{intervall, std::move(prozedur)});
+    const Platz platz{jetzt_ + intervall, intervall, naechsteReihe_++};
+    plan_.emplace(platz, std::move(prozedur));
     plaetze_.emplace(platz.reihe, platz);
     return platz.reihe;
 }
@@ -77,9 +77,9 @@ void ProbeUhr::vorBis(Zeit ziel) {
         auto knoten = plan_.extract(plan_.begin());
         jetzt_ = knoten.key().faellig;
         // The next deadline stands before the procedure runs, which may kill or replace its own timer.
-        knoten.key().faellig += knoten.mapped().intervall;
+        knoten.key().faellig += knoten.key().intervall;
         plaetze_.at(knoten.key().reihe) = knoten.key();
-        const TimerProzedur prozedur = knoten.mapped().prozedur;
+        const TimerProzedur prozedur = knoten.mapped();
         plan_.insert(std::move(knoten));
         prozedur();
     }

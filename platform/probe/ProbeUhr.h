@@ -1,7 +1,8 @@
 // Virtual clock: timers that run when time is moved on by hand.
 //
-// Due timers run by deadline, and at one deadline in the order in which they were set; a periodic timer keeps
-// its place in that order, a timer that is set anew goes to its end.
+// Due timers run by deadline, at one deadline the shorter interval first, and at equal intervals in the order
+// in which they were set; a periodic timer keeps its place in that order, a timer that is set anew goes to
+// its end.
 #pragma once
 
 #include "platform/Zeitgeber.h"
@@ -39,24 +40,20 @@ public:
 private:
     class Formular;
 
-    // A timer's place in the plan: when it is due next, and the order in which it was set.
+    // A timer's place in the plan: when it is due next, how often it comes, the order in which it was set.
     struct Platz {
         Zeit faellig;
+        Zeit intervall;
         std::uint64_t reihe;
         auto operator<=>(const Platz&) const = default;
     };
-    struct Eintrag {
-        Zeit intervall;
-        TimerProzedur prozedur;
-    };
-
     // A timer in the plan is known by its order number, which stays while its deadline moves on.
     std::uint64_t einplanen(Zeit intervall, TimerProzedur prozedur);
     void streichen(std::uint64_t reihe);
 
     Zeit jetzt_{0};
     std::uint64_t naechsteReihe_ = 0;
-    std::map<Platz, Eintrag> plan_;
+    std::map<Platz, TimerProzedur> plan_;
     std::map<std::uint64_t, Platz> plaetze_;         // by order number
     std::map<std::uint32_t, std::uint64_t> fenster_; // window timers: id to order number
 };

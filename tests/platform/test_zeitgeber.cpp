@@ -86,6 +86,27 @@ TYPED_TEST(ZeitgeberVertrag, ZuEinerFristGehtEsInDerReihenfolgeDesSetzens) {
     EXPECT_EQ(this->text, "abcdabcd");
 }
 
+// Timers of both kinds, set from the longest to the shortest.
+TYPED_TEST(ZeitgeberVertrag, ZuEinerFristGehtDasKuerzereIntervallVor) {
+    this->geber.SetTimer(1, 4 * TAKT, this->schreibt('a'));
+    const auto form = this->geber.formularzeitgeber(this->schreibt('b'));
+    form->Interval(2 * TAKT);
+    form->Enabled(true);
+    this->geber.SetTimer(0, TAKT, this->schreibt('c'));
+    this->geber.SetTimer(7, 2 * TAKT, this->schreibt('d'));
+    this->takte(4);
+    EXPECT_EQ(this->text, "ccbdccbda");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinNeuGesetzterGehtHinterGleichLange) {
+    for (const char zeichen : {'a', 'b'})
+        this->geber.SetTimer(static_cast<std::uint32_t>(zeichen), 2 * TAKT, this->schreibt(zeichen));
+    this->geber.SetTimer('a', 2 * TAKT, this->schreibt('A'));
+    this->geber.SetTimer(1, 4 * TAKT, this->schreibt('|'));
+    this->takte(4);
+    EXPECT_EQ(this->text, "bAbA|");
+}
+
 TYPED_TEST(ZeitgeberVertrag, UnterEinerMillisekundeSindEsZehn) {
     this->geber.SetTimer(1, 0ms, this->schreibt('a'));
     this->geber.SetTimer(2, -5ms, this->schreibt('b'));
@@ -210,15 +231,6 @@ TYPED_TEST(ZeitgeberVertrag, EinFormulartimerDarfSichInSeinerProzedurAusschalten
 
 namespace {
 
-using VirtuelleZeit = ZeitgeberVertrag<MitProbe>;
-
-TEST_F(VirtuelleZeit, DasIntervallAendertDieReihenfolgeNicht) {
-    geber.SetTimer(1, 2 * TAKT, schreibt('a'));
-    geber.SetTimer(0, TAKT, schreibt('b'));
-    takte(4);
-    EXPECT_EQ(text, "babbab");
-}
-
 class EchteZeit : public testing::Test {
 protected:
     void vergehen(milliseconds dauer) { qt.vergehen(dauer); }
@@ -256,14 +268,6 @@ TEST_F(EchteZeit, FuenfMillisekundenSindZweihundertMalInDerSekunde) {
     const double jeSekunde = 1000 / periode(5ms, 1000.0 / 195);
     EXPECT_GE(jeSekunde, 195);
     EXPECT_LE(jeSekunde, 205);
-}
-
-TEST_F(EchteZeit, ZuEinerFristGehtDasKuerzereIntervallVor) {
-    std::string text;
-    qt.geber.SetTimer(1, 2 * TAKT, [&] { text += 'a'; });
-    qt.geber.SetTimer(0, TAKT, [&] { text += 'b'; });
-    vergehen(TAKT * 9 / 2);
-    EXPECT_EQ(text, "bbabba");
 }
 
 TEST_F(EchteZeit, EinTimerDerSichSelbstNeuSetztTreibtNichtAb) {
