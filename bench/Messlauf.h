@@ -29,11 +29,11 @@ struct Messlauf {
     }
 
     Testdatenbank datenbank;
+    ProbeUhr uhr;
     ProbeJoystick pad;
     Laufzustand zustand{pad, (datenbank.ordner() / "Gamepad.xml").string()};
     Messuhr::time_point gesendet;
     ProbeEingabe eingabe;
-    ProbeUhr uhr;
     StummeAnzeige anzeige;
     LaufFenster fenster;
 };

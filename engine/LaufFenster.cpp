@@ -1,5 +1,6 @@
 #include "engine/LaufFenster.h"
 
+#include "engine/Fehlerort.h"
 #include "engine/LaufAnzeige.h"
 #include "engine/XPTaste.h"
 #include "store/SenLesSchr.h"
@@ -90,6 +91,7 @@ std::optional<LaufzeitFehler> LaufFenster::beenden() {
     entwackeln_.EntwackelnStoppen();
     auto fehler = reglerSchreiben();
     AlleTimerBeenden(zeitgeber_);
+    schubregler_.beenden();
     Timer1_->Enabled(false);
     tmrSpiel_->Enabled(false);
     return fehler;
@@ -132,13 +134,16 @@ void LaufFenster::TasteBelegen() {
     for (int slot = 0; slot < TASTEN; ++slot) {
         const auto& text = Aktionen_[STANDART][static_cast<std::size_t>(slot)];
         const auto maske = static_cast<std::int16_t>(bit(slot));
-        if (text.starts_with('3')) {
-            Umschalt1Maske_ = maske;
-            Umschalt1Art_ = umschaltart(text);
-        } else if (text.starts_with('4')) {
-            Umschalt2Maske_ = maske;
-            Umschalt2Art_ = umschaltart(text);
-        }
+        anOrt([&] { return slotname(slot, STANDART) + ": " + angefuehrt(text); },
+              [&] {
+                  if (text.starts_with('3')) {
+                      Umschalt1Maske_ = maske;
+                      Umschalt1Art_ = umschaltart(text);
+                  } else if (text.starts_with('4')) {
+                      Umschalt2Maske_ = maske;
+                      Umschalt2Art_ = umschaltart(text);
+                  }
+              });
     }
 }
 
@@ -240,9 +245,9 @@ void LaufFenster::tastenflanken() {
     const auto vorher = JoyInfoAlt_.dwButtons;
     for (int slot = 0; slot < TASTEN; ++slot) {
         if (jetzt & ~vorher & bit(slot))
-            tastenAktion_.TasteDrueckAktion(belegung(slot), slot);
+            tastenAktion_.TasteDrueckAktion(belegung(slot), slot, Ebene_);
         else if (~jetzt & vorher & bit(slot))
-            tastenAktion_.TasteLoesAktion(belegung(slot), slot);
+            tastenAktion_.TasteLoesAktion(belegung(slot), slot, Ebene_);
     }
 }
 
@@ -263,9 +268,9 @@ void LaufFenster::SteuerkreuzAuswerten() {
     for (const auto& ereignis : steuerkreuz_.auswerten(JoyInfo_.dwPOV)) {
         const int slot = ERSTER_KREUZSLOT + ereignis.richtung;
         if (ereignis.gedrueckt)
-            tastenAktion_.TasteDrueckAktion(belegung(slot), slot);
+            tastenAktion_.TasteDrueckAktion(belegung(slot), slot, Ebene_);
         else
-            tastenAktion_.TasteLoesAktion(belegung(slot), slot);
+            tastenAktion_.TasteLoesAktion(belegung(slot), slot, Ebene_);
     }
 }
 

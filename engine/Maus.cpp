@@ -40,15 +40,15 @@ void loslassen(Eingabe& eingabe, std::string_view wahl) {
             eingabe.mouse_event(knopf.loslassen, 0, 0, 0, 0);
 }
 
-bool bewegen(Eingabe& eingabe, std::string_view richtung, std::int32_t schritt) {
+bool bewegen(Eingabe& eingabe, std::string_view richtung, const std::function<std::int32_t()>& schritt) {
     if (richtung == "0")
-        eingabe.mouse_event(MOUSEEVENTF_MOVE, negativ(schritt), 0, 0, 0);
+        eingabe.mouse_event(MOUSEEVENTF_MOVE, negativ(schritt()), 0, 0, 0);
     else if (richtung == "1")
-        eingabe.mouse_event(MOUSEEVENTF_MOVE, schritt, 0, 0, 0);
+        eingabe.mouse_event(MOUSEEVENTF_MOVE, schritt(), 0, 0, 0);
     else if (richtung == "2")
-        eingabe.mouse_event(MOUSEEVENTF_MOVE, 0, negativ(schritt), 0, 0);
+        eingabe.mouse_event(MOUSEEVENTF_MOVE, 0, negativ(schritt()), 0, 0);
     else if (richtung == "3")
-        eingabe.mouse_event(MOUSEEVENTF_MOVE, 0, schritt, 0, 0);
+        eingabe.mouse_event(MOUSEEVENTF_MOVE, 0, schritt(), 0, 0);
     else
         return false;
     return true;

@@ -1,5 +1,6 @@
 #include "engine/Schubregler.h"
 
+#include "engine/Fehlerort.h"
 #include "engine/Felder.h"
 #include "engine/Maus.h"
 #include "engine/TimerUeberwachung.h"
@@ -40,7 +41,7 @@ constexpr const char* TASTE_ZEITGESTEUERT = "1";
 
 [[noreturn]] void falscherIndex() {
     throw LaufzeitFehler(Fehlernummer::FalscherIndex,
-                         "Index außerhalb des gültigen Bereichs: Schubregler mit zu wenigen Angaben");
+                         "Index außerhalb des gültigen Bereichs: zu wenige Angaben");
 }
 
 template <class Liste> const std::string& stueck(const Liste& liste, std::size_t stelle) {
@@ -57,8 +58,15 @@ std::vector<std::string> stuecke(std::string_view text, char trenner) {
 std::int16_t ganzzahl16(std::string_view text) {
     const auto zahl = feldzahl(text);
     if (zahl < std::numeric_limits<std::int16_t>::min() || zahl > std::numeric_limits<std::int16_t>::max())
-        throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: Schubregler \"" + std::string(text) + "\"");
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: " + angefuehrt(text));
     return static_cast<std::int16_t>(zahl);
+}
+
+// A record by its number, as far as it has one, and its text.
+std::string satzname(const std::string& text) {
+    const auto satz = zerlegen(text, '-');
+    return "Schubregler" + (satz.size() > NUMMER ? ", Feld " + std::string(satz[NUMMER]) : "") + ": " +
+           angefuehrt(text);
 }
 
 // Runs one step with its errors ignored; gives whether there was one.
@@ -78,19 +86,22 @@ void Schubregler::erstellen() {
     const auto teile = stuecke(achsen_.SchubreglerText(), '/');
     if (teile.empty())
         return;
-    SchubAnzahl_ = ganzzahl16(teile.front());
-    const Satz* massgebend = nullptr;
+    anOrt([] { return std::string("Schubregler, Anzahl der Felder"); },
+          [&] { SchubAnzahl_ = ganzzahl16(teile.front()); });
+    std::size_t massgebend = 0;
     for (std::size_t i = 1; i < teile.size(); ++i) {
         const auto satz = stuecke(teile[i], '-');
-        const auto [stelle, neu] = SchubFelder_.emplace(stueck(satz, NUMMER), satz);
-        if (!neu)
-            throw LaufzeitFehler(Fehlernummer::SchluesselVergeben,
-                                 "Schubregler: das Feld " + satz[NUMMER] + " gibt es zweimal");
-        if (!massgebend || stelle->first == "1")
-            massgebend = &stelle->second;
+        anOrt([&] { return satzname(teile[i]); },
+              [&] {
+                  if (!SchubFelder_.emplace(stueck(satz, NUMMER), satz).second)
+                      throw LaufzeitFehler(Fehlernummer::SchluesselVergeben, "Dieses Feld gibt es zweimal");
+              });
+        if (massgebend == 0 || satz[NUMMER] == "1")
+            massgebend = i;
     }
-    if (massgebend)
-        SchubNurAuswaerts_ = ganzzahl16((*massgebend)[NUR_AUSWAERTS]);
+    if (massgebend > 0)
+        anOrt([&] { return satzname(teile[massgebend]); },
+              [&] { SchubNurAuswaerts_ = ganzzahl16(stuecke(teile[massgebend], '-')[NUR_AUSWAERTS]); });
 }
 
 void Schubregler::auswerten() {
@@ -119,6 +130,13 @@ bool Schubregler::erlaubt(std::int32_t wert) {
     if (wert > OBERES_ENDE || wert < UNTERES_ENDE)
         return true;
     return wert > MITTE ? wert > vorher : wert < MITTE && wert < vorher;
+}
+
+void Schubregler::beenden() {
+    timerStoppen();
+    for (auto& [taste, ende] : stand_.Druckenden)
+        if (ende.lauf == this)
+            ende.lauf = nullptr;
 }
 
 // Number of the field from 1; 0 when none fits, as at the very end of the axis. That is looked at by itself:
@@ -222,7 +240,7 @@ void Schubregler::mausTakt() {
 }
 
 void Schubregler::mausschritt() {
-    maus::bewegen(dienste_.eingabe, unterwahl(), parameter(SCHRITT));
+    maus::bewegen(dienste_.eingabe, unterwahl(), [this] { return parameter(SCHRITT); });
     timerSetzen(parameter(INTERVALL), &Schubregler::mausTakt);
 }
 
@@ -246,17 +264,45 @@ void Schubregler::SchubMausTasteLoslassen() {
 void Schubregler::SchubTaste(const Satz& e) {
     parameterFuellen(e);
     if (unterwahl() == TASTE_GEHALTEN) {
-        dienste_.xpTaste.TasteAbSenden(parameter(TASTE));
+        druecken();
     } else if (unterwahl() == TASTE_ZEITGESTEUERT) {
-        dienste_.xpTaste.TasteAbSenden(parameter(TASTE));
+        druecken();
         const auto& pause = stueck(stand_.SchubParameter->werte, PAUSE);
         stand_.SchubPause = pause == ")" ? 0 : feldzahl(davor(pause, ')'));
-        timerSetzen(parameter(DRUCKZEIT), &Schubregler::SchubTasteLoslassen);
+        druckzeitStarten();
     }
+}
+
+// A key that another run has left down for a time belongs to this press from now on.
+void Schubregler::druecken() {
+    dienste_.xpTaste.TasteAbSenden(parameter(TASTE));
+    stand_.Druckenden.erase(parameter(TASTE));
+}
+
+void Schubregler::druckzeitStarten() {
+    const auto taste = parameter(TASTE);
+    const std::chrono::milliseconds druckzeit{parameter(DRUCKZEIT)};
+    auto& ende = stand_.Druckenden[taste];
+    ende.lauf = this;
+    ende.zeitgeber = dienste_.zeitgeber.formularzeitgeber(
+        [&stand = stand_, &eingabe = dienste_.eingabe, taste] { druckzeitVorbei(stand, eingabe, taste); });
+    ende.zeitgeber->Interval(druckzeit < std::chrono::milliseconds{1} ? SETTIMER_MINDESTENS : druckzeit);
+    ende.zeitgeber->Enabled(true);
+}
+
+// Outlasts the run, so it may look at the run's own things only while that is on. Cannot fail after it: the
+// code has been pressed.
+void Schubregler::druckzeitVorbei(Schubstand& stand, Eingabe& eingabe, std::int32_t taste) {
+    const auto ende = stand.Druckenden.extract(taste);
+    if (ende.mapped().lauf)
+        ende.mapped().lauf->SchubTasteLoslassen();
+    else
+        XPTaste(eingabe, [] {}).TasteAufSenden(taste);
 }
 
 void Schubregler::SchubTasteLoslassen() {
     timerStoppen();
+    std::erase_if(stand_.Druckenden, [this](const auto& eintrag) { return eintrag.second.lauf == this; });
     dienste_.xpTaste.TasteAufSenden(parameter(TASTE));
     if (stand_.SchubPause == 0)
         parameterLeeren();
@@ -266,8 +312,8 @@ void Schubregler::SchubTasteLoslassen() {
 
 void Schubregler::tasteDruecken() {
     timerStoppen();
-    dienste_.xpTaste.TasteAbSenden(parameter(TASTE));
-    timerSetzen(parameter(DRUCKZEIT), &Schubregler::SchubTasteLoslassen);
+    druecken();
+    druckzeitStarten();
 }
 
 // --- timer ---

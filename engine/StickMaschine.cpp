@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::int32_t EBENENRAND = 65535; // the plane ends here
 
+constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSTEXTE{"Links", "Rechts", "Oben", "Unten"};
+
 constexpr auto NICHT_DA = std::string_view::npos;
 
 // Both searches give the line at which they stop, or the number of lines.
@@ -41,6 +43,7 @@ std::int32_t wertOder(const Linie& linie, std::int32_t rand) {
 void StickMaschine::tabellenLaden(int ebene) {
     auto tabellen =
         StickTabellenLesen(datenbank_.offen(global_.DatenbankPfad), global_.SchemaName, art_.seite, ebene);
+    ebene_ = ebene;
     StickLinien_ = std::move(tabellen.StickLinien);
     StickAktionen_ = std::move(tabellen.StickAktionen);
     StickSperre = tabellen.StickSperre;
@@ -51,7 +54,7 @@ Stickposition StickMaschine::lesen(const Laufdienste& dienste) {
 }
 
 void StickMaschine::auswerten(const Laufdienste& dienste, Stickposition& wo, int) {
-    const auto feld = feldSuchen(wo);
+    const auto feld = anOrt([this] { return stickname(art_.seite, ebene_); }, [&] { return feldSuchen(wo); });
     stand_.xZone = feld.xZone;
     stand_.yZone = feld.yZone;
     dienste.anzeige.Erg(art_.Erg[0], stand_.xZone + ":  " + feld.xLinie);
@@ -59,7 +62,7 @@ void StickMaschine::auswerten(const Laufdienste& dienste, Stickposition& wo, int
 
     if (std::exchange(grenzenAlt_, grenzen) == grenzen)
         return;
-    aktionWechseln(Stickaktion(stand_, grenzen, art_, dienste), feld);
+    aktionWechseln(dienste, feld);
     aktionZeigen(dienste.anzeige, feld);
 }
 
@@ -68,14 +71,15 @@ void StickMaschine::auswerten(const Laufdienste& dienste, Stickposition& wo, int
 const Linienliste& StickMaschine::linien(std::size_t richtung) const {
     const auto& liste = StickLinien_[richtung];
     if (liste.empty())
-        throw LaufzeitFehler(
-            Fehlernummer::FalscherIndex,
-            "Index außerhalb des gültigen Bereichs: eine Richtung des Sticks hat keine Linie");
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             std::string("Index außerhalb des gültigen Bereichs: keine Linie ") +
+                                 RICHTUNGSTEXTE[richtung]);
     return liste;
 }
 
 StickMaschine::Feldort StickMaschine::feldSuchen(const Stickposition& wo) {
     Feldort feld;
+    feld.name.ebene = ebene_;
     xBandSuchen(wo.x, feld);
     yBandSuchen(wo.y, feld);
     return feld;
@@ -89,6 +93,7 @@ void StickMaschine::xBandSuchen(std::int32_t x, Feldort& feld) {
         grenzen.xMax = links[i].wert();
         grenzen.xMin = wertOder(links[i + 1], 0);
         feld.xLinie = links[i].text();
+        feld.name.linien[richtung::LINKS] = links[i].wert();
         feld.schluessel = feld.xLinie + "0";
         feld.xSchluessel = feld.xLinie + "000";
     } else if (x > linien(richtung::RECHTS).front().wert()) {
@@ -100,6 +105,7 @@ void StickMaschine::xBandSuchen(std::int32_t x, Feldort& feld) {
         grenzen.xMin = rechts[i].wert();
         grenzen.xMax = wertOder(rechts[i + 1], EBENENRAND);
         feld.xLinie = rechts[i].text();
+        feld.name.linien[richtung::RECHTS] = rechts[i].wert();
         feld.schluessel = "0" + feld.xLinie;
         feld.xSchluessel = "0" + feld.xLinie + "00";
     } else {
@@ -118,6 +124,7 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
         grenzen.yMax = oben[i].wert();
         grenzen.yMin = wertOder(oben[i + 1], 0);
         feld.yLinie = oben[i].text();
+        feld.name.linien[richtung::OBEN] = oben[i].wert();
         feld.schluessel += feld.yLinie + "0";
         feld.ySchluessel = "00" + feld.yLinie + "0";
     } else if (y > linien(richtung::UNTEN).front().wert()) {
@@ -125,7 +132,7 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
         const auto i = nachAussensteigend(unten, y);
         feld.yZone = "Unten";
         if (i + 1 < unten.size()) {
-            grenzen.yMin = unten[i].wert();
+            grenzen.yMin = feld.name.linien[richtung::UNTEN] = unten[i].wert();
             grenzen.yMax = wertOder(unten[i + 1], EBENENRAND);
         }
         // On a line too, unlike `Rechts`: the line is then the empty end mark.
@@ -157,10 +164,14 @@ std::string StickMaschine::AktionLesen(std::size_t stelle) const {
     return StickAktionen_.substr(plus + 1, StickAktionen_.find(';', plus) - plus - 1);
 }
 
-void StickMaschine::aktionWechseln(const Stickaktion& aktion, const Feldort& feld) {
+void StickMaschine::aktionWechseln(const Laufdienste& dienste, const Feldort& feld) {
     // Not the whole key but its beginning is looked for: the first entry that begins with it counts.
     const auto stelle = suchen(";" + feld.schluessel);
     const auto eigene = AktionLesen(stelle);
+    using Felder = std::array<Feldname, AKTIONSSEITEN>;
+    const auto felder =
+        stelle != NICHT_DA ? Felder{feld.name, feld.name} : Felder{feld.name.xBand(), feld.name.yBand()};
+    const Stickaktion aktion(stand_, grenzen, art_, dienste, felder);
     aktion.AktionBeenden(eigene);
 
     const bool imXBand = !feld.xLinie.empty();

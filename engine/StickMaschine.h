@@ -36,6 +36,7 @@ private:
         std::string schluessel;
         std::string xSchluessel;
         std::string ySchluessel;
+        Feldname name;
 
         bool mitte() const { return xZone == "Mitte" || yZone == "Mitte"; }
     };
@@ -46,13 +47,14 @@ private:
     void yBandSuchen(std::int32_t y, Feldort& feld);
     std::size_t suchen(const std::string& text) const;
     std::string AktionLesen(std::size_t stelle) const;
-    void aktionWechseln(const Stickaktion& aktion, const Feldort& feld);
+    void aktionWechseln(const Laufdienste& dienste, const Feldort& feld);
     void bandaktionenStarten(const Stickaktion& aktion, const Feldort& feld);
     void aktionZeigen(LaufAnzeige& anzeige, const Feldort& feld) const;
 
     const Stickeigenart& art_;
     const GobalVariable& global_;
     Stickdatenbank& datenbank_;
+    int ebene_ = 0; // of the tables
     std::array<Linienliste, RICHTUNGEN> StickLinien_;
     std::string StickAktionen_;
     FeldGrenzen grenzenAlt_;

@@ -12,7 +12,9 @@
 #include "platform/Zeitgeber.h"
 #include "store/LaufzeitFehler.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -39,9 +41,11 @@ constexpr std::array<std::size_t, AKTIONSSEITEN> EGO_ZAEHLER{2, 3};
 
 constexpr std::size_t ABSOLUTE_WAHL = 2; // position of the character that tells the kinds of type 5 apart
 
-// More steps at once than the plane has positions come of no assignment that can be played with, and would
-// hold up everything else.
-constexpr std::int64_t GROESSTER_EGOWEG = 65535;
+// Outer bands are measured by the field in which the movement began, so some ten thousand counts at once come
+// of assignments that are played with. A million would take longer to send than anyone waits for.
+constexpr std::int64_t GROESSTER_EGOWEG = 1'000'000;
+// In one call; a way of any length asks the seam for no more than this.
+constexpr std::int64_t EGO_PORTION = 1024;
 
 char art(std::string_view aktion) {
     return aktion.empty() ? '\0' : aktion.front();
@@ -62,11 +66,15 @@ public:
     std::string_view text(std::size_t feld) const {
         if (feld >= felder_.size())
             throw LaufzeitFehler(Fehlernummer::FalscherIndex,
-                                 "Index außerhalb des gültigen Bereichs: Stickaktion mit zu wenigen Feldern");
+                                 "Index außerhalb des gültigen Bereichs: zu wenige Felder");
         return felder_[feld];
     }
     std::int32_t zahl(std::size_t feld) const { return feldzahl(text(feld)); }
-    bool rueckwaerts() const { return text(RICHTUNG_ODER_KNOPF) == "0" || text(RICHTUNG_ODER_KNOPF) == "2"; }
+    /// The step with the sign of its direction.
+    std::int32_t weg() const {
+        const auto richtung = text(RICHTUNG_ODER_KNOPF);
+        return richtung == "0" || richtung == "2" ? maus::negativ(zahl(SCHRITT)) : zahl(SCHRITT);
+    }
 
 private:
     std::vector<std::string_view> felder_;
@@ -90,6 +98,12 @@ std::int32_t feldmitte(std::int32_t max, std::int32_t min) {
 
 } // namespace
 
+// Runs a step of an action; its errors name the field and the text.
+template <class Schritt>
+void Stickaktion::benannt(const Feldname& feld, const std::string& a, const Schritt& schritt) const {
+    anOrt([&] { return feldname(art_->seite, feld) + ": " + angefuehrt(a); }, schritt);
+}
+
 // --- start ---
 
 void Stickaktion::XAktionStarten(const std::string& a) const {
@@ -100,6 +114,7 @@ void Stickaktion::XAktionStarten(const std::string& a) const {
     else
         starten(a, X_SEITE);
     stand_->AktionAlt[X_SEITE] = a;
+    stand_->feldAlt[X_SEITE] = felder_[X_SEITE];
 }
 
 void Stickaktion::YAktionStarten(const std::string& a) const {
@@ -110,6 +125,7 @@ void Stickaktion::YAktionStarten(const std::string& a) const {
     else
         starten(a, Y_SEITE);
     stand_->AktionAlt[Y_SEITE] = a;
+    stand_->feldAlt[Y_SEITE] = felder_[Y_SEITE];
 }
 
 // A `Sperrfeld` of a band stops nothing here: it only has no action of its own.
@@ -125,23 +141,26 @@ void Stickaktion::XYAktionStarten(const std::string& ax, const std::string& ay) 
     else if (!xBewegt) // else it runs in the diagonal
         YMausBewegen(ay);
     stand_->AktionAlt = {ax, ay};
+    stand_->feldAlt = felder_;
 }
 
 // The types that are started alike, whatever runs beside them; any other starts nothing.
 void Stickaktion::starten(const std::string& a, Aktionsseite seite) const {
-    switch (art(a)) {
-    case MAUSTASTE:
-        MausTasteDruecken(a, seite);
-        break;
-    case TASTATUR:
-        TasteDruecken(a, seite);
-        break;
-    case ABSOLUTE_POSITION:
-        AbsolutePosition(a);
-        break;
-    default:
-        break;
-    }
+    benannt(felder_[seite], a, [&] {
+        switch (art(a)) {
+        case MAUSTASTE:
+            MausTasteDruecken(a, seite);
+            break;
+        case TASTATUR:
+            TasteDruecken(a, seite);
+            break;
+        case ABSOLUTE_POSITION:
+            AbsolutePosition(a, seite);
+            break;
+        default:
+            break;
+        }
+    });
 }
 
 void Stickaktion::sperren() const {
@@ -159,41 +178,48 @@ void Stickaktion::XMausBewegen(const std::string& a, const std::string& b) const
     }
     stand_->MausAktion[Y_SEITE].clear();
     const std::string aktion = a; // `a` may be the remembered text itself
-    const Aktionsfelder felder(aktion);
-    const auto richtung = felder.text(RICHTUNG_ODER_KNOPF);
-    const auto schritt = felder.zahl(SCHRITT);
-    if (art_->rechtsMitSendInput && richtung == "1") {
-        INPUT eines{};
-        eines.type = INPUT_MOUSE;
-        eines.mi = {schritt, 0, 0, MOUSEEVENTF_MOVE, 0, 0};
-        dienste_->eingabe.SendInput({&eines, 1});
-    } else if (!maus::bewegen(dienste_->eingabe, richtung, schritt)) {
-        return;
-    }
-    stand_->MausAktion[X_SEITE] = aktion;
-    timerSetzen(art_->maus[X_SEITE], felder.text(INTERVALL), &Stickaktion::mausTakt, X_SEITE);
+    benannt(felder_[X_SEITE], aktion, [&] {
+        const Aktionsfelder felder(aktion);
+        const auto richtung = felder.text(RICHTUNG_ODER_KNOPF);
+        if (art_->rechtsMitSendInput && richtung == "1") {
+            INPUT eines{};
+            eines.type = INPUT_MOUSE;
+            eines.mi = {felder.zahl(SCHRITT), 0, 0, MOUSEEVENTF_MOVE, 0, 0};
+            dienste_->eingabe.SendInput({&eines, 1});
+        } else if (!maus::bewegen(dienste_->eingabe, richtung, [&] { return felder.zahl(SCHRITT); })) {
+            return;
+        }
+        stand_->MausAktion[X_SEITE] = aktion;
+        timerSetzen(art_->maus[X_SEITE], felder.text(INTERVALL), &Stickaktion::mausTakt, X_SEITE);
+    });
 }
 
 void Stickaktion::diagonaleBewegen(const std::string& a, const std::string& b) const {
     const std::string x = a; // `a` and `b` may be the remembered texts themselves
     const std::string y = b;
     const Aktionsfelder xFelder(x);
-    const Aktionsfelder yFelder(y);
     // dx always comes from the x action and dy from the y action, whatever their directions.
-    const auto dx = xFelder.rueckwaerts() ? maus::negativ(xFelder.zahl(SCHRITT)) : xFelder.zahl(SCHRITT);
-    const auto dy = yFelder.rueckwaerts() ? maus::negativ(yFelder.zahl(SCHRITT)) : yFelder.zahl(SCHRITT);
+    std::int32_t dx = 0;
+    std::int32_t dy = 0;
+    benannt(felder_[X_SEITE], x, [&] { dx = xFelder.weg(); });
+    benannt(felder_[Y_SEITE], y, [&] { dy = Aktionsfelder(y).weg(); });
     stand_->MausAktion = {x, y};
     dienste_->eingabe.mouse_event(MOUSEEVENTF_MOVE, dx, dy, 0, 0);
-    timerSetzen(art_->maus[X_SEITE], xFelder.text(INTERVALL), &Stickaktion::mausTakt, X_SEITE,
-                art_->diagonaleMitBit);
+    benannt(felder_[X_SEITE], x, [&] {
+        timerSetzen(art_->maus[X_SEITE], xFelder.text(INTERVALL), &Stickaktion::mausTakt, X_SEITE,
+                    art_->diagonaleMitBit);
+    });
 }
 
 void Stickaktion::YMausBewegen(const std::string& a) const {
     const std::string aktion = a;
     stand_->MausAktion[Y_SEITE] = aktion;
-    const Aktionsfelder felder(aktion);
-    if (maus::bewegen(dienste_->eingabe, felder.text(RICHTUNG_ODER_KNOPF), felder.zahl(SCHRITT)))
-        timerSetzen(art_->maus[Y_SEITE], felder.text(INTERVALL), &Stickaktion::mausTakt, Y_SEITE);
+    benannt(felder_[Y_SEITE], aktion, [&] {
+        const Aktionsfelder felder(aktion);
+        if (maus::bewegen(dienste_->eingabe, felder.text(RICHTUNG_ODER_KNOPF),
+                          [&] { return felder.zahl(SCHRITT); }))
+            timerSetzen(art_->maus[Y_SEITE], felder.text(INTERVALL), &Stickaktion::mausTakt, Y_SEITE);
+    });
 }
 
 void Stickaktion::mausTakt(Aktionsseite seite) const {
@@ -236,20 +262,23 @@ void Stickaktion::TasteDruecken(const std::string& a, Aktionsseite seite) const 
 
 void Stickaktion::druckTakt(Aktionsseite seite) const {
     const std::string aktion = stand_->TastenAktion[seite];
-    const Aktionsfelder felder(aktion);
-    if (felder.zahl(ZEITGESTEUERT) == 0)
-        return;
-    dienste_->tastenAktion.TasteFreigeben(art_->slot[seite], felder.text(TASTE));
-    timerLoeschen(art_->taste[seite]);
-    if (felder.zahl(MIT_WIEDERHOLUNG) == 1)
-        timerSetzen(art_->taste[seite], felder.text(PAUSENZEIT), &Stickaktion::pausenTakt, seite);
-    else
-        stand_->TastenAktion[seite].clear();
+    benannt(felder_[seite], aktion, [&] {
+        const Aktionsfelder felder(aktion);
+        if (felder.zahl(ZEITGESTEUERT) == 0)
+            return;
+        dienste_->tastenAktion.TasteFreigeben(art_->slot[seite], felder.text(TASTE));
+        timerLoeschen(art_->taste[seite]);
+        if (felder.zahl(MIT_WIEDERHOLUNG) == 1)
+            timerSetzen(art_->taste[seite], felder.text(PAUSENZEIT), &Stickaktion::pausenTakt, seite);
+        else
+            stand_->TastenAktion[seite].clear();
+    });
 }
 
 void Stickaktion::pausenTakt(Aktionsseite seite) const {
     timerLoeschen(art_->taste[seite]);
-    TasteDruecken(stand_->TastenAktion[seite], seite);
+    const auto& aktion = stand_->TastenAktion[seite];
+    benannt(felder_[seite], aktion, [&] { TasteDruecken(aktion, seite); });
 }
 
 void Stickaktion::TasteLoslassen(std::string_view a, Aktionsseite seite) const {
@@ -264,7 +293,7 @@ void Stickaktion::TasteLoslassen(std::string_view a, Aktionsseite seite) const {
 
 // --- absolute position ---
 
-void Stickaktion::AbsolutePosition(const std::string& a) const {
+void Stickaktion::AbsolutePosition(const std::string& a, Aktionsseite seite) const {
     constexpr std::uint32_t ABSOLUT = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
     const auto wahl = zeichen(a, ABSOLUTE_WAHL);
     if (wahl == "0") {
@@ -275,23 +304,23 @@ void Stickaktion::AbsolutePosition(const std::string& a) const {
         dienste_->eingabe.mouse_event(ABSOLUT, wo.x, wo.y, 0, 0);
         stand_->BindenAktion = a;
         dienste_->zeitgeber.SetTimer(art_->absolut, art_->bindenIntervall,
-                                     [aktion = *this] { aktion.bindenTakt(); });
+                                     [aktion = *this, seite] { aktion.bindenTakt(seite); });
         dienste_->timer.TimerSetzen(art_->bindenBit);
     } else {
         stand_->EgoDaten = {abstand(grenzen_->xMin, grenzen_->xMax), abstand(grenzen_->yMin, grenzen_->yMax),
                             grenzen_->xMin, grenzen_->yMin, a};
         stand_->EgoStatus = 0;
-        EgoSchritt();
+        EgoSchritt(seite);
     }
 }
 
-void Stickaktion::bindenTakt() const {
+void Stickaktion::bindenTakt(Aktionsseite seite) const {
     timerLoeschen({art_->absolut, art_->bindenBit});
     const std::string aktion = stand_->BindenAktion;
-    AbsolutePosition(aktion);
+    AbsolutePosition(aktion, seite);
 }
 
-void Stickaktion::EgoSchritt() const {
+void Stickaktion::EgoSchritt(Aktionsseite seite) const {
     using namespace egostatus;
     const auto& daten = stand_->EgoDaten;
     const auto status = stand_->EgoStatus;
@@ -303,7 +332,10 @@ void Stickaktion::EgoSchritt() const {
         egoachseBewegen(Y_SEITE, abstand(daten.yMin, wo.y), daten.hoehe, felder.text(EGO_ZAEHLER[Y_SEITE]));
     if (status == (X_AUSSEN | Y_AUSSEN))
         return;
-    dienste_->zeitgeber.SetTimer(art_->absolut, EGO_INTERVALL, [aktion = *this] { aktion.EgoSchritt(); });
+    dienste_->zeitgeber.SetTimer(art_->absolut, EGO_INTERVALL, [aktion = *this, seite] {
+        aktion.benannt(aktion.felder_[seite], aktion.stand_->EgoDaten.aktion,
+                       [&] { aktion.EgoSchritt(seite); });
+    });
     dienste_->timer.TimerSetzen(art_->egoBit);
 }
 
@@ -320,14 +352,24 @@ void Stickaktion::egoachseBewegen(Aktionsseite seite, std::int32_t versatz, std:
         return;
     const auto schritte = std::int64_t{ziel} - achse.weg;
     if (std::llabs(schritte) > GROESSTER_EGOWEG)
-        throw LaufzeitFehler(Fehlernummer::Ueberlauf,
-                             "Überlauf: Ego Shooter mit " + std::to_string(zaehlerzahl) + " Schritten");
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: Ego Shooter mit " +
+                                                          std::to_string(schritte) + " Schritten auf einmal");
     achse.weg = ziel;
     const std::int32_t richtung = schritte < 0 ? -1 : 1;
+    schritteSenden(
+        {seite == X_SEITE ? richtung : 0, seite == Y_SEITE ? richtung : 0, 0, MOUSEEVENTF_MOVE, 0, 0},
+        std::llabs(schritte));
+}
+
+// The same record again and again, many in one call: a call each would cost a backend far more.
+void Stickaktion::schritteSenden(const MOUSEINPUT& einer, std::int64_t anzahl) const {
     INPUT eines{};
     eines.type = INPUT_MOUSE;
-    eines.mi = {seite == X_SEITE ? richtung : 0, seite == Y_SEITE ? richtung : 0, 0, MOUSEEVENTF_MOVE, 0, 0};
-    dienste_->eingabe.SendInput(std::vector<INPUT>(static_cast<std::size_t>(std::llabs(schritte)), eines));
+    eines.mi = einer;
+    const std::vector<INPUT> portion(static_cast<std::size_t>(std::min(anzahl, EGO_PORTION)), eines);
+    for (auto rest = anzahl; rest > 0; rest -= EGO_PORTION)
+        dienste_->eingabe.SendInput(
+            std::span(portion).first(static_cast<std::size_t>(std::min(rest, EGO_PORTION))));
 }
 
 // --- end ---
@@ -343,19 +385,21 @@ void Stickaktion::AktionBeenden(std::string_view neu) const {
 
 void Stickaktion::seiteBeenden(Aktionsseite seite) const {
     const auto& alt = stand_->AktionAlt[seite];
-    switch (art(alt)) {
-    case MAUSBEWEGUNG:
-        timerLoeschen(art_->maus[seite]);
-        break;
-    case MAUSTASTE:
-        MausTasteLoslassen(alt);
-        break;
-    case TASTATUR:
-        TasteLoslassen(alt, seite);
-        break;
-    default:
-        break;
-    }
+    benannt(stand_->feldAlt[seite], alt, [&] {
+        switch (art(alt)) {
+        case MAUSBEWEGUNG:
+            timerLoeschen(art_->maus[seite]);
+            break;
+        case MAUSTASTE:
+            MausTasteLoslassen(alt);
+            break;
+        case TASTATUR:
+            TasteLoslassen(alt, seite);
+            break;
+        default:
+            break;
+        }
+    });
 }
 
 // The `Ego Shooter` goes on when the stick leaves its field for another one: as long as one axis stands in a
@@ -363,8 +407,11 @@ void Stickaktion::seiteBeenden(Aktionsseite seite) const {
 void Stickaktion::absolutBeendenX(std::string_view neu) const {
     using namespace egostatus;
     stand_->EgoStatus = 0;
-    const auto wahl = zeichen(stand_->AktionAlt[X_SEITE], ABSOLUTE_WAHL);
-    if (feldzahl(wahl) < 1)
+    const auto& alt = stand_->AktionAlt[X_SEITE];
+    const auto wahl = zeichen(alt, ABSOLUTE_WAHL);
+    bool haelt = false;
+    benannt(stand_->feldAlt[X_SEITE], alt, [&] { haelt = feldzahl(wahl) >= 1; });
+    if (!haelt)
         return;
     if (wahl != "2") {
         timerLoeschen({art_->absolut, art_->bindenBitXEnde});

@@ -9,14 +9,20 @@
 //   4     Sperrfeld            stops all mouse and absolute timers of the stick   -
 //   5,0   Im Feld zentrieren   -                                                  -
 //   5,1   Im Feld binden       pointer follows the stick                          leaving
-//   5,2   Ego Shooter          stick's travel in the field becomes mouse counts   centre field or Sperrfeld
+//   5,2   Ego Shooter          stick's travel in the field becomes mouse counts   begun on the x side: centre
+//                                                                                 field or Sperrfeld; on the
+//                                                                                 y side: Sperrfeld, and
+//                                                                                 leaving where its text ends
+//                                                                                 in "1"
 //
 // An action is started on the x or on the y side; the sides have timers and remembered texts of their own.
 #pragma once
 
+#include "engine/Fehlerort.h"
 #include "engine/Laufdienste.h"
 #include "engine/Stick.h"
 #include "engine/Stickeigenart.h"
+#include "platform/Eingabe.h"
 
 #include <array>
 #include <cstdint>
@@ -47,6 +53,7 @@ struct Egoachse {
 /// What outlasts a run.
 struct Stickaktionsstand {
     std::array<std::string, AKTIONSSEITEN> AktionAlt;    ///< `XAktionAlt`, `YAktionAlt`: last started
+    std::array<Feldname, AKTIONSSEITEN> feldAlt;         ///< the fields that those texts stand in
     std::array<std::string, AKTIONSSEITEN> MausAktion;   ///< what the mouse timer repeats
     std::array<std::string, AKTIONSSEITEN> TastenAktion; ///< the timed key; "" when none
     std::string BindenAktion;                            ///< what the timer of `Im Feld binden` repeats
@@ -58,14 +65,16 @@ struct Stickaktionsstand {
     std::string yZone;         ///< "Oben", "Mitte", "Unten"
 };
 
-/// Three references: timers hold copies of it. All procedures throw LaufzeitFehler 9 for an action text with
-/// too few fields, 13 for a field that is no number, 6 for a number that does not fit, 11 for an `Ego
-/// Shooter` in a field without width.
+/// Small, as timers hold copies of it: a timer's procedure knows by its copy which field it was started for.
+/// All procedures throw LaufzeitFehler 9 for an action text with too few fields, 13 for a field that is no
+/// number, 6 for a number that does not fit or an `Ego Shooter` that moves too far at once, 11 for an `Ego
+/// Shooter` in a field without width. The error's text names the stick, the field and the action text.
 class Stickaktion {
 public:
+    /// `felder` are those that the actions started on the x and on the y side stand in.
     Stickaktion(Stickaktionsstand& stand, const FeldGrenzen& grenzen, const Stickeigenart& art,
-                const Laufdienste& dienste)
-        : stand_(&stand), grenzen_(&grenzen), art_(&art), dienste_(&dienste) {}
+                const Laufdienste& dienste, const std::array<Feldname, AKTIONSSEITEN>& felder)
+        : stand_(&stand), grenzen_(&grenzen), art_(&art), dienste_(&dienste), felder_(felder) {}
 
     /// Ends the last actions; `neu` is the action of the field entered, or "".
     void AktionBeenden(std::string_view neu) const;
@@ -85,11 +94,12 @@ private:
     void TasteLoslassen(std::string_view a, Aktionsseite seite) const;
     void druckTakt(Aktionsseite seite) const;
     void pausenTakt(Aktionsseite seite) const;
-    void AbsolutePosition(const std::string& a) const;
-    void bindenTakt() const;
-    void EgoSchritt() const;
+    void AbsolutePosition(const std::string& a, Aktionsseite seite) const;
+    void bindenTakt(Aktionsseite seite) const;
+    void EgoSchritt(Aktionsseite seite) const;
     void egoachseBewegen(Aktionsseite seite, std::int32_t versatz, std::int32_t laenge,
                          std::string_view zaehler) const;
+    void schritteSenden(const MOUSEINPUT& einer, std::int64_t anzahl) const;
     void seiteBeenden(Aktionsseite seite) const;
     void absolutBeendenX(std::string_view neu) const;
     void absolutBeendenY(std::string_view neu) const;
@@ -100,9 +110,13 @@ private:
                      bool mitBit = true) const;
     void timerLoeschen(const Sticktimer& timer) const;
 
+    template <class Schritt>
+    void benannt(const Feldname& feld, const std::string& a, const Schritt& schritt) const;
+
     // Pointers, so that a timer's procedure can hold a copy.
     Stickaktionsstand* stand_;
     const FeldGrenzen* grenzen_;
     const Stickeigenart* art_;
     const Laufdienste* dienste_;
+    std::array<Feldname, AKTIONSSEITEN> felder_;
 };

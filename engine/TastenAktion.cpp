@@ -1,5 +1,6 @@
 #include "engine/TastenAktion.h"
 
+#include "engine/Fehlerort.h"
 #include "engine/GehalteneTasten.h"
 #include "engine/LaufAnzeige.h"
 #include "engine/TimerUeberwachung.h"
@@ -32,6 +33,11 @@ std::chrono::milliseconds dauer(const Feld& feld) {
     return std::chrono::milliseconds{feldzahl(feld)};
 }
 
+// Runs a step that reads a `Belegung`; its errors name the slot and the text.
+template <class Schritt> void benannt(const Belegungsort& ort, const Schritt& schritt) {
+    anOrt([&] { return slotname(ort.slot, ort.ebene) + ": " + angefuehrt(ort.belegung); }, schritt);
+}
+
 } // namespace
 
 TastenAktion::TastenAktion(Tastenstand& stand, GehalteneTasten& gehaltene, Wiederholung& wiederholung,
@@ -48,8 +54,7 @@ void TastenAktion::BelegungZerlegen(std::string_view text) {
     const auto ablegen = [&](std::string_view stueck) {
         if (naechstes >= stand_.Felder.size())
             throw LaufzeitFehler(Fehlernummer::FalscherIndex,
-                                 "Index außerhalb des gültigen Bereichs: Belegung \"" + std::string(text) +
-                                     "\"");
+                                 "Index außerhalb des gültigen Bereichs: zu viele Felder");
         stand_.Felder[naechstes++] = std::string(stueck);
     };
     const auto stuecke = zerlegen(text, ',');
@@ -60,10 +65,21 @@ void TastenAktion::BelegungZerlegen(std::string_view text) {
             ablegen(stueck);
 }
 
-void TastenAktion::TasteDrueckAktion(std::string_view belegung, int slot) {
+void TastenAktion::TasteDrueckAktion(std::string_view belegung, int slot, int ebene) {
     stand_.AktSlot = static_cast<std::int16_t>(slot);
     stand_.AktTimerId = slotTimerId(slot);
-    BelegungZerlegen(belegung);
+    const Belegungsort ort{slot, ebene, std::string(belegung)};
+    benannt(ort, [&] { druecken(ort); });
+}
+
+void TastenAktion::TasteLoesAktion(std::string_view belegung, int slot, int ebene) {
+    const Belegungsort ort{slot, ebene, std::string(belegung)};
+    benannt(ort, [&] { loesen(ort); });
+}
+
+void TastenAktion::druecken(const Belegungsort& ort) {
+    const int slot = ort.slot;
+    BelegungZerlegen(ort.belegung);
 
     const auto& felder = stand_.Felder;
     const auto modus = feldzahl(felder[MODUS]);
@@ -84,6 +100,7 @@ void TastenAktion::TasteDrueckAktion(std::string_view belegung, int slot) {
             auto& satz = stand_.TastenSatz[static_cast<std::size_t>(slot) + 1];
             satz = felder;
             satz[TASTE] = taste;
+            stand_.TastenSatzOrt[static_cast<std::size_t>(slot) + 1] = ort;
             SlotTakt(slot);
         }
     } else if (art == Tastenart::Maus) {
@@ -92,11 +109,11 @@ void TastenAktion::TasteDrueckAktion(std::string_view belegung, int slot) {
     titelZeigen();
 }
 
-void TastenAktion::TasteLoesAktion(std::string_view belegung, int slot) {
-    BelegungZerlegen(belegung);
+void TastenAktion::loesen(const Belegungsort& ort) {
+    BelegungZerlegen(ort.belegung);
     const auto art = static_cast<Tastenart>(feldzahl(stand_.Felder[ART]));
     if (hatTaste(art))
-        tasteLoesen(art, slot);
+        tasteLoesen(art, ort.slot);
     else if (art == Tastenart::Maus)
         xpTaste_.MausLoesen(feldzahl(stand_.Felder[MODUS]));
 }
@@ -126,9 +143,10 @@ void TastenAktion::tasteLoesen(Tastenart art, int slot) {
 
 void TastenAktion::SlotTakt(int slot) {
     const auto id = slotTimerId(slot);
-    // A copy: what is called below may enter this slot again.
-    const auto satz = stand_.TastenSatz[static_cast<std::size_t>(slot) + 1];
-    const auto wiederkommen = [this, slot] { SlotTakt(slot); };
+    const auto& satz = stand_.TastenSatz[static_cast<std::size_t>(slot) + 1];
+    const auto wiederkommen = [this, slot] {
+        benannt(stand_.TastenSatzOrt[static_cast<std::size_t>(slot) + 1], [&] { SlotTakt(slot); });
+    };
 
     if (stand_.DrueckMaske & bit(slot)) {
         TasteFreigeben(slot, feldtext(satz[TASTE]));

@@ -15,6 +15,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 class GehalteneTasten;
@@ -45,10 +46,18 @@ inline constexpr std::size_t PAUSENZEIT = 4; ///< ms
 
 using Belegungsfelder = std::array<Feld, 5>;
 
+/// Where a `Belegung` stands and what it says, for messages.
+struct Belegungsort {
+    int slot = 0;
+    int ebene = 0;
+    std::string belegung;
+};
+
 /// What outlasts a run.
 struct Tastenstand {
     Belegungsfelder Felder;                     ///< the `Belegung` under evaluation
     std::array<Belegungsfelder, 17> TastenSatz; ///< by slot + 1: the fields that the slot's pulse uses
+    std::array<Belegungsort, 17> TastenSatzOrt; ///< by slot + 1: where those fields come from
     std::int16_t Zaehler = 0;                   ///< 0 to 9, shared by all slots
     std::uint32_t DrueckMaske = 0;              ///< bit slot: the pulse key is down
     std::uint32_t PausenMaske = 0;              ///< bit slot: the pause runs
@@ -61,10 +70,11 @@ public:
     TastenAktion(Tastenstand& stand, GehalteneTasten& gehaltene, Wiederholung& wiederholung, XPTaste& xpTaste,
                  Zeitgeber& zeitgeber, LaufAnzeige& anzeige);
 
-    /// Press edge of `slot`, 0 to 15. Throws LaufzeitFehler for a `Belegung` that does not parse.
-    void TasteDrueckAktion(std::string_view belegung, int slot);
+    /// Press edge of `slot`, 0 to 15. Throws LaufzeitFehler for a `Belegung` that does not parse; `ebene`, 0
+    /// to 2, is where it stands, for the error's text.
+    void TasteDrueckAktion(std::string_view belegung, int slot, int ebene = 0);
     /// Release edge of `slot`. Throws as above.
-    void TasteLoesAktion(std::string_view belegung, int slot);
+    void TasteLoesAktion(std::string_view belegung, int slot, int ebene = 0);
 
     /// Fills `Felder`: the pieces between ",", the last of them split at "-". Fields beyond the last piece
     /// keep what they held. Throws LaufzeitFehler 9 for more than five fields.
@@ -76,6 +86,8 @@ public:
     void SlotTakt(int slot);
 
 private:
+    void druecken(const Belegungsort& ort);
+    void loesen(const Belegungsort& ort);
     void tasteDruecken(int slot, const std::string& taste);
     void tasteLoesen(Tastenart art, int slot);
     void zaehlen(int schritt);

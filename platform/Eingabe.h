@@ -74,9 +74,9 @@ public:
     /// Any other art gives 0.
     virtual std::uint32_t MapVirtualKeyA(std::uint32_t code, std::uint32_t art) = 0;
 
-    /// One mouse event, as SendInput with a mouse record.
-    void mouse_event(std::uint32_t dwFlags, std::int32_t dx, std::int32_t dy, std::int32_t dwData,
-                     std::uint32_t dwExtraInfo) {
+    /// One mouse event; it does what SendInput does with a mouse record.
+    virtual void mouse_event(std::uint32_t dwFlags, std::int32_t dx, std::int32_t dy, std::int32_t dwData,
+                             std::uint32_t dwExtraInfo) {
         INPUT eines{};
         eines.type = INPUT_MOUSE;
         eines.mi = {dx, dy, static_cast<std::uint32_t>(dwData), dwFlags, 0, dwExtraInfo};

@@ -33,7 +33,8 @@ public:
         warten(ms);
         return eingabe.texteAbholen();
     }
-    bool timerLaeuft() const { return uhr.laeuft(timerid::SCHUBREGLER); }
+    /// Timer 1111 or the end of a press.
+    bool timerLaeuft() const { return uhr.laeuft(timerid::SCHUBREGLER) || !schub().Druckenden.empty(); }
     const Schubstand& schub() const { return zustand.schub; }
 };
 
@@ -321,7 +322,7 @@ TEST(SchubreglerParameter, GeltenWeiterAuchWennDieArtEineAndereIst) {
     lauf.schubtext("3/0-3-0-0(20,7,)");
     lauf.starten();
     EXPECT_EQ(lauf.nach(5), Texte{"m(50,0)"}); // to the right by the press time, again after 65 ms
-    EXPECT_EQ(lauf.nach(64), Texte{});
+    EXPECT_EQ(lauf.nach(64), Texte{"-65"});    // the key of the last run, when its time is over
     EXPECT_EQ(lauf.nach(1), Texte{"m(50,0)"});
 }
 
@@ -373,6 +374,103 @@ TEST(SchubreglerTimer, UeberlebtDasFensterNicht) {
     lauf.fenster.reset();
     EXPECT_EQ(lauf.uhr.laufende(), 0U);
     EXPECT_EQ(lauf.nach(100), Texte{});
+}
+
+TEST(SchubreglerTimer, UeberlebtDasEndeDesLaufsAuchMitDemFensterNicht) {
+    Schublauf lauf("3/0-3-0-1(20,7,)");
+    lauf.starten();
+    EXPECT_EQ(lauf.stellen(65534), Texte{"m(7,0)"});
+    lauf.fenster->beenden(); // the window is still there
+    EXPECT_EQ(lauf.nach(100), Texte{});
+}
+
+// --- a key that is down for a time when the run ends ---
+
+// Gives what comes in the first `vorher` ms after the end of the run, and after that.
+static std::array<Texte, 2> nachDemEnde(Schublauf& lauf, int vorher) {
+    lauf.fenster->beenden();
+    lauf.fenster.reset();
+    const auto erst = lauf.nach(vorher);
+    return {erst, lauf.nach(1000)};
+}
+
+TEST(SchubreglerDruckende, KommtNachDemEndeDesLaufsZuSeinerZeit) {
+    for (const auto* satz : {"0-3-2-1(65,50,)", "0-3-2-1(65,50,30)"}) { // a repeat presses no more
+        Schublauf lauf(std::string("3/") + satz);
+        lauf.starten();
+        EXPECT_EQ(lauf.stellen(65534), Texte{"+65"});
+        lauf.warten(20);
+        EXPECT_EQ(nachDemEnde(lauf, 29), (std::array<Texte, 2>{Texte{}, Texte{"-65"}})) << satz;
+        EXPECT_EQ(lauf.uhr.laufende(), 0U) << satz;
+    }
+}
+
+TEST(SchubreglerDruckende, EineDruckzeitUnterEinerMillisekundeDauertZehn) {
+    Schublauf lauf("3/0-3-2-1(65,0,)");
+    lauf.starten();
+    EXPECT_EQ(lauf.stellen(65534), Texte{"+65"});
+    EXPECT_EQ(nachDemEnde(lauf, 9), (std::array<Texte, 2>{Texte{}, Texte{"-65"}}));
+}
+
+TEST(SchubreglerDruckende, InDerPauseKommtNichtsMehr) {
+    Schublauf lauf("3/0-3-2-1(65,20,30)");
+    lauf.starten();
+    lauf.stellen(65534);
+    EXPECT_EQ(lauf.nach(25), Texte{"-65"});
+    EXPECT_EQ(nachDemEnde(lauf, 100), (std::array<Texte, 2>{}));
+}
+
+TEST(SchubreglerDruckende, EinFehlerDerDenLaufAnhaeltAendertDaranNichts) {
+    Schublauf lauf("3/0-3-2-1(65,50,)");
+    lauf.datenbank.sql("UPDATE tblTastatur SET btn1 = '1,x,0-0-0'");
+    auto& fenster = lauf.starten();
+    EXPECT_EQ(lauf.stellen(65534), Texte{"+65"});
+    lauf.takt(1);
+    EXPECT_FALSE(fenster.pollt());
+    EXPECT_EQ(nachDemEnde(lauf, 44), (std::array<Texte, 2>{Texte{}, Texte{"-65"}}));
+}
+
+TEST(SchubreglerDruckende, EinNeuerDruckDerselbenTasteNimmtEsAnSich) {
+    Schublauf lauf("3/0-3-2-1(65,50,)");
+    lauf.starten();
+    EXPECT_EQ(lauf.stellen(65534), Texte{"+65"});
+    lauf.fenster->beenden();
+    lauf.starten();
+    EXPECT_EQ(lauf.nach(5), Texte{"+65"});
+    EXPECT_EQ(lauf.nach(49), Texte{}); // the first press would have ended
+    EXPECT_EQ(lauf.nach(1), Texte{"-65"});
+    EXPECT_EQ(lauf.nach(1000), Texte{});
+}
+
+TEST(SchubreglerDruckende, WasEinNeuerLaufSonstTutLaesstEsGelten) {
+    struct Fall {
+        const char* satz;
+        Texte gleich;
+    };
+    for (const auto& [satz, gleich] : {Fall{"0-1-2-1(66,500,)", {"+66"}}, Fall{"0-1-0-1(500,7,)", {"m(7,0)"}},
+                                       Fall{"0-1-2-0(66,,)", {"+66"}}, Fall{"0-1-3-(,,)", {}}}) {
+        Schublauf lauf(std::string("3/0-3-2-1(65,50,)/") + satz);
+        lauf.starten();
+        EXPECT_EQ(lauf.stellen(65534), Texte{"+65"});
+        lauf.fenster->beenden();
+        lauf.starten();
+        EXPECT_EQ(lauf.stellen(0), gleich) << satz;
+        EXPECT_EQ(lauf.nach(44), Texte{}) << satz;
+        EXPECT_EQ(lauf.nach(1), Texte{"-65"}) << satz;
+    }
+}
+
+TEST(SchubreglerDruckende, MitDemZustandEndetSeinTimer) {
+    ProbeUhr uhr;
+    {
+        Schubstand stand;
+        auto& ende = stand.Druckenden[65];
+        ende.zeitgeber = uhr.formularzeitgeber([] {});
+        ende.zeitgeber->Interval(std::chrono::milliseconds{20});
+        ende.zeitgeber->Enabled(true);
+        EXPECT_EQ(uhr.laufende(), 1U);
+    }
+    EXPECT_EQ(uhr.laufende(), 0U);
 }
 
 TEST(SchubreglerTaste, StehtNichtUnterDenGehaltenenUndWiederholtNicht) {

@@ -270,24 +270,46 @@ TEST_P(StickaktionTest, EgoStatusNenntDieAchsenAusserhalbDerMitte) {
     EXPECT_FALSE(lauf.uhr.laeuft(lauf.seitig(1414U, 1313U)));
 }
 
-TEST_P(StickaktionTest, EgoWegIstHoechstensSoLangWieDieEbene) {
+TEST_P(StickaktionTest, EinEgoWegVonEinerMillionGehtInPortionenHinaus) {
     // From the middle of the field: half of the count.
-    lauf.aktion(LINKS, "5,2,131070,1");
+    lauf.aktion(LINKS, "5,2,2000000,1");
     starten();
     lauf.eingabe.abholen();
     links();
-    EXPECT_EQ(lauf.eingabe.abholen().size(), 65535U + 1U); // x, and one step in y
+    EXPECT_LE(lauf.eingabe.laengsterAufruf(), 1024U);
+    const auto gesendet = lauf.eingabe.abholen();
+    ASSERT_EQ(gesendet.size(), 1000000U + 1U); // x, and one step in y
+    for (std::size_t i = 0; i < 1000000; ++i)
+        ASSERT_TRUE(gesendet[i].mi.dx == 1 && gesendet[i].mi.dy == 0) << i;
+    EXPECT_EQ(gesendet.back().mi.dy, 1);
     EXPECT_TRUE(lauf.fenster->pollt());
 }
 
 TEST_P(StickaktionTest, EinLaengererEgoWegBeendetDenLauf) {
-    lauf.aktion(LINKS, "5,2,131072,1");
+    lauf.aktion(LINKS, "5,2,2000002,1");
     starten();
     lauf.eingabe.abholen();
     links();
     EXPECT_EQ(lauf.eingabe.abholen().size(), 0U);
     EXPECT_FALSE(lauf.fenster->pollt());
     EXPECT_EQ(lauf.anzeige.abholen().back(), "Fehler = 6");
+}
+
+// The narrow field measures the way also after the stick has left it for a wide one: x 10 to 60000 in
+// steps of a third is a way of 179970 counts, and the next entry makes it all at once.
+TEST_P(StickaktionTest, EinEgoWegUeberEinWeitesFeldHaeltDenLaufNichtAn) {
+    lauf.linien(1, {5000, 45000, 20000, 45000});
+    lauf.linien(2, {4000, 0, 0, 0});
+    lauf.aktion({5000, 0, 0, 0}, "5,2,3000,50");
+    starten();
+    lauf.bewegen(4500, MITTIG);
+    lauf.bewegen(MITTIG, NIEDRIG);
+    for (std::uint32_t x = MITTIG; x < 60000; x += 500)
+        lauf.bewegen(x, NIEDRIG);
+    lauf.eingabe.abholen();
+    lauf.bewegen(4500, MITTIG);
+    EXPECT_TRUE(lauf.fenster->pollt());
+    EXPECT_GT(lauf.eingabe.abholen().size(), 65535U);
 }
 
 // --- the records that go out ---
@@ -304,6 +326,43 @@ TEST_P(StickaktionTest, EineBewegungNachRechtsIstEinMausdatensatz) {
     EXPECT_EQ(gesendet[0].mi.dy, 0);
     EXPECT_EQ(gesendet[0].mi.mouseData, 0U);
     EXPECT_EQ(gesendet[0].mi.dwFlags, 1U);
+}
+
+// To the left, up and down there is no difference, nor on the y side.
+TEST_P(StickaktionTest, NurDerLinkeStickSchicktDieBewegungNachRechtsDurchSendInput) {
+    using enum ProbeEingabe::Eingang;
+    lauf.aktion(LINKS, "0,1,5,20");
+    lauf.aktion({0, 45000, 0, 0}, "0,0,5,1000");
+    lauf.aktion(OBEN, "0,1,5,1000");
+    starten();
+    const auto eingaenge = [this] {
+        auto alle = lauf.eingabe.eingaenge();
+        lauf.eingabe.abholen();
+        return alle;
+    };
+    using Eingaenge = std::vector<ProbeEingabe::Eingang>;
+    eingaenge();
+    links();
+    EXPECT_EQ(eingaenge(), Eingaenge{lauf.seitig(SendInput, mouse_event)});
+    lauf.warten(20);
+    EXPECT_EQ(eingaenge(), Eingaenge{lauf.seitig(SendInput, mouse_event)}) << "by its timer";
+    lauf.bewegen(HOCH, MITTIG);
+    EXPECT_EQ(eingaenge(), Eingaenge{mouse_event});
+    oben();
+    EXPECT_EQ(eingaenge(), Eingaenge{mouse_event});
+}
+
+TEST_P(StickaktionTest, EineUnbekannteRichtungBrauchtKeineWeiterenFelder) {
+    lauf.aktion(LINKS, "0,4");
+    lauf.aktion(OBEN, "0,4");
+    starten();
+    lauf.eingabe.abholen();
+    links();
+    oben();
+    EXPECT_EQ(lauf.eingabe.abholen().size(), 0U);
+    for (const std::uint32_t id : {2U, 3U, 5U, 6U})
+        EXPECT_FALSE(lauf.uhr.laeuft(id)) << id;
+    EXPECT_TRUE(lauf.fenster->pollt());
 }
 
 TEST_P(StickaktionTest, DasEndeDesLaufsLaesstDieMaskeStehen) {

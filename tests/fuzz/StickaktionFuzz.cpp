@@ -14,7 +14,7 @@ void spielen(const Stickeigenart& art, const std::string& ax, const std::string&
     stand.xZone = "Links";
     stand.yZone = "Mitte";
     const FeldGrenzen grenzen{27072, 9000, 39679, 25941};
-    const Stickaktion aktion(stand, grenzen, art, lauf.dienste);
+    const Stickaktion aktion(stand, grenzen, art, lauf.dienste, {});
     lauf.versuchen([&] { aktion.XAktionStarten(ax); });
     lauf.versuchen([&] { aktion.AktionBeenden(ay); });
     lauf.versuchen([&] { aktion.YAktionStarten(ay); });

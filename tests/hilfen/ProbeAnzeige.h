@@ -42,7 +42,10 @@ public:
     void hauptformZurueck(bool zeigen) override { merken("frmHaupt", zeigen ? "gezeigt" : "bereit"); }
     void abgebrochen(const LaufzeitFehler& fehler) override {
         merken("Fehler", std::to_string(fehler.zahl()));
+        fehlertext = fehler.what();
     }
+
+    std::string fehlertext; ///< of the error that stopped a run last
 
 private:
     void merken(const std::string& was, std::string_view wert) {
