@@ -1,5 +1,5 @@
 // What the sticks cost: a round of smoothing, a tick with both of them in their fields, a change of field, a
-// change of layer.
+// change of layer, a long way of the Ego Shooter beside the mere sending of it.
 #include "bench/Messlauf.h"
 #include "engine/Entwackeln.h"
 
@@ -109,6 +109,48 @@ void ebenenwechsel(benchmark::State& stand) {
     }
 }
 BENCHMARK(ebenenwechsel)->Unit(benchmark::kMicrosecond);
+
+// A way of the Ego Shooter as long as the argument, from the tick that enters its field.
+void egoWeg(benchmark::State& stand) {
+    const auto schritte = stand.range(0);
+    // The default field is 27072 wide: its end gives the whole count, its beginning none.
+    Messlauf lauf("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '5,2," +
+                  std::to_string(schritte) + ",1');");
+    lauf.uhr.vorUm(10 * TICK);
+    auto& filter = lauf.zustand.entwackeln.filter[0];
+    lauf.uhr.KillTimer(timerid::ENTWACKELN);
+    const auto stellen = [&](std::int32_t x) {
+        filter.glaetten(x, {1, 0, 0, 0});
+        lauf.fenster.StickAuswerten();
+    };
+    for (auto _ : stand) {
+        stellen(1); // from the beginning of the field, out of it, and in again at its end
+        stellen(32767);
+        lauf.eingabe.abholen();
+        const auto anfang = Messuhr::now();
+        stellen(27071);
+        stand.SetIterationTime(std::chrono::duration<double>(Messuhr::now() - anfang).count());
+        if (lauf.eingabe.abholen().size() < static_cast<std::size_t>(schritte) * 99 / 100) {
+            stand.SkipWithError("the way is not as long as it should be");
+            break;
+        }
+        stellen(32767);
+    }
+}
+BENCHMARK(egoWeg)->Arg(60000)->Arg(1000000)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+// The same records straight to the seam, one call a record.
+void egoWegNurGesendet(benchmark::State& stand) {
+    Messlauf lauf;
+    for (auto _ : stand) {
+        const auto anfang = Messuhr::now();
+        for (std::int64_t i = 0; i < stand.range(0); ++i)
+            lauf.eingabe.mouse_event(MOUSEEVENTF_MOVE, 1, 0, 0, 0);
+        stand.SetIterationTime(std::chrono::duration<double>(Messuhr::now() - anfang).count());
+        lauf.eingabe.abholen();
+    }
+}
+BENCHMARK(egoWegNurGesendet)->Arg(60000)->Arg(1000000)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
