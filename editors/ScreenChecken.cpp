@@ -307,15 +307,12 @@ void ScreenChecken::SnapSh(std::string_view Seite) {
 }
 
 void ScreenChecken::aufgenommen(int index, const Schirmbild& schirm) {
-    auto& unterwegs = unterwegs_[static_cast<std::size_t>(index)];
+    unterwegs_[static_cast<std::size_t>(index)] = false; // it has come; its file may take longer
     const auto bild = schirm.leer() ? QImage() : alsQImage(schirm);
-    if (bild.isNull()) {
-        unterwegs = false;
+    if (bild.isNull())
         return fehlerton();
-    }
     vorschau(index).bildSetzen(bild);
-    speichern(index, [this, &unterwegs](bool gelungen) {
-        unterwegs = false;
+    speichern(index, [this](bool gelungen) {
         if (gelungen)
             geraete_.ton.Beep(BILDTON.frequenz, BILDTON.dauer);
         else
