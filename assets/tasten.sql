@@ -99,7 +99,8 @@ INSERT INTO tblKeyCode (Keyc, Keye) VALUES
     ('108', 'Num Trenner'),
     ('109', 'Num -'),
     ('110', 'Num ,'),
-    ('111', 'Num /');
+    ('111', 'Num /'),
+    ('146', 'Num =');
 
 -- Function keys
 INSERT INTO tblKeyCode (Keyc, Keye) VALUES
@@ -161,7 +162,13 @@ INSERT INTO tblKeyCode (Keyc, Keye) VALUES
     ('180', 'E-Mail'),
     ('181', 'Medienauswahl'),
     ('182', 'Programm 1'),
-    ('183', 'Programm 2');
+    ('183', 'Programm 2'),
+    ('250', 'Abspielen'),
+    ('251', 'Zoom');
+
+-- The one key that the Brazilian and the Japanese keyboard have beyond the German one
+INSERT INTO tblKeyCode (Keyc, Keye) VALUES
+    ('193', 'Ro');
 
 -- What the German keyboard has where others have other marks
 INSERT INTO tblKeyCode (Keyc, Keye) VALUES

@@ -2,15 +2,27 @@
 
 #include "store/Datenbank.h"
 
+#include <optional>
+
 namespace {
 
-std::string nameZuCode(Database& datenbank, const std::string& code) {
+std::optional<Recordset> zeileZuCode(Database& datenbank, const std::string& code) {
     try {
-        const Recordset satz =
-            datenbank.OpenRecordset(anweisung("SELECT * FROM tblKeyCode WHERE (tblKeyCode.Keyc)= '", code));
-        return satz.get_EOF() ? "" : alsText(satz.get_Value("Keye"));
+        return datenbank.OpenRecordset(
+            anweisung("SELECT * FROM tblKeyCode WHERE (tblKeyCode.Keyc)= '", code));
     } catch (const LaufzeitFehler&) {
+        return std::nullopt;
+    }
+}
+
+std::string nameZuCode(Database& datenbank, const std::string& code) {
+    const auto satz = zeileZuCode(datenbank, code);
+    if (!satz)
         return code;
+    try {
+        return alsText(satz->get_Value("Keye"));
+    } catch (const LaufzeitFehler&) { // no row, or none that can be read
+        return "";
     }
 }
 

@@ -4,7 +4,8 @@
 #include <string>
 
 /// Looks a key up. With `richtung` 0, `wert` is a code in decimal and its name comes back: "" for a code
-/// without a name, `wert` itself when the statement fails (an apostrophe in `wert`). Otherwise `wert` is a
+/// without a name or whose name can't be read, `wert` itself when the statement fails (an apostrophe in
+/// `wert`). Otherwise `wert` is a
 /// name and its code comes back; a failing statement then throws, as does a name without a row (3021). A
 /// database that cannot be opened throws in both directions.
 std::string KeyCodeSuchen(const std::string& datenbankPfad, int richtung, const std::string& wert);

@@ -39,6 +39,12 @@ TEST(KeyCodeSuchen, EineAnweisungDieScheitertGibtDenCodeZurueckOderWirft) {
     EXPECT_EQ(fehlernummer([&] { KeyCodeSuchen(datei.pfad(), 1, "Tab"); }), 3078);
 }
 
+TEST(KeyCodeSuchen, EinNameDerSichNichtLesenLaesstIstLeer) {
+    const Testdatenbank datei;
+    datei.sql("ALTER TABLE tblKeyCode RENAME COLUMN Keye TO Name");
+    EXPECT_EQ(KeyCodeSuchen(datei.pfad(), 0, "9"), "");
+}
+
 TEST(KeyCodeSuchen, EinNameOhneZeileBeendetDieSuche) {
     const Testdatenbank datei;
     EXPECT_EQ(fehlernummer([&] { KeyCodeSuchen(datei.pfad(), 1, "tab"); }), 3021);
