@@ -3,9 +3,11 @@
 //
 // The new content goes into a file of its own in the same folder, reaches the disk there and takes the old
 // one's name by a rename. A process that is killed before the rename leaves that other file behind; it is
-// never read.
+// never read, and the next replacement removes it. One that is still being written is locked.
 #pragma once
 
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,3 +17,9 @@
 /// permission bits do not bind: one without any write bit), something that is no regular file, a folder that
 /// takes no file, a full disk. Throws nothing but std::bad_alloc.
 bool dateiErsetzen(const std::string& pfad, std::string_view inhalt);
+
+/// Where a path leads to by symbolic links, also when there is no file yet; nothing for a circle.
+std::optional<std::filesystem::path> ohneVerweise(std::filesystem::path pfad);
+
+/// The folder that a file lies in, "." for a bare name.
+std::filesystem::path ordnerVon(const std::filesystem::path& pfad);

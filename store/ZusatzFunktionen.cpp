@@ -1,6 +1,7 @@
 #include "store/ZusatzFunktionen.h"
 
 #include "store/Dateiersatz.h"
+#include "store/Dateisperre.h"
 #include "store/Gamepaddatei.h"
 
 #include <algorithm>
@@ -159,8 +160,10 @@ bool ZusatzFunktionen::GamepadSchreiben(const std::string& text) {
     return gespeichert;
 }
 
-void ZusatzFunktionen::GamepadLoeschen() {
-    ohneFehler([&] { loeschen(); });
+bool ZusatzFunktionen::GamepadLoeschen() {
+    bool geloescht = false;
+    ohneFehler([&] { geloescht = loeschen(); });
+    return geloescht;
 }
 
 void ZusatzFunktionen::GamepadAnlegen() {
@@ -203,7 +206,8 @@ void ZusatzFunktionen::laden() {
 }
 
 bool ZusatzFunktionen::schreiben(const std::string& text) {
-    auto tabelle = tabelleLesen(gamepadXml_);
+    const Dateisperre sperre(gamepadXml_);
+    auto tabelle = sperre.frei() ? tabelleLesen(gamepadXml_) : std::nullopt;
     if (!tabelle)
         return false;
     const auto zeile = suchen(*tabelle, auswahl_);
@@ -218,20 +222,25 @@ bool ZusatzFunktionen::schreiben(const std::string& text) {
     return passt && tabelleSpeichern(gamepadXml_, *tabelle);
 }
 
-void ZusatzFunktionen::loeschen() {
-    auto tabelle = tabelleLesen(gamepadXml_);
+bool ZusatzFunktionen::loeschen() {
+    const Dateisperre sperre(gamepadXml_);
+    if (!istDateiDa())
+        return true;
+    auto tabelle = sperre.frei() ? tabelleLesen(gamepadXml_) : std::nullopt;
     if (!tabelle)
-        return;
+        return false;
     const auto zeile = suchen(*tabelle, auswahl_);
     if (zeile == tabelle->zeilen.end() || !istZeileVon(*zeile, auswahl_))
-        return;
+        return std::none_of(tabelle->zeilen.begin(), tabelle->zeilen.end(),
+                            [&](const Gamepadzeile& eine) { return istZeileVon(eine, auswahl_); });
     tabelle->zeilen.erase(zeile);
-    tabelleSpeichern(gamepadXml_, *tabelle);
+    return tabelleSpeichern(gamepadXml_, *tabelle);
 }
 
 void ZusatzFunktionen::anlegen() {
     AchsenSchluessel_ = grundbelegung();
-    if (istDateiDa())
+    const Dateisperre sperre(gamepadXml_);
+    if (!sperre.frei() || istDateiDa())
         return;
     Gamepadtabelle tabelle = leereGamepadtabelle();
     if (zeileAnhaengen(tabelle, auswahl_, std::nullopt))

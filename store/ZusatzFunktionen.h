@@ -2,7 +2,8 @@
 // belong to a `Schema` and lie in its row of Gamepad.xml.
 //
 // No error leaves any of the procedures: a file that cannot be read or written leaves the program with what
-// it has. A file that is none of this kind is never overwritten.
+// it has. A file that is none of this kind is never overwritten. Two copies of the program that change the
+// file at one time wait for each other.
 #pragma once
 
 #include "platform/Joystick.h"
@@ -49,8 +50,8 @@ public:
     /// file nothing happens. True when it is saved.
     bool GamepadSchreiben(const std::string& text);
 
-    /// Deletes the row of the `Schema`, if there is one.
-    void GamepadLoeschen();
+    /// Deletes the row of the `Schema`, if there is one. False when it may still be there.
+    bool GamepadLoeschen();
 
     /// Makes the file, with a row of defaults for the `Schema`, which AchsenSchluessel takes too. Does not
     /// touch a file that exists.
@@ -75,7 +76,7 @@ private:
     bool istDateiDa() const;
     void laden();
     bool schreiben(const std::string& text);
-    void loeschen();
+    bool loeschen();
     void anlegen();
 
     Joystick& joystick_;

@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <random>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
@@ -266,15 +268,60 @@ TEST_F(Dateiersatz, AufEinerVollenPlatteEntstehtAuchKeineNeue) {
     EXPECT_THAT(namen(), IsEmpty());
 }
 
-TEST_F(Dateiersatz, WasEinGetoeteterLiegenLiessIstNichtImWege) {
+TEST_F(Dateiersatz, WasGetoeteteLiegenLiessenRaeumtDerNaechsteErsatz) {
     EXPECT_TRUE(imKindWahr([&] {
-        for (int i = 0; i < 3; ++i)
-            dateiSchreiben(pfad.string() + ".neu." + std::to_string(getpid()) + "." + std::to_string(i),
-                           "Rest");
+        for (const std::string& nummer : {std::to_string(getpid()) + ".0", std::to_string(getpid()) + ".1",
+                                          std::string("1.0"), std::string("4194304.999")})
+            dateiSchreiben(pfad.string() + ".neu." + nummer, "Rest");
         return ersetzen("neu");
     }));
     EXPECT_EQ(inhalt(), "neu");
-    EXPECT_EQ(namen().size(), 4U);
+    EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
+}
+
+TEST_F(Dateiersatz, WasAnderenGehoertOderAndersHeisstBleibt) {
+    const std::vector<std::string> fremde{
+        "Gamepad.xml.neu.",      "Gamepad.xml.neu.1",    "Gamepad.xml.neu.1.",  "Gamepad.xml.neu.1.x",
+        "Gamepad.xml.neu.1.0.1", "xGamepad.xml.neu.1.0", "gamepad.xml.neu.1.0", "Gamepad.xml.neu..1"};
+    for (const auto& name : fremde)
+        dateiSchreiben(ordner.pfad() / name, "fremd");
+    fs::create_directory(ordner.pfad() / "Gamepad.xml.neu.1.0");
+    fs::create_symlink("Gamepad.xml", ordner.pfad() / "Gamepad.xml.neu.2.0");
+    EXPECT_TRUE(ersetzen("neu"));
+    EXPECT_EQ(namen().size(), fremde.size() + 3);
+}
+
+TEST_F(Dateiersatz, WasEinLebenderSchreibtBleibt) {
+    const fs::path neue = pfad.string() + ".neu.1.0";
+    dateiSchreiben(neue, "halb");
+    const int lebender = open(neue.c_str(), O_WRONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(lebender, LOCK_EX | LOCK_NB), 0);
+    EXPECT_TRUE(ersetzen("neu"));
+    EXPECT_TRUE(fs::exists(neue));
+    close(lebender);
+    EXPECT_TRUE(ersetzen("neuer"));
+    EXPECT_FALSE(fs::exists(neue));
+}
+
+// The death comes in the midst of the first write: half of the new content lies there.
+TEST_F(Dateiersatz, WaehrendDesSchreibensLiestNiemandSonstMit) {
+    const Umask umask(0);
+    dateiSchreiben(pfad, "alt");
+    fs::permissions(pfad, fs::perms(0600));
+    const pid_t kind = imKind([&] {
+        const rlimit grenze{4096, 4096};
+        const rlimit ohneKern{0, 0};
+        if (setrlimit(RLIMIT_FSIZE, &grenze) == 0 && setrlimit(RLIMIT_CORE, &ohneKern) == 0)
+            ersetzen(std::string(10'000, 'x'));
+    });
+    int ende = 0;
+    waitpid(kind, &ende, 0);
+    ASSERT_TRUE(WIFSIGNALED(ende) && WTERMSIG(ende) == SIGXFSZ) << ende;
+    auto reste = namen();
+    std::erase(reste, "Gamepad.xml");
+    ASSERT_EQ(reste.size(), 1U);
+    EXPECT_EQ(rechte(ordner.pfad() / reste[0]), 0600U);
+    EXPECT_EQ(inhalt(), "alt");
 }
 
 namespace {
@@ -311,6 +358,7 @@ TEST_F(Dateiersatz, ZuJederZeitStehtDerStandVorOderNachEinemErsatzDa) {
         naechste = zahl + 1;
     }
     EXPECT_GT(mitten, TOETUNGEN / 2); // most deaths came in the midst of work
-    for (const std::string& name : namen())
-        EXPECT_TRUE(name == "Gamepad.xml" || name.starts_with("Gamepad.xml.neu.")) << name;
+    EXPECT_LE(namen().size(), 2U) << "each one clears what the one before left";
+    EXPECT_TRUE(ersetzen("Ende"));
+    EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
 }

@@ -12,7 +12,10 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <fcntl.h>
 #include <random>
+#include <set>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <thread>
 
@@ -706,6 +709,57 @@ TEST_F(AchsenLesenTest, DasLesenFordertKeinenSpeicherAn) {
     EXPECT_GT(vorher, 0);
 }
 
+// ---- two copies of the program
+
+TEST_F(ZusatzFunktionenTest, ZweiDieZugleichSchreibenVerlierenNichtsAneinander) {
+    constexpr int SCHREIBUNGEN = 150;
+    legen({});
+    std::vector<pid_t> kinder;
+    for (const std::string kopie : {"A", "B"})
+        kinder.push_back(imKind([&] {
+            for (int i = 0; i < SCHREIBUNGEN; ++i) {
+                auswahl = kopie + std::to_string(i);
+                if (!achsen.GamepadSchreiben("1/0-0-0-"))
+                    _exit(1);
+            }
+        }));
+    for (const pid_t kind : kinder)
+        EXPECT_FALSE(wurdeGetoetet(kind));
+    std::set<std::string> schemata;
+    for (const auto& eine : zeilen())
+        schemata.insert(eine.at("Schema"));
+    EXPECT_THAT(schemata, SizeIs(2 * SCHREIBUNGEN));
+    EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
+}
+
+TEST_F(ZusatzFunktionenTest, WerDieDateiBehaeltLaesstJedesSchreibenScheiternUndLesenZu) {
+    legen({zeile("S", GEDREHT)});
+    const auto vorher = inhalt();
+    const int ordnerkennung = open(ordner.pfad().c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(ordnerkennung, LOCK_EX | LOCK_NB), 0);
+    achsen.AchsenLaden();
+    EXPECT_EQ(achsen.AchsenSchluessel(), GEDREHT);
+    EXPECT_FALSE(achsen.GamepadSchreiben("1/0-0-0-"));
+    EXPECT_FALSE(achsen.GamepadLoeschen());
+    EXPECT_EQ(inhalt(), vorher);
+    close(ordnerkennung);
+    EXPECT_TRUE(achsen.GamepadSchreiben("1/0-0-0-"));
+    EXPECT_TRUE(achsen.GamepadLoeschen());
+    EXPECT_THAT(zeilen(), IsEmpty());
+}
+
+TEST_F(ZusatzFunktionenTest, UeberEinenVerweisWirdGesperrtWoDieDateiLiegt) {
+    fs::create_directory(ordner.pfad() / "fern");
+    legen({zeile("S", GEDREHT)});
+    fs::rename(pfad, ordner.pfad() / "fern" / "Gamepad.xml");
+    fs::create_symlink("fern/Gamepad.xml", pfad);
+    const int ordnerkennung = open((ordner.pfad() / "fern").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(ordnerkennung, LOCK_EX | LOCK_NB), 0);
+    EXPECT_FALSE(achsen.GamepadSchreiben("1/0-0-0-"));
+    close(ordnerkennung);
+    EXPECT_TRUE(achsen.GamepadSchreiben("1/0-0-0-"));
+}
+
 // ---- death by SIGKILL
 
 TEST_F(ZusatzFunktionenTest, ZuJederZeitStehtDerStandVorOderNachEinemSchreibenInDerDatei) {
@@ -731,6 +785,7 @@ TEST_F(ZusatzFunktionenTest, ZuJederZeitStehtDerStandVorOderNachEinemSchreibenIn
         std::this_thread::sleep_for(std::chrono::microseconds(zufall() % 5000));
         const Fortschritt bis = schreiber.toeten();
 
+        EXPECT_LE(namen().size(), 2U) << "the file and at most what the last death left";
         achsen.AchsenLaden();
         const int zahl = std::stoi(achsen.SchubreglerText());
         ASSERT_EQ(zeilen(), mitEigener(zahl));
