@@ -134,8 +134,9 @@ public:
     /// Starts changing the current row; throws 3021 without one.
     void Edit();
     /// Writes what was put since AddNew or Edit, all of it or nothing. Throws 3020 without one of them, 3021
-    /// when the row is gone, 3022 for a key that exists, 3314 for Null in a column that needs a value, 3218
-    /// when the file stays locked. The buffered change is gone after an error.
+    /// when the row is gone, 3022 for a unique key that exists, 3314 for Null in a column that needs a
+    /// value, 3317 for a value that another rule of the table forbids, 3218 when the file stays locked. The
+    /// buffered change is gone after an error.
     void Update();
     /// Deletes the current row; the position is a hole until MoveNext. Throws 3021 without a current row.
     void Delete();

@@ -28,6 +28,7 @@ enum class Fehlernummer {
     Gesperrt = 3218,
     KeinSolchesFeld = 3265,
     FeldOhneWert = 3314,
+    RegelVerletzt = 3317,
     KeineDatenbank = 3343,
     ObjektGeschlossen = 3420,
 };

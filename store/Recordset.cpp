@@ -36,6 +36,7 @@ struct Recordset::Innen {
     Zustand zustand = Zustand::Lesend;
     std::map<int, Wert> puffer; ///< put since AddNew or Edit, by ordinal
     std::vector<Wert> bild;     ///< the current row, where a Lesezug keeps it from changing
+    std::uint64_t bildAus = 0;  ///< the Lesezug that `bild` was read in
 
     std::int64_t zeile() const;
     void stellen(std::size_t neueStelle);
@@ -92,7 +93,6 @@ Wert Recordset::Innen::lesen(int ordinal) {
         return {};
     if (verbindung->imLesezug())
         return ausDemBild(ordinal);
-    bild.clear();
     Verbindung::Lauf lauf(*verbindung, lesetext, {zeile()});
     if (!lauf.weiter())
         keinAktuellerSatz(); // deleted by others since the set was opened
@@ -100,7 +100,10 @@ Wert Recordset::Innen::lesen(int ordinal) {
 }
 
 Wert Recordset::Innen::ausDemBild(int ordinal) {
+    if (bildAus != verbindung->lesezug())
+        bild.clear();
     if (bild.empty()) {
+        bildAus = verbindung->lesezug();
         Verbindung::Lauf lauf(*verbindung, lesetext, {zeile()});
         if (!lauf.weiter())
             keinAktuellerSatz();

@@ -8,6 +8,7 @@
 #include "store/Datenbank.h"
 #include "store/Tabelle.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -68,6 +69,8 @@ public:
     void lesenBeginnen();
     void lesenBeenden() noexcept;
     bool imLesezug() const { return lesezug_; }
+    /// The number of the Lesezug that is on, or was last: what was read in another one may be stale.
+    std::uint64_t lesezug() const { return lesezuege_; }
 
 private:
     struct Schliesser {
@@ -89,4 +92,5 @@ private:
     std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_; ///< by file and name
     int tiefe_ = 0; ///< of transactions inside each other
     bool lesezug_ = false;
+    std::uint64_t lesezuege_ = 0;
 };

@@ -2,6 +2,9 @@
 //
 // A step is a write, a truncation, a sync or a deletion. While the object lives, every connection that is
 // opened goes through it.
+//
+// It can also lose its power: what has been made in a folder or deleted from it since that was last synced is
+// forgotten then.
 #pragma once
 
 #include <memory>
@@ -25,6 +28,10 @@ public:
     void stoereNicht();
     /// Whether the disk has stepped in since stoereAb.
     bool hatGestoert() const;
+    /// From now on the folders are watched.
+    void ordnerMerken();
+    /// Undoes what the folders have not been synced after. All connections are to be closed before.
+    void stromausfall();
     /// How often a file was synced so far.
     int gesichert() const;
 

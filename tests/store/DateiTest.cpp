@@ -95,6 +95,24 @@ TEST(Datei, AusloeserEinerFremdenDatenbankLaufenNicht) {
     EXPECT_NE(datei.zeilen("SELECT * FROM tblKeyCode").size(), 0u);
 }
 
+// The function is harmless; what counts is that a column of a foreign table calls one that is not marked so.
+TEST(Datei, WasEineFremdeTabelleAufrufenWillLaeuftNicht) {
+    Testdatenbank datei;
+    datei.sql("DROP TABLE tblTastatur; CREATE TABLE tblTastatur "
+              "(Schemaname TEXT, btn1 TEXT, wert TEXT DEFAULT (fts5_source_id()))");
+    const auto anlegen = [&] {
+        Database datenbank = OpenDatabase(datei.pfad());
+        Recordset satz = datenbank.OpenRecordset("tblTastatur");
+        satz.AddNew();
+        satz.put_Value("Schemaname", std::string("S"));
+        satz.Update();
+    };
+    EXPECT_EQ(fehlernummer(anlegen), 3075);
+    EXPECT_THAT(datei.zeilen("SELECT * FROM tblTastatur"), IsEmpty());
+    datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S')"); // who trusts it may
+    EXPECT_EQ(datei.zeilen("SELECT wert IS NOT NULL FROM tblTastatur"), (Tabellenbild{{"1"}}));
+}
+
 TEST(Datei, NamenMitLeerzeichenUndUmlautenSindPfadeWieAndere) {
     Testdatenbank datei;
     schemaLegen(datei);

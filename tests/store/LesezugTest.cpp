@@ -46,6 +46,13 @@ TEST_F(Lesezug, DanachWirdWiederLebendGelesen) {
     datenbank.inEinemLesezug([&] { EXPECT_EQ(name(eine), "X"); });
 }
 
+TEST_F(Lesezug, DerNaechsteSiehtWasZwischenBeidenGeschriebenWurde) {
+    auto eine = satz();
+    datenbank.inEinemLesezug([&] { EXPECT_EQ(name(eine), "A"); });
+    datei.sql("UPDATE tblKeyCode SET Keye = 'X' WHERE Keyc = 7000");
+    datenbank.inEinemLesezug([&] { EXPECT_EQ(name(eine), "X"); });
+}
+
 TEST_F(Lesezug, JedeZeileHatIhreEigenenWerte) {
     std::string gelesen;
     datenbank.inEinemLesezug([&] {

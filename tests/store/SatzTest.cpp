@@ -57,6 +57,24 @@ TEST_F(Satz, DerTabellennameGibtAlleZeilenInGespeicherterReihenfolge) {
     EXPECT_THAT(rest(satz), ElementsAre("Z", "A", "M"));
 }
 
+// The index would bring them by another order.
+TEST_F(Satz, EinIndexAendertDieGespeicherteReihenfolgeNicht) {
+    datei.sql("CREATE INDEX andersherum ON tblStickAktion (Schemaname, Links, Aktion DESC);"
+              "INSERT INTO tblStickAktion (Schemaname, Umschalt, Links, Aktion) VALUES "
+              "('S', 1, 5, 'a'), ('S', 0, 5, 'b'), ('S', 1, 4, 'c'), ('S', 0, 4, 'd'), ('S', 2, 5, 'e')");
+    const auto aktionen = [&](const std::string& danach) {
+        std::string texte;
+        Recordset satz = datenbank.OpenRecordset(
+            "SELECT * FROM tblStickAktion WHERE (tblStickAktion.Schemaname)= 'S'" + danach + ";");
+        for (; !satz.get_EOF(); satz.MoveNext())
+            texte += alsText(satz.get_Value("Aktion"));
+        return texte;
+    };
+    EXPECT_EQ(aktionen(""), "abcde");
+    EXPECT_EQ(aktionen(" AND (tblStickAktion.Links)= 5"), "abe");
+    EXPECT_EQ(aktionen(" ORDER BY tblStickAktion.Links"), "cdabe");
+}
+
 TEST_F(Satz, GleicheUnterEinerOrdnungBleibenInGespeicherterReihenfolge) {
     datei.sql("INSERT INTO tblStickAktion (Schemaname, Links, Aktion) VALUES "
               "('S', 5, 'a'), ('S', 0, 'b'), ('S', 5, 'c'), ('S', 0, 'd'), ('T', 0, 'e')");
