@@ -162,17 +162,15 @@ Linienzug::Griff Linienzug::griffLoesen(std::size_t richtung, int slot) {
 
 /// Saves the lines, one of which has moved, and lets the actions that hang on `alt` follow it.
 void Linienzug::verlegen(const Griff& griff, std::int32_t alt) {
+    // The other line of a crossing is still held: it is saved where its actions are.
+    Justierstand bild = stand_;
+    for (const auto& gehalten : griffe_)
+        bild.ebene()[static_cast<std::size_t>(gehalten.slot)][gehalten.richtung] = gehalten.alt;
     try {
-        flaeche_.StickLinienSpeichern();
-        flaeche_.AktionenVerschieben(griff.richtung, J(griff.slot, griff.richtung), alt);
+        flaeche_.StickLinieVerlegen(bild.linien, griff.richtung, J(griff.slot, griff.richtung), alt);
     } catch (const LaufzeitFehler&) {
-        // A line whose actions have not followed must not stay at its new place: they would hang on nothing.
-        zuruecklegen(griff);
+        zuruecklegen(griff); // where it still stands in the store
         loslassen();
-        try {
-            flaeche_.StickLinienSpeichern();
-        } catch (const LaufzeitFehler&) { // the first error is the one to tell
-        }
         throw;
     }
 }

@@ -67,7 +67,9 @@ public:
 
     /// These three work on the layer that is shown.
     virtual void StickLinienSpeichern() = 0;
-    virtual void AktionenVerschieben(std::size_t richtung, std::int32_t neu, std::int32_t alt) = 0;
+    /// Saves `linien`, one of which has moved, and lets its actions follow: all of it or nothing.
+    virtual void StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
+                                    std::int32_t alt) = 0;
     virtual bool StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) = 0;
 
     virtual void melden(std::string_view text) = 0;

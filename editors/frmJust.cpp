@@ -457,9 +457,10 @@ void frmJust::StickLinienSpeichern() {
     ::StickLinienSpeichern(global_.DatenbankPfad, art_.seite, schema_, {stand_.linien, StickSperre_});
 }
 
-void frmJust::AktionenVerschieben(std::size_t richtung, std::int32_t neu, std::int32_t alt) {
-    ::AktionenVerschieben(global_.DatenbankPfad, art_.seite, schema_, stand_.EditorEbene,
-                          static_cast<int>(richtung), neu, alt);
+void frmJust::StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
+                                 std::int32_t alt) {
+    ::StickLinieVerlegen(global_.DatenbankPfad, art_.seite, schema_, {linien, StickSperre_},
+                         {stand_.EditorEbene, static_cast<int>(richtung), neu, alt});
 }
 
 bool frmJust::StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) {

@@ -96,7 +96,8 @@ private:
     void tafelnSperren(bool gesperrt) override;
     void tafelnZurueckstellen() override;
     void StickLinienSpeichern() override;
-    void AktionenVerschieben(std::size_t richtung, std::int32_t neu, std::int32_t alt) override;
+    void StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
+                            std::int32_t alt) override;
     bool StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) override;
     void melden(std::string_view text) override;
 

@@ -66,6 +66,7 @@ LaufFenster::~LaufFenster() = default;
 void LaufFenster::laden() {
     auto& global = zustand_.global;
     global.Alle_Variablen_loeschen();
+    zustand_.stickdatenbank.laufBeginnt();
     reglerLesen();
     Aktionen_ = TastenLaufLesen(global.DatenbankPfad, global.SchemaName);
     TasteBelegen();
@@ -89,7 +90,7 @@ std::optional<LaufzeitFehler> LaufFenster::beenden() {
     anzeige_.hauptformZurueck(global.OffenerEditor != 1 && global.OffenerEditorR != 1);
     wiederholung_.anhalten();
     entwackeln_.EntwackelnStoppen();
-    auto fehler = reglerSchreiben();
+    auto fehler = behalten();
     AlleTimerBeenden(zeitgeber_);
     schubregler_.beenden();
     Timer1_->Enabled(false);
@@ -109,25 +110,42 @@ void LaufFenster::reglerLesen() {
     HScroll2Aenderung(werte.HScroll2);
 }
 
-// The rows are two: what one of them fails with does not keep the other from being written.
-std::optional<LaufzeitFehler> LaufFenster::reglerSchreiben() {
-    const auto& global = zustand_.global;
+// Writes the scroll bars. The rows are two: what one of them fails with does not keep the other from being
+// written. Gives what could not be kept of the run, also of the rows that its start was to lay.
+std::optional<LaufzeitFehler> LaufFenster::behalten() {
     std::optional<LaufzeitFehler> erster;
-    for (const auto schreiben : {SensibleLesenSchreiben, SensibleRLesenSchreiben})
+    std::string verlorenes;
+    const auto verloren = [&](std::string_view was, const LaufzeitFehler& fehler) {
+        verlorenes += (erster ? ", " : "") + std::string(was);
+        if (!erster)
+            erster = fehler;
+    };
+    const auto& global = zustand_.global;
+    for (const auto& [schreiben, was] :
+         {std::pair(&SensibleLesenSchreiben, "die Empfindlichkeit des linken Sticks"),
+          std::pair(&SensibleRLesenSchreiben, "die Empfindlichkeit des rechten Sticks")})
         try {
             schreiben(global.DatenbankPfad, global.SchemaName, regler_, true);
         } catch (const LaufzeitFehler& fehler) {
-            if (!erster)
-                erster.emplace(fehler);
+            verloren(was, fehler);
         }
+    for (const auto& [seite, was] : {std::pair(Stickseite::Links, "die Linien des linken Sticks"),
+                                     std::pair(Stickseite::Rechts, "die Linien des rechten Sticks")})
+        if (const auto& fehler = zustand_.stickdatenbank.ungelegt(seite))
+            verloren(was, *fehler);
+    if (erster)
+        erster = LaufzeitFehler(erster->nummer(),
+                                std::string(erster->what()) + "\nNicht gespeichert: " + verlorenes + ".");
     return erster;
 }
 
 void LaufFenster::abbrechen(const LaufzeitFehler& fehler) {
     if (!geladen_)
         return; // an error of what is left of a run that has ended
-    beenden();
-    anzeige_.abgebrochen(fehler);
+    const auto verlorenes = beenden();
+    anzeige_.abgebrochen(
+        verlorenes ? LaufzeitFehler(fehler.nummer(), std::string(fehler.what()) + "\n\n" + verlorenes->what())
+                   : fehler);
 }
 
 void LaufFenster::TasteBelegen() {

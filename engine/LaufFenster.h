@@ -53,8 +53,8 @@ public:
     /// when the `Schema` can't be read; nothing runs then and the main form stays.
     void laden();
     /// Ends the run: the main form comes back, the scroll bars are stored, all timers stop. Held keys are not
-    /// released. A second call does nothing. Gives the error that kept the scroll bars from being stored;
-    /// everything else has happened then, too.
+    /// released. A second call does nothing. Gives the error that kept the scroll bars, or rows that the
+    /// start was to lay, from being stored, with what is lost; everything else has happened then, too.
     std::optional<LaufzeitFehler> beenden();
 
     void Beschriften();
@@ -77,7 +77,7 @@ private:
     void tmrSpielTakt();
     void abbrechen(const LaufzeitFehler& fehler);
     void reglerLesen();
-    std::optional<LaufzeitFehler> reglerSchreiben();
+    std::optional<LaufzeitFehler> behalten();
     void pollHalten();
 
     void ebeneVerlassen();

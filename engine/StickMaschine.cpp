@@ -41,8 +41,7 @@ std::int32_t wertOder(const Linie& linie, std::int32_t rand) {
 } // namespace
 
 void StickMaschine::tabellenLaden(int ebene) {
-    auto tabellen =
-        StickTabellenLesen(datenbank_.offen(global_.DatenbankPfad), global_.SchemaName, art_.seite, ebene);
+    auto tabellen = datenbank_.tabellen(global_.DatenbankPfad, global_.SchemaName, art_.seite, ebene);
     ebene_ = ebene;
     StickLinien_ = std::move(tabellen.StickLinien);
     StickAktionen_ = std::move(tabellen.StickAktionen);

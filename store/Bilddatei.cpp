@@ -38,6 +38,10 @@ bool umbenennen(const fs::path& von, const fs::path& nach, unsigned art) {
 
 } // namespace
 
+bool gleicherBildname(std::string_view einer, std::string_view anderer) {
+    return gefaltet(einer) == gefaltet(anderer);
+}
+
 std::vector<fs::path> bilddateien(const fs::path& ordner, std::string_view name) {
     std::vector<fs::path> gefunden;
     if (hatTrenner(name))

@@ -11,6 +11,9 @@
 /// never leaves the folder. A folder that can't be read has none. Throws nothing but std::bad_alloc.
 std::vector<std::filesystem::path> bilddateien(const std::filesystem::path& ordner, std::string_view name);
 
+/// Whether two names (UTF-8) are one for pictures, which ignore the case of letters.
+bool gleicherBildname(std::string_view einer, std::string_view anderer);
+
 /// Writes a picture's file as a whole or not at all, under the name that lies there or else under this one;
 /// where another system has put more than one they all become this picture. False when it can't be written:
 /// no such folder, no right, no room, a name with a separator.

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <system_error>
+#include <vector>
 
 namespace {
 
@@ -45,6 +46,16 @@ bool zeilenLoeschen(Database& datenbank, const Loeschschritt& schritt, const std
     return true;
 }
 
+/// Whether another `Schema` has this name but for the case of its letters, and so the same pictures.
+bool teiltBilder(Database& datenbank, const std::string& schemaName) {
+    for (Recordset satz = datenbank.OpenRecordset("tblTastatur"); !satz.get_EOF(); satz.MoveNext()) {
+        const std::string name = alsText(satz.get_Value("Schemaname"));
+        if (name != schemaName && gleicherBildname(name, schemaName))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& bilderPfad,
@@ -56,11 +67,19 @@ void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& b
 void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
                     const std::function<void(std::string_view)>& melden) {
     Database datenbank = OpenDatabase(datenbankPfad);
-    for (const Loeschschritt& schritt : SCHRITTE)
-        if (!zeilenLoeschen(datenbank, schritt, schemaName) && !schritt.wennLeer.empty())
-            melden(schritt.wennLeer);
+    std::vector<std::string_view> meldungen;
+    bool bilderBleiben = false;
+    datenbank.inEinerTransaktion([&] {
+        for (const Loeschschritt& schritt : SCHRITTE)
+            if (!zeilenLoeschen(datenbank, schritt, schemaName) && !schritt.wennLeer.empty())
+                meldungen.push_back(schritt.wennLeer);
+        bilderBleiben = teiltBilder(datenbank, schemaName);
+    });
     datenbank.Close();
-    StickBilderLoeschen(bilderPfad, schemaName);
+    if (!bilderBleiben)
+        StickBilderLoeschen(bilderPfad, schemaName);
+    for (const std::string_view meldung : meldungen)
+        melden(meldung);
 }
 
 void StickBilderLoeschen(const std::string& bilderPfad, const std::string& schemaName) {

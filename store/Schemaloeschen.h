@@ -1,7 +1,7 @@
 // Removes a `Schema`: its rows in all eight tables and the pictures that the stick editors left of it.
 //
-// A part that is missing never stops the deletion. Each row goes by itself, so what is deleted by an error or
-// a crash stays deleted, and deleting again removes the rest.
+// A part that is missing never stops the deletion. The rows go in one transaction, all or none, then the
+// pictures; what was missing is told when all is done, in the order of the tables.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@
 struct Loeschdialog {
     /// Asks a question under a title; true for yes.
     std::function<bool(std::string_view frage, std::string_view titel)> fragen;
-    /// Tells that a part was not there; the deletion goes on when it comes back.
+    /// Tells that a part was not there.
     std::function<void(std::string_view meldung)> melden;
 };
 
@@ -20,8 +20,9 @@ struct Loeschdialog {
 void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& bilderPfad,
                           const std::string& schemaName, const Loeschdialog& dialog);
 
-/// Deletes the `Schema` and its pictures. The name is a copy: the original may change while messages are
-/// open. Throws LaufzeitFehler; the pictures are still there then.
+/// Deletes the `Schema` and its pictures; these stay where another `Schema` has the same name but for the
+/// case of its letters, as they are its pictures, too. The name is a copy: the original may change while
+/// messages are open. Throws LaufzeitFehler; nothing has changed then.
 void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
                     const std::function<void(std::string_view)>& melden);
 

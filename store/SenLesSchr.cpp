@@ -60,10 +60,17 @@ void schreibe(const Zwilling& zwilling, Recordset& satz, const Reglerwerte& wert
     satz.Update();
 }
 
-void zeileAnlegen(Recordset& satz, const std::string& schemaName) {
+/// Lays a row with its name only. One that can't be laid is no obstacle to reading: the run that needs the
+/// values goes on with the defaults, and its end, which writes, tells what can't be kept.
+void zeileAnlegen(Recordset& satz, const std::string& schemaName, bool schreiben) {
     satz.AddNew();
     satz.put_Value(0, schemaName);
-    satz.Update();
+    try {
+        satz.Update();
+    } catch (const LaufzeitFehler&) {
+        if (schreiben)
+            throw;
+    }
 }
 
 Reglerwerte mitGrundwerten(const Zwilling& zwilling, Reglerwerte werte) {
@@ -77,7 +84,7 @@ void lesenSchreiben(const Zwilling& zwilling, const std::string& datenbankPfad, 
     Database datenbank = OpenDatabase(datenbankPfad);
     Recordset satz = datenbank.OpenRecordset(anweisung(zwilling.bisZumNamen, schemaName));
     if (satz.get_EOF()) {
-        zeileAnlegen(satz, schemaName);
+        zeileAnlegen(satz, schemaName, schreiben);
         werte = mitGrundwerten(zwilling, werte); // also when writing: a row begins with the defaults
     } else if (schreiben) {
         schreibe(zwilling, satz, werte);

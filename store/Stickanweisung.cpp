@@ -11,12 +11,10 @@ Recordset linienzeilen(Database& datenbank, Stickseite seite, const std::string&
 }
 
 void linienzeilenPruefen(const Recordset& satz, Stickseite seite, const std::string& schemaName) {
-    if (satz.get_RecordCount() < ZEILEN_JE_STICK)
+    if (satz.get_RecordCount() == 0)
         throw LaufzeitFehler(Fehlernummer::KeinAktuellerSatz,
                              "Die Tabelle „tblStick" + std::string(tabellenzusatz(seite)) +
-                                 "“ hat für das Schema „" + schemaName + "“ nur " +
-                                 std::to_string(satz.get_RecordCount()) + " von " +
-                                 std::to_string(ZEILEN_JE_STICK) + " Zeilen.");
+                                 "“ hat für das Schema „" + schemaName + "“ keine Zeilen.");
 }
 
 Recordset aktionszeilen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,

@@ -24,7 +24,7 @@ using Feldschluessel = std::array<std::int32_t, 1 + RICHTUNGEN>;
 /// a name with an apostrophe.
 Recordset linienzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName);
 
-/// Throws 3021 when `satz`, the rows of a stick, has fewer than twenty.
+/// Throws 3021 when `satz`, the rows of a stick, has none: then the `Schema` is gone.
 void linienzeilenPruefen(const Recordset& satz, Stickseite seite, const std::string& schemaName);
 
 /// Opens the actions of a `Schema` on one layer that meet `bedingung`, pairs of a column and its value.

@@ -24,12 +24,17 @@ struct Zeilentabelle {
     std::string_view bisZumNamen;
     std::string_view name;
     Spaltenblock spalten;
+    bool darfFehlen; ///< whether a `Schema` may be without its row
 };
 constexpr std::array<Zeilentabelle, 2> TASTENTABELLEN{{
-    {"SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '", "tblTastatur", {{1, 14, 27}, TASTEN}},
+    {"SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '",
+     "tblTastatur",
+     {{1, 14, 27}, TASTEN},
+     false},
     {"SELECT * FROM tblSteuerkreuz WHERE (tblSteuerkreuz.Schemaname)= '",
      "tblSteuerKreuz",
-     {{1, 5, 9}, SLOTS - TASTEN}},
+     {{1, 5, 9}, SLOTS - TASTEN},
+     true},
 }};
 
 /// The two tables of a stick.
@@ -49,8 +54,9 @@ constexpr Sticktabellen RECHTER_STICK{
     "' AND (tblStickAktionr.Umschalt)= ", "SELECT * FROM tblStickr WHERE (tblStickr.Schemaname)= '",
     "'ORDER BY TBLSTICKr.INDEX;", "tblStickR"};
 
+constexpr int SCHEMANAME = 0; ///< ordinal in every table
+
 // Ordinals of tblStickAktion.
-constexpr int SCHEMANAME = 0;
 constexpr int UMSCHALT = 1;
 constexpr std::size_t AKTIONSSPALTEN = 7;
 
@@ -93,11 +99,20 @@ int spalte(const Spaltenblock& spalten, int ebene, int nummer) {
 
 // --- buttons and D-pad ---
 
+/// The row of a `Schema`. A D-pad without one counts as twelve empty records: its row is laid.
 Recordset zeileOeffnen(const Seite& seite, const Zeilentabelle& tabelle) {
-    Recordset satz = seite.datenbank.OpenRecordset(anweisung(tabelle.bisZumNamen, seite.ort.schemaName));
-    if (satz.get_EOF())
+    const auto oeffnen = [&] {
+        return seite.datenbank.OpenRecordset(anweisung(tabelle.bisZumNamen, seite.ort.schemaName));
+    };
+    Recordset satz = oeffnen();
+    if (!satz.get_EOF())
+        return satz;
+    if (!tabelle.darfFehlen)
         zuWenigZeilen(tabelle.name, seite.ort, "keine Zeile");
-    return satz;
+    satz.AddNew();
+    satz.put_Value(SCHEMANAME, seite.ort.schemaName);
+    satz.Update();
+    return oeffnen();
 }
 
 std::vector<Wert> zeileLesen(const Recordset& satz, const Zeilentabelle& tabelle, int ebene) {

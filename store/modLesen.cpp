@@ -2,6 +2,7 @@
 
 #include "store/Tastenspalten.h"
 
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -26,10 +27,11 @@ void tastenLesen(Database& datenbank, const std::string& schemaName, Laufbild& b
 
 void kreuzLesen(Database& datenbank, const std::string& kreuzanweisung, Laufbild& bild) {
     const Recordset satz = datenbank.OpenRecordset(kreuzanweisung);
+    const bool fehlt = satz.get_EOF(); // counts as twelve empty records; saving lays the row
     for (int ebene = 0; ebene < EBENEN; ++ebene)
         for (int taste = TASTEN; taste < SLOTS; ++taste)
             bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =
-                belegung(satz.get_Value(kreuzordinal(ebene, taste)));
+                fehlt ? std::string(LEERE_BELEGUNG) : belegung(satz.get_Value(kreuzordinal(ebene, taste)));
 }
 
 Laufbild texteLesen(const std::string& datenbankPfad, const std::string& schemaName,
@@ -128,13 +130,21 @@ std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::st
     return static_cast<int>(std::in_range<int>(zahl) ? zahl : KEINE);
 }
 
-void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::string& schemaName) {
-    // One transaction: half a stick would read as a stick with missing lines for ever.
+std::vector<int> fehlendeZeilen(Recordset& satz) {
+    std::vector<int> fehlende(ZEILEN_JE_STICK);
+    std::iota(fehlende.begin(), fehlende.end(), 1);
+    for (; !satz.get_EOF(); satz.MoveNext())
+        std::erase_if(fehlende,
+                      [da = satz.get_Value("index")](int index) { return da == Wert{std::int64_t{index}}; });
+    return fehlende;
+}
+
+void StickGrundzeilenAnlegen(Database& datenbank, Stickseite seite, const std::string& schemaName) {
     datenbank.inEinerTransaktion([&] {
-        for (int index = 1; index <= ZEILEN_JE_STICK; ++index)
+        Recordset satz = linienzeilen(datenbank, seite, schemaName);
+        for (const int index : fehlendeZeilen(satz))
             grundzeileAnlegen(satz, schemaName, index);
     });
-    satz.Close();
 }
 
 std::int32_t linienwert(const Wert& wert) {
@@ -149,14 +159,24 @@ Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName,
                              const std::function<void(std::string_view)>& melden) {
     Database datenbank = OpenDatabase(datenbankPfad);
-    Recordset satz = linienzeilen(datenbank, seite, schemaName);
-    if (satz.get_EOF()) {
+    std::size_t fehlen = 0;
+    const auto lesen = [&] {
+        Sticklinien gelesen;
+        datenbank.inEinemLesezug([&] {
+            Recordset satz = linienzeilen(datenbank, seite, schemaName);
+            fehlen = fehlendeZeilen(satz).size();
+            if (fehlen == 0)
+                gelesen = linienAus(satz);
+        });
+        return gelesen;
+    };
+    Sticklinien gelesen = lesen();
+    if (fehlen == 0)
+        return gelesen;
+    if (fehlen == ZEILEN_JE_STICK)
         melden("Es wird ein neues Schema erstellen!");
-        StickGrundzeilenAnlegen(datenbank, satz, schemaName);
-        satz = linienzeilen(datenbank, seite, schemaName);
-    }
-    linienzeilenPruefen(satz, seite, schemaName);
-    return linienAus(satz);
+    StickGrundzeilenAnlegen(datenbank, seite, schemaName);
+    return lesen();
 }
 
 std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
@@ -170,13 +190,20 @@ bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, c
                            int ebene, int richtung, std::int32_t linie) {
     const auto spalte = richtungsspalte(richtung);
     Database datenbank = OpenDatabase(datenbankPfad);
-    Recordset satz = aktionszeilen(datenbank, seite, schemaName, ebene, {{spalte, linie}});
     bool alleLeer = true;
-    for (; !satz.get_EOF(); satz.MoveNext()) {
-        if (istLeerfeld(alsText(satz.get_Value("Aktion"))))
-            satz.Delete();
-        else
-            alleLeer = false;
-    }
+    const auto leerfelder = [&](auto&& arbeit) {
+        Recordset satz = aktionszeilen(datenbank, seite, schemaName, ebene, {{spalte, linie}});
+        for (; !satz.get_EOF(); satz.MoveNext()) {
+            if (istLeerfeld(alsText(satz.get_Value("Aktion"))))
+                arbeit(satz);
+            else
+                alleLeer = false;
+        }
+    };
+    // A file that is locked or can only be read is none in the way of finding that there is nothing to do.
+    bool eines = false;
+    leerfelder([&](Recordset&) { eines = true; });
+    if (eines)
+        datenbank.inEinerTransaktion([&] { leerfelder([](Recordset& satz) { satz.Delete(); }); });
     return alleLeer;
 }

@@ -16,15 +16,16 @@
 #include <vector>
 
 /// Reads the editor's image of a `Schema`. A column that is Null or empty gives the fields of LEERE_BELEGUNG,
-/// a button column that holds "leer" leaves its fields empty. Throws LaufzeitFehler: 3021 when the `Schema`
-/// has no row, 9 for a text that does not have exactly the five fields.
+/// as does a missing row of tblSteuerKreuz; a button column that holds "leer" leaves its fields empty. Throws
+/// LaufzeitFehler: 3021 when the `Schema` has no row in tblTastatur, 9 for a text that does not have exactly
+/// the five fields.
 VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName);
 
 /// The run image: [layer][slot], each the whole `Belegung` text.
 using Laufbild = std::array<std::array<std::string, SLOTS>, EBENEN>;
 
-/// Reads the run image of a `Schema`. A column that is Null or empty gives LEERE_BELEGUNG. Throws
-/// LaufzeitFehler, 3021 when the `Schema` has no row.
+/// Reads the run image of a `Schema`. A column that is Null or empty gives LEERE_BELEGUNG, as does a missing
+/// row of tblSteuerKreuz. Throws LaufzeitFehler, 3021 when the `Schema` has no row in tblTastatur.
 Laufbild TastenLaufLesen(const std::string& datenbankPfad, const std::string& schemaName);
 
 /// The list of `Schema`s in stored order. Both arrays have one entry more than there are rows, the last one
@@ -42,10 +43,12 @@ std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::st
 /// Left, right, up, down: the four lines around the centre field of a new stick.
 inline constexpr std::array<std::int32_t, RICHTUNGEN> GRUNDLINIEN{27072, 38399, 25941, 39679};
 
-/// Lays the twenty rows of a stick for a `Schema` into `satz`, a set on tblStick or tblStickR, in one
-/// transaction of `datenbank`; row 1 carries the four default lines on all layers. Closes `satz`, leaves
-/// `datenbank` open.
-void StickGrundzeilenAnlegen(Database& datenbank, Recordset& satz, const std::string& schemaName);
+/// Lays those of the twenty rows of a stick that are missing for a `Schema`, in one transaction of
+/// `datenbank`; row 1 carries the four default lines on all layers, the others none. Throws LaufzeitFehler.
+void StickGrundzeilenAnlegen(Database& datenbank, Stickseite seite, const std::string& schemaName);
+
+/// Which of the twenty rows `satz`, the rows of a stick from its cursor on, does not have, by their index.
+std::vector<int> fehlendeZeilen(Recordset& satz);
 
 inline constexpr int LINIENPLAETZE = ZEILEN_JE_STICK + 1; ///< the places 0 and 20 stay 0
 
@@ -62,9 +65,9 @@ struct Sticklinien {
 /// them wraps: throws LaufzeitFehler 6 for one beyond 32 bits, 13 for what is no whole number.
 std::int32_t linienwert(const Wert& wert);
 
-/// Reads the zone lines of a stick and its `StickSperre`. A `Schema` without rows gets the twenty rows of a
-/// new stick; `melden` is called before that, once, with the message for the user. Throws LaufzeitFehler:
-/// 3021 for fewer than twenty rows, 13 for a line that is no whole number, 6 for one beyond 32 bits.
+/// Reads the zone lines of a stick and its `StickSperre`. Rows that are missing are laid; where all are,
+/// `melden` is called before that, once, with the message for the user. Throws LaufzeitFehler: 13 for a line
+/// that is no whole number, 6 for one beyond 32 bits.
 Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName,
                              const std::function<void(std::string_view)>& melden);
@@ -73,7 +76,7 @@ Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
 std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName, const Feldschluessel& feld);
 
-/// Deletes the rows of fields at the line `linie` of `richtung` (0 to 3) that hold a `Leerfeld`. True when no
-/// other row is left there. Throws LaufzeitFehler, 9 for another direction; rows deleted by then stay so.
+/// Deletes the rows of fields at the line `linie` of `richtung` (0 to 3) that hold a `Leerfeld`, all or none.
+/// True when no other row is left there. Throws LaufzeitFehler, 9 for another direction.
 bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
                            int ebene, int richtung, std::int32_t linie);

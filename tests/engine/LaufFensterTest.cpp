@@ -3,12 +3,16 @@
 #include "store/LaufzeitFehler.h"
 #include "tests/engine/Probelauf.h"
 #include "tests/engine/Probestick.h"
+#include "tests/hilfen/Dateirechte.h"
+#include "tests/hilfen/StoerVfs.h"
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <stdexcept>
 
 namespace {
@@ -81,6 +85,75 @@ void erwarteKeinenLauf(Probelauf& lauf, int fehler) {
     const auto gezeigt = lauf.anzeige.abholen();
     EXPECT_EQ(std::ranges::count_if(gezeigt, [](const auto& text) { return text.starts_with("frmHaupt"); }),
               0);
+}
+
+TEST(LaufFensterLaden, EinErsterStartOhneSchreibrechtSpieltMitDenGrundwertenUndSagtEsAmEnde) {
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}};
+    lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,66,0,0');"
+                       "DELETE FROM tblSteuerKreuz; UPDATE tblTastatur SET Funktion = NULL");
+    lauf.zustand.achsen.AchsenLaden();
+    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    const auto vorher = lauf.datenbank.inhalt();
+    std::optional<LaufzeitFehler> fehler;
+    {
+        const Rechte rechte(lauf.datenbank, 0555, 0444);
+        const AlsNiemand niemand;
+        auto& fenster = lauf.starten();
+        fenster.Option1Klick(0); // as the option that is set does
+        lauf.pad.zustand.dwXpos = 100;
+        lauf.takt(4);
+        lauf.takt(0);
+        lauf.warten(500);
+        EXPECT_THAT(lauf.eingabe.texteAbholen(), testing::IsSupersetOf({"+65", "-65", "+66"}));
+        fehler = fenster.beenden();
+    }
+    EXPECT_EQ(lauf.datenbank.inhalt(), vorher);
+    ASSERT_TRUE(fehler);
+    EXPECT_EQ(fehler->nummer(), Fehlernummer::NurLesen);
+    EXPECT_EQ(std::string(fehler->what()),
+              "Die Datenbank „" + lauf.datenbank.pfad() +
+                  "“ kann nur gelesen werden.\nNicht gespeichert: die Empfindlichkeit des linken Sticks, die "
+                  "Empfindlichkeit des rechten Sticks, die Linien des linken Sticks, die Linien des rechten "
+                  "Sticks.");
+    EXPECT_EQ(lauf.starten().beenden(), std::nullopt) << "the next one can";
+}
+
+TEST(LaufFensterLaden, EinErsterStartAufVollerPlatteSpieltUndSagtEsAmEnde) {
+    StoerVfs disk;
+    Probelauf lauf{{"btn3", "1,65,0-0-0"}};
+    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    disk.stoereAb(1, StoerVfs::Eingriff::Voll);
+    auto& fenster = lauf.starten();
+    lauf.takt(4);
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), Texte{"+65"});
+    const auto fehler = fenster.beenden();
+    disk.stoereNicht();
+    ASSERT_TRUE(fehler);
+    EXPECT_EQ(fehler->nummer(), Fehlernummer::KeinPlatz);
+}
+
+TEST(LaufFensterLaden, EinAbgebrochenerLaufSagtAuchWasErNichtBehaelt) {
+    Probelauf lauf{{"btn3", "1,x,0-0-0"}};
+    lauf.starten();
+    RoheVerbindung andere(lauf.datenbank.pfad());
+    andere.sql("BEGIN IMMEDIATE");
+    lauf.takt(4);
+    EXPECT_THAT(lauf.anzeige.fehlertext,
+                testing::ContainsRegex("x(.|\n)*\n\n(.|\n)*gesperrt\\.\nNicht gespeichert: "
+                                       "die Empfindlichkeit des linken Sticks, "));
+}
+
+TEST(LaufFensterLaden, EineErsetzteDatenbankGiltVomNaechstenLaufAnAuchFuerDieSticks) {
+    Probelauf lauf;
+    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    lauf.starten().beenden();
+    EXPECT_EQ(lauf.zustand.linkerStick.StickSperre, 0);
+    const auto andere = lauf.datenbank.ordner() / "andere";
+    std::filesystem::copy_file(lauf.datenbank.pfad(), andere);
+    RoheVerbindung(andere.string()).sql("UPDATE tblStick SET Links = 5 WHERE \"index\" = 20");
+    std::filesystem::rename(andere, lauf.datenbank.pfad());
+    lauf.starten();
+    EXPECT_EQ(lauf.zustand.linkerStick.StickSperre, 5);
 }
 
 TEST(LaufFensterLaden, OhneZeileBeginntNichts) {

@@ -24,7 +24,7 @@ protected:
         return name + ((GetParam() == Stickseite::Rechts) != zwilling ? "R" : "");
     }
     Sticktabellen lesen(int ebene = 0, const std::string& name = "S") {
-        return StickTabellenLesen(datenbank.offen(datei.pfad()), name, GetParam(), ebene);
+        return datenbank.tabellen(datei.pfad(), name, GetParam(), ebene);
     }
     int fehler(int ebene = 0, const std::string& name = "S") {
         return fehlernummer([&] { lesen(ebene, name); });
@@ -225,12 +225,26 @@ TEST_P(StickTabellenTest, EinTextWoEineZahlHingehoertIstFehler13) {
     }
 }
 
-TEST_P(StickTabellenTest, FehltNurEineZeileWirdNichtsAngelegt) {
-    leereZeilen();
-    datei.sql("DELETE FROM " + tabelle("tblStick") + " WHERE \"index\" = 20");
-    const auto vorher = datei.inhalt();
-    EXPECT_EQ(fehler(), 3022);
-    EXPECT_EQ(datei.inhalt(), vorher);
+TEST_P(StickTabellenTest, EineFehlendeZeileLiestSichWieNeuUndWirdGelegt) {
+    const auto anzahl = [&] { return datei.zeilen("SELECT count(*) FROM " + tabelle("tblStick")); };
+    for (const auto& [fehlende, links] : {std::pair{1, Texte{"27072", "9000", "8000", ""}},
+                                          {2, Texte{"20000", ""}},
+                                          {3, Texte{"20000", "9000", ""}},
+                                          {20, Texte{"20000", "9000", "8000", ""}}}) {
+        SCOPED_TRACE(fehlende);
+        datei.sql("DELETE FROM " + tabelle("tblStick"));
+        leereZeilen();
+        setze(1, "Links = 20000");
+        setze(2, "Links = 9000");
+        setze(3, "Links = 8000");
+        setze(20, "Links = 4");
+        datei.sql("DELETE FROM " + tabelle("tblStick") + " WHERE \"index\" = " + std::to_string(fehlende));
+        for (int mal = 0; mal < 2; ++mal) {
+            EXPECT_EQ(linien().at(0), links);
+            EXPECT_EQ(lesen().StickSperre, fehlende == 20 ? 0 : 4);
+            EXPECT_EQ(anzahl(), (Tabellenbild{{"20"}}));
+        }
+    }
 }
 
 TEST_P(StickTabellenTest, EineZeileHinterDerErstenLeerenDarfFehlen) {
@@ -248,13 +262,29 @@ TEST_P(StickTabellenTest, EinNameMitApostrophErreichtDieDatenbankNicht) {
 
 TEST_P(StickTabellenTest, EineSchreibgeschuetzteDateiWirdGelesenAberNichtErgaenzt) {
     const auto vorher = datei.inhalt();
-    EXPECT_EQ(fehlernummerNurLesend(datei, [this] { lesen(); }), 3027);
+    EXPECT_EQ(
+        fehlernummerNurLesend(datei,
+                              [this] {
+                                  EXPECT_EQ(linien().at(0), (Texte{"27072", ""})) << "plays with defaults";
+                              }),
+        0);
     EXPECT_EQ(datei.inhalt(), vorher);
+    EXPECT_EQ(datenbank.ungelegt(GetParam()).value().nummer(), Fehlernummer::NurLesen);
+    EXPECT_EQ(datenbank.ungelegt(GetParam() == Stickseite::Links ? Stickseite::Rechts : Stickseite::Links),
+              std::nullopt);
+    lesen();
+    EXPECT_EQ(datei.inhalt(), vorher) << "one try a run";
+    datenbank.laufBeginnt();
+    EXPECT_EQ(datenbank.ungelegt(GetParam()), std::nullopt);
+    lesen();
+    EXPECT_NE(datei.inhalt(), vorher);
+    EXPECT_EQ(datenbank.ungelegt(GetParam()), std::nullopt);
+    datei.sql("DELETE FROM " + tabelle("tblStick"));
     leereZeilen();
     EXPECT_EQ(fehlernummerNurLesend(datei,
                                     [this] {
                                         Stickdatenbank eigene;
-                                        StickTabellenLesen(eigene.offen(datei.pfad()), "S", GetParam(), 0);
+                                        eigene.tabellen(datei.pfad(), "S", GetParam(), 0);
                                     }),
               0);
 }
@@ -288,6 +318,33 @@ TEST(StickdatenbankTest, BleibtOffen) {
     std::filesystem::remove(datei.pfad());
     EXPECT_EQ(fehlernummer([&] { datenbank.offen(datei.pfad()).OpenRecordset("tblStick"); }), 0)
         << "it is not opened again";
+}
+
+TEST(StickdatenbankTest, EineErsetzteDateiWirdBeimNaechstenLaufGeoeffnet) {
+    const Testdatenbank alte;
+    const Testdatenbank neue;
+    neue.sql("INSERT INTO tblStick (Schemaname) VALUES ('S')");
+    Stickdatenbank datenbank;
+    const auto zeilen = [&] {
+        return datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_RecordCount();
+    };
+    datenbank.laufBeginnt();
+    EXPECT_EQ(zeilen(), 0);
+    std::filesystem::rename(neue.pfad(), alte.pfad());
+    EXPECT_EQ(zeilen(), 0) << "a run keeps to its file";
+    datenbank.laufBeginnt();
+    EXPECT_EQ(zeilen(), 1);
+}
+
+TEST(StickdatenbankTest, EineFehlendeDateiWirdBeimNaechstenLaufVermisst) {
+    const Testdatenbank datei;
+    Stickdatenbank datenbank;
+    auto& offene = datenbank.offen(datei.pfad());
+    datenbank.laufBeginnt();
+    EXPECT_EQ(&datenbank.offen(datei.pfad()), &offene);
+    std::filesystem::remove(datei.pfad());
+    datenbank.laufBeginnt();
+    EXPECT_EQ(fehlernummer([&] { datenbank.offen(datei.pfad()); }), 3024);
 }
 
 TEST(StickdatenbankTest, EinAndererPfadWirdGeoeffnet) {

@@ -39,8 +39,7 @@ int zahlGelesen(const Testdatenbank& datei) {
 }
 
 void grundzeilen(Database& datenbank, const std::string& name) {
-    Recordset satz = datenbank.OpenRecordset("tblStickR");
-    StickGrundzeilenAnlegen(datenbank, satz, name);
+    StickGrundzeilenAnlegen(datenbank, Stickseite::Rechts, name);
 }
 
 void erwarteHeil(const Testdatenbank& datei) {
@@ -77,6 +76,58 @@ TEST(Absturz, AnJedemSchrittBleibtDerStandVorOderNachDemUpdate) {
     EXPECT_EQ(gesehen.back(), 1);
     gesehen.pop_back();
     EXPECT_THAT(gesehen, testing::Each(0));
+}
+
+// The journal is what would undo it: it must be gone from the disk's folder, too.
+TEST(Stromausfall, EinUpdateDasZurueckkamUeberstehtIhn) {
+    StoerVfs disk;
+    const Testdatenbank datei;
+    zahlLegen(datei);
+    disk.ordnerMerken();
+    {
+        Database datenbank = OpenDatabase(datei.pfad());
+        zahlSchreiben(datenbank, 1);
+    }
+    disk.stromausfall();
+    erwarteHeil(datei);
+    EXPECT_EQ(zahlGelesen(datei), 1);
+}
+
+TEST(Stromausfall, AuchEinesDerZweitenDateiUndEinesInBeiden) {
+    StoerVfs disk;
+    const Testdatenbank eine;
+    const Testdatenbank andere;
+    zahlLegen(eine);
+    zahlLegen(andere);
+    disk.ordnerMerken();
+    for (const bool inBeiden : {false, true}) {
+        const int zahl = inBeiden ? 2 : 1;
+        {
+            Database erste = OpenDatabase(eine.pfad());
+            Database zweite = erste.danebenOeffnen(andere.pfad());
+            erste.inEinerTransaktion([&] {
+                zahlSchreiben(zweite, zahl);
+                if (inBeiden)
+                    zahlSchreiben(erste, zahl);
+            });
+        }
+        disk.stromausfall();
+        EXPECT_EQ(zahlGelesen(andere), zahl);
+        EXPECT_EQ(zahlGelesen(eine), inBeiden ? zahl : 0);
+    }
+}
+
+// What the two above stand on: that the disk forgets what SQLite leaves unsynced by default.
+TEST(Stromausfall, MitSynchronousFullStehtDasJournalWiederDa) {
+    StoerVfs disk;
+    const Testdatenbank datei;
+    zahlLegen(datei);
+    disk.ordnerMerken();
+    datei.sql("PRAGMA synchronous = FULL; UPDATE tblTastatur SET btn1 = 1");
+    EXPECT_FALSE(std::filesystem::exists(datei.pfad() + "-journal"));
+    disk.stromausfall();
+    EXPECT_TRUE(std::filesystem::exists(datei.pfad() + "-journal"));
+    EXPECT_EQ(zahlGelesen(datei), 0);
 }
 
 TEST(Absturz, AnJedemSchrittSindEsZwanzigZeilenOderKeine) {

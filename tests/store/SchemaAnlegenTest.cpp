@@ -112,7 +112,19 @@ TEST_F(SchemaAnlegenTest, DasKreuzKommtNachDerFrageUndDemPfad) {
     }));
     datei.sql("UPDATE tblTastatur SET Programmpfad = '/alt'; DROP TABLE tblSteuerKreuz");
     EXPECT_EQ(fehlernummer([&] { anlegen("S", "/neu", true); }), 3078);
-    EXPECT_EQ(pfade(), (Tabellenbild{{"S", "/neu"}}));
+    EXPECT_EQ(pfade(), (Tabellenbild{{"S", "/alt"}})) << "path and D-pad are one";
+    EXPECT_EQ(fehlernummer([&] { anlegen("T"); }), 3078);
+    EXPECT_EQ(pfade(), (Tabellenbild{{"S", "/alt"}})) << "and so are the two rows of a new one";
+}
+
+TEST_F(SchemaAnlegenTest, NurEinVergebenerNameFuehrtZurFrage) {
+    datei.sql("DROP TABLE tblTastatur; CREATE TABLE tblTastatur (Schemaname TEXT UNIQUE CHECK "
+              "(Schemaname <> 'S'), Programmpfad TEXT)");
+    erwarteFehlerOhneWirkung(3317, [&] { anlegen("S"); });
+    EXPECT_THAT(fragen, IsEmpty());
+    EXPECT_TRUE(anlegen("T"));
+    EXPECT_FALSE(anlegen("T"));
+    EXPECT_THAT(fragen, ElementsAre(FRAGE));
 }
 
 TEST_F(SchemaAnlegenTest, EinVerwaistesKreuzGibtFalschOhneFrage) {

@@ -126,17 +126,44 @@ TEST_F(SchemaloeschenTest, WasEsNichtGibtMeldetAlleVierInIhrerReihenfolge) {
     EXPECT_THAT(meldungen, ElementsAre(KEINE_TASTATUR, KEIN_SCHEMA, KEIN_LINKER, KEIN_RECHTER));
 }
 
-TEST_F(SchemaloeschenTest, EineMeldungKommtVorDemNaechstenSchritt) {
+TEST_F(SchemaloeschenTest, GemeldetWirdWennAllesFortIst) {
     anlegen("S");
     bildLegen("S0L.bmp");
     datei.sql("DELETE FROM tblSteuerKreuz; DELETE FROM tblStickAktion");
-    std::vector<std::vector<int>> staende;
-    SchemaLoeschen(datei.pfad(), bilder(), "S", [&](std::string_view) {
-        staende.push_back(zeilenzahlen("S"));
-        EXPECT_THAT(bildnamen(), ElementsAre("S0L.bmp"));
+    std::vector<std::string> gemeldet;
+    SchemaLoeschen(datei.pfad(), bilder(), "S", [&](std::string_view text) {
+        gemeldet.emplace_back(text);
+        EXPECT_THAT(zeilenzahlen("S"), testing::Each(0));
+        EXPECT_THAT(bildnamen(), IsEmpty());
     });
-    EXPECT_THAT(staende,
-                ElementsAre(ElementsAre(0, 0, 3, 3, 0, 3, 3, 3), ElementsAre(0, 0, 0, 0, 0, 3, 3, 3)));
+    EXPECT_THAT(gemeldet, ElementsAre(KEIN_SCHEMA, KEIN_LINKER));
+}
+
+TEST_F(SchemaloeschenTest, EinFehlerInDerLetztenTabelleLaesstAlleZeilenUndMeldetNichts) {
+    anlegen("S");
+    bildLegen("S0L.bmp");
+    datei.sql("DELETE FROM tblStickAktion; DROP TABLE SensibleR");
+    const auto vorher = datei.inhalt();
+    EXPECT_EQ(fehlernummer([&] { loeschen("S"); }), 3078);
+    EXPECT_EQ(datei.inhalt(), vorher);
+    EXPECT_THAT(meldungen, IsEmpty());
+    EXPECT_THAT(bildnamen(), ElementsAre("S0L.bmp"));
+}
+
+TEST_F(SchemaloeschenTest, BilderDieAuchEinemAnderenSchemaGehoerenBleiben) {
+    for (const auto& [geloescht, anderes] :
+         {std::pair<std::string, std::string>{"s", "S"}, {"Ägir", "ägir"}}) {
+        anlegen(geloescht);
+        anlegen(anderes);
+        anlegen(anderes + "x");
+        bildLegen(anderes + "0L.bmp");
+        loeschen(geloescht);
+        EXPECT_THAT(zeilenzahlen(geloescht), testing::Each(0));
+        EXPECT_THAT(bildnamen(), ElementsAre(anderes + "0L.bmp"));
+        loeschen(anderes);
+        EXPECT_THAT(bildnamen(), IsEmpty()) << "the last one takes them along";
+        loeschen(anderes + "x");
+    }
 }
 
 TEST_F(SchemaloeschenTest, DerNameIstEineKopieUndDieDateiWaehrendEinerMeldungFrei) {

@@ -61,11 +61,12 @@ protected:
     VarTastenbelegung gelesen(const std::string& name = "S") const {
         return TastenbelegungLesen(datei.pfad(), name);
     }
-    void speichern(const std::string& name = "S") const {
-        TastenbelegungSpeichern(datei.pfad(), name, vollesBild());
+    void speichern(const std::string& name = "S") {
+        gespeichert = TastenbelegungSpeichern(datei.pfad(), name, vollesBild());
     }
 
     Testdatenbank datei;
+    bool gespeichert = false;
 };
 
 } // namespace
@@ -137,16 +138,32 @@ TEST_F(Tastenbelegung, OhneZeileEndetDasLesenUndGeschiehtBeimSpeichernNichts) {
     for (const std::string name : {"fehlt", "nur Kreuz", "s", "S ", ""}) {
         EXPECT_EQ(fehlernummer([&] { gelesen(name); }), 3021) << name;
         speichern(name);
+        EXPECT_FALSE(gespeichert);
     }
     EXPECT_EQ(datei.inhalt(), vorher);
 }
 
-TEST_F(Tastenbelegung, OhneZeileFuerDasKreuzSindDieTastenGespeichert) {
+TEST_F(Tastenbelegung, EinKreuzOhneZeileLiestSichLeerUndBekommtSieBeimSpeichern) {
+    speichern();
     datei.sql("DELETE FROM tblSteuerKreuz");
-    EXPECT_EQ(fehlernummer([&] { gelesen(); }), 3021);
-    EXPECT_EQ(fehlernummer([&] { speichern(); }), 3021);
-    EXPECT_EQ(zeile("tblTastatur", "S"), tastenzeile("/spiele/s", "2"));
+    VarTastenbelegung erwartet = vollesBild();
+    for (int taste = TASTEN; taste < SLOTS; ++taste)
+        for (int ebene = 0; ebene < EBENEN; ++ebene)
+            erwartet.setzeBelegung(taste, ebene, "10,0,0-0-0");
+    EXPECT_EQ(gelesen(), erwartet);
     EXPECT_TRUE(datei.zeilen("SELECT * FROM tblSteuerKreuz").empty());
+
+    speichern();
+    EXPECT_TRUE(gespeichert);
+    EXPECT_EQ(zeile("tblSteuerKreuz", "S"), kreuzzeile());
+    EXPECT_EQ(zeile("tblTastatur", "S"), tastenzeile("/spiele/s", "2"));
+}
+
+TEST_F(Tastenbelegung, ScheitertDasKreuzBleibenAuchDieTasten) {
+    datei.sql("DROP TABLE tblSteuerKreuz");
+    const auto vorher = datei.inhalt();
+    EXPECT_EQ(fehlernummer([&] { speichern(); }), 3078);
+    EXPECT_EQ(datei.inhalt(), vorher);
 }
 
 TEST_F(Tastenbelegung, NamenBrauchenNurOhneApostrophZuSein) {

@@ -145,10 +145,7 @@ std::vector<Vorgang> vorgaenge() {
              satz.Update();
          }},
         {"Grundzeilen", "",
-         [](Database& datenbank) {
-             Recordset satz = datenbank.OpenRecordset("tblStick");
-             StickGrundzeilenAnlegen(datenbank, satz, "S");
-         }},
+         [](Database& datenbank) { StickGrundzeilenAnlegen(datenbank, Stickseite::Links, "S"); }},
         {"AllesInEiner", VIELE_ZEILEN,
          [jedenAendern](Database& datenbank) {
              datenbank.inEinerTransaktion([&] { jedenAendern(datenbank); });

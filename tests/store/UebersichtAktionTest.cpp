@@ -190,8 +190,25 @@ TEST_F(UebersichtAktion, LoeschenRichtetSichNachDemIndexDerZeileNichtNachIhrerZa
     EXPECT_EQ(linien(datei, "", "A", 2), Tabellenbild(20, Texte(4, "0")));
 }
 
-TEST_F(UebersichtAktion, LoeschenOhneZeileDesSchemasEndetMitDemFehlerUndAendertNichts) {
+TEST_F(UebersichtAktion, EinSteuerkreuzOhneZeileGiltAlsLeerUndBekommtSie) {
+    const std::string kreuz = "SELECT Oben2, Links2, Oben3 FROM tblSteuerKreuz WHERE Schemaname = 'A'";
+    const Texte leer(3, "10,0,0-0-0");
+    const auto vorher = datei.zeilen(kreuz);
+    ASSERT_NE(vorher, Tabellenbild{leer});
     datei.sql("DELETE FROM tblSteuerKreuz WHERE Schemaname = 'A'");
+    EXPECT_EQ(loeschen(hier("A", 4), true), 0);
+    EXPECT_EQ(datei.zeilen(kreuz), Tabellenbild{leer});
+
+    andere.sql("DELETE FROM tblSteuerKreuz WHERE Schemaname = 'C'");
+    datei.sql("UPDATE tblSteuerKreuz SET Oben2 = '1,65,0-0-0' WHERE Schemaname = 'A'");
+    EXPECT_EQ(wechseln(hier("A", 4), dort("C", 4)), 0);
+    EXPECT_EQ(datei.zeilen(kreuz), Tabellenbild{leer});
+    EXPECT_EQ(andere.zeilen("SELECT Oben2, Oben FROM tblSteuerKreuz WHERE Schemaname = 'C'"),
+              (Tabellenbild{{"1,65,0-0-0", "10,0,0-0-0"}}));
+}
+
+TEST_F(UebersichtAktion, LoeschenOhneZeileDesSchemasEndetMitDemFehlerUndAendertNichts) {
+    datei.sql("DELETE FROM tblTastatur WHERE Schemaname = 'A'");
     const auto vorher = datei.inhalt();
     EXPECT_EQ(loeschen(hier("A", 4), true), 3021);
     EXPECT_EQ(loeschen(hier("fehlt", 4), true), 3021);
@@ -296,7 +313,7 @@ TEST_F(UebersichtAktion, DieselbeDateiAufZweiWegenSperrtSichNichtSelbst) {
 }
 
 TEST_F(UebersichtAktion, WechselOhneZeileAufEinerSeiteAendertKeineVonBeiden) {
-    andere.sql("DELETE FROM tblSteuerKreuz WHERE Schemaname = 'C'");
+    andere.sql("DELETE FROM tblTastatur WHERE Schemaname = 'C'");
     andere.sql("DELETE FROM tblStickR WHERE Schemaname = 'C'");
     andere.sql("DELETE FROM tblStick WHERE Schemaname = 'C' AND \"index\" = 11");
     datei.sql("INSERT INTO tblStickAktion VALUES ('leer', 0, 0, 0, 0, 0, '3')");

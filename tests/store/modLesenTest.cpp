@@ -71,7 +71,7 @@ TEST(TastenLaufLesen, OhneZeileOderMitApostrophEndetEs) {
     const Testdatenbank datei;
     datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('halb'), ('O''Brien')");
     EXPECT_EQ(fehlernummer([&] { TastenLaufLesen(datei.pfad(), "fehlt"); }), 3021);
-    EXPECT_EQ(fehlernummer([&] { TastenLaufLesen(datei.pfad(), "halb"); }), 3021);
+    EXPECT_EQ(TastenLaufLesen(datei.pfad(), "halb"), leeresBild()) << "a missing D-pad is an empty one";
     EXPECT_EQ(fehlernummer([&] { TastenLaufLesen(datei.pfad(), "O'Brien"); }), 3075);
 }
 
@@ -136,17 +136,13 @@ Tabellenbild grundzeilen(const std::string& name) {
 
 } // namespace
 
-TEST(StickGrundzeilenAnlegen, LegtZwanzigZeilenUndSchliesstNurDieMenge) {
+TEST(StickGrundzeilenAnlegen, LegtZwanzigZeilen) {
     const Testdatenbank datei;
     Database datenbank = OpenDatabase(datei.pfad());
-    for (const std::string tabelle : {"tblStick", "tblStickR"}) {
-        Recordset satz =
-            datenbank.OpenRecordset("SELECT * FROM " + tabelle + " WHERE (" + tabelle +
-                                    ".Schemaname)= 'S' ORDER BY TBLSTICK" + tabelle.substr(8) + ".INDEX;");
-        ASSERT_TRUE(satz.get_EOF());
-        StickGrundzeilenAnlegen(datenbank, satz, "S");
-        EXPECT_EQ(fehlernummer([&] { satz.get_EOF(); }), 3420);
-        EXPECT_EQ(datei.zeilen("SELECT * FROM " + tabelle), grundzeilen("S"));
+    for (const auto& [seite, tabelle] :
+         {std::pair{Stickseite::Links, "tblStick"}, {Stickseite::Rechts, "tblStickR"}}) {
+        StickGrundzeilenAnlegen(datenbank, seite, "S");
+        EXPECT_EQ(datei.zeilen("SELECT * FROM " + std::string(tabelle)), grundzeilen("S"));
         EXPECT_EQ(datenbank.OpenRecordset(tabelle).get_RecordCount(), 20);
     }
 }
@@ -154,8 +150,7 @@ TEST(StickGrundzeilenAnlegen, LegtZwanzigZeilenUndSchliesstNurDieMenge) {
 TEST(StickGrundzeilenAnlegen, NeunzehnZeilenUndDieSperreDahinter) {
     const Testdatenbank datei;
     Database datenbank = OpenDatabase(datei.pfad());
-    Recordset neu = datenbank.OpenRecordset("tblStick");
-    StickGrundzeilenAnlegen(datenbank, neu, "S");
+    StickGrundzeilenAnlegen(datenbank, Stickseite::Links, "S");
     datei.sql("UPDATE tblStick SET Links = 5 WHERE \"index\" = 20");
     Recordset satz = datenbank.OpenRecordset(
         "SELECT * FROM tblStick WHERE (tblStick.Schemaname)= 'S' ORDER BY TBLSTICK.INDEX;");
@@ -164,19 +159,20 @@ TEST(StickGrundzeilenAnlegen, NeunzehnZeilenUndDieSperreDahinter) {
     EXPECT_EQ(satz.get_Value("Links"), Wert(5));
 }
 
-TEST(StickGrundzeilenAnlegen, EineZeileDieSchonDaIstLaesstAlleAus) {
+TEST(StickGrundzeilenAnlegen, NurFehlendeZeilenEntstehen) {
     const Testdatenbank datei;
-    datei.sql("INSERT INTO tblStick (Schemaname, \"index\") VALUES ('S', 13)");
+    datei.sql("INSERT INTO tblStick (Schemaname, \"index\", Oben) VALUES ('S', 13, 7), ('T', 2, 8)");
     Database datenbank = OpenDatabase(datei.pfad());
-    Recordset satz = datenbank.OpenRecordset("tblStick");
-    EXPECT_EQ(fehlernummer([&] { StickGrundzeilenAnlegen(datenbank, satz, "S"); }), 3022);
-    EXPECT_EQ(datei.zeilen("SELECT count(*) FROM tblStick"), (Tabellenbild{{"1"}}));
+    StickGrundzeilenAnlegen(datenbank, Stickseite::Links, "S");
+    auto erwartet = grundzeilen("S");
+    erwartet.at(12).at(4) = "7";
+    EXPECT_EQ(datei.zeilen("SELECT * FROM tblStick WHERE Schemaname = 'S' ORDER BY \"index\""), erwartet);
+    EXPECT_EQ(datei.zeilen("SELECT count(*) FROM tblStick"), (Tabellenbild{{"21"}}));
 }
 
-TEST(StickGrundzeilenAnlegen, NamenMitApostrophWerdenAngelegt) {
+TEST(StickGrundzeilenAnlegen, NamenMitApostrophErreichenDieDatenbankNicht) {
     const Testdatenbank datei;
     Database datenbank = OpenDatabase(datei.pfad());
-    Recordset satz = datenbank.OpenRecordset("tblStickR");
-    StickGrundzeilenAnlegen(datenbank, satz, "O'Brien");
-    EXPECT_EQ(datei.zeilen("SELECT * FROM tblStickR"), grundzeilen("O'Brien"));
+    EXPECT_EQ(fehlernummer([&] { StickGrundzeilenAnlegen(datenbank, Stickseite::Rechts, "O'Brien"); }), 3075);
+    EXPECT_TRUE(datei.zeilen("SELECT * FROM tblStickR").empty());
 }

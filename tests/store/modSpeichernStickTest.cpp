@@ -117,11 +117,24 @@ TEST_P(LinienSpeichern, WasSchonDaStehtWirdNichtGeschrieben) {
     EXPECT_EQ(tabelle(), volleZeilen());
 }
 
-TEST_P(LinienSpeichern, UnterZwanzigZeilenBleibtAllesWieEsIst) {
+TEST_P(LinienSpeichern, EinGeloeschtesSchemaBekommtKeineZeilenWiederEinHalbesAlle) {
     erwarteFehlerOhneWirkung(3021, [&] { speichern(volleLinien()); });
+    for (const std::string fehlende : {"7", "20", "1"}) {
+        lies();
+        datei.sql("DELETE FROM " + linientabelle() + " WHERE \"index\" = " + fehlende);
+        speichern(volleLinien());
+        EXPECT_EQ(tabelle(), volleZeilen()) << fehlende;
+    }
+}
+
+TEST_P(LinienSpeichern, EinFehlerImLetztenWertLaesstAlleWieSieSind) {
     lies();
-    datei.sql("DELETE FROM " + linientabelle() + " WHERE \"index\" = 7");
-    erwarteFehlerOhneWirkung(3021, [&] { speichern(volleLinien()); });
+    speichern(volleLinien());
+    datei.sql("CREATE UNIQUE INDEX streng ON " + linientabelle() + " (Links) WHERE \"index\" >= 19");
+    Sticklinien bild = volleLinien();
+    bild.linien[0][1][0] = 1;
+    bild.StickSperre = bild.linien[0][19][0];
+    erwarteFehlerOhneWirkung(3022, [&] { speichern(bild); });
 }
 
 TEST_P(LinienSpeichern, NamenSperreUndSchreibschutz) {
@@ -147,6 +160,12 @@ namespace {
 /// Rows of actions: what `lege` takes is Umschalt, Links, Rechts, Oben, Unten, Aktion as SQL.
 class AktionenSpeichern : public StickTest {
 protected:
+    /// The lines themselves lie in their own table, which holds none of them here.
+    AktionenSpeichern() {
+        Database datenbank = OpenDatabase(datei.pfad());
+        StickGrundzeilenAnlegen(datenbank, seite(), "S");
+    }
+
     void lege(const std::string& zeile, const std::string& name = "S") const {
         datei.sql("INSERT INTO " + aktionstabelle() + " VALUES ('" + name + "', " + zeile + ")");
     }
@@ -159,7 +178,7 @@ protected:
     }
     void schiebe(int richtung, std::int32_t neu, std::int32_t alt, int ebene = 0,
                  const std::string& name = "S") const {
-        AktionenVerschieben(datei.pfad(), seite(), name, ebene, richtung, neu, alt);
+        StickLinieVerlegen(datei.pfad(), seite(), name, {}, {ebene, richtung, neu, alt});
     }
     void speichere(const Feldschluessel& feld, const std::string& aktion,
                    const std::string& name = "S") const {
@@ -226,6 +245,23 @@ TEST_P(AktionenSpeichern, AnDenRaendernDerZahlenLaeuftNichtsUeber) {
     EXPECT_THAT(linien(0), ElementsAre("2", "1"));
     schiebe(0, GROESSTE, 1);
     EXPECT_THAT(linien(0), ElementsAre("2", std::to_string(GROESSTE)));
+}
+
+TEST_P(AktionenSpeichern, LinieUndAktionenGehenZusammenOderGarNicht) {
+    legeAn(2, 20000);
+    Sticklinien bild = volleLinien();
+    bild.linien[1][4][2] = 18000;
+    lege("1, 5, 5, 20000, 5, '3'");
+    StickLinieVerlegen(datei.pfad(), seite(), "S", bild, {1, 2, 18000, 20000});
+    EXPECT_THAT(linien(2), ElementsAre("20000", "18000"));
+    EXPECT_EQ(StickLinienLesen(datei.pfad(), seite(), "S", [](std::string_view) {}).linien, bild.linien);
+
+    datei.sql("CREATE UNIQUE INDEX streng ON " + aktionstabelle() + " (Oben)");
+    bild.linien[1][4][2] = 17000;
+    legeAn(2, 17000, 1);
+    erwarteFehlerOhneWirkung(3022, [&] {
+        StickLinieVerlegen(datei.pfad(), seite(), "S", bild, {1, 2, 17000, 18000});
+    });
 }
 
 TEST_P(AktionenSpeichern, EineLeereMengeEndetStill) {

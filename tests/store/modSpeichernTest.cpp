@@ -28,8 +28,10 @@ TEST_F(FunktionSpeichernTest, SchreibtNurDieseSpalteDiesesSchemas) {
 
 TEST_F(FunktionSpeichernTest, SchreibtUeberEinenLeerenWert) {
     datei.sql("UPDATE tblTastatur SET Funktion = NULL");
-    FunktionSpeichern(datei.pfad(), "S", 0);
-    EXPECT_EQ(funktionen(), (Tabellenbild{{"S", "0"}, {"T", "NULL"}}));
+    FunktionSpeichern(datei.pfad(), "S", 0); // which it stands for
+    EXPECT_EQ(funktionen(), (Tabellenbild{{"S", "NULL"}, {"T", "NULL"}}));
+    FunktionSpeichern(datei.pfad(), "S", 1);
+    EXPECT_EQ(funktionen(), (Tabellenbild{{"S", "1"}, {"T", "NULL"}}));
 }
 
 TEST_F(FunktionSpeichernTest, OhneZeileGeschiehtNichts) {
