@@ -6,9 +6,11 @@
 
 namespace {
 
-// The directory of `datei` with `name` in the place of the file, "/" throughout and at the end.
+// The directory of `datei` with `name` in the place of the file, "/" throughout and at the end. In a path
+// that begins with "/" a "\" separates nothing: it is part of a folder's name.
 std::string nachbarverzeichnis(std::string datei, const std::string& name) {
-    std::replace(datei.begin(), datei.end(), '\\', '/');
+    if (!datei.starts_with('/'))
+        std::replace(datei.begin(), datei.end(), '\\', '/');
     return datei.substr(0, datei.rfind('/') + 1) + name + "/";
 }
 

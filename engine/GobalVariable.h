@@ -18,8 +18,8 @@ struct GobalVariable {
     /// editor works on another `Schema`.
     std::string Schemaauswahl;
 
-    /// "frmJust" or "frmJustr": which stick's tables the stick editors mean, set by the main form and by
-    /// them.
+    /// "frmJust" or "frmJustr": the stick editor that was asked for or loaded last. Nothing reads it: each of
+    /// them knows its own stick.
     std::string ZielFormular;
 
     /// 1 while the left stick's editor is open, 2 once the right one has been loaded, 0 after the left one

@@ -130,7 +130,8 @@ std::string LinuxProzess::GetFullPathNameA(std::string_view name) {
 bool LinuxProzess::ShellExecuteA(const std::string& datei) {
     std::error_code fehler;
     const bool adresse = datei.find("://") != std::string::npos;
-    auto ziel = adresse ? datei : GetFullPathNameA(datei);
+    // In a path that is whole already a "\" is part of a folder's name.
+    auto ziel = adresse || datei.starts_with('/') ? datei : GetFullPathNameA(datei);
     auto programm = imSuchpfad("xdg-open");
     if (ziel.empty() || programm.empty() || (!adresse && !std::filesystem::exists(ziel, fehler)))
         return false;

@@ -29,6 +29,12 @@ TEST(PfadeSetzen, MitSchraegstrichen) {
                                           "/home/a b/spiele/Beschreibung\\Startfenster.htm"}));
 }
 
+TEST(PfadeSetzen, HinterSchraegstrichenIstDerAndereStrichTeilEinesNamens) {
+    EXPECT_EQ(pfade("/home/a\\b/spiele\\", '/'),
+              (std::array<std::string, 3>{"/home/a\\b/spiele\\/Belegung.twk", "/home/a\\b/spiele\\/Bilder/",
+                                          "/home/a\\b/spiele\\/Beschreibung\\Startfenster.htm"}));
+}
+
 TEST(PfadeSetzen, ImWurzelverzeichnis) {
     EXPECT_EQ(pfade("", '/'),
               (std::array<std::string, 3>{"/Belegung.twk", "/Bilder/", "/Beschreibung\\Startfenster.htm"}));

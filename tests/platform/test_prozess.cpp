@@ -252,6 +252,15 @@ TEST_F(MitXdgOpen, EineAdresseBleibtWieSieIst) {
     EXPECT_EQ(aufruf().datei, "https://example.org/a\\b");
 }
 
+TEST_F(MitXdgOpen, InEinemGanzenPfadIstDerAndereStrichTeilEinesNamens) {
+    const auto unter = ordner / "a\\b";
+    std::filesystem::create_directory(unter);
+    const auto datei = (unter / "Seite.htm").string();
+    std::ofstream(datei) << "da";
+    EXPECT_TRUE(LinuxProzess().ShellExecuteA(datei));
+    EXPECT_EQ(aufruf().datei, datei);
+}
+
 TEST_F(MitXdgOpen, WasEsNichtGibtWirdNichtUebergeben) {
     LinuxProzess prozess;
     EXPECT_FALSE(prozess.ShellExecuteA(ordner / "fehlt.htm"));
