@@ -150,8 +150,15 @@ void ZusatzFunktionen::AchsenLesen() {
 }
 
 bool ZusatzFunktionen::AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle) {
-    std::transform(tabelle.begin(), tabelle.end(), AchsenSchluessel_.begin(), achsenname);
-    return GamepadSchreiben("");
+    std::array<std::string, ACHSEN> gewaehlt;
+    std::transform(tabelle.begin(), tabelle.end(), gewaehlt.begin(), achsenname);
+    AchsenSchluessel_ = gewaehlt;
+    bool gespeichert = GamepadSchreiben("");
+    if (AchsenSchluessel_ != gewaehlt) { // it has laid a row of defaults
+        AchsenSchluessel_ = gewaehlt;
+        gespeichert = gespeichert && GamepadSchreiben("");
+    }
+    return gespeichert;
 }
 
 bool ZusatzFunktionen::GamepadSchreiben(const std::string& text) {

@@ -41,7 +41,7 @@ public:
     void AchsenLesen();
 
     /// Takes the six lines of the form, one a raw axis, as the assignment and saves it. A `Schema` without a
-    /// row gets one, with the default assignment. False when it is not saved, and in force all the same.
+    /// row gets one of defaults first. False when it is not saved, and in force all the same.
     bool AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle);
 
     /// Saves AchsenSchluessel, and the slider text `text` unless that is empty, in the row of the `Schema`.

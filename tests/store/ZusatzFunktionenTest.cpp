@@ -400,7 +400,7 @@ TEST_F(ZusatzFunktionenTest, EinVerweisBleibtEiner) {
 
 TEST_F(ZusatzFunktionenTest, DasLoeschenNimmtNurDieEigeneZeileHeraus) {
     legen({zeile("A", GEDREHT, "1"), zeile("S"), zeile("B", VERTAUSCHT)});
-    achsen.GamepadLoeschen();
+    EXPECT_TRUE(achsen.GamepadLoeschen());
     EXPECT_THAT(zeilen(), ElementsAre(zeile("A", GEDREHT, "1"), zeile("B", VERTAUSCHT)));
 }
 
@@ -408,13 +408,25 @@ TEST_F(ZusatzFunktionenTest, DasLoeschenEinerFehlendenZeileLaesstDieDateiWieSieW
     // Pending changes and all: it is not even written anew.
     dateiSchreiben(pfad, adoXml("<rs:insert><z:row Schema='A'/></rs:insert>"));
     const std::string vorher = inhalt();
-    achsen.GamepadLoeschen();
+    EXPECT_TRUE(achsen.GamepadLoeschen());
     EXPECT_EQ(inhalt(), vorher);
 }
 
 TEST_F(ZusatzFunktionenTest, OhneDateiLoeschtEsNichts) {
-    achsen.GamepadLoeschen();
+    EXPECT_TRUE(achsen.GamepadLoeschen());
     EXPECT_THAT(namen(), IsEmpty());
+}
+
+TEST_F(ZusatzFunktionenTest, EineZeileDieBleibtIstNichtGeloescht) {
+    legen({zeile("A"), zeile("S"), zeile("O'Brien")});
+    fs::permissions(pfad, fs::perms(0444));
+    EXPECT_FALSE(achsen.GamepadLoeschen()) << "may not be written";
+    fs::permissions(pfad, fs::perms(0644));
+    auswahl = "O'Brien";
+    EXPECT_FALSE(achsen.GamepadLoeschen()) << "no search finds it";
+    EXPECT_THAT(zeilen(), ElementsAre(zeile("A"), zeile("S"), zeile("O'Brien")));
+    dateiSchreiben(pfad, "kaputt");
+    EXPECT_FALSE(achsen.GamepadLoeschen());
 }
 
 TEST_F(ZusatzFunktionenTest, DieLetzteZeileLaesstEineTabelleOhneZeilen) {
@@ -571,11 +583,21 @@ TEST_F(ZusatzFunktionenTest, EineUnvollstaendigeAuswahlGibtEinenUnvollstaendigen
     EXPECT_THAT(zeilen(), ElementsAre(zeile("S", erwartet)));
 }
 
-TEST_F(ZusatzFunktionenTest, OhneZeileNimmtDasUebernehmenDieGrundbelegung) {
-    legen({});
-    achsen.AchsenUebernehmen({{{"Z-Achse", ""}, {}, {}, {}, {}, {}}});
-    EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
-    EXPECT_THAT(zeilen(), ElementsAre(zeile("S", GRUNDBELEGUNG, "")));
+TEST_F(ZusatzFunktionenTest, OhneZeileEntstehtEineMitDerAuswahl) {
+    legen({zeile("A", GEDREHT, "1")});
+    EXPECT_TRUE(achsen.AchsenUebernehmen({{{"Z-Achse", ""}, {}, {}, {}, {}, {}}}));
+    const Namen erwartet{"Z1", "", "", "", "", ""};
+    EXPECT_EQ(achsen.AchsenSchluessel(), erwartet);
+    EXPECT_THAT(zeilen(), ElementsAre(zeile("A", GEDREHT, "1"), zeile("S", erwartet, "")));
+}
+
+TEST_F(ZusatzFunktionenTest, EineAuswahlOhneZeileDieNichtInDieDateiPasstGiltTrotzdem) {
+    legen({zeile("A")});
+    const auto vorher = inhalt();
+    auswahl = std::string(101, 'n');
+    EXPECT_FALSE(achsen.AchsenUebernehmen({{{"Z-Achse", ""}, {}, {}, {}, {}, {}}}));
+    EXPECT_EQ(achsen.AchsenSchluessel(), (Namen{"Z1", "", "", "", "", ""}));
+    EXPECT_EQ(inhalt(), vorher);
 }
 
 TEST_F(ZusatzFunktionenTest, OhneDateiGiltDieZuordnungBisZumNaechstenLaden) {
