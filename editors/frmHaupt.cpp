@@ -323,14 +323,21 @@ void frmHaupt::loeschen() {
         global_.DatenbankPfad, global_.BilderPfad, global_.SchemaName,
         {[this](std::string_view text, std::string_view titel) { return frage(this, qt(text), qt(titel)); },
          [this](std::string_view text) { meldung(this, qt(text), ""); }});
-    achsen_.GamepadLoeschen(); // also after a Nein
+    const bool zeileWeg = achsen_.GamepadLoeschen(); // also after a Nein
     schemataLesen();
     const auto& namen = schemata_.SchemaNamen;
-    if (std::find(namen.begin(), namen.end() - 1, name) == namen.end() - 1) // the spare entry is no name
+    const bool weg = std::find(namen.begin(), namen.end() - 1, name) == namen.end() - 1; // without the spare
+    if (weg)
         emit schemaGeloescht(name);
     setzeText(*Combo1_->lineEdit(), schemata_.SchemaNamen.front());
     setzeText(*Text1_, schemata_.SchemaPfade.front());
     global_.SchemaName = Combo1_->currentText().toStdString();
+    if (weg && !zeileWeg)
+        meldung(this,
+                QString("Die Achsenzuordnung und der Schubregler des Schemas „%1“ konnten nicht gelöscht "
+                        "werden: Gamepad.xml lässt sich nicht lesen oder nicht schreiben.")
+                    .arg(qt(name)),
+                "");
 }
 
 void frmHaupt::neu() {
@@ -341,22 +348,20 @@ void frmHaupt::neu() {
 }
 
 void frmHaupt::nameErfragen() {
-    Command1_[SCHEMA_LOESCHEN]->setEnabled(false);
-    volleHoehe(false);
+    namenseingabeZeigen(true);
     Command1_[SCHEMA_NEU]->setText(SPEICHERN);
     Text1_->clear();
     Combo1_->clear();
+    Combo1_->clearEditText(); // a list that is empty already has nothing to clear, and keeps what was typed
     Combo1_->setFocus();
 }
 
 void frmHaupt::nameSpeichern() {
-    Command1_[SCHEMA_LOESCHEN]->setEnabled(true);
-    volleHoehe(true);
+    namenseingabeZeigen(false);
     const auto name = Combo1_->currentText();
     bool angelegt = false;
     if (!name.isEmpty())
-        angelegt = SchemaAnlegen(global_.DatenbankPfad, name.toStdString(), Text1_->text().toStdString(),
-                                 [this](std::string_view text) { return frage(this, qt(text), ""); });
+        angelegt = nameAnlegen(name);
     else if (Combo1_->currentIndex() >= 0)
         erstesWaehlen();
     else
@@ -365,7 +370,30 @@ void frmHaupt::nameSpeichern() {
     Command1_[SCHEMA_NEU]->setText(NEU);
     if (angelegt)
         Combo1_->addItem(name);
-    achsen_.GamepadSchreiben(""); // whether or not there is a new `Schema`
+    const bool gespeichert = achsen_.GamepadSchreiben(""); // whether or not there is a new `Schema`
+    if (!gespeichert && !name.isEmpty())
+        meldung(this,
+                QString("Für das Schema „%1“ konnte keine Achsenzuordnung gespeichert werden: Gamepad.xml "
+                        "lässt sich nicht lesen oder nicht schreiben, oder der Name des Schemas passt nicht "
+                        "hinein.")
+                    .arg(name),
+                "");
+}
+
+/// Makes the `Schema`. An error leaves the form as the first stroke left it, the name still typed.
+bool frmHaupt::nameAnlegen(const QString& name) {
+    try {
+        return SchemaAnlegen(global_.DatenbankPfad, name.toStdString(), Text1_->text().toStdString(),
+                             [this](std::string_view text) { return frage(this, qt(text), ""); });
+    } catch (const LaufzeitFehler&) {
+        namenseingabeZeigen(true);
+        throw;
+    }
+}
+
+void frmHaupt::namenseingabeZeigen(bool an) {
+    Command1_[SCHEMA_LOESCHEN]->setEnabled(!an);
+    volleHoehe(!an);
 }
 
 void frmHaupt::hauptformZurueck(bool zeigen) {

@@ -43,7 +43,8 @@ signals:
     void schubreglerGewuenscht();
     /// Strg+D was pressed: the overview is wanted.
     void uebersichtGewuenscht();
-    /// A `Schema` was deleted; not emitted after a No.
+    /// After "Schema löschen" the database has no `Schema` of this name; whatever the answer was, where it
+    /// had none before.
     void schemaGeloescht(const std::string& name);
     /// The form was closed: the program ends.
     void geschlossen();
@@ -69,6 +70,8 @@ private:
     void neu();
     void nameErfragen();
     void nameSpeichern();
+    bool nameAnlegen(const QString& name);
+    void namenseingabeZeigen(bool an);
     void hauptformZurueck(bool zeigen);
 
     GobalVariable& global_;

@@ -3,6 +3,7 @@
 #include "tests/editors/Formtest.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Dateirechte.h"
+#include "tests/hilfen/Gamepadxml.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -34,6 +35,17 @@ const Gesehen KEINE_TASTATUR = einfach("Es gibt kein Tastaturschema");
 const Gesehen KEIN_KREUZ = einfach("Es gibt kein Schema");
 const Gesehen KEIN_LINKER = einfach("Es gibt kein Stickschema (Links)");
 const Gesehen KEIN_RECHTER = einfach("Es gibt kein Stickschema (Rechts)");
+Gesehen keineAchsen(const std::string& name) {
+    return einfach(QString("Für das Schema „%1“ konnte keine Achsenzuordnung gespeichert werden: Gamepad.xml "
+                           "lässt sich nicht lesen oder nicht schreiben, oder der Name des Schemas passt "
+                           "nicht hinein.")
+                       .arg(QString::fromStdString(name)));
+}
+Gesehen achsenBleiben(const std::string& name) {
+    return einfach(QString("Die Achsenzuordnung und der Schubregler des Schemas „%1“ konnten nicht gelöscht "
+                           "werden: Gamepad.xml lässt sich nicht lesen oder nicht schreiben.")
+                       .arg(QString::fromStdString(name)));
+}
 
 using Boxen = std::vector<Gesehen>;
 using Namen = std::vector<std::string>;
@@ -287,6 +299,28 @@ TEST_F(FrmHauptSchema, JaChangesThePathOfAnExistingSchemaAndListsNothing) {
     EXPECT_EQ(gamepadnamen(), (Namen{"Eins", "Zwei"}));
 }
 
+TEST_F(FrmHauptSchema, TheFirstStrokeEmptiesTheNameAlsoWhereTheListIsEmpty) {
+    schema("Eins", "/eins");
+    starten();
+    {
+        Boxleser boxen({JA});
+        neu("Eins");
+        EXPECT_EQ(liste(), Namen{});
+        EXPECT_EQ(combo().currentText(), "Eins");
+    }
+    const auto vorher = datenbank_.inhalt();
+    klicken(2);
+    EXPECT_EQ(combo().currentText(), "");
+    Boxleser boxen;
+    klicken(2);
+    EXPECT_EQ(boxen.gesehen(), Boxen{}) << "nobody is asked about the name before";
+    EXPECT_EQ(datenbank_.inhalt(), vorher);
+
+    tippen("Fehlt"); // into a list that is empty
+    klicken(2);
+    EXPECT_EQ(combo().currentText(), "");
+}
+
 TEST_F(FrmHauptSchema, JaStoresThePathThatStandsInTheForm) {
     schema("S", "/alt");
     starten();
@@ -391,17 +425,34 @@ TEST_F(FrmHauptSchema, ANameWithAnApostropheBecomesASchemaWithoutARowInTheAxisFi
     starten();
     Boxleser boxen;
     neu("O'Brien");
-    EXPECT_EQ(boxen.gesehen(), Boxen{});
+    EXPECT_EQ(boxen.gesehen(), Boxen{keineAchsen("O'Brien")});
     EXPECT_EQ(schemata(), (Namen{"Eins", "O'Brien"}));
     EXPECT_EQ(liste(), Namen{"O'Brien"});
     EXPECT_EQ(gamepadnamen(), Namen{"Eins"});
+    erwarteGrundzustand();
+}
+
+TEST_F(FrmHauptSchema, AnAxisFileThatTakesNoRowIsToldWithEachNameButNotWithoutOne) {
+    schema("Eins");
+    starten();
+    dateiSchreiben(datenbank_.ordner() / "Gamepad.xml", "kaputt");
+    Boxleser boxen({QMessageBox::Ok, NEIN});
+    neu("Neu");
+    neu("Neu");
+    EXPECT_EQ(boxen.gesehen(), (Boxen{keineAchsen("Neu"), GIBT_ES_SCHON, keineAchsen("Neu")}));
+    klicken(2);
+    klicken(2);
+    EXPECT_EQ(boxen.gesehen().size(), 3U);
+    EXPECT_EQ(dateiLesen(datenbank_.ordner() / "Gamepad.xml"), "kaputt");
 }
 
 TEST_F(FrmHauptSchema, ANameThatTheAxisFileDoesNotHoldIsASchemaAllTheSame) {
     starten();
     const auto vorher = gamepadnamen();
     const std::string lang(101, 'n');
+    Boxleser boxen;
     neu(lang);
+    EXPECT_EQ(boxen.gesehen(), Boxen{keineAchsen(lang)});
     EXPECT_EQ(schemata(), Namen{lang});
     EXPECT_EQ(liste(), Namen{lang});
     EXPECT_EQ(gamepadnamen(), vorher);
@@ -418,7 +469,7 @@ TEST_F(FrmHauptSchema, ALockedDatabaseTellsOnceAndTheNameCanBeSavedAgain) {
     Boxleser boxen;
     neu("Neu");
     erwarteFehler(boxen, 3218);
-    EXPECT_EQ(knopf(2).text(), "Schema Speichern");
+    erwarteNamenseingabe();
     EXPECT_EQ(combo().currentText(), "Neu");
     EXPECT_EQ(liste(), Namen{});
     andere.sql("COMMIT");
@@ -454,7 +505,8 @@ TEST_F(FrmHauptSchema, ANameWithAnApostropheCannotBeChanged) {
     EXPECT_EQ(boxen.gesehen().at(0), GIBT_ES_SCHON);
     erwarteFehler(boxen, 3075, 2);
     EXPECT_EQ(pfadVon("O''Brien"), "/alt");
-    EXPECT_TRUE(haupt().isVisible());
+    erwarteNamenseingabe();
+    EXPECT_EQ(combo().currentText(), "O'Brien");
 }
 
 // --- Schema löschen ---
@@ -522,6 +574,50 @@ TEST_F(FrmHauptSchema, NeinKeepsTheSchemaButNotItsAxesAndReadsTheListAnew) {
     EXPECT_EQ(pfad().text(), "/eins");
 }
 
+TEST_F(FrmHauptSchema, AfterANeinAClickOnTheNameGivesItTheDefaultAxes) {
+    schema("Eins");
+    schema("Zwei");
+    const std::array<std::string, ACHSEN> gedreht{"Z2", "Z1", "ry", "rx", "ly", "lx"};
+    dateiSchreiben(datenbank_.ordner() / "Gamepad.xml",
+                   gamepadXmlMit("Eins", gedreht, "2/0-1-2-0(65,,)/0-2-2-0(66,,)"));
+    starten();
+    Boxleser boxen({NEIN});
+    klicken(3);
+    EXPECT_EQ(gamepadnamen(), Namen{});
+    emit combo().activated(0);
+
+    EXPECT_EQ(combo().currentText(), "Eins");
+    ASSERT_EQ(gamepadnamen(), Namen{"Eins"});
+    const auto zeile = gamepad().zeilen.at(0);
+    Namen achsen;
+    for (const char* spalte : {"dwXPos", "dwYPos", "dwZPos", "dwRPos", "dwUPos", "dwVPos", "Schubregler"})
+        achsen.push_back(zeile.at(spalte));
+    EXPECT_EQ(achsen, (Namen{"lx", "ly", "rx", "ry", "Z1", "Z2", ""}));
+    klicken(5);
+    pad_.zustand.dwUpos = 60000; // Z1 by default, the slider of the text that has gone
+    vergehen(50);
+    EXPECT_EQ(eingabe_.texteAbholen(), Namen{});
+    knopf(5).click();
+}
+
+TEST_F(FrmHauptSchema, ARowOfTheAxisFileThatStaysIsToldWhenItsSchemaHasGone) {
+    schema("Eins");
+    schema("Zwei");
+    starten();
+    const auto datei = datenbank_.ordner() / "Gamepad.xml";
+    dateiSchreiben(datei, "kaputt");
+    {
+        Boxleser boxen({NEIN});
+        klicken(3);
+        EXPECT_EQ(boxen.gesehen(), Boxen{WIRKLICH_LOESCHEN}) << "nobody wanted it deleted";
+    }
+    Boxleser boxen({JA});
+    klicken(3);
+    EXPECT_EQ(boxen.gesehen(), (Boxen{WIRKLICH_LOESCHEN, KEIN_LINKER, KEIN_RECHTER, achsenBleiben("Eins")}));
+    EXPECT_EQ(combo().currentText(), "Zwei");
+    EXPECT_EQ(dateiLesen(datei), "kaputt");
+}
+
 TEST_F(FrmHauptSchema, AfterTheLastOneTheListIsEmptyAndEveryCommandIsRefused) {
     schema("S", "/s");
     starten();
@@ -583,7 +679,10 @@ TEST_F(FrmHauptSchema, ANameWithSeparatorsLosesItsRowsAndNoFileOutside) {
 
 TEST_F(FrmHauptSchema, ANameWithAnApostropheCannotBeDeletedAndLosesNothing) {
     starten();
-    neu("O'Brien");
+    {
+        const Boxleser boxen; // it gets no row in the axis file
+        neu("O'Brien");
+    }
     const auto vorher = datenbank_.inhalt();
     const auto gamepadVorher = gamepadnamen();
     Boxleser boxen({JA});
@@ -641,9 +740,11 @@ TEST_F(FrmHauptSchema, TheShortFormGrowsWithTheLettersToo) {
 
 TEST_F(FrmHauptSchema, NamesThatLookLikeMarkupAreToldAsTheyAre) {
     starten();
+    Boxleser boxen({QMessageBox::Ok, JA});
     neu("<b>'x'</b>");
-    Boxleser boxen({JA});
     klicken(3);
-    ASSERT_EQ(boxen.gesehen().size(), 2U);
-    EXPECT_TRUE(boxen.gesehen()[1].text.contains("„<b>'x'</b>“")) << boxen.gesehen()[1].text.toStdString();
+    ASSERT_EQ(boxen.gesehen().size(), 3U);
+    for (const std::size_t i : {0U, 2U})
+        EXPECT_TRUE(boxen.gesehen()[i].text.contains("„<b>'x'</b>“"))
+            << boxen.gesehen()[i].text.toStdString();
 }

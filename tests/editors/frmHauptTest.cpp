@@ -101,7 +101,7 @@ TEST_F(FrmHaupt, ShowsTheGivenTexts) {
         EXPECT_EQ(control<QLabel>(haupt(), name).text(), text) << name.toStdString();
 }
 
-TEST_F(FrmHaupt, DisablesWhatHasNoFormBehindIt) {
+TEST_F(FrmHaupt, EveryButtonCanBeClickedWhereThereIsASchema) {
     schema("S");
     starten();
 
