@@ -79,11 +79,11 @@ void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessag
     gezeigt(new QMessageBox(symbol, titel, text, QMessageBox::Ok, eltern));
 }
 
-bool frage(QWidget* eltern, const QString& text, const QString& titel) {
+bool frage(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::StandardButton vorgabe) {
     auto* box = new QMessageBox(QMessageBox::NoIcon, titel, text, QMessageBox::Yes | QMessageBox::No, eltern);
     box->button(QMessageBox::Yes)->setText("&Ja");
     box->button(QMessageBox::No)->setText("&Nein");
-    box->setDefaultButton(QMessageBox::Yes);
+    box->setDefaultButton(vorgabe);
     return gezeigt(box) == QMessageBox::Yes;
 }
 
@@ -99,5 +99,5 @@ bool darfSpeichern(QWidget* eltern, const std::string& geladenes, const std::str
                      "Diese Angaben wurden für das Schema „%1“ geladen, gewählt ist jetzt „%2“.\nSollen sie "
                      "das ersetzen, was für „%2“ gespeichert ist?")
                      .arg(qt(geladenes), qt(gewaehltes)),
-                 "");
+                 "", QMessageBox::No);
 }

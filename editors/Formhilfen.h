@@ -46,14 +46,16 @@ void hoeheSetzen(QWidget& form, int gewuenscht);
 void meldung(QWidget* eltern, const QString& text, const QString& titel,
              QMessageBox::Icon symbol = QMessageBox::NoIcon);
 
-/// A message box with Ja and Nein; true for Ja. Closing it is a Nein.
-bool frage(QWidget* eltern, const QString& text, const QString& titel);
+/// A message box with Ja and Nein; true for Ja. Closing it is a Nein; `vorgabe` is what Enter presses.
+bool frage(QWidget* eltern, const QString& text, const QString& titel,
+           QMessageBox::StandardButton vorgabe = QMessageBox::Yes);
 
 /// The message box of an error: number and text.
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel);
 
 /// Whether what a form holds may be saved for the `Schema` that the main form shows. Where that is another
-/// one than it was loaded for, the user is asked: it takes the place of what that one has.
+/// one than it was loaded for, the user is asked, with Nein as the default: it takes the place of what that
+/// one has.
 bool darfSpeichern(QWidget* eltern, const std::string& geladenes, const std::string& gewaehltes);
 
 /// Runs what a control does: an error of the store ends it and is told in one message box. It must not leave

@@ -28,6 +28,7 @@ enum Wert : std::size_t { A, B, D };
 
 constexpr int TABULATOR = 9;
 constexpr const char* GRUNDWERT = "1";
+constexpr const char* GRUNDZEIT = "50";
 constexpr const char* GRUNDPAUSE = "0";
 
 // Sets the option whose index a record tells.
@@ -139,6 +140,7 @@ QGroupBox* Schubaktionsrahmen::tastendruck(Tastatur& tastatur) {
     auto* gruppe = tastenrahmen_ = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 2));
     auto* gitter = new QGridLayout(gruppe);
     txtTaste_ = benannt(new Tastenfang(tastatur), "txtTaste");
+    txtTaste_->setToolTip("Mit Doppelklick Tabtaste bestätigen");
     connect(txtTaste_, &Tastenfang::tasteGeloest, this, &Schubaktionsrahmen::tasteGefangen);
     connect(txtTaste_, &Tastenfang::tabBestaetigt, this, [this] { emit tasteGefangen(TABULATOR); });
     // The box falls back to its invitation when it loses the focus; here it keeps the key that it has.
@@ -147,7 +149,7 @@ QGroupBox* Schubaktionsrahmen::tastendruck(Tastatur& tastatur) {
             txtTaste_->setText(tastenname_);
     });
     optEig_ = optionen<TASTENARTEN>("optEig", {"Real", "Taste bei Tastendruck drücken und loslassen"});
-    txtZeit_[DRUCKZEIT] = zahlfeld(feldname("txtZeit", DRUCKZEIT), GRUNDWERT);
+    txtZeit_[DRUCKZEIT] = zahlfeld(feldname("txtZeit", DRUCKZEIT), GRUNDZEIT);
     txtZeit_[PAUSE] = zahlfeld(feldname("txtZeit", PAUSE), GRUNDPAUSE);
     Check1_ = benannt(new QCheckBox("Tastendruck wiederholen"), "Check1");
     for (auto* option : optEig_)
@@ -254,7 +256,7 @@ void Schubaktionsrahmen::zeigen(const Schubaktion& aktion) {
         break;
     case Schubart::Tastatur:
         optionSetzen(optEig_, aktion.unterwahl);
-        txtZeit_[DRUCKZEIT]->setText(wert(B));
+        txtZeit_[DRUCKZEIT]->setText(wert(B).isEmpty() ? GRUNDZEIT : wert(B)); // "Real" has none
         Check1_->setChecked(!aktion.werte[D].empty());
         if (Check1_->isChecked())
             txtZeit_[PAUSE]->setText(wert(D));

@@ -296,6 +296,34 @@ TEST_F(AchzenKalibTest, FuerEinAnderesSchemaDerHauptformWirdNurAufJaGespeichert)
     EXPECT_EQ(formen().size(), 0U);
 }
 
+TEST_F(AchzenKalibTest, DieEingabetasteIstEinNein) {
+    oeffnen();
+    control<QComboBox>(haupt(), "Combo1").setCurrentIndex(1);
+    const auto vorher = dateiLesen(datei());
+    Eingabetaste taste;
+    knopf(0).click();
+    EXPECT_EQ(taste.gedrueckt(), 1);
+    EXPECT_EQ(dateiLesen(datei()), vorher);
+    EXPECT_EQ(formen().size(), 1U);
+}
+
+TEST_F(AchzenKalibTest, OhneZeileDesSchemasGiltUndBleibtWasGewaehltWurde) {
+    oeffnen();
+    dateiSchreiben(datei(), gamepadXmlMit("T", GRUNDBELEGUNG, "4"));
+    auswahl(0).setCurrentText("Schubregler");
+    auswahl(5).setCurrentText("Links");
+    richtung(5).setCurrentText("Links/Rechts");
+    Boxleser boxen;
+    knopf(0).click();
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+    EXPECT_EQ(formen().size(), 0U);
+    EXPECT_EQ(gespeichert("S"), (Namen{"Z2", "ly", "rx", "ry", "Z1", "lx"}));
+    EXPECT_EQ(gespeichert("T"), GRUNDBELEGUNG);
+    klicken();
+    EXPECT_EQ(auswahl(0).currentText(), "Schubregler");
+    EXPECT_EQ(auswahl(5).currentText(), "Links");
+}
+
 TEST_F(AchzenKalibTest, EineFremdeDateiBleibtUnberuehrt) {
     dateiSchreiben(datei(), "<html>Das ist keine Zuordnung.</html>");
     oeffnen();

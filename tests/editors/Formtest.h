@@ -20,6 +20,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QtTest/QTest>
 
 #include <memory>
 #include <ostream>
@@ -70,6 +71,26 @@ private:
     QTimer takt_;
     std::vector<QMessageBox::StandardButton> antworten_;
     std::vector<Gesehen> gesehen_;
+};
+
+/// While it lives, presses Enter in every message box.
+class Eingabetaste {
+public:
+    Eingabetaste() {
+        QObject::connect(&takt_, &QTimer::timeout, [this] {
+            auto* box = QApplication::activeModalWidget();
+            if (!box)
+                return;
+            ++gedrueckt_;
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        takt_.start(0);
+    }
+    int gedrueckt() const { return gedrueckt_; }
+
+private:
+    QTimer takt_;
+    int gedrueckt_ = 0;
 };
 
 /// While it lives, forms are made with letters of another size.

@@ -109,7 +109,16 @@ TEST_F(SchubreglerAktionTest, DieZahlfelderHabenGrundwerte) {
     taste(65);
     option("optEig(1)").click();
     check1().click();
-    EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("3-2-1(65,1,0)")});
+    EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("3-2-1(65,50,0)")});
+}
+
+TEST_F(SchubreglerAktionTest, EineRealeTasteDieZeitgesteuertWirdHatEineZeit) {
+    oeffnen("2/0-1-2-1(65,120,)/0-2-2-0(66,,)");
+    for (const int index : {0, 1})
+        liste().setCurrentRow(index);
+    EXPECT_EQ(feld("txtZeit(0)").text(), "50") << "none of its own, and not that of the field before";
+    option("optEig(1)").click();
+    EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("2-2-1(66,50,)")});
 }
 
 TEST_F(SchubreglerAktionTest, DasFeldBleibtGewaehltUndDerNeueSatzTrittAnDieStelleDesAlten) {
@@ -206,6 +215,7 @@ TEST_F(SchubreglerAktionTest, DieTasteBleibtStehenWennDerFokusGeht) {
 TEST_F(SchubreglerAktionTest, EinKlickAlleinIstNochKeineTaste) {
     oeffnen();
     waehlen(0, 2);
+    EXPECT_EQ(feld("txtTaste").toolTip(), "Mit Doppelklick Tabtaste bestätigen");
     QTest::mouseClick(&feld("txtTaste"), Qt::LeftButton);
     EXPECT_EQ(feld("txtTaste").text(), "Tab");
     EXPECT_EQ(uebernehmen(), std::vector<Gesehen>{box("Sie müssen eine Taste drücken!")});

@@ -502,6 +502,17 @@ TEST_F(SchubreglerKonficTest, FuerEinAnderesSchemaDerHauptformWirdNurAufJaGespei
     EXPECT_EQ(gespeichert("T"), "2/0-1-0-1(10,5,)/0-2-1-3(120,,)");
 }
 
+TEST_F(SchubreglerKonficTest, DieEingabetasteIstEinNein) {
+    oeffnen(DREI_FELDER);
+    control<QComboBox>(haupt(), "Combo1").setCurrentIndex(1);
+    const auto vorher = dateiLesen(datei());
+    Eingabetaste taste;
+    knopf("Command3").click();
+    EXPECT_EQ(taste.gedrueckt(), 1);
+    EXPECT_EQ(dateiLesen(datei()), vorher);
+    EXPECT_EQ(formen().size(), 1U);
+}
+
 TEST_F(SchubreglerKonficTest, DerTabulatorGehtVonObenNachUnten) {
     oeffnen(DREI_FELDER);
     liste().setCurrentRow(2); // a key that repeats: everything in its frame is free
