@@ -29,6 +29,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto ABFRAGE = 100ms;
+constexpr auto AUFNAHMEFRIST = 5s;
+constexpr int MEISTE_UNGESCHRIEBENE = 8; // at 4K 33 MB each
 constexpr std::uint32_t JOYINFOEX_GROESSE = 64;
 constexpr std::uint32_t JOY_RETURNALL = 255;
 
@@ -134,6 +136,11 @@ ScreenChecken::ScreenChecken(std::string ordner, std::string schema, const Schir
     verbinden();
     bilderLaden();
     Timer1_ = geraete_.zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
+    for (auto& lieferung : lieferungen_)
+        lieferung.frist = geraete_.zeitgeber.formularzeitgeber([this, &lieferung] {
+            aufgeben(lieferung);
+            fehlerton();
+        });
 }
 
 ScreenChecken::~ScreenChecken() {
@@ -251,6 +258,8 @@ void ScreenChecken::bilderLaden() {
 
 void ScreenChecken::entladen() {
     Timer1_.reset();
+    for (auto& lieferung : lieferungen_)
+        lieferung.frist.reset();
     ladeende_.request_stop();
     schreiber_->abwarten();
 }
@@ -269,6 +278,8 @@ void ScreenChecken::Command1Klick(int index) {
     if (index == STOP) {
         Timer1_->Enabled(false);
         Timer1_->Interval(0ms);
+        if (std::ranges::count_if(lieferungen_, aufgeben) > 0)
+            fehlerton(); // one for all of them
         return;
     }
     ScreenEbene_ = 0;
@@ -298,21 +309,43 @@ void ScreenChecken::ebeneWaehlen(std::int16_t ebene) {
 void ScreenChecken::SnapSh(std::string_view Seite) {
     const int ScreenBasis = 2 * ScreenEbene_;
     const int index = ScreenBasis + (Seite == "L" ? 0 : 1);
-    if (std::exchange(unterwegs_[static_cast<std::size_t>(index)], true))
+    auto& lieferung = lieferungen_[static_cast<std::size_t>(index)];
+    if (lieferung.stand != Stand::Frei || lieferung.zuSchreiben >= MEISTE_UNGESCHRIEBENE)
         return;
-    geraete_.aufnahme.aufnehmen([form = QPointer(this), index](const Schirmbild& bild) {
-        if (form && form->Timer1_)
-            form->aufgenommen(index, bild);
-    });
+    lieferung.stand = Stand::Erwartet;
+    lieferung.frist->Interval(AUFNAHMEFRIST);
+    lieferung.frist->Enabled(true);
+    geraete_.aufnahme.aufnehmen(
+        [form = QPointer(this), index, bestellung = ++lieferung.bestellung](const Schirmbild& bild) {
+            if (form && form->Timer1_)
+                form->aufgenommen(index, bestellung, bild);
+        });
 }
 
-void ScreenChecken::aufgenommen(int index, const Schirmbild& schirm) {
-    unterwegs_[static_cast<std::size_t>(index)] = false; // it has come; its file may take longer
+/// Stops waiting for a picture; false when none is waited for.
+bool ScreenChecken::aufgeben(Lieferung& lieferung) {
+    if (lieferung.stand != Stand::Erwartet)
+        return false;
+    lieferung.stand = Stand::Frei;
+    lieferung.frist->Enabled(false);
+    return true;
+}
+
+void ScreenChecken::aufgenommen(int index, unsigned bestellung, const Schirmbild& schirm) {
+    auto& lieferung = lieferungen_[static_cast<std::size_t>(index)];
+    if (bestellung != lieferung.bestellung)
+        return; // was given up, and a newer one asked for
+    const bool erwartet = aufgeben(lieferung);
     const auto bild = schirm.leer() ? QImage() : alsQImage(schirm);
-    if (bild.isNull())
-        return fehlerton();
+    if (bild.isNull()) {
+        if (erwartet)
+            fehlerton(); // or else it was told before
+        return;
+    }
+    ++lieferung.zuSchreiben;
     vorschau(index).bildSetzen(bild);
-    speichern(index, [this](bool gelungen) {
+    speichern(index, [this, &lieferung](bool gelungen) {
+        --lieferung.zuSchreiben;
         if (gelungen)
             geraete_.ton.Beep(BILDTON.frequenz, BILDTON.dauer);
         else

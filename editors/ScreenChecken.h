@@ -7,8 +7,18 @@
 //
 // Only a button that is alone down counts. A picture goes to the preview of the layer that was chosen when
 // its button was polled, however long the screen takes to deliver it, and is written beside the event loop.
-// Its tone comes when it lies safe in its file. While one is on its way to a preview no other is taken for
-// it.
+// Its tone comes when it lies safe in its file.
+//
+// While a picture is on its way to a preview no other is taken for it:
+//
+//   Frei --button--> Erwartet --picture--> Frei
+//                       |
+//                       +--none, or not within 5 s, or the poll is stopped--> Frei, with the long tone
+//
+// So a held button takes one at each poll; where the disk is slower than that, as many wait for it as fit into
+// memory with ease, and then polls are passed over.
+//
+// A picture that comes after all is taken as long as no newer one was asked for.
 //
 // The pictures of the opening are read beside the event loop, too: six of a large screen take longer than a
 // running `Schema` may stand still.
@@ -70,6 +80,15 @@ private:
     static constexpr std::int16_t KEIN_TAUSCH = 6;
     using Fertig = std::function<void(bool)>;
 
+    enum class Stand { Frei, Erwartet };
+    /// A picture of the screen on its way to a preview.
+    struct Lieferung {
+        Stand stand = Stand::Frei;
+        unsigned bestellung = 0; ///< number of the one asked for last
+        int zuSchreiben = 0;     ///< pictures that are not in their file yet
+        std::unique_ptr<Formularzeitgeber> frist;
+    };
+
     void aufbauen();
     QWidget* kopf(const char* text);
     void Frame1Bauen();
@@ -80,7 +99,8 @@ private:
     void Timer1_Timer();
     void ebeneWaehlen(std::int16_t ebene);
     void SnapSh(std::string_view Seite);
-    void aufgenommen(int index, const Schirmbild& bild);
+    void aufgenommen(int index, unsigned bestellung, const Schirmbild& bild);
+    static bool aufgeben(Lieferung& lieferung);
     void Image1_MouseDown(int index, Qt::MouseButton taste);
     void Neu();
     void tauschen(int eine, int andere);
@@ -100,7 +120,7 @@ private:
     std::int16_t ScreenEbene_ = 0; ///< chosen on the pad
     std::int16_t ScreenWahl_ = 0;
     std::int16_t ScreenTausch_ = KEIN_TAUSCH;
-    std::array<bool, VORSCHAUEN> unterwegs_{}; ///< a picture of the screen is on its way there
+    std::array<Lieferung, VORSCHAUEN> lieferungen_; ///< by the preview
 
     std::array<Bildvorschau*, VORSCHAUEN + 1> Image1_{};
     QWidget* Shape1_ = nullptr;

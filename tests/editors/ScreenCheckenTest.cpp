@@ -347,6 +347,92 @@ TEST_F(Hintergrundtest, SolangeEinBildUnterwegsIstWirdFuerDieVorschauKeinesGenom
     EXPECT_EQ(dateifarbe("S0R.BMP"), GRUEN);
 }
 
+TEST_F(Hintergrundtest, NachFuenfSekundenOhneBildWirdEinNeuesGenommen) {
+    oeffnen();
+    knopf("Command1(0)");
+    schirm_.spaeter = true;
+    abfrage(LSTICK, 0);
+    vergehen(2500);
+    abfrage(RSTICK, 0); // waits from its own press on
+    tastenDruecken(LSTICK);
+    vergehen(2399);
+    EXPECT_EQ(toene(), Toene{});
+    EXPECT_EQ(schirm_.aufnahmen, 2);
+    tastenDruecken(0);
+    vergehen(1);
+    EXPECT_EQ(toene(), Toene{FEHLERTON});
+    schirm_.spaeter = false;
+    schirm_.farbe = GRUEN;
+    abfrage(LSTICK, 1);
+    EXPECT_EQ(toene(), Toene{BILDTON});
+    EXPECT_EQ(dateifarbe("S0L.BMP"), GRUEN);
+    abfrage(RSTICK, 0);
+    EXPECT_EQ(schirm_.aufnahmen, 3) << "the right one is waited for";
+    tastenDruecken(0);
+    vergehen(2399);
+    EXPECT_EQ(toene(), Toene{});
+    vergehen(10'000);
+    EXPECT_EQ(toene(), Toene{FEHLERTON}) << "told once";
+}
+
+TEST_F(Hintergrundtest, StopGibtAufWasUnterwegsIst) {
+    oeffnen();
+    knopf("Command1(0)");
+    schirm_.spaeter = true;
+    abfrage(LSTICK, 0);
+    abfrage(RSTICK, 0);
+    tastenDruecken(0);
+    knopf("Command1(1)");
+    EXPECT_EQ(toene(), Toene{FEHLERTON});
+    knopf("Command1(1)");
+    vergehen(10'000);
+    EXPECT_EQ(toene(), Toene{}) << "told once";
+    knopf("Command1(0)");
+    schirm_.spaeter = false;
+    schirm_.farbe = GRUEN;
+    abfrage(LSTICK, 1);
+    EXPECT_EQ(toene(), Toene{BILDTON});
+    EXPECT_EQ(dateifarbe("S0L.BMP"), GRUEN);
+}
+
+TEST_F(Hintergrundtest, EinAufgegebenesBildKommtNurWennKeinNeueresVerlangtIst) {
+    oeffnen();
+    knopf("Command1(0)");
+    schirm_.spaeter = true;
+    schirm_.farbe = ROT;
+    abfrage(LSTICK, 0);
+    abfrage(RSTICK, 0);
+    tastenDruecken(0);
+    knopf("Command1(1)");
+    EXPECT_EQ(toene(), Toene{FEHLERTON});
+    knopf("Command1(0)");
+    schirm_.spaeter = false;
+    schirm_.farbe = GRUEN;
+    abfrage(LSTICK, 1);
+    tastenDruecken(0);
+    schirm_.liefern();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ton_.toene.size() == 2; }));
+    schirm().findChild<Bildschreiber*>()->abwarten();
+    EXPECT_EQ(toene(), (Toene{BILDTON, BILDTON}));
+    EXPECT_EQ(dateien(), (std::vector<std::int64_t>{GRUEN, ROT, -1, -1, -1, -1}));
+    EXPECT_EQ(gezeigt(0), GRUEN);
+    EXPECT_EQ(gezeigt(1), ROT);
+}
+
+TEST_F(Hintergrundtest, DassEinAufgegebenesBildAusbleibtWirdNichtNochEinmalGesagt) {
+    oeffnen();
+    knopf("Command1(0)");
+    schirm_.spaeter = true;
+    schirm_.da = false;
+    abfrage(LSTICK, 0);
+    tastenDruecken(0);
+    knopf("Command1(1)");
+    EXPECT_EQ(toene(), Toene{FEHLERTON});
+    schirm_.liefern();
+    ereignisse();
+    EXPECT_EQ(toene(), Toene{});
+}
+
 TEST_F(Hintergrundtest, EinSpaetesBildGehoertZurEbeneDesTastendrucks) {
     oeffnen();
     knopf("Command1(0)");
