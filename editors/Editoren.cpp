@@ -45,6 +45,11 @@ void Editoren::tastwerkEntladen() {
     tastwerk_.reset();
 }
 
+void Editoren::schemaVergessen(const std::string& name) {
+    if (tastwerk_ && tastwerk_->geladenesSchema() == name)
+        tastwerkEntladen();
+}
+
 void Editoren::achsenZeigen() {
     achzenKalib_.zeigen([this] { return std::make_unique<AchzenKalib>(achsen_, joystick_, zeitgeber_); });
 }

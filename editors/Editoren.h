@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include <memory>
+#include <string>
 
 class AchzenKalib;
 class Joystick;
@@ -29,6 +30,8 @@ public:
     void tastwerkZeigen();
     /// Closes the button editor, if it is open, with all that was not saved.
     void tastwerkEntladen();
+    /// Closes the button editor of a `Schema` that is gone: what it holds belongs to nothing any more.
+    void schemaVergessen(const std::string& name);
     /// Shows the axis assignment form; one that is open comes to the front as it is.
     void achsenZeigen();
     /// Shows the slider editor; one that is open comes to the front as it is.

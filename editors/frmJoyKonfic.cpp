@@ -27,6 +27,7 @@
 
 #include <chrono>
 #include <utility>
+#include <vector>
 
 using belegungsfeld::DRUCKZEIT;
 using belegungsfeld::MODUS;
@@ -135,6 +136,21 @@ std::size_t optionsindex(const std::string& feld, const std::array<QRadioButton*
     if (index < 0 || static_cast<std::size_t>(index) >= N)
         throw LaufzeitFehler(Fehlernummer::FalscherIndex, "Eine Auswahl " + feld + " gibt es nicht.");
     return static_cast<std::size_t>(index);
+}
+
+/// What tells of assignments that can't be read: their slots, a line a layer.
+QString unlesbar(const std::vector<Tastenort>& orte) {
+    QString text = "Diese Belegungen sind nicht lesbar und stehen hier als leer. Was gespeichert ist, ändert "
+                   "sich erst mit „Speichern“.";
+    for (int ebene = 0; ebene < EBENEN; ++ebene) {
+        QStringList namen;
+        for (const auto& ort : orte)
+            if (ort.ebene == ebene)
+                namen << qt(TASTENBESCHRIFTUNG[static_cast<std::size_t>(ort.taste)]);
+        if (!namen.isEmpty())
+            text += QString("\n%1: %2").arg(EBENENNAMEN[static_cast<std::size_t>(ebene)], namen.join(", "));
+    }
+    return text;
 }
 
 } // namespace
@@ -353,12 +369,18 @@ void frmJoyKonfic::laden() {
     lblSchemaName_[0]->setToolTip(qt(schema_).toHtmlEscaped());
     lblSchemaName_[1]->setText(EBENENNAMEN[0]);
     ebenen_[0]->setChecked(true);
-    werk_.bild = TastenbelegungLesen(global_.DatenbankPfad, schema_);
+    std::vector<Tastenort> unlesbare;
+    werk_.bild = TastenbelegungLesen(global_.DatenbankPfad, schema_, unlesbare);
     auswaehlen(Tastwerk::KEINE_TASTE_GEWAEHLT);
     werk_.AktuelleEbene = 0;
     labelBeschriften(ALLE);
     Timer1_->Interval(TASTTAKT);
     Timer1_->Enabled(true);
+    if (!unlesbare.empty())
+        QMetaObject::invokeMethod(
+            this,
+            [this, text = unlesbar(unlesbare)] { meldung(this, text, windowTitle(), QMessageBox::Warning); },
+            Qt::QueuedConnection);
 }
 
 void frmJoyKonfic::closeEvent(QCloseEvent* ereignis) {
@@ -384,11 +406,24 @@ void frmJoyKonfic::Command1_Click(int index) {
         labelBeschriften(ALLE);
         rahmenVerbergen();
     } else if (index == SPEICHERN) {
-        TastenbelegungSpeichern(global_.DatenbankPfad, schema_, werk_.bild);
+        speichern();
     } else if (index == NEU) {
         werk_.SchemaNeu(false);
         labelBeschriften(ALLE);
     }
+}
+
+void frmJoyKonfic::speichern() {
+    // For a `Schema` that is gone the store writes nothing, and has no error.
+    if (!FunktionLesen(global_.DatenbankPfad, schema_)) {
+        meldung(this,
+                QString("Das Schema „%1“ gibt es nicht mehr. Seine Tastenbelegung konnte nicht gespeichert "
+                        "werden.")
+                    .arg(qt(schema_)),
+                windowTitle(), QMessageBox::Warning);
+        return;
+    }
+    TastenbelegungSpeichern(global_.DatenbankPfad, schema_, werk_.bild);
 }
 
 void frmJoyKonfic::Command10_Click() {

@@ -37,9 +37,11 @@ public:
     frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber, Tastatur& tastatur);
     ~frmJoyKonfic() override;
 
-    /// Load of the form for the current `Schema`. Throws LaufzeitFehler when it can't be read; the form must
-    /// not be used then.
+    /// Load of the form for the current `Schema`. Assignments that can't be read stand there as empty, and
+    /// one message box names them once the event loop runs. Throws LaufzeitFehler when the `Schema` can't be
+    /// read; the form must not be used then.
     void laden();
+    const std::string& geladenesSchema() const { return schema_; }
 
     /// A click on `Command1`(index): 0 to 2 the layers, 4 "Speichern", 5 "Neu".
     void Command1_Click(int index);
@@ -75,6 +77,7 @@ private:
     void zahlGeaendert(QLineEdit& box, std::size_t feld);
     void tasteUebernehmen(int code);
     void Timer1_Timer();
+    void speichern();
 
     // the steps that they share
     void labelBeschriften(int auswahl);

@@ -15,6 +15,7 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);
     QObject::connect(&hauptform_, &frmHaupt::tastwerkGewuenscht, &editoren_, &Editoren::tastwerkZeigen);
     QObject::connect(&hauptform_, &frmHaupt::stickBearbeiten, &stickeditoren_, &Stickeditoren::oeffnen);
+    QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &editoren_, &Editoren::schemaVergessen);
     QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &stickeditoren_,
                      &Stickeditoren::schemaVergessen);
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformVerbergen, &hauptform_, &QWidget::hide);

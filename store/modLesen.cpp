@@ -45,6 +45,17 @@ Laufbild texteLesen(const std::string& datenbankPfad, const std::string& schemaN
     return bild;
 }
 
+/// Sets the fields of a text; false for one that has not just these, which leaves them as those of none.
+bool setzeLesbare(VarTastenbelegung& bild, int taste, int ebene, const std::string& text) {
+    try {
+        bild.setzeBelegung(taste, ebene, text);
+        return true;
+    } catch (const LaufzeitFehler&) {
+        bild.setzeBelegung(taste, ebene, LEERE_BELEGUNG);
+        return false;
+    }
+}
+
 void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index) {
     satz.AddNew();
     satz.put_Value("Schemaname", schemaName);
@@ -83,16 +94,19 @@ bool istLeerfeld(const std::string& aktion) {
 
 } // namespace
 
-VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName) {
+VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName,
+                                      std::vector<Tastenort>& unlesbare) {
     const Laufbild texte = texteLesen(
         datenbankPfad, schemaName,
         anweisung("SELECT * FROM tblSteuerKreuz WHERE (tblSteuerKreuz.Schemaname)= '", schemaName));
     VarTastenbelegung bild;
-    for (int taste = 0; taste < SLOTS; ++taste)
-        for (int ebene = 0; ebene < EBENEN; ++ebene) {
+    for (int ebene = 0; ebene < EBENEN; ++ebene)
+        for (int taste = 0; taste < SLOTS; ++taste) {
             const auto& text = texte[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)];
-            if (taste >= TASTEN || text != OHNE_BELEGUNG)
-                bild.setzeBelegung(taste, ebene, text);
+            if (taste < TASTEN && text == OHNE_BELEGUNG)
+                continue;
+            if (!setzeLesbare(bild, taste, ebene, text))
+                unlesbare.push_back({taste, ebene});
         }
     return bild;
 }

@@ -15,11 +15,19 @@
 #include <string_view>
 #include <vector>
 
+/// A slot on one of the layers.
+struct Tastenort {
+    int taste;
+    int ebene;
+    bool operator==(const Tastenort&) const = default;
+};
+
 /// Reads the editor's image of a `Schema`. A column that is Null or empty gives the fields of LEERE_BELEGUNG,
-/// as does a missing row of tblSteuerKreuz; a button column that holds "leer" leaves its fields empty. Throws
-/// LaufzeitFehler: 3021 when the `Schema` has no row in tblTastatur, 9 for a text that does not have exactly
-/// the five fields.
-VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName);
+/// as does a missing row of tblSteuerKreuz; a button column that holds "leer" leaves its fields empty. So does
+/// LEERE_BELEGUNG stand for a text that does not have exactly the five fields; `unlesbare` gets its place, layer
+/// by layer. Throws LaufzeitFehler, 3021 when the `Schema` has no row in tblTastatur.
+VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName,
+                                      std::vector<Tastenort>& unlesbare);
 
 /// The run image: [layer][slot], each the whole `Belegung` text.
 using Laufbild = std::array<std::array<std::string, SLOTS>, EBENEN>;

@@ -5,6 +5,7 @@
 #include "engine/Laufzustand.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QImage>
 
 #include <filesystem>
@@ -138,21 +139,74 @@ TEST_F(FrmJoyKonfic, NamesOfKeysAreTrimmedOnLabels) {
 }
 
 TEST_F(FrmJoyKonfic, ASchemaThatCannotBeReadTellsOnceAndOpensNothing) {
-    belegt(0, "1,65,0-0-0,1");
     starten();
+    RoheVerbindung andere(datenbank_.pfad());
+    andere.sql("BEGIN EXCLUSIVE;");
     Boxleser boxen;
     oeffnen();
     ASSERT_EQ(boxen.gesehen().size(), 1U);
     EXPECT_EQ(boxen.gesehen()[0].titel, "Button bearbeiten");
-    EXPECT_TRUE(boxen.gesehen()[0].text.startsWith("Laufzeitfehler 9:"))
+    EXPECT_TRUE(boxen.gesehen()[0].text.startsWith("Laufzeitfehler 3218:"))
         << boxen.gesehen()[0].text.toStdString();
     EXPECT_EQ(offenes(), nullptr);
     EXPECT_EQ(uhr_.laufende(), 0U);
     EXPECT_TRUE(haupt().isVisible());
 
-    belegt(0, LEER); // the next click opens it
+    andere.sql("COMMIT;"); // the next click opens it
     oeffnen();
     EXPECT_NE(offenes(), nullptr);
+}
+
+TEST_F(FrmJoyKonfic, AssignmentsThatCannotBeReadStandThereAsEmptyAndAreNamedInOneBox) {
+    belegt(0, "1,65,0-0-0,1");
+    belegt(1, "1,66,0-0-0");
+    belegt(4, "x");
+    belegt(15, "1,38", 2);
+    belegt(11, "leer"); // is none of them
+    const auto vorher = datenbank_.inhalt();
+    Boxleser boxen;
+    oeffnen();
+    EXPECT_EQ(boxen.gesehen(),
+              (std::vector<Gesehen>{{"Tastwerk",
+                                     "Diese Belegungen sind nicht lesbar und stehen hier als leer. Was "
+                                     "gespeichert ist, ändert sich erst mit „Speichern“.\n"
+                                     "Standart: Dreieck, L 1\nUmschalt2: Links",
+                                     QMessageBox::Warning, QMessageBox::Ok}}));
+    auto erwartet = NAMEN;
+    erwartet[1] = "B";
+    EXPECT_EQ(schilder(), erwartet);
+    waehlen(0);
+    waehlen(4);
+    EXPECT_EQ(gesetzt("Option1", 6), Zahlen{});
+    EXPECT_EQ(rahmen(), Zahlen{});
+    form().close();
+    ereignisse();
+    EXPECT_EQ(datenbank_.inhalt(), vorher);
+
+    oeffnen();
+    waehlen(4);
+    art(5);
+    knopf(4).click();
+    EXPECT_EQ(boxen.gesehen().size(), 2U) << "the one of the second opening";
+    EXPECT_EQ(gespeichert(0), LEER);
+    EXPECT_EQ(gespeichert(4), "5,0,0-0-0");
+    EXPECT_EQ(gespeichert(15, 2), LEER);
+}
+
+TEST_F(FrmJoyKonfic, TheBoxOfUnreadableAssignmentsComesWhenTheFormIsInSight) {
+    belegt(0, "x");
+    starten();
+    QWidget* davor = nullptr;
+    QTimer takt;
+    QObject::connect(&takt, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            davor = offenes();
+            box->accept();
+        }
+    });
+    takt.start(0);
+    oeffnen();
+    EXPECT_NE(davor, nullptr);
 }
 
 TEST_F(FrmJoyKonfic, AnApostropheInTheNameTellsOnce) {
@@ -658,12 +712,39 @@ TEST_F(FrmJoyKonfic, ASchemaThatWasDeletedMeanwhileStaysDeleted) {
     oeffnen();
     waehlen(0);
     art(5);
+    waehlen(12);
+    art(5);
     datenbank_.sql("DELETE FROM tblTastatur;");
     Boxleser boxen;
     knopf(4).click();
-    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+    EXPECT_EQ(boxen.gesehen(),
+              (std::vector<Gesehen>{{"Tastwerk",
+                                     "Das Schema „S“ gibt es nicht mehr. Seine Tastenbelegung konnte nicht "
+                                     "gespeichert werden.",
+                                     QMessageBox::Warning, QMessageBox::Ok}}));
     EXPECT_EQ(datenbank_.zeilen("SELECT * FROM tblTastatur;").size(), 0U);
     EXPECT_EQ(gespeichert(12), LEER);
+    EXPECT_EQ(text(0), "Maus") << "nothing of the work is lost";
+}
+
+TEST_F(FrmJoyKonfic, GoesWithItsSchemaAndWithNoOther) {
+    datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('T');"
+                   "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('T');");
+    oeffnen();
+    const auto loeschen = [this](const std::vector<QMessageBox::StandardButton>& antworten) {
+        Boxleser boxen(antworten);
+        control<QPushButton>(haupt(), "Command1(3)").click();
+        ereignisse();
+    };
+    auto& combo = control<QComboBox>(haupt(), "Combo1");
+    combo.setCurrentIndex(1);
+    loeschen({QMessageBox::Yes});
+    EXPECT_NE(offenes(), nullptr) << "T was deleted";
+    loeschen({QMessageBox::No});
+    EXPECT_NE(offenes(), nullptr);
+    loeschen({QMessageBox::Yes});
+    EXPECT_EQ(offenes(), nullptr);
+    EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
 // --- opening and closing ---
