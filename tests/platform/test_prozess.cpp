@@ -257,7 +257,7 @@ TEST_F(MitXdgOpen, InEinemGanzenPfadIstDerAndereStrichTeilEinesNamens) {
     std::filesystem::create_directory(unter);
     const auto datei = (unter / "Seite.htm").string();
     std::ofstream(datei) << "da";
-    EXPECT_TRUE(LinuxProzess().ShellExecuteA(datei));
+    ASSERT_TRUE(LinuxProzess().ShellExecuteA(datei));
     EXPECT_EQ(aufruf().datei, datei);
 }
 
