@@ -442,6 +442,17 @@ TEST(SchubreglerDruckende, EinNeuerDruckDerselbenTasteNimmtEsAnSich) {
     EXPECT_EQ(lauf.nach(1000), Texte{});
 }
 
+TEST(SchubreglerDruckende, EinGehaltenerDruckDerselbenTasteNimmtEsAnSich) {
+    Schublauf lauf("3/0-1-2-0(65,,)/0-3-2-1(65,50,)");
+    lauf.starten();
+    EXPECT_EQ(lauf.stellen(65534), Texte{"+65"});
+    lauf.fenster->beenden();
+    lauf.starten();
+    EXPECT_EQ(lauf.stellen(0), Texte{"+65"});
+    EXPECT_EQ(lauf.nach(1000), Texte{});
+    EXPECT_EQ(lauf.stellen(RUHE), Texte{"-65"});
+}
+
 TEST(SchubreglerDruckende, WasEinNeuerLaufSonstTutLaesstEsGelten) {
     struct Fall {
         const char* satz;
