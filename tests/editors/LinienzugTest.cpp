@@ -666,10 +666,10 @@ TEST_F(LinienzugTest, BeiNeunzehnLinienWandertDieLetzte) {
 TEST_F(LinienzugTest, FolgenIhrDieAktionenNichtWandertDieNeunzehnteNicht) {
     linien(OBEN, reihe(30000, -1000, 18));
     J(19, OBEN) = 7000;
-    flaeche.verschiebenScheitert = 1;
+    flaeche.speichernScheitert = 1;
     EXPECT_EQ(fehlernummer([&] { zug.pfeilGedrueckt(Maustaste::Links, OBEN); }), 3218);
     EXPECT_EQ(bild(OBEN, 19), Bild(7000, false));
-    EXPECT_EQ(flaeche.gespeichert[0][19][OBEN], 7000);
+    EXPECT_EQ(flaeche.abholen(), Taten{});
 }
 
 TEST_F(LinienzugTest, EinPfeilLegtZuerstZurueckWasInDerHandIst) {
