@@ -15,8 +15,8 @@
 //                       |
 //                       +--none, or not within 5 s, or the poll is stopped--> Frei, with the long tone
 //
-// So a held button takes one at each poll; where the disk is slower than that, as many wait for it as fit into
-// memory with ease, and then polls are passed over.
+// So a held button takes one at each poll; where the disk is slower than that, as many wait for it as fit
+// into memory with ease, and then polls are passed over.
 //
 // A picture that comes after all is taken as long as no newer one was asked for.
 //

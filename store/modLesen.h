@@ -23,9 +23,9 @@ struct Tastenort {
 };
 
 /// Reads the editor's image of a `Schema`. A column that is Null or empty gives the fields of LEERE_BELEGUNG,
-/// as does a missing row of tblSteuerKreuz; a button column that holds "leer" leaves its fields empty. So does
-/// LEERE_BELEGUNG stand for a text that does not have exactly the five fields; `unlesbare` gets its place, layer
-/// by layer. Throws LaufzeitFehler, 3021 when the `Schema` has no row in tblTastatur.
+/// as does a missing row of tblSteuerKreuz; a button column that holds "leer" leaves its fields empty. So
+/// does LEERE_BELEGUNG stand for a text that does not have exactly the five fields; `unlesbare` gets its
+/// place, layer by layer. Throws LaufzeitFehler, 3021 when the `Schema` has no row in tblTastatur.
 VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName,
                                       std::vector<Tastenort>& unlesbare);
 

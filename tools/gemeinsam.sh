@@ -3,12 +3,16 @@ set -euo pipefail
 wurzel=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$wurzel"
 
-pakete() { sed -e 's/#.*//' tools/packages | tr -s ' \n' '\n' | sed '/^$/d'; }
+# The packages of the named sections of tools/packages, of all sections where none is named.
+pakete() { # SECTION...
+    awk -v gewaehlt=" $* " '{ sub(/#.*/, "") } /^\[/ { teil = $0; gsub(/[][ ]/, "", teil); next }
+        gewaehlt == "  " || index(gewaehlt, " " teil " ") { for (i = 1; i <= NF; i++) print $i }' tools/packages
+}
 
-# Installs what is missing of tools/packages; asks sudo only when there is something to install.
-pakete_installieren() {
+# Installs what is missing of the named sections; asks sudo only when there is something to install.
+pakete_installieren() { # SECTION...
     local fehlende=() paket
-    for paket in $(pakete); do
+    for paket in $(pakete "$@"); do
         dpkg-query -W -f='${Status}' "$paket" 2>/dev/null | grep -q 'ok installed' || fehlende+=("$paket")
     done
     [ ${#fehlende[@]} -gt 0 ] || return 0
