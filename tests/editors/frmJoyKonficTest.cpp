@@ -708,6 +708,17 @@ TEST_F(FrmJoyKonfic, ALockedDatabaseIsToldOnceAndNothingIsLost) {
     EXPECT_EQ(belegung(0), "5,0,0-0-0") << "the next try stores it";
 }
 
+TEST_F(FrmJoyKonfic, SpeichernLegtDieZeileDesSteuerkreuzesDieFehlt) {
+    oeffnen();
+    waehlen(12);
+    art(5);
+    datenbank_.sql("DELETE FROM tblSteuerKreuz;");
+    Boxleser boxen;
+    knopf(4).click();
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+    EXPECT_EQ(gespeichert(12), "5,0,0-0-0");
+}
+
 TEST_F(FrmJoyKonfic, ASchemaThatWasDeletedMeanwhileStaysDeleted) {
     oeffnen();
     waehlen(0);
