@@ -15,6 +15,11 @@ const std::string KOPF = "sql INSERT INTO tblTastatur (Schemaname, btn3) VALUES 
 const std::string RICHTIG = KOPF + "10 +65\n20 -65\n";
 const std::string FALSCH = KOPF + "10 +65\n25 -65\n";
 
+const std::string BEIDE = "# comment\ngrundzeilen\nsticks beide\n"
+                          "sql INSERT INTO tblStickAktion VALUES ('S', 0, 20000, 0, 0, 0, '2,0,65,0,0');\n"
+                          "0 start\n98 achse 0 10000\n148 achse 0 32767\n300 ende\n=\n";
+const std::string HILFE = "usage: spur [--streng | --zeige] [--mindestens N] FILE|FOLDER...\n";
+
 struct Ausgang {
     int code;
     std::string text;
@@ -46,7 +51,7 @@ protected:
 
 TEST_F(SpurProgramm, BestandeneSpur) {
     datei("a.spur", RICHTIG);
-    EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 passed, 0 failed\n"}));
+    EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 file: 1 passed, 0 failed\n"}));
 }
 
 TEST_F(SpurProgramm, DerErsteUnterschiedJederDatei) {
@@ -56,7 +61,7 @@ TEST_F(SpurProgramm, DerErsteUnterschiedJederDatei) {
     EXPECT_EQ(spur("a.spur b.spur c.spur a.spur"),
               (Ausgang{1, "b.spur: event 2: expected 25 -65, came 20 -65\n"
                           "c.spur: event 1: expected nothing more, came 10 +65\n"
-                          "2 passed, 2 failed\n"}));
+                          "4 files: 2 passed, 2 failed\n"}));
 }
 
 TEST_F(SpurProgramm, UnlesbareDateiHaeltDieAnderenNichtAuf) {
@@ -64,7 +69,7 @@ TEST_F(SpurProgramm, UnlesbareDateiHaeltDieAnderenNichtAuf) {
     datei("c.spur", RICHTIG);
     EXPECT_EQ(spur("a.spur b.spur c.spur"), (Ausgang{1, "a.spur: line 1: unknown input \"gehen\"\n"
                                                         "b.spur: can't be read\n"
-                                                        "1 passed, 2 failed\n"}));
+                                                        "3 files: 1 passed, 2 failed\n"}));
 }
 
 TEST_F(SpurProgramm, ZeigtWasHerauskommt) {
@@ -81,7 +86,7 @@ TEST_F(SpurProgramm, ZeigtAuchDenFehlerDesLaufs) {
 
 TEST_F(SpurProgramm, EinFehlerDenDieSpurNichtNenntGiltNurStreng) {
     datei("a.spur", "0 start\n10 ende\n=\n");
-    EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 passed, 0 failed\n"}));
+    EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 file: 1 passed, 0 failed\n"}));
     EXPECT_EQ(spur("--streng a.spur").code, 1);
 }
 
@@ -90,8 +95,61 @@ TEST_F(SpurProgramm, ZeigenEinerUnlesbarenDateiScheitert) {
 }
 
 TEST_F(SpurProgramm, OhneDateiSagtWieManEsRuft) {
-    EXPECT_EQ(spur(""), (Ausgang{2, "usage: spur [--streng | --zeige] FILE...\n"}));
-    EXPECT_EQ(spur("--zeige"), (Ausgang{2, "usage: spur [--streng | --zeige] FILE...\n"}));
+    EXPECT_EQ(spur(""), (Ausgang{2, HILFE}));
+    EXPECT_EQ(spur("--zeige"), (Ausgang{2, HILFE}));
+}
+
+TEST_F(SpurProgramm, EinFalschesWortSagtWieManEsRuft) {
+    datei("a.spur", RICHTIG);
+    EXPECT_EQ(spur("--alles a.spur"), (Ausgang{2, HILFE}));
+    EXPECT_EQ(spur("a.spur --mindestens"), (Ausgang{2, HILFE}));
+    EXPECT_EQ(spur("--mindestens viele a.spur"), (Ausgang{2, HILFE}));
+}
+
+TEST_F(SpurProgramm, NenntDieVarianteDieScheitert) {
+    datei("a.spur", BEIDE + "100 +65\n150 -65\n");
+    EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 file: 2 passed, 0 failed\n"}));
+    datei("a.spur", BEIDE + "100 +65\n150 -66\n");
+    EXPECT_EQ(spur("a.spur"), (Ausgang{1, "a.spur (links): event 2: expected 150 -66, came 150 -65\n"
+                                          "a.spur (rechts): event 2: expected 150 -66, came 150 -65\n"
+                                          "1 file: 0 passed, 2 failed\n"}));
+}
+
+TEST_F(SpurProgramm, ScheitertWoNurEineVarianteScheitert) {
+    // The left stick binds at other times than the right one.
+    datei("a.spur",
+          "grundzeilen\nsticks beide\nsql INSERT INTO tblStickAktion VALUES ('S', 0, 20000, 0, 0, 0, "
+          "'5,1');\n0 start\n98 achse 0 10000\n102 stop\n=\n100 abs(10000,32767)\n");
+    EXPECT_EQ(spur("a.spur"),
+              (Ausgang{1, "a.spur (rechts): event 2: expected nothing more, came 101 abs(10000,32767)\n"
+                          "1 file: 1 passed, 1 failed\n"}));
+}
+
+TEST_F(SpurProgramm, ZeigtJedeVariante) {
+    datei("a.spur", BEIDE);
+    EXPECT_EQ(spur("--zeige a.spur"),
+              (Ausgang{0, "# links\n100 +65\n150 -65\n# rechts\n100 +65\n150 -65\n"}));
+}
+
+TEST_F(SpurProgramm, SpieltAllesInEinemOrdnerUndDarunter) {
+    std::filesystem::create_directories(ordner.pfad() / "o/unter");
+    datei("o/b.spur", FALSCH);
+    datei("o/unter/a.spur", FALSCH);
+    datei("o/a.spur", RICHTIG);
+    datei("o/a.txt", FALSCH);
+    EXPECT_EQ(spur("o"), (Ausgang{1, "o/b.spur: event 2: expected 25 -65, came 20 -65\n"
+                                     "o/unter/a.spur: event 2: expected 25 -65, came 20 -65\n"
+                                     "3 files: 1 passed, 2 failed\n"}));
+}
+
+TEST_F(SpurProgramm, ZuWenigeSzenarienSindEinFehler) {
+    std::filesystem::create_directory(ordner.pfad() / "leer");
+    datei("a.spur", BEIDE + "100 +65\n150 -65\n");
+    EXPECT_EQ(spur("--mindestens 2 a.spur"), (Ausgang{0, "1 file: 2 passed, 0 failed\n"}));
+    EXPECT_EQ(spur("--mindestens 3 a.spur"),
+              (Ausgang{1, "1 file: 2 passed, 0 failed\nfewer than 3 scenarios\n"}));
+    EXPECT_EQ(spur("--mindestens 1 leer"),
+              (Ausgang{1, "0 files: 0 passed, 0 failed\nfewer than 1 scenarios\n"}));
 }
 
 } // namespace

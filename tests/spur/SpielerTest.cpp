@@ -12,6 +12,9 @@ const std::string SCHEMA =
     "sql INSERT INTO tblTastatur (Schemaname, btn3, btn4) VALUES ('S', '1,65,0-0-0', 'x');\n"
     "sql INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');\n";
 
+Szenario szenarioLesen(const std::string& text) {
+    return szenarienLesen(text).front();
+}
 Spurergebnis gespielt(const std::string& text) {
     return spielen(szenarioLesen(text), LEERE_DATENBANK);
 }

@@ -1,17 +1,44 @@
 #include "tests/spur/Szenario.h"
 
+#include "tests/spur/Variante.h"
+
 #include <algorithm>
 #include <charconv>
 #include <map>
+#include <regex>
 #include <sstream>
 
 namespace {
 
 using Art = Spureingabe::Art;
 
+/// The rows that a Schema has anyway.
+std::vector<std::string> grundzeilen() {
+    std::vector<std::string> zeilen{"INSERT INTO tblTastatur (Schemaname) VALUES ('S');",
+                                    "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');",
+                                    "INSERT INTO Sensible VALUES ('S', 1, 1, 0, 0, 0, 0, 0);",
+                                    "INSERT INTO SensibleR VALUES ('S', 1, 1, 0, 0, 0, 0);"};
+    const std::string linien = "20000, 45000, 20000, 45000";
+    for (const std::string tabelle : {"tblStick", "tblStickR"}) {
+        zeilen.push_back(
+            "WITH RECURSIVE zeile(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM zeile WHERE i < 20) "
+            "INSERT INTO " +
+            tabelle + " (Schemaname, \"index\") SELECT 'S', i FROM zeile;");
+        zeilen.push_back("REPLACE INTO " + tabelle + " VALUES ('S', 1, " + linien + ", " + linien + ", " +
+                         linien + ");");
+    }
+    return zeilen;
+}
+
+/// Whether a statement is about the left stick.
+bool nenntLinkenStick(const std::string& anweisung) {
+    static const std::regex TABELLE(R"(\b(tblStick|tblStickAktion|Sensible)\b)");
+    return std::regex_search(anweisung, TABELLE);
+}
+
 class Leser {
 public:
-    Szenario lesen(const std::string& text) {
+    std::vector<Szenario> lesen(const std::string& text) {
         std::istringstream zeilen(text);
         for (std::string zeile; std::getline(zeilen, zeile);) {
             ++nummer_;
@@ -25,10 +52,27 @@ public:
         const auto ende = std::ranges::find(szenario_.eingaben, Art::Ende, &Spureingabe::art);
         if (ende != szenario_.eingaben.end() && ende + 1 != szenario_.eingaben.end())
             throw Szenariofehler("\"ende\" must be the last input");
-        return std::move(szenario_);
+        return szenarien();
     }
 
 private:
+    std::vector<Szenario> szenarien() const {
+        if (varianten_.empty())
+            return {uebertragen(szenario_, erwartungen_, Variante{})};
+        if (!linkerStickGenannt_ && !linkerStickBewegt())
+            throw Szenariofehler("what is played on several sticks or axes is told of the left stick");
+        std::vector<Szenario> alle;
+        for (const auto& variante : varianten_)
+            alle.push_back(uebertragen(szenario_, erwartungen_, variante));
+        return alle;
+    }
+
+    bool linkerStickBewegt() const {
+        return std::ranges::any_of(szenario_.eingaben, [this](const Spureingabe& eingabe) {
+            return eingabe.art == Art::Achse && szenario_.achsen[eingabe.index].starts_with('l');
+        });
+    }
+
     void zeileLesen(const std::string& zeile) {
         std::istringstream woerter(zeile);
         std::string wort;
@@ -39,7 +83,13 @@ private:
         else if (ergebnisse_)
             ereignisseLesen(wort, woerter);
         else if (wort == "sql")
-            szenario_.sql.push_back(rest(woerter));
+            anweisungLesen(rest(woerter));
+        else if (wort == "grundzeilen")
+            grundzeilenLegen();
+        else if (wort == "sticks")
+            sticksLesen(naechstes(woerter));
+        else if (wort == "auf")
+            pruefachsenLesen(woerter);
         else if (wort == "schub")
             szenario_.schub = rest(woerter);
         else if (wort == "fehler")
@@ -53,10 +103,60 @@ private:
             fehler("\"" + mehr + "\" is too much");
     }
 
+    void anweisungLesen(const std::string& anweisung) {
+        linkerStickGenannt_ |= nenntLinkenStick(anweisung);
+        szenario_.sql.push_back(anweisung);
+    }
+
+    void grundzeilenLegen() {
+        for (auto& anweisung : grundzeilen())
+            szenario_.sql.push_back(std::move(anweisung));
+    }
+
+    void sticksLesen(const std::string& welche) {
+        if (welche != "beide")
+            fehler("unknown sticks \"" + welche + "\"");
+        variantenSetzen({LINKS, RECHTS});
+    }
+
+    void pruefachsenLesen(std::istringstream& woerter) {
+        std::vector<Variante> varianten;
+        for (std::string achse; woerter >> achse;) {
+            const auto* variante = std::ranges::find(PRUEFACHSEN, achse, &Variante::name);
+            if (variante == PRUEFACHSEN.end())
+                fehler("unknown axis \"" + achse + "\"");
+            if (std::ranges::find(varianten, achse, &Variante::name) != varianten.end())
+                fehler("the axis \"" + achse + "\" stands twice");
+            varianten.push_back(*variante);
+        }
+        if (varianten.empty())
+            fehler("a word is missing");
+        variantenSetzen(std::move(varianten));
+    }
+
+    void variantenSetzen(std::vector<Variante> varianten) {
+        if (!varianten_.empty())
+            fehler("\"sticks\" or \"auf\" stands already");
+        varianten_ = std::move(varianten);
+    }
+
     void ereignisseLesen(const std::string& zeit, std::istringstream& woerter) {
-        szenario_.erwartet.push_back({ms(zeit), naechstes(woerter)});
+        const auto strich = zeit.find('-', 1);
+        if (strich != std::string::npos) {
+            spanneLesen(ms(zeit.substr(0, strich)), ms(zeit.substr(strich + 1)), naechstes(woerter));
+            return;
+        }
+        erwartungen_.push_back({ms(zeit), std::nullopt, naechstes(woerter)});
         for (std::string weiteres; woerter >> weiteres;)
-            szenario_.erwartet.push_back({ms(zeit), weiteres});
+            erwartungen_.push_back({ms(zeit), std::nullopt, weiteres});
+    }
+
+    void spanneLesen(std::chrono::milliseconds von, std::chrono::milliseconds bis, const std::string& text) {
+        if (varianten_.empty())
+            fehler("a span of time without \"sticks\" or \"auf\"");
+        if (bis < von)
+            fehler("a span of time that ends before it begins");
+        erwartungen_.push_back({von, bis, text});
     }
 
     void eingabeLesen(const std::string& zeit, std::istringstream& woerter) {
@@ -129,13 +229,16 @@ private:
         throw Szenariofehler("line " + std::to_string(nummer_) + ": " + text);
     }
 
-    Szenario szenario_;
+    Szenario szenario_; ///< as it is written
+    std::vector<Erwartung> erwartungen_;
+    std::vector<Variante> varianten_;
+    bool linkerStickGenannt_ = false; ///< by a statement
     int nummer_ = 0;
     bool ergebnisse_ = false;
 };
 
 } // namespace
 
-Szenario szenarioLesen(const std::string& text) {
+std::vector<Szenario> szenarienLesen(const std::string& text) {
     return Leser().lesen(text);
 }

@@ -1,7 +1,10 @@
 // A trace file: what lies in the database, what the pad does when, what must come out when.
 //
 //   # a comment
+//   grundzeilen                       lays the rows that a Schema has anyway, for what follows to change
 //   sql STATEMENT                     runs on the fresh database
+//   sticks beide                      told of the left stick, played on either: "links", "rechts"
+//   auf lx ly rx ry                   told of axis lx, played on each axis that is named: "lx", "ly", ...
 //   achsen lx ly rx ry Z1 Z2          logical names of the raw axes
 //   schub TEXT                        slider text
 //   fehler N                          a run must be stopped by error N; without the line by none
@@ -13,8 +16,30 @@
 //   T knopf I                         a click on Command1(I) of the running window
 //   =
 //   T EVENT...                        events as ProbeEingabe writes them, in order
+//   T1-T2 EVENT                       as often as `Im Feld binden` moves the pointer: every 2 ms on the left
+//                                     stick, every 1 ms on the right one; only with `sticks` or `auf`
 //
-// Inputs of one time come before the timers due then.
+// Inputs of one time come before the timers due then. Statements run in the order in which they stand.
+//
+// `grundzeilen`, in rows of the Schema 'S': no button or direction of the D-pad does anything; the smoothing
+// of both sticks is off; both have the lines 20000 and 45000 in all layers, and no layer is locked.
+//
+// A second playing exchanges what lies in the database and what comes in, never what must come out:
+//
+//   the other stick   | tblStick              tblStickR           what lies in one goes into the other
+//                     | tblStickAktion        tblStickAktionR
+//                     | Sensible              SensibleR           column by column of the same axis
+//                     | lx ly                 rx ry               axes, by their names in `achsen`
+//                     | regler 2 3 5 (lx)     6 7 10 (rx)
+//                     | regler 0 1 4 (ly)     8 9 11 (ry)         4 also moves 10
+//   the y axis        | Links Rechts          Oben Unten          of tblStick, tblStickAktion
+//                     | Fenster_lx ...        Fenster_ly ...      of Sensible
+//                     | lx                    ly
+//                     | regler 2 3 5          0 1 4
+//                     | abs(a,b) m(a,b)       abs(b,a) m(b,a)     of what must come out, this only
+//
+// The upper margin of ry is that of rx: the wider margin of the left stick goes there. What the trace says of
+// the other stick is exchanged with it.
 #pragma once
 
 #include <array>
@@ -39,7 +64,9 @@ struct Spurereignis {
     bool operator==(const Spurereignis&) const = default;
 };
 
+/// What is played: a trace has one or, with `sticks` or `auf`, several.
 struct Szenario {
+    std::string variante; ///< "links", "rechts", an axis; "" of a trace that is played once
     std::vector<std::string> sql;
     std::array<std::string, 6> achsen{"lx", "ly", "rx", "ry", "Z1", "Z2"};
     std::string schub;
@@ -54,5 +81,5 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the text of a trace file; throws Szenariofehler.
-Szenario szenarioLesen(const std::string& text);
+/// The scenarios that the text of a trace file tells, at least one; throws Szenariofehler.
+std::vector<Szenario> szenarienLesen(const std::string& text);

@@ -1,5 +1,7 @@
 #include "tests/spur/Szenario.h"
 
+#include "tests/hilfen/Testdatenbank.h"
+
 #include <gtest/gtest.h>
 #include <tuple>
 
@@ -9,6 +11,13 @@ using Art = Spureingabe::Art;
 using Texte = std::vector<std::string>;
 using Zeile = std::tuple<long, Art, std::uint32_t, std::uint32_t>;
 
+/// Of a text that tells one scenario.
+Szenario szenarioLesen(const std::string& text) {
+    const auto alle = szenarienLesen(text);
+    EXPECT_EQ(alle.size(), 1U);
+    EXPECT_EQ(alle.front().variante, "");
+    return alle.front();
+}
 std::vector<Zeile> eingaben(const Szenario& szenario) {
     std::vector<Zeile> alle;
     for (const auto& eine : szenario.eingaben)
@@ -24,7 +33,7 @@ Texte erwartet(const Szenario& szenario) {
 /// What the reader has to say about a text; "" if it takes it.
 std::string einwand(const std::string& text) {
     try {
-        szenarioLesen(text);
+        szenarienLesen(text);
     } catch (const Szenariofehler& fehler) {
         return fehler.what();
     }
@@ -155,6 +164,20 @@ TEST(Szenario, NenntDieZeileDieEsNichtLesenKann) {
           Einwand{"achsen lx ly rx ry Z1\n0 ende\n=\n", "line 1: a word is missing"},
           Einwand{"achsen lx ly rx ry Z1 Z2 Z3\n0 ende\n=\n", "line 1: \"Z3\" is too much"},
           Einwand{"fehler dreizehn\n0 ende\n=\n", "line 1: \"dreizehn\" is no number"},
+          Einwand{"sticks\n0 ende\n=\n", "line 1: a word is missing"},
+          Einwand{"sticks rechts\n0 ende\n=\n", "line 1: unknown sticks \"rechts\""},
+          Einwand{"sticks beide links\n0 ende\n=\n", "line 1: \"links\" is too much"},
+          Einwand{"sticks beide\nsticks beide\n", "line 2: \"sticks\" or \"auf\" stands already"},
+          Einwand{"auf lx\nsticks beide\n", "line 2: \"sticks\" or \"auf\" stands already"},
+          Einwand{"auf\n0 ende\n=\n", "line 1: a word is missing"},
+          Einwand{"auf lx Z1\n0 ende\n=\n", "line 1: unknown axis \"Z1\""},
+          Einwand{"auf lx ly lx\n0 ende\n=\n", "line 1: the axis \"lx\" stands twice"},
+          Einwand{"grundzeilen S\n0 ende\n=\n", "line 1: \"S\" is too much"},
+          Einwand{"0 ende\n=\n5-9 +65\n", "line 3: a span of time without \"sticks\" or \"auf\""},
+          Einwand{"auf lx\n=\n9-8 +65\n", "line 3: a span of time that ends before it begins"},
+          Einwand{"auf lx\n=\n5- +65\n", "line 3: \"\" is no number"},
+          Einwand{"auf lx\n=\n5-9\n", "line 3: a word is missing"},
+          Einwand{"auf lx\n=\n5-9 +65 +66\n", "line 3: \"+66\" is too much"},
           Einwand{"0 ende\n= 5\n", "line 2: \"5\" is too much"},
           Einwand{"0 ende\n=\n100\n", "line 3: a word is missing"},
           Einwand{"0 ende\n=\n+65 100\n", "line 3: \"+65\" is no number"}})
@@ -170,6 +193,266 @@ TEST(Szenario, VerlangtDasEndeAlsLetztes) {
     EXPECT_EQ(einwand("0 start\n=\n"), "") << "without an end the last input is it";
     EXPECT_EQ(einwand("0 ende\n0 start\n=\n"), "\"ende\" must be the last input");
     EXPECT_EQ(einwand("5 ende\n6 ende\n=\n"), "\"ende\" must be the last input");
+}
+
+// What the variants make of a trace.
+
+using Bewegungen = std::vector<std::tuple<std::string, std::vector<Zeile>>>; ///< by variant
+
+Bewegungen bewegungen(const std::string& text) {
+    Bewegungen alle;
+    for (const auto& szenario : szenarienLesen(text))
+        alle.emplace_back(szenario.variante, eingaben(szenario));
+    return alle;
+}
+std::vector<std::tuple<std::string, Texte>> erwartungen(const std::string& text) {
+    std::vector<std::tuple<std::string, Texte>> alle;
+    for (const auto& szenario : szenarienLesen(text))
+        alle.emplace_back(szenario.variante, erwartet(szenario));
+    return alle;
+}
+std::vector<Zeile> regler(std::initializer_list<std::uint32_t> nummern) {
+    std::vector<Zeile> alle{{1, Art::Achse, 0, 5}};
+    for (const auto nummer : nummern)
+        alle.emplace_back(2, Art::Regler, nummer, 7);
+    return alle;
+}
+
+/// An empty database after the statements of a scenario.
+class Gelegt {
+public:
+    explicit Gelegt(const Szenario& szenario) {
+        RoheVerbindung verbindung(datenbank_.pfad());
+        for (const auto& anweisung : szenario.sql)
+            verbindung.sql(anweisung);
+    }
+    Tabellenbild zeilen(const std::string& abfrage) const { return datenbank_.zeilen(abfrage); }
+
+private:
+    Testdatenbank datenbank_;
+};
+Szenario variante(const std::string& text, const std::string& name) {
+    for (const auto& szenario : szenarienLesen(text))
+        if (szenario.variante == name)
+            return szenario;
+    ADD_FAILURE() << "no variant " << name;
+    return {};
+}
+
+TEST(SzenarioBeideSticks, TauschtDieAchsen) {
+    EXPECT_EQ(
+        bewegungen("sticks beide\n1 achse 0 10\n2 achse 1 20\n3 achse 2 30\n4 achse 3 40\n5 achse 4 50\n"
+                   "6 achse 5 60\n7 buttons 4\n=\n"),
+        (Bewegungen{{"links",
+                     {{1, Art::Achse, 0, 10},
+                      {2, Art::Achse, 1, 20},
+                      {3, Art::Achse, 2, 30},
+                      {4, Art::Achse, 3, 40},
+                      {5, Art::Achse, 4, 50},
+                      {6, Art::Achse, 5, 60},
+                      {7, Art::Tasten, 0, 4}}},
+                    {"rechts",
+                     {{1, Art::Achse, 2, 10},
+                      {2, Art::Achse, 3, 20},
+                      {3, Art::Achse, 0, 30},
+                      {4, Art::Achse, 1, 40},
+                      {5, Art::Achse, 4, 50},
+                      {6, Art::Achse, 5, 60},
+                      {7, Art::Tasten, 0, 4}}}}));
+}
+
+TEST(SzenarioBeideSticks, FindetDieAchseNachIhremNamen) {
+    EXPECT_EQ(bewegungen("1 achse 5 10\n2 achse 0 20\nachsen Z1 ry ly Z2 rx lx\nsticks beide\n=\n"),
+              (Bewegungen{{"links", {{1, Art::Achse, 5, 10}, {2, Art::Achse, 0, 20}}},
+                          {"rechts", {{1, Art::Achse, 4, 10}, {2, Art::Achse, 0, 20}}}}));
+    EXPECT_EQ(einwand("sticks beide\nachsen lx ly Z1 ry Z1 Z2\n1 achse 0 10\n=\n"),
+              "rechts: no raw axis is \"rx\"");
+    EXPECT_EQ(einwand("auf ly\nachsen lx Z1 rx ry Z1 Z2\n1 achse 0 10\n=\n"), "ly: no raw axis is \"ly\"");
+}
+
+TEST(SzenarioBeideSticks, TauschtDieReglerNachIhrerAchse) {
+    const auto text = [](const std::string& nummer) {
+        return "sticks beide\n1 achse 0 5\n2 regler " + nummer + " 7\n=\n";
+    };
+    const std::vector<std::vector<Zeile>> RECHTE{
+        regler({8}), regler({9}), regler({6}), regler({7}), regler({11, 10}), regler({10}), regler({2}),
+        regler({3}), regler({0}), regler({1}), regler({5}), regler({4}),      regler({12})};
+    for (std::uint32_t nummer = 0; nummer < RECHTE.size(); ++nummer) {
+        auto rechts = RECHTE[nummer];
+        std::get<2>(rechts.front()) = 2;
+        EXPECT_EQ(bewegungen(text(std::to_string(nummer))),
+                  (Bewegungen{{"links", regler({nummer})}, {"rechts", rechts}}))
+            << nummer;
+    }
+}
+
+TEST(SzenarioBeideSticks, TauschtLinienUndAktionen) {
+    const std::string text =
+        "sticks beide\n"
+        "sql INSERT INTO tblStick (Schemaname, \"index\", Oben2) VALUES ('S', 7, 'abc');\n"
+        "sql INSERT INTO tblStickR (Schemaname, \"index\", Links) VALUES ('S', 20, 3);\n"
+        "sql INSERT INTO tblStickAktion VALUES ('S', 1, 2, 3, 4, 5, 'eigene');\n"
+        "sql INSERT INTO tblStickAktion VALUES ('S', 1, 2, 3, 4, 5, 'spaetere');\n"
+        "sql INSERT INTO tblStickAktionR VALUES ('S', 0, 0, 0, 0, 0, 'andere');\n=\n";
+    const std::string linien = "SELECT \"index\", Links, Oben2 FROM ";
+    const std::string aktionen = "SELECT Umschalt, Links, Rechts, Oben, Unten, Aktion FROM ";
+    const Gelegt links(variante(text, "links"));
+    EXPECT_EQ(links.zeilen(linien + "tblStick"), (Tabellenbild{{"7", "0", "abc"}}));
+    EXPECT_EQ(links.zeilen(linien + "tblStickR"), (Tabellenbild{{"20", "3", "0"}}));
+    const Gelegt rechts(variante(text, "rechts"));
+    EXPECT_EQ(rechts.zeilen(linien + "tblStickR"), (Tabellenbild{{"7", "0", "abc"}}));
+    EXPECT_EQ(rechts.zeilen(linien + "tblStick"), (Tabellenbild{{"20", "3", "0"}}));
+    EXPECT_EQ(rechts.zeilen(aktionen + "tblStickAktionR"),
+              (Tabellenbild{{"1", "2", "3", "4", "5", "eigene"}, {"1", "2", "3", "4", "5", "spaetere"}}));
+    EXPECT_EQ(rechts.zeilen(aktionen + "tblStickAktion"),
+              (Tabellenbild{{"0", "0", "0", "0", "0", "andere"}}));
+}
+
+TEST(SzenarioBeideSticks, TauschtDieGlaettungSpalteFuerSpalteDerAchse) {
+    // ly before lx on the left, rx before ry on the right.
+    const std::string text = "sticks beide\nsql INSERT INTO Sensible VALUES ('S', 1, 2, 3, 4, 5, 6, 30);\n"
+                             "sql INSERT INTO SensibleR VALUES ('S', 11, 12, 13, 14, 15, 16);\n=\n";
+    const Gelegt links(variante(text, "links"));
+    EXPECT_EQ(links.zeilen("SELECT * FROM Sensible"),
+              (Tabellenbild{{"S", "1", "2", "3", "4", "5", "6", "30"}}));
+    const Gelegt rechts(variante(text, "rechts"));
+    EXPECT_EQ(rechts.zeilen("SELECT * FROM SensibleR"), (Tabellenbild{{"S", "2", "1", "4", "3", "6", "5"}}));
+    EXPECT_EQ(rechts.zeilen("SELECT * FROM Sensible"),
+              (Tabellenbild{{"S", "12", "11", "14", "13", "16", "15", "30"}}));
+}
+
+TEST(SzenarioBeideSticks, DerWeitereRandGiltAuchOben) {
+    const Gelegt rechts(
+        variante("sticks beide\nsql INSERT INTO Sensible VALUES ('S', 1, 1, 0, 0, 9, 2, 0);\n=\n", "rechts"));
+    EXPECT_EQ(rechts.zeilen("SELECT Rand_rx, Rand_ry FROM SensibleR"), (Tabellenbild{{"9", "9"}}));
+}
+
+TEST(SzenarioBeideSticks, LaesstWasHerauskommenMuss) {
+    const Texte alle{"5 m(1,-2)", "5 abs(3,4)", "6 +65", "7 LD"};
+    EXPECT_EQ(erwartungen("sticks beide\n1 achse 0 5\n=\n5 m(1,-2) abs(3,4)\n6 +65\n7 LD\n"),
+              (std::vector<std::tuple<std::string, Texte>>{{"links", alle}, {"rechts", alle}}));
+}
+
+TEST(SzenarioBeideSticks, IstVomLinkenErzaehlt) {
+    const std::string einspruch = "what is played on several sticks or axes is told of the left stick";
+    for (const std::string wort : {"sticks beide\n", "auf lx ly\n"}) {
+        EXPECT_EQ(einwand(wort + "1 achse 2 5\nsql DELETE FROM tblStickR;\n=\n"), einspruch);
+        EXPECT_EQ(einwand(wort + "grundzeilen\n1 achse 4 5\n2 buttons 1\n=\n"), einspruch);
+        EXPECT_EQ(einwand(wort + "achsen rx ry lx ly Z1 Z2\n1 achse 0 5\n=\n"), einspruch);
+        for (const std::string linkes :
+             {"1 achse 0 5\n", "1 achse 1 5\n", "sql DELETE FROM tblStick;\n", "sql DELETE FROM Sensible;\n",
+              "sql DELETE FROM tblStickAktion;\n", "achsen rx ry lx ly Z1 Z2\n1 achse 2 5\n"})
+            EXPECT_EQ(einwand(wort + "sql DELETE FROM tblStickR;\n2 achse 3 5\n" + linkes + "=\n"), "")
+                << linkes;
+    }
+}
+
+TEST(SzenarioAuf, SpieltJedeGenannteAchse) {
+    EXPECT_EQ(bewegungen("auf ry ly\n1 achse 0 10\n2 achse 1 20\n=\n"),
+              (Bewegungen{{"ry", {{1, Art::Achse, 3, 10}, {2, Art::Achse, 2, 20}}},
+                          {"ly", {{1, Art::Achse, 1, 10}, {2, Art::Achse, 0, 20}}}}));
+    EXPECT_EQ(bewegungen("auf lx rx\n1 achse 0 10\n2 achse 1 20\n3 achse 3 30\n=\n"),
+              (Bewegungen{{"lx", {{1, Art::Achse, 0, 10}, {2, Art::Achse, 1, 20}, {3, Art::Achse, 3, 30}}},
+                          {"rx", {{1, Art::Achse, 2, 10}, {2, Art::Achse, 3, 20}, {3, Art::Achse, 1, 30}}}}));
+}
+
+TEST(SzenarioAuf, BewegtDieReglerDerAchse) {
+    EXPECT_EQ(
+        bewegungen("auf ly rx ry\n1 regler 2 7\n1 regler 3 8\n1 regler 5 9\n2 achse 0 1\n=\n"),
+        (Bewegungen{
+            {"ly",
+             {{1, Art::Regler, 0, 7}, {1, Art::Regler, 1, 8}, {1, Art::Regler, 4, 9}, {2, Art::Achse, 1, 1}}},
+            {"rx",
+             {{1, Art::Regler, 6, 7},
+              {1, Art::Regler, 7, 8},
+              {1, Art::Regler, 10, 9},
+              {2, Art::Achse, 2, 1}}},
+            {"ry",
+             {{1, Art::Regler, 8, 7},
+              {1, Art::Regler, 9, 8},
+              {1, Art::Regler, 11, 9},
+              {1, Art::Regler, 10, 9},
+              {2, Art::Achse, 3, 1}}}}));
+}
+
+TEST(SzenarioAuf, TauschtXUndYInDerDatenbank) {
+    const std::string text =
+        "auf lx ly rx ry\n"
+        "sql INSERT INTO tblStick VALUES ('S', 1, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12);\n"
+        "sql INSERT INTO tblStick (Schemaname, \"index\", Links) VALUES ('S', 20, 3);\n"
+        "sql INSERT INTO tblStickAktion VALUES ('S', 0, 21, 22, 23, 24, '3');\n"
+        "sql INSERT INTO Sensible VALUES ('S', 1, 10, 2, 20, 3, 30, 5);\n=\n";
+    const Gelegt ly(variante(text, "ly"));
+    const Tabellenbild linien{{"S", "1", "3", "4", "1", "2", "7", "8", "5", "6", "11", "12", "9", "10"},
+                              {"S", "20", "3", "0", "0", "0", "0", "0", "0", "0", "0", "0", "0", "0"}};
+    EXPECT_EQ(ly.zeilen("SELECT * FROM tblStick"), linien);
+    EXPECT_EQ(ly.zeilen("SELECT * FROM tblStickAktion"),
+              (Tabellenbild{{"S", "0", "23", "24", "21", "22", "3"}}));
+    EXPECT_EQ(ly.zeilen("SELECT * FROM Sensible"),
+              (Tabellenbild{{"S", "10", "1", "20", "2", "30", "3", "5"}}));
+    const Gelegt rx(variante(text, "rx"));
+    EXPECT_EQ(rx.zeilen("SELECT * FROM SensibleR"), (Tabellenbild{{"S", "10", "1", "20", "2", "30", "3"}}));
+    const Gelegt ry(variante(text, "ry"));
+    EXPECT_EQ(ry.zeilen("SELECT * FROM tblStickR"), linien);
+    EXPECT_EQ(ry.zeilen("SELECT * FROM tblStickAktionR"),
+              (Tabellenbild{{"S", "0", "23", "24", "21", "22", "3"}}));
+    EXPECT_EQ(ry.zeilen("SELECT * FROM SensibleR"), (Tabellenbild{{"S", "1", "10", "2", "20", "30", "30"}}));
+}
+
+TEST(SzenarioAuf, TauschtDieKoordinatenDessenWasHerauskommenMuss) {
+    EXPECT_EQ(erwartungen("auf lx ly rx ry\n1 achse 0 5\n=\n5 m(1,-2) abs(3,4) +65\n"),
+              (std::vector<std::tuple<std::string, Texte>>{{"lx", {"5 m(1,-2)", "5 abs(3,4)", "5 +65"}},
+                                                           {"ly", {"5 m(-2,1)", "5 abs(4,3)", "5 +65"}},
+                                                           {"rx", {"5 m(1,-2)", "5 abs(3,4)", "5 +65"}},
+                                                           {"ry", {"5 m(-2,1)", "5 abs(4,3)", "5 +65"}}}));
+}
+
+TEST(SzenarioZeitspanne, HatDieZeitenVonImFeldBindenDesSticks) {
+    EXPECT_EQ(
+        erwartungen("auf lx ry\n1 achse 0 5\n=\n140-142 abs(1,2)\n143-145 abs(3,2)\n150-151 abs(4,2)\n"),
+        (std::vector<std::tuple<std::string, Texte>>{
+            {"lx", {"140 abs(1,2)", "142 abs(1,2)", "144 abs(3,2)", "150 abs(4,2)"}},
+            {"ry",
+             {"140 abs(2,1)", "141 abs(2,1)", "142 abs(2,1)", "143 abs(2,3)", "144 abs(2,3)", "145 abs(2,3)",
+              "150 abs(2,4)", "151 abs(2,4)"}}}));
+    EXPECT_EQ(
+        erwartungen("sticks beide\n1 achse 0 5\n=\n5-5 abs(1,2)\n"),
+        (std::vector<std::tuple<std::string, Texte>>{{"links", {"5 abs(1,2)"}}, {"rechts", {"5 abs(1,2)"}}}));
+}
+
+TEST(SzenarioGrundzeilen, LegenDieZeilenEinesSchemas) {
+    const Gelegt gelegt(szenarioLesen("grundzeilen\n0 ende\n=\n"));
+    const std::string zwoelf =
+        "20000, 45000, 20000, 45000, 20000, 45000, 20000, 45000, 20000, 45000, 20000, 45000";
+    for (const std::string tabelle : {"tblStick", "tblStickR"}) {
+        EXPECT_EQ(gelegt.zeilen("SELECT group_concat(\"index\") FROM (SELECT \"index\" FROM " + tabelle +
+                                " ORDER BY \"index\")"),
+                  (Tabellenbild{{"1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20"}}));
+        EXPECT_EQ(gelegt.zeilen("SELECT count(*) FROM " + tabelle +
+                                " WHERE (Links, Rechts, Oben, Unten, Links2, "
+                                "Rechts2, Oben2, Unten2, Links3, Rechts3, Oben3, Unten3) = (" +
+                                zwoelf + ") AND \"index\" = 1 AND Schemaname = 'S'"),
+                  (Tabellenbild{{"1"}}));
+        EXPECT_EQ(
+            gelegt.zeilen("SELECT sum(Links + Rechts + Oben + Unten + Links2 + Rechts2 + Oben2 + Unten2 + "
+                          "Links3 + Rechts3 + Oben3 + Unten3) FROM " +
+                          tabelle + " WHERE \"index\" > 1"),
+            (Tabellenbild{{"0"}}));
+    }
+    EXPECT_EQ(gelegt.zeilen("SELECT * FROM Sensible"),
+              (Tabellenbild{{"S", "1", "1", "0", "0", "0", "0", "0"}}));
+    EXPECT_EQ(gelegt.zeilen("SELECT * FROM SensibleR"), (Tabellenbild{{"S", "1", "1", "0", "0", "0", "0"}}));
+    EXPECT_EQ(gelegt.zeilen("SELECT Schemaname, btn3, btn1012 FROM tblTastatur"),
+              (Tabellenbild{{"S", "10,0,0-0-0", "10,0,0-0-0"}}));
+    EXPECT_EQ(gelegt.zeilen("SELECT Schemaname, Oben, Links3 FROM tblSteuerKreuz"),
+              (Tabellenbild{{"S", "10,0,0-0-0", "10,0,0-0-0"}}));
+}
+
+TEST(SzenarioGrundzeilen, WasFolgtKannSieAendern) {
+    const Gelegt gelegt(szenarioLesen("grundzeilen\nsql UPDATE tblTastatur SET btn3 = '1,65,0-0-0';\n"
+                                      "sql DELETE FROM SensibleR;\n0 ende\n=\n"));
+    EXPECT_EQ(gelegt.zeilen("SELECT btn3 FROM tblTastatur"), (Tabellenbild{{"1,65,0-0-0"}}));
+    EXPECT_EQ(gelegt.zeilen("SELECT * FROM SensibleR"), Tabellenbild{});
 }
 
 } // namespace

@@ -1,12 +1,17 @@
-// spur FILE...          plays trace files and compares; prints the first difference of each, exits 1 on any
-// spur --streng FILE... the same; an error that stops a run and is not named by the file is a difference, too
-// spur --zeige FILE...  prints what comes out instead
+// spur [OPTION...] FILE|FOLDER... plays trace files, of a folder all that lie in it and below, and compares;
+// prints the first difference of each scenario, exits 1 on any
+//
+// --streng        an error that stops a run and is not named by the file is a difference, too
+// --mindestens N  fewer than N scenarios are a failure, too
+// --zeige         prints what comes out instead
 #include "tests/spur/Spieler.h"
 
+#include <algorithm>
+#include <charconv>
 #include <fstream>
 #include <iostream>
-#include <map>
 #include <sstream>
+#include <string_view>
 
 namespace {
 
@@ -16,7 +21,46 @@ fs::path leereDatenbank() {
     return fs::read_symlink("/proc/self/exe").parent_path() / "Belegung.twk";
 }
 
-std::string inhalt(const char* datei) {
+struct Auftrag {
+    bool zeigen = false;
+    UnerwarteterFehler unerwarteter = UnerwarteterFehler::Gilt;
+    int mindestens = 0;
+    std::vector<fs::path> orte;
+};
+
+/// What the command line asks for; nothing where it can't be read.
+std::optional<Auftrag> auftrag(const std::vector<std::string_view>& worte) {
+    Auftrag auftrag;
+    for (std::size_t i = 0; i < worte.size(); ++i) {
+        const auto wort = worte[i];
+        if (wort == "--zeige") {
+            auftrag.zeigen = true;
+        } else if (wort == "--streng") {
+            auftrag.unerwarteter = UnerwarteterFehler::Falsch;
+        } else if (wort == "--mindestens" && i + 1 < worte.size()) {
+            const auto zahl = worte[++i];
+            if (std::from_chars(zahl.data(), zahl.data() + zahl.size(), auftrag.mindestens).ptr !=
+                zahl.data() + zahl.size())
+                return std::nullopt;
+        } else if (wort.starts_with("--")) {
+            return std::nullopt;
+        } else {
+            auftrag.orte.emplace_back(wort);
+        }
+    }
+    return auftrag.orte.empty() ? std::nullopt : std::optional(auftrag);
+}
+
+std::vector<fs::path> spurenIn(const fs::path& ordner) {
+    std::vector<fs::path> spuren;
+    for (const auto& eintrag : fs::recursive_directory_iterator(ordner))
+        if (eintrag.path().extension() == ".spur")
+            spuren.push_back(eintrag.path());
+    std::ranges::sort(spuren);
+    return spuren;
+}
+
+std::string inhalt(const fs::path& datei) {
     std::ifstream strom(datei, std::ios::binary);
     if (!strom)
         throw Szenariofehler("can't be read");
@@ -25,50 +69,88 @@ std::string inhalt(const char* datei) {
     return text.str();
 }
 
-void zeigen(const Spurergebnis& ergebnis) {
-    for (const auto& ereignis : ergebnis.ereignisse)
-        std::cout << ereignis.zeit.count() << ' ' << ereignis.text << '\n';
-    if (ergebnis.fehler)
-        std::cerr << "stopped by error " << *ergebnis.fehler << ": " << ergebnis.fehlertext << '\n';
-}
+class Vorfuehrung {
+public:
+    explicit Vorfuehrung(Auftrag auftrag) : auftrag_(std::move(auftrag)) {}
 
-enum class Weise { Vergleichen, Streng, Zeigen };
-
-bool stimmt(const char* datei, Weise weise) {
-    try {
-        const auto szenario = szenarioLesen(inhalt(datei));
-        const auto ergebnis = spielen(szenario, leereDatenbank());
-        if (weise == Weise::Zeigen) {
-            zeigen(ergebnis);
-            return true;
+    /// Exit code.
+    int alles() {
+        for (const auto& ort : auftrag_.orte) {
+            if (!fs::is_directory(ort))
+                datei(ort);
+            else
+                for (const auto& spur : spurenIn(ort))
+                    datei(spur);
         }
-        const auto text =
-            unterschied(szenario, ergebnis,
-                        weise == Weise::Streng ? UnerwarteterFehler::Falsch : UnerwarteterFehler::Gilt);
-        if (!text.empty())
-            std::cout << datei << ": " << text << '\n';
-        return text.empty();
-    } catch (const std::exception& fehler) {
-        std::cout << datei << ": " << fehler.what() << '\n';
-        return false;
+        if (!auftrag_.zeigen)
+            std::cout << dateien_ << (dateien_ == 1 ? " file: " : " files: ") << bestandene_ << " passed, "
+                      << falsche_ << " failed\n";
+        const bool zuWenige = bestandene_ + falsche_ < auftrag_.mindestens;
+        if (zuWenige)
+            std::cout << "fewer than " << auftrag_.mindestens << " scenarios\n";
+        return falsche_ || zuWenige ? 1 : 0;
     }
-}
+
+private:
+    void datei(const fs::path& datei) {
+        ++dateien_;
+        try {
+            for (const auto& szenario : szenarienLesen(inhalt(datei)))
+                vorfuehren(datei.string(), szenario);
+        } catch (const std::exception& fehler) {
+            gescheitert(datei.string(), fehler.what());
+        }
+    }
+
+    void vorfuehren(std::string name, const Szenario& szenario) {
+        if (!szenario.variante.empty())
+            name += " (" + szenario.variante + ")";
+        try {
+            const auto ergebnis = spielen(szenario, leereDatenbank());
+            if (auftrag_.zeigen)
+                zeigen(szenario, ergebnis);
+            else
+                vergleichen(name, szenario, ergebnis);
+        } catch (const std::exception& fehler) {
+            gescheitert(name, fehler.what());
+        }
+    }
+
+    void vergleichen(const std::string& name, const Szenario& szenario, const Spurergebnis& ergebnis) {
+        const auto text = unterschied(szenario, ergebnis, auftrag_.unerwarteter);
+        if (text.empty())
+            ++bestandene_;
+        else
+            gescheitert(name, text);
+    }
+
+    void gescheitert(const std::string& name, const std::string& grund) {
+        ++falsche_;
+        std::cout << name << ": " << grund << '\n';
+    }
+
+    static void zeigen(const Szenario& szenario, const Spurergebnis& ergebnis) {
+        if (!szenario.variante.empty())
+            std::cout << "# " << szenario.variante << '\n';
+        for (const auto& ereignis : ergebnis.ereignisse)
+            std::cout << ereignis.zeit.count() << ' ' << ereignis.text << '\n';
+        if (ergebnis.fehler)
+            std::cerr << "stopped by error " << *ergebnis.fehler << ": " << ergebnis.fehlertext << '\n';
+    }
+
+    Auftrag auftrag_;
+    int dateien_ = 0;
+    int bestandene_ = 0; ///< of the scenarios, as the next
+    int falsche_ = 0;
+};
 
 } // namespace
 
 int main(int anzahl, char** worte) {
-    const std::map<std::string_view, Weise> weisen{{"--streng", Weise::Streng}, {"--zeige", Weise::Zeigen}};
-    const auto gewaehlt = anzahl > 1 ? weisen.find(worte[1]) : weisen.end();
-    const auto weise = gewaehlt != weisen.end() ? gewaehlt->second : Weise::Vergleichen;
-    const int erste = gewaehlt != weisen.end() ? 2 : 1;
-    if (anzahl <= erste) {
-        std::cerr << "usage: spur [--streng | --zeige] FILE...\n";
+    const auto gelesen = auftrag({worte + 1, worte + anzahl});
+    if (!gelesen) {
+        std::cerr << "usage: spur [--streng | --zeige] [--mindestens N] FILE|FOLDER...\n";
         return 2;
     }
-    int falsche = 0;
-    for (int i = erste; i < anzahl; ++i)
-        falsche += stimmt(worte[i], weise) ? 0 : 1;
-    if (weise != Weise::Zeigen)
-        std::cout << anzahl - erste - falsche << " passed, " << falsche << " failed\n";
-    return falsche ? 1 : 0;
+    return Vorfuehrung(*gelesen).alles();
 }
