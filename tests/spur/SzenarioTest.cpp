@@ -356,6 +356,17 @@ TEST(SzenarioAuf, SpieltJedeGenannteAchse) {
                           {"rx", {{1, Art::Achse, 2, 10}, {2, Art::Achse, 3, 20}, {3, Art::Achse, 1, 30}}}}));
 }
 
+TEST(SzenarioAuf, DieYAchseLaesstDenAnderenStick) {
+    EXPECT_EQ(
+        bewegungen("auf ly\n1 achse 0 10\n2 achse 2 20\n3 achse 3 30\n4 regler 6 1\n5 regler 11 2\n=\n"),
+        (Bewegungen{{"ly",
+                     {{1, Art::Achse, 1, 10},
+                      {2, Art::Achse, 2, 20},
+                      {3, Art::Achse, 3, 30},
+                      {4, Art::Regler, 6, 1},
+                      {5, Art::Regler, 11, 2}}}}));
+}
+
 TEST(SzenarioAuf, BewegtDieReglerDerAchse) {
     EXPECT_EQ(
         bewegungen("auf ly rx ry\n1 regler 2 7\n1 regler 3 8\n1 regler 5 9\n2 achse 0 1\n=\n"),
