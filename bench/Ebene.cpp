@@ -1,10 +1,10 @@
 // What the stick editor costs: the live point over a picture that fills the screen, opening, drawing anew.
 //
 // The point has 5 ms a tick, so that a hundredth of a core is 50 microseconds.
-#include "editors/Laufsteuerung.h"
-#include "editors/Stickebene.h"
-#include "editors/Stickeditoren.h"
-#include "engine/Laufzustand.h"
+#include "editors/run/Laufsteuerung.h"
+#include "editors/stick/Stickebene.h"
+#include "editors/stick/Stickeditoren.h"
+#include "engine/run/Laufzustand.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeSchirm.h"

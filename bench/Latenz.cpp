@@ -4,7 +4,7 @@
 // test panel folded and unfolded.
 //
 //   latenz [PRESSES [SECONDS]]
-#include "programm/Systemplattform.h"
+#include "app/Systemplattform.h"
 #include "tests/ablauf/Spielpad.h"
 #include "tests/hilfen/Testdatenbank.h"
 #include "tests/hilfen/XLauscher.h"

@@ -1,7 +1,7 @@
 // A run on the fakes, for measuring: virtual clock, scripted pad, the database given by statements.
 #pragma once
 
-#include "engine/LaufFenster.h"
+#include "engine/run/LaufFenster.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"

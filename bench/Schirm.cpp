@@ -1,8 +1,8 @@
 // What a picture of the screen costs the event loop, on an X server of our own with a large screen: what
 // counts is how long a running `Schema` would stand still. Reading and writing are beside the loop.
-#include "editors/Bildvorschau.h"
-#include "editors/Ebenenbild.h"
-#include "editors/ScreenChecken.h"
+#include "editors/pictures/Bildvorschau.h"
+#include "editors/pictures/ScreenChecken.h"
+#include "editors/stick/Ebenenbild.h"
 #include "platform/linux/Qtaufnahme.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeTon.h"

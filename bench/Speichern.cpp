@@ -1,5 +1,5 @@
 // What the editors' writes cost on a real file: saving a button table, and the lines of a stick.
-#include "store/modSpeichern.h"
+#include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <benchmark/benchmark.h>

@@ -1,7 +1,7 @@
 // What the sticks cost: a round of smoothing, a tick with both of them in their fields, a change of field, a
 // change of layer, a long way of the Ego Shooter beside the mere sending of it.
 #include "bench/Messlauf.h"
-#include "engine/Entwackeln.h"
+#include "engine/input/Entwackeln.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
 // What the button editor costs: from the click that opens it to its picture on the screen, and a tick of the
 // pad test with a button held down, whose counter `core` is the share of one core that a hundred ticks a
 // second take.
-#include "editors/frmJoyKonfic.h"
-#include "engine/GobalVariable.h"
+#include "editors/buttons/frmJoyKonfic.h"
+#include "engine/run/GobalVariable.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeTastatur.h"
 #include "platform/probe/ProbeUhr.h"

@@ -1,5 +1,5 @@
 // What a drawing of the fields of a stick's plane costs: reading both tables, and painting the picture.
-#include "editors/Zonenbild.h"
+#include "editors/stick/Zonenbild.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <benchmark/benchmark.h>

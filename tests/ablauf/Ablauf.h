@@ -2,8 +2,8 @@
 // other, and the program between them, on the real platform.
 #pragma once
 
-#include "programm/Programm.h"
-#include "programm/Systemplattform.h"
+#include "app/Programm.h"
+#include "app/Systemplattform.h"
 #include "tests/ablauf/Spielpad.h"
 #include "tests/hilfen/Testdatenbank.h"
 #include "tests/hilfen/XLauscher.h"

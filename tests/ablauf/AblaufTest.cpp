@@ -1,6 +1,6 @@
 // The whole program in real time: buttons, D-pad, layers, the pad that comes and goes.
 #include "tests/ablauf/Ablauf.h"
-#include "programm/Endsignale.h"
+#include "app/Endsignale.h"
 #include "tests/hilfen/XServer.h"
 
 #include <QScrollBar>

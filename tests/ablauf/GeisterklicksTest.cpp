@@ -1,5 +1,5 @@
 // A mouse press that reaches a window after it was hidden, as the pad may send one while a run ends.
-#include "programm/Geisterklicks.h"
+#include "app/Geisterklicks.h"
 
 #include <gtest/gtest.h>
 

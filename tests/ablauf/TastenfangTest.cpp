@@ -1,8 +1,8 @@
 // The capture of keys in a real X server: what the injection presses for a code is caught as that code.
-#include "editors/Tastenfang.h"
+#include "editors/common/Tastenfang.h"
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/XTestEingabe.h"
-#include "tests/editors/Tastwerktest.h"
+#include "tests/editors/buttons/Tastwerktest.h"
 #include "tests/hilfen/XServer.h"
 #include "tests/platform/Ereignisse.h"
 

@@ -1,6 +1,6 @@
 // Any text as the slider text of a `Schema`: the slider goes from one end to the other and back. What XML
 // does not hold never reaches the slider.
-#include "engine/Schubregler.h"
+#include "engine/slider/Schubregler.h"
 #include "tests/fuzz/Fuzzlauf.h"
 #include "tests/hilfen/Gamepadxml.h"
 

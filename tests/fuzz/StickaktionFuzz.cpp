@@ -1,6 +1,6 @@
 // Any two texts, a line each, as the actions of fields: started on both sides and as a pair, on both sticks,
 // held and ended.
-#include "engine/Stickaktion.h"
+#include "engine/stick/Stickaktion.h"
 #include "tests/fuzz/Fuzzlauf.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 // Anything in the rows of a stick: each line of the input is a statement's worth of values for tblStick ("i"
 // and five values) or tblStickAktion ("a" and five values, then the action); then the stick goes round the
 // plane.
-#include "engine/GobalVariable.h"
-#include "engine/StickMaschine.h"
+#include "engine/run/GobalVariable.h"
+#include "engine/stick/StickMaschine.h"
 #include "tests/fuzz/Fuzzlauf.h"
 
 #include <cstdint>

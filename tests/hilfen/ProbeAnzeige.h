@@ -1,8 +1,8 @@
 // A running window that writes down what it is told to show.
 #pragma once
 
-#include "engine/LaufAnzeige.h"
-#include "store/LaufzeitFehler.h"
+#include "base/LaufzeitFehler.h"
+#include "engine/run/LaufAnzeige.h"
 
 #include <string>
 #include <utility>

@@ -1,7 +1,7 @@
 // A running window that shows nothing.
 #pragma once
 
-#include "engine/LaufAnzeige.h"
+#include "engine/run/LaufAnzeige.h"
 
 class StummeAnzeige : public LaufAnzeige {
 public:

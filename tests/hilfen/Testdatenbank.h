@@ -1,7 +1,7 @@
 // A database of its own for a test, in a folder that goes with it, and raw access to it past the store.
 #pragma once
 
-#include "store/LaufzeitFehler.h"
+#include "base/LaufzeitFehler.h"
 
 #include <filesystem>
 #include <memory>

@@ -3,7 +3,7 @@
 // The names of the typing block are what the German layout of the system writes with these keys; those of the
 // others stand here once more, by the kernel's name for the key.
 #include "platform/linux/TastenKarte.h"
-#include "store/modKeyCode.h"
+#include "store/schema/modKeyCode.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <array>

@@ -15,7 +15,7 @@ beschriftungen() {
     tr '\n' ' ' <"$seite" | tr -s ' ' | grep -o '„[^“]*“' | sed 's/^„//; s/“$//; s/&gt;/>/g; s/&lt;/</g; s/&amp;/\&/g' |
         sort -u
 }
-literale() { cat "$wurzel"/editors/*.h "$wurzel"/editors/*.cpp | grep -o '"[^"]*"' | sed 's/^"&\{0,1\}//; s/ *"$//'; }
+literale() { find "$wurzel/editors" \( -name '*.h' -o -name '*.cpp' \) -exec cat {} + | grep -o '"[^"]*"' | sed 's/^"&\{0,1\}//; s/ *"$//'; }
 
 ! grep -qiE '<script|<link|<iframe|@import|url\(|https?:|//[a-z]' "$seite" || fehlschlag "it has a script or needs the net"
 

@@ -1,0 +1,19 @@
+#include "app/Anwendung.h"
+
+#include "base/LaufzeitFehler.h"
+#include "editors/common/Formhilfen.h"
+
+Anwendung::Anwendung(int& anzahl, char** worte) : QApplication(anzahl, worte) {
+    installNativeEventFilter(&geisterklicks_);
+}
+
+bool Anwendung::notify(QObject* empfaenger, QEvent* ereignis) {
+    try {
+        return QApplication::notify(empfaenger, ereignis);
+    } catch (const LaufzeitFehler& fehler) {
+        fehlermeldung(activeWindow(), fehler, "Fehler");
+    } catch (const std::exception& fehler) {
+        fehlermeldung(activeWindow(), LaufzeitFehler(Fehlernummer::Unerwartet, fehler.what()), "Fehler");
+    }
+    return true;
+}

@@ -1,0 +1,15 @@
+// The application object: an exception that a handler lets through ends that handler, not the process.
+#pragma once
+
+#include "app/Geisterklicks.h"
+
+#include <QApplication>
+
+class Anwendung final : public QApplication {
+public:
+    Anwendung(int& anzahl, char** worte);
+    bool notify(QObject* empfaenger, QEvent* ereignis) override;
+
+private:
+    Geisterklicks geisterklicks_;
+};

@@ -1,0 +1,43 @@
+#include "app/Programm.h"
+
+#include <QApplication>
+
+Programm::Programm(const Plattform& plattform)
+    : plattform_(plattform)
+    , zustand_(plattform.joystick, plattform.gamepadXml)
+    , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
+    , editoren_(zustand_.global, zustand_.achsen, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
+    , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
+                     {plattform.joystick, plattform.zeitgeber, plattform.ton, plattform.aufnahme})
+    , hauptform_(zustand_.global, zustand_.achsen, laufsteuerung_, plattform.prozess) {
+    // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);
+    QObject::connect(&hauptform_, &frmHaupt::tastwerkGewuenscht, &editoren_, &Editoren::tastwerkZeigen);
+    QObject::connect(&hauptform_, &frmHaupt::stickBearbeiten, &stickeditoren_, &Stickeditoren::oeffnen);
+    QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &editoren_, &Editoren::schemaVergessen);
+    QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &stickeditoren_,
+                     &Stickeditoren::schemaVergessen);
+    QObject::connect(&stickeditoren_, &Stickeditoren::hauptformVerbergen, &hauptform_, &QWidget::hide);
+    QObject::connect(&stickeditoren_, &Stickeditoren::hauptformZurueck, &hauptform_, &QWidget::show);
+    QObject::connect(&hauptform_, &frmHaupt::achsenGewuenscht, &editoren_, &Editoren::achsenZeigen);
+    QObject::connect(&hauptform_, &frmHaupt::schubreglerGewuenscht, &editoren_, &Editoren::schubreglerZeigen);
+    QObject::connect(&hauptform_, &frmHaupt::uebersichtGewuenscht, &hauptform_,
+                     [this] { uebersichtZeigen(); });
+}
+
+void Programm::uebersichtZeigen() {
+    uebersicht_.zeigen([this] {
+        auto info = std::make_unique<Infoansicht>(zustand_.global, plattform_.gamepadXml, plattform_.joystick,
+                                                  laufsteuerung_, plattform_.zeitgeber, plattform_.tastatur);
+        auto form = std::make_unique<Uebersicht>(zustand_.global, std::move(info));
+        QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, form.get(), &Uebersicht::schemaVergessen);
+        form->laden();
+        return form;
+    });
+}
+
+void Programm::starten() {
+    hauptform_.laden();
+    hauptform_.show();
+}

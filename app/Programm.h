@@ -1,0 +1,48 @@
+// The composition: makes the parts of the program and joins them. Lives as long as the process.
+#pragma once
+
+#include "editors/main/Editoren.h"
+#include "editors/main/frmHaupt.h"
+#include "editors/overview/Uebersicht.h"
+#include "editors/run/Laufsteuerung.h"
+#include "editors/stick/Stickeditoren.h"
+#include "engine/run/Laufzustand.h"
+#include "platform/Schirmaufnahme.h"
+#include "platform/Tastatur.h"
+#include "platform/Tongeber.h"
+
+#include <string>
+
+/// What the program takes from its platform; all of it outlives the program.
+struct Plattform {
+    Joystick& joystick;
+    Eingabe& eingabe;
+    Zeitgeber& zeitgeber;
+    Prozess& prozess;
+    Tastatur& tastatur;
+    Tongeber& ton;
+    Schirmaufnahme& aufnahme;
+    std::string gamepadXml; ///< path of the axis assignment file
+};
+
+class Programm {
+public:
+    explicit Programm(const Plattform& plattform);
+
+    /// Loads the main form and shows it. Closing it ends the application's event loop.
+    void starten();
+
+    frmHaupt& hauptform() { return hauptform_; }
+    Laufsteuerung& laufsteuerung() { return laufsteuerung_; }
+
+private:
+    void uebersichtZeigen();
+
+    const Plattform plattform_;
+    Laufzustand zustand_;
+    Laufsteuerung laufsteuerung_;
+    Editoren editoren_;
+    Stickeditoren stickeditoren_;
+    frmHaupt hauptform_;
+    Einzelform<Uebersicht> uebersicht_;
+};

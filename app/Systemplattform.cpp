@@ -1,0 +1,8 @@
+#include "app/Systemplattform.h"
+
+#include <QCoreApplication>
+
+Systemplattform::Systemplattform()
+    : wahl_(eingabeWaehlen(eingabeKandidaten(layout_)))
+    , aufnahme_(schirmaufnahmeWaehlen())
+    , gamepadXml_((QCoreApplication::applicationDirPath() + "/Gamepad.xml").toStdString()) {}

@@ -1,0 +1,33 @@
+// The platform that the program runs on: pad, injection, timers, process, sound and screen of this system.
+#pragma once
+
+#include "app/Programm.h"
+#include "platform/linux/EingabeWahl.h"
+#include "platform/linux/LinuxProzess.h"
+#include "platform/linux/QtZeitgeber.h"
+#include "platform/linux/Schirmwahl.h"
+#include "platform/linux/SdlJoystick.h"
+#include "platform/linux/SdlTon.h"
+#include "platform/linux/Tastaturlayout.h"
+
+/// Needs the QGuiApplication of its thread.
+class Systemplattform {
+public:
+    Systemplattform();
+
+    Plattform plattform() {
+        return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_, layout_, ton_, *aufnahme_, gamepadXml_};
+    }
+    /// Which injection serves, and why others do not.
+    const EingabeWahl& eingabewahl() const { return wahl_; }
+
+private:
+    Tastaturlayout layout_;
+    EingabeWahl wahl_;
+    SdlJoystick joystick_;
+    QtZeitgeber zeitgeber_;
+    LinuxProzess prozess_;
+    SdlTon ton_;
+    std::unique_ptr<Schirmaufnahme> aufnahme_;
+    std::string gamepadXml_; ///< beside the executable
+};

@@ -1,0 +1,43 @@
+#include "app/Anwendung.h"
+#include "app/Bildschirm.h"
+#include "app/Endsignale.h"
+#include "app/Systemplattform.h"
+#include "editors/common/Formhilfen.h"
+
+#include <cstdio>
+
+namespace {
+
+// Without injection the program can be looked at but not played with: that is worth a word.
+void eingabePruefen(const EingabeWahl& wahl) {
+    if (!wahl.name.empty())
+        return;
+    QString text = "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n";
+    for (const auto& grund : wahl.gruende)
+        text += "\n" + qt(grund);
+    meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
+}
+
+} // namespace
+
+int main(int anzahl, char** worte) {
+    if (const auto grund = bildschirmFehlt(); !grund.empty()) {
+        std::fprintf(stderr, "gamepad-konfic: %s\n", grund.c_str());
+        return 1;
+    }
+    Endsignale endsignale;
+    Anwendung anwendung(anzahl, worte);
+    QApplication::setApplicationName("gamepad-konfic");
+    QApplication::setDesktopFileName("gamepad-konfic");
+
+    Systemplattform system;
+    Programm programm(system.plattform());
+    endsignale.verbinden();
+    // In the event loop: the message boxes of the start end with it, too.
+    const auto starten = [&] {
+        programm.starten();
+        eingabePruefen(system.eingabewahl());
+    };
+    QMetaObject::invokeMethod(&anwendung, starten, Qt::QueuedConnection);
+    return QApplication::exec();
+}

@@ -1,0 +1,54 @@
+// The axis assignment form: says for each of the six axes of the pad what it is.
+//
+// The user moves a control of the pad, sees whose bar moves, and sets the two lists beside that bar. Nothing
+// is kept until the choices are confirmed; they go to the `Schema` that the main form
+// shows then; if that is not the one they were loaded for, the user is asked first.
+#pragma once
+
+#include "platform/Joystick.h"
+#include "platform/Zeitgeber.h"
+#include "store/files/ZusatzFunktionen.h"
+
+#include <QWidget>
+
+#include <array>
+#include <memory>
+#include <string>
+
+class QComboBox;
+class QGroupBox;
+class QScrollBar;
+
+class AchzenKalib final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Shows the assignment that `achsen` has in force.
+    AchzenKalib(ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber);
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+
+private:
+    struct Zeile {
+        QScrollBar* VScroll1;
+        QComboBox* Auswahl;
+        QComboBox* Richtung;
+    };
+
+    QWidget* rahmengitter();
+    QGroupBox* rahmen(int achse);
+    QWidget* hinweise();
+    QWidget* knopfzeile();
+
+    void belegungZeigen();
+    void Timer1_Timer();
+    void bestaetigen();
+
+    ZusatzFunktionen& achsen_;
+    const std::string schema_; ///< whose values were loaded
+    Joystick& joystick_;
+    JOYINFOEX joystickinfo_;
+    std::array<Zeile, ACHSEN> zeilen_{};
+    std::unique_ptr<Formularzeitgeber> Timer1_;
+};

@@ -1,0 +1,103 @@
+#include "editors/common/Formhilfen.h"
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QLayout>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+// An error quotes what it found, and that may be a text of any length and any number of lines: the box must
+// stay on the screen, with its button.
+QString einzeiler(QString text) {
+    constexpr qsizetype ANFANG = 300;
+    constexpr qsizetype ENDE = 100;
+    text.replace(QRegularExpression("\\s"), " ");
+    if (text.size() <= ANFANG + ENDE)
+        return text;
+    return text.left(ANFANG) + "…" + text.right(ENDE);
+}
+
+} // namespace
+
+QString feldname(std::string_view name, int index) {
+    return QString("%1(%2)").arg(qt(name)).arg(index);
+}
+
+QComboBox* schemaauswahl(const QString& name) {
+    auto* combo = benannt(new QComboBox, name);
+    combo->setEditable(true);
+    // What is typed is not completed, not put into the list, and Enter and leaving the field do not choose an
+    // entry that looks like it.
+    combo->setInsertPolicy(QComboBox::NoInsert);
+    combo->setCompleter(nullptr);
+    QObject::disconnect(combo->lineEdit(), &QLineEdit::returnPressed, combo, nullptr);
+    QObject::disconnect(combo->lineEdit(), &QLineEdit::editingFinished, combo, nullptr);
+    // A long name must not ask for a wider form, nor five hundred of them be measured.
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(20);
+    // One that is chosen, be it anew, and longer than the field shows its beginning.
+    const auto anfangZeigen = [feld = combo->lineEdit()] { feld->home(false); };
+    QObject::connect(combo, &QComboBox::currentIndexChanged, combo->lineEdit(), anfangZeigen);
+    QObject::connect(combo, &QComboBox::activated, combo->lineEdit(), anfangZeigen);
+    return combo;
+}
+
+void breiteSetzen(QWidget& form, int gewuenscht) {
+    form.setFixedWidth(std::max(gewuenscht, form.minimumSizeHint().width()));
+}
+
+void hoeheSetzen(QWidget& form, int gewuenscht) {
+    if (form.layout())
+        form.layout()->activate();
+    int noetig = form.minimumSizeHint().height();
+    // A text that wraps needs more than it says by itself.
+    if (form.layout() && form.layout()->hasHeightForWidth())
+        noetig = std::max(noetig, form.layout()->totalMinimumHeightForWidth(form.width()));
+    form.setFixedHeight(std::max(gewuenscht, noetig));
+}
+
+namespace {
+
+/// Shows a box and gives the button that closed it; nothing else when its parent took it along, as a run that
+/// is stopped by an error does with its window.
+int gezeigt(const QPointer<QMessageBox>& box) {
+    box->setTextFormat(Qt::PlainText); // a name in it may look like markup
+    const int knopf = box->exec();
+    delete box;
+    return knopf;
+}
+
+} // namespace
+
+void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::Icon symbol) {
+    gezeigt(new QMessageBox(symbol, titel, text, QMessageBox::Ok, eltern));
+}
+
+bool frage(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::StandardButton vorgabe) {
+    auto* box = new QMessageBox(QMessageBox::NoIcon, titel, text, QMessageBox::Yes | QMessageBox::No, eltern);
+    box->button(QMessageBox::Yes)->setText("&Ja");
+    box->button(QMessageBox::No)->setText("&Nein");
+    box->setDefaultButton(vorgabe);
+    return gezeigt(box) == QMessageBox::Yes;
+}
+
+void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel) {
+    const auto grund = einzeiler(QString::fromUtf8(fehler.what()));
+    meldung(eltern, QString("Laufzeitfehler %1:\n").arg(fehler.zahl()) + grund, titel, QMessageBox::Warning);
+}
+
+bool darfSpeichern(QWidget* eltern, const std::string& geladenes, const std::string& gewaehltes) {
+    return geladenes == gewaehltes ||
+           frage(eltern,
+                 QString(
+                     "Diese Angaben wurden für das Schema „%1“ geladen, gewählt ist jetzt „%2“.\nSollen sie "
+                     "das ersetzen, was für „%2“ gespeichert ist?")
+                     .arg(qt(geladenes), qt(gewaehltes)),
+                 "", QMessageBox::No);
+}

@@ -1,0 +1,53 @@
+// The editors that are open: the one place that knows which of them are loaded.
+#pragma once
+
+#include "editors/common/Einzelform.h"
+
+#include <QObject>
+
+#include <memory>
+#include <string>
+
+class AchzenKalib;
+class Joystick;
+class SchubreglerKonfic;
+class Tastatur;
+class Zeitgeber;
+class ZusatzFunktionen;
+class frmJoyKonfic;
+struct GobalVariable;
+
+class Editoren final : public QObject {
+    Q_OBJECT
+
+public:
+    Editoren(GobalVariable& global, ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber,
+             Tastatur& tastatur);
+    ~Editoren() override;
+
+    /// Shows the button editor. One that is open comes to the front as it is; else it is loaded for the
+    /// current `Schema`. When that can't be read one message box says why and nothing opens.
+    void tastwerkZeigen();
+    /// Closes the button editor, if it is open, with all that was not saved.
+    void tastwerkEntladen();
+    /// Closes the button editor of a `Schema` that is gone: what it holds belongs to nothing any more.
+    void schemaVergessen(const std::string& name);
+    /// Shows the axis assignment form; one that is open comes to the front as it is.
+    void achsenZeigen();
+    /// Shows the slider editor; one that is open comes to the front as it is.
+    void schubreglerZeigen();
+
+private:
+    struct SpaeterLoeschen {
+        void operator()(frmJoyKonfic* form) const;
+    };
+
+    GobalVariable& global_;
+    ZusatzFunktionen& achsen_;
+    Joystick& joystick_;
+    Zeitgeber& zeitgeber_;
+    Tastatur& tastatur_;
+    std::unique_ptr<frmJoyKonfic, SpaeterLoeschen> tastwerk_;
+    Einzelform<AchzenKalib> achzenKalib_;
+    Einzelform<SchubreglerKonfic> schubreglerKonfic_;
+};

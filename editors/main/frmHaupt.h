@@ -1,0 +1,87 @@
+// The main form: lists the `Schema`s and is the road to everything else.
+//
+// Its captions are the state of its toggles: `Command1`(5) tells whether a run is on, `Command1`(2) whether a
+// name is being typed. While it is, the list is empty and the form short; what the list held comes back with
+// the next deletion or start.
+#pragma once
+
+#include "base/Stickseite.h"
+#include "engine/run/GobalVariable.h"
+#include "store/schema/modLesen.h"
+
+#include <QWidget>
+
+#include <map>
+
+class Laufsteuerung;
+class Prozess;
+class QComboBox;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+class ZusatzFunktionen;
+
+class frmHaupt final : public QWidget {
+    Q_OBJECT
+
+public:
+    frmHaupt(GobalVariable& global, ZusatzFunktionen& achsen, Laufsteuerung& laufsteuerung, Prozess& prozess);
+
+    /// Load of the form: priority, paths, the list. A database that can't be read gives one message box and
+    /// an empty list.
+    void laden();
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+
+signals:
+    /// "Button bearbeiten" was clicked: the button editor is wanted for the current `Schema`.
+    void tastwerkGewuenscht();
+    /// "Achsen kalibrieren" was clicked.
+    void achsenGewuenscht();
+    /// "Schubregler" was clicked.
+    void schubreglerGewuenscht();
+    /// Strg+D was pressed: the overview is wanted.
+    void uebersichtGewuenscht();
+    /// After "Schema löschen" the database has no `Schema` of this name; whatever the answer was, where it
+    /// had none before.
+    void schemaGeloescht(const std::string& name);
+    /// The form was closed: the program ends.
+    void geschlossen();
+    /// The editor of a stick is to open for the current `Schema`.
+    void stickBearbeiten(Stickseite seite);
+
+private:
+    void aufbauen();
+    QWidget* kopf();
+    QWidget* unterteil();
+    QWidget* pfadzeile();
+    QGroupBox* stickgruppe(int stick, int knopf);
+    QWidget* fusszeile();
+    QPushButton* Command1(int index, const QString& text);
+    void volleHoehe(bool voll);
+
+    void schemataLesen();
+    void erstesWaehlen();
+    void Combo1Klick();
+    void Command1Klick(int index);
+    void starten();
+    void loeschen();
+    void neu();
+    void nameErfragen();
+    void nameSpeichern();
+    bool nameAnlegen(const QString& name);
+    void namenseingabeZeigen(bool an);
+    void hauptformZurueck(bool zeigen);
+
+    GobalVariable& global_;
+    ZusatzFunktionen& achsen_;
+    Laufsteuerung& laufsteuerung_;
+    Prozess& prozess_;
+    Schemaliste schemata_;
+
+    QComboBox* Combo1_ = nullptr;
+    QLineEdit* Text1_ = nullptr;
+    QWidget* unterteil_ = nullptr;
+    std::map<int, QPushButton*> Command1_;
+};

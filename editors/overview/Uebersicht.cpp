@@ -1,0 +1,376 @@
+#include "editors/overview/Uebersicht.h"
+
+#include "editors/common/Formhilfen.h"
+#include "editors/common/Optionen.h"
+#include "store/schema/modLesen.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Indices of Command1.
+enum Knopf { KOPIEREN = 0, WECHSEL = 1, LOESCHEN = 2, INFO = 3, OK = 4, ABBRECHEN = 5 };
+constexpr std::array<const char*, 6> KNOPFTEXTE{"Kopieren", "Wechsel", "Löschen", "Info", "OK", "Abbrechen"};
+
+constexpr std::array<const char*, EBENENWAHLEN> EBENENTEXTE{"Standart", "Umschalt 1", "Umschalt 2",
+                                                            "Standart", "Umschalt 1", "Umschalt 2",
+                                                            "Standart", "Umschalt 1", "Umschalt 2"};
+
+/// The frames around the layers, of which each column has three: what stands on one, and the index of the
+/// first layer in it.
+struct Rahmen {
+    const char* text;
+    std::size_t ersteEbene;
+};
+constexpr std::array<Rahmen, 3> RAHMEN{
+    {{"Linker Stick", 0}, {"Rechter Stick", 6}, {"Buttons und Steuerkreuz", 3}}};
+// Indices of Frame3 around the targets; those around the sources begin at 0.
+constexpr int ZIELRAHMEN = 3;
+constexpr std::size_t ZIEL_LINKER_STICK = 3;
+constexpr std::size_t ZIEL_RECHTER_STICK = 4;
+constexpr std::size_t ZIEL_BUTTONS = 5;
+
+constexpr const char* DIALOGTITEL = "Datenbank öffnen";
+constexpr const char* DATEIFILTER = "Datenbank(*.mdb)";
+constexpr const char* JEDE_DATEI = "Alle Dateien (*)";
+constexpr const char* ENDUNG = ".mdb";
+
+/// What the toolkit would write in English.
+struct Dialogtext {
+    QFileDialog::DialogLabel stelle;
+    const char* text;
+};
+constexpr std::array<Dialogtext, 5> DIALOGTEXTE{{{QFileDialog::LookIn, "Suchen in:"},
+                                                 {QFileDialog::FileName, "Datei&name:"},
+                                                 {QFileDialog::FileType, "Dateityp:"},
+                                                 {QFileDialog::Accept, "Ö&ffnen"},
+                                                 {QFileDialog::Reject, "Abbrechen"}}};
+
+constexpr int FELDBREITE = 300;
+
+/// The name that was chosen, with the extension of a database where one without is no file.
+QString mitEndung(const QString& datei) {
+    const QFileInfo angaben(datei);
+    return angaben.suffix().isEmpty() && !angaben.exists() ? datei + ENDUNG : datei;
+}
+
+} // namespace
+
+Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht> info)
+    : global_(global), info_(std::move(info)) {
+    setObjectName("Uebersicht");
+    setWindowTitle("Ubersicht für SchemaDatenbank");
+    Option1_ = optionen("Option1", EBENENTEXTE);
+    for (std::size_t i = 0; i < EBENENWAHLEN; ++i)
+        Check1_[i] = benannt(new QCheckBox(EBENENTEXTE[i]), feldname("Check1", static_cast<int>(i)));
+
+    auto* anordnung = new QVBoxLayout(this);
+    auto* spalten = new QHBoxLayout;
+    for (int seite = 0; seite < 2; ++seite)
+        spalten->addWidget(schemaspalte(seite), 1);
+    anordnung->addLayout(spalten, 1);
+    anordnung->addWidget(knopfzeile());
+    hoeheSetzen(*this, 0);
+
+    for (auto* option : Option1_) {
+        connect(option, &QRadioButton::toggled, this, [this](bool an) {
+            if (an)
+                Option1Klick();
+        });
+        connect(option, &QRadioButton::clicked, this,
+                &Uebersicht::Option1Klick); // also on the one that is set
+    }
+    for (int i = 0; i < static_cast<int>(EBENENWAHLEN); ++i)
+        connect(Check1_[static_cast<std::size_t>(i)], &QCheckBox::toggled, this,
+                [this, i] { Check1Klick(i); });
+    // Nobody is left who could be unlocked by "Abbrechen".
+    connect(info_.get(), &Infoansicht::leer, this, [this] {
+        Command2_[0]->setEnabled(true);
+        Combo1_[0]->setEnabled(true);
+    });
+}
+
+// --- layout ---
+
+QWidget* Uebersicht::schemaspalte(int seite) {
+    auto* spalte =
+        seite == 0 ? benannt(new QGroupBox("Ursprungsschema"), "Frame1") : new QGroupBox("Zielschema");
+    auto* anordnung = new QVBoxLayout(spalte);
+    anordnung->addWidget(pfadrahmen(seite));
+    anordnung->addWidget(namensrahmen(seite));
+    if (seite == 0)
+        ebenenrahmen(*spalte, 0, Option1_);
+    else
+        ebenenrahmen(*spalte, ZIELRAHMEN, Check1_);
+    anordnung->addStretch();
+    return spalte;
+}
+
+QGroupBox* Uebersicht::pfadrahmen(int seite) {
+    const auto i = static_cast<std::size_t>(seite);
+    auto* rahmen = new QGroupBox("Pfad");
+    if (seite == 0)
+        rahmen->setObjectName("Frame2");
+    Text1_[i] = benannt(new QLineEdit, feldname("Text1", seite));
+    Text1_[i]->setMinimumWidth(FELDBREITE);
+    connect(Text1_[i], &QLineEdit::textChanged, Text1_[i],
+            [feld = Text1_[i]](const QString& pfad) { feld->setToolTip(pfad.toHtmlEscaped()); });
+    Command2_[i] = benannt(new QPushButton("..."), feldname("Command2", seite));
+    Command2_[i]->setToolTip(DIALOGTITEL);
+    connect(Command2_[i], &QPushButton::clicked, this, [this, seite] { Command2Klick(seite); });
+    auto* zeile = new QHBoxLayout(rahmen);
+    zeile->addWidget(Text1_[i], 1);
+    zeile->addWidget(Command2_[i]);
+    return rahmen;
+}
+
+QGroupBox* Uebersicht::namensrahmen(int seite) {
+    const auto i = static_cast<std::size_t>(seite);
+    auto* rahmen = new QGroupBox("Schema");
+    if (seite == 0)
+        rahmen->setObjectName("Schema");
+    Combo1_[i] = schemaauswahl(feldname("Combo1", seite));
+    connect(Combo1_[i], &QComboBox::activated, this, [this] { frameEnable(1); });
+    auto* zeile = new QHBoxLayout(rahmen);
+    zeile->addWidget(Combo1_[i]);
+    return rahmen;
+}
+
+template <class Knoepfe>
+void Uebersicht::ebenenrahmen(QWidget& spalte, int ersterRahmen, const Knoepfe& knoepfe) {
+    int nummer = ersterRahmen;
+    for (const auto& [text, ersteEbene] : RAHMEN) {
+        auto* rahmen = benannt(new QGroupBox(text), feldname("Frame3", nummer));
+        Frame3_[static_cast<std::size_t>(nummer++)] = rahmen;
+        auto* zeile = new QHBoxLayout(rahmen);
+        for (std::size_t ebene = 0; ebene < EBENEN; ++ebene)
+            zeile->addWidget(knoepfe[ersteEbene + ebene], 1);
+        spalte.layout()->addWidget(rahmen);
+    }
+}
+
+QWidget* Uebersicht::knopfzeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    for (int i = 0; i < static_cast<int>(Command1_.size()); ++i) {
+        const auto platz = static_cast<std::size_t>(i);
+        Command1_[platz] = benannt(new QPushButton(KNOPFTEXTE[platz]), feldname("Command1", i));
+        connect(Command1_[platz], &QPushButton::clicked, this,
+                [this, i] { mitFehlermeldung(this, [this, i] { Command1Klick(i); }); });
+        if (i == OK)
+            zeile->addStretch();
+        zeile->addWidget(Command1_[platz]);
+    }
+    return bereich;
+}
+
+// --- load and unload ---
+
+void Uebersicht::laden() {
+    Option1Klick();
+    for (int seite = 0; seite < 2; ++seite)
+        pfadSetzen(seite, qt(global_.DatenbankPfad));
+    try {
+        auto namen = SchemataLesen(global_.DatenbankPfad).SchemaNamen;
+        namen.pop_back(); // the spare entry is no name
+        QStringList liste;
+        for (const auto& name : namen)
+            liste << qt(name);
+        for (auto* combo : Combo1_)
+            combo->addItems(liste); // the first one is selected by that
+    } catch (const LaufzeitFehler& fehler) {
+        fehlermeldung(nullptr, fehler, windowTitle());
+    }
+}
+
+void Uebersicht::closeEvent(QCloseEvent* ereignis) {
+    for (auto* knopf : Command1_)
+        knopf->setEnabled(false);
+    info_->alleEntladen(); // nobody could close one that stayed by "Abbrechen"
+    ereignis->accept();
+}
+
+// --- the locks ---
+
+void Uebersicht::frameEnable(const std::int16_t& art) {
+    if (art == 0) {
+        const bool tasten = istTastenebene(gesetzte(Option1_));
+        Frame3_[ZIEL_LINKER_STICK]->setEnabled(!tasten);
+        Frame3_[ZIEL_RECHTER_STICK]->setEnabled(!tasten);
+        Frame3_[ZIEL_BUTTONS]->setEnabled(tasten);
+        return;
+    }
+    for (const auto rahmen : {ZIEL_LINKER_STICK, ZIEL_RECHTER_STICK, ZIEL_BUTTONS})
+        Frame3_[rahmen]->setEnabled(false);
+    for (auto* ziel : Check1_)
+        ziel->setChecked(false); // its click locks others, which the following undoes
+    for (auto* knopf : Command1_)
+        knopf->setEnabled(true);
+    for (auto* ziel : Check1_)
+        ziel->setEnabled(true);
+    Command1_[OK]->setEnabled(false);
+}
+
+void Uebersicht::command1Enable(int art) {
+    for (const int knopf : {art == 0 ? WECHSEL : KOPIEREN, LOESCHEN, INFO})
+        Command1_[static_cast<std::size_t>(knopf)]->setEnabled(false);
+}
+
+void Uebersicht::Option1Klick() {
+    frameEnable(1);
+    for (auto* knopf : Command1_)
+        knopf->setEnabled(true);
+    Command1_[OK]->setEnabled(false);
+}
+
+// A swap has one target only.
+void Uebersicht::Check1Klick(int index) {
+    Command1_[OK]->setEnabled(true);
+    if (!Command1_[WECHSEL]->isEnabled())
+        return;
+    for (std::size_t k = 0; k < Check1_.size(); ++k)
+        Check1_[k]->setEnabled(k == static_cast<std::size_t>(index));
+}
+
+// --- files ---
+
+void Uebersicht::Command2Klick(int seite) {
+    frameEnable(1);
+    auto& feld = *Text1_[static_cast<std::size_t>(seite)];
+    const QPointer<QFileDialog> dialog =
+        new QFileDialog(this, DIALOGTITEL, QFileInfo(feld.text()).absolutePath());
+    dialog->setObjectName("cdlDateiOeffnen");
+    dialog->setNameFilters({DATEIFILTER, JEDE_DATEI});
+    dialog->selectNameFilter(JEDE_DATEI); // the program's own databases have another extension
+    for (const auto& [stelle, text] : DIALOGTEXTE)
+        dialog->setLabelText(stelle, text);
+    if (dialog->exec() == QDialog::Accepted && !dialog->selectedFiles().isEmpty())
+        pfadSetzen(seite, mitEndung(dialog->selectedFiles().first()));
+    delete dialog;
+}
+
+/// The end of a long path, with the name of the file, is what stays in sight.
+void Uebersicht::pfadSetzen(int seite, const QString& pfad) {
+    auto* feld = Text1_[static_cast<std::size_t>(seite)];
+    feld->setText(pfad);
+    feld->end(false);
+}
+
+// --- the buttons ---
+
+void Uebersicht::Command1Klick(int index) {
+    Command2_[0]->setEnabled(true);
+    Combo1_[0]->setEnabled(true);
+    switch (index) {
+    case KOPIEREN:
+        frameEnable(0);
+        return command1Enable(0);
+    case WECHSEL:
+        frameEnable(0);
+        return command1Enable(1);
+    case LOESCHEN:
+        return loeschen();
+    case INFO:
+        return InfoAusgabe();
+    case OK:
+        return ausfuehren();
+    default:
+        return abbrechen();
+    }
+}
+
+/// The program's own database is opened by its own name, whatever name leads to it: what a crash leaves of a
+/// change lies beside the name that it was made by, and another hard link would not lead to it.
+std::string Uebersicht::pfad(int seite) const {
+    const auto gewaehlter = Text1_[static_cast<std::size_t>(seite)]->text().toStdString();
+    std::error_code egal; // a file that is not there is told of when it is opened
+    return fs::equivalent(gewaehlter, global_.DatenbankPfad, egal) ? global_.DatenbankPfad : gewaehlter;
+}
+
+Schemaort Uebersicht::schema(int seite) const {
+    return {pfad(seite), Combo1_[static_cast<std::size_t>(seite)]->currentText().toStdString()};
+}
+
+Ebenenort Uebersicht::quelle() const {
+    return {schema(0), gesetzte(Option1_)};
+}
+
+/// Whether one of the first `anzahl` sides names no `Schema`; then a message box says so.
+bool Uebersicht::schemaFehlt(int anzahl) {
+    for (int seite = 0; seite < anzahl; ++seite)
+        if (schema(seite).schemaName.empty()) {
+            meldung(this, "Es muß ein Schema erstellt werden", "Kein Schema!", QMessageBox::Information);
+            return true;
+        }
+    return false;
+}
+
+void Uebersicht::InfoAusgabe() {
+    if (schemaFehlt(1))
+        return;
+    const auto ort = quelle();
+    info_->zeigen(ort.index, ort.schema.schemaName, *this);
+    InfoEditor_ = Infoansicht::editorVon(ort.index);
+    Command2_[0]->setEnabled(false);
+    Combo1_[0]->setEnabled(false);
+    raise();
+    activateWindow();
+}
+
+void Uebersicht::ausfuehren() {
+    if (schemaFehlt(2))
+        return;
+    if (Command1_[KOPIEREN]->isEnabled())
+        kopieren();
+    else
+        wechseln();
+    frameEnable(1);
+}
+
+void Uebersicht::abbrechen() {
+    editorenEntladen();
+    frameEnable(1);
+}
+
+void Uebersicht::editorenEntladen() {
+    if (InfoEditor_ == InfoEditor::frmJust)
+        info_->entladen(InfoEditor::frmJust);
+    info_->entladen(InfoEditor_ == InfoEditor::frmJustr ? InfoEditor::frmJustr : InfoEditor::frmJoyKonfic);
+}
+
+// --- the work on the tables ---
+
+void Uebersicht::loeschen() {
+    if (!schemaFehlt(1))
+        LayerLoeschen(quelle(), [this](std::string_view text) { return frage(this, qt(text), ""); });
+}
+
+void Uebersicht::wechseln() {
+    for (int i = 0; i < static_cast<int>(EBENENWAHLEN); ++i)
+        if (Check1_[static_cast<std::size_t>(i)]->isChecked())
+            return LayerWechseln(quelle(), {schema(1), i},
+                                 [this](std::string_view text) { meldung(this, qt(text), ""); });
+}
+
+void Uebersicht::kopieren() {
+    std::array<bool, EBENENWAHLEN> ziele{};
+    for (std::size_t k = 0; k < ziele.size(); ++k)
+        ziele[k] = Check1_[k]->isChecked();
+    LayerKopieren(quelle(), schema(1), ziele);
+}

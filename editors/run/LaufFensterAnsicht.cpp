@@ -1,0 +1,385 @@
+#include "editors/run/LaufFensterAnsicht.h"
+
+#include "base/LaufzeitFehler.h"
+#include "base/Regler.h"
+#include "editors/common/Formhilfen.h"
+
+#include <QCloseEvent>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int HOEHE_EINGEKLAPPT = twips(2800);
+constexpr int HOEHE_AUSGEKLAPPT = twips(7605);
+constexpr int BREITE = 660;
+
+// Reports come every millisecond; nobody reads faster than this.
+constexpr int BERICHTSINTERVALL_MS = 50;
+
+constexpr const char* ANLEITUNG = "Testfenster!\n"
+                                  "Drücken Sie mit der linken Maustaste auf das Fenster, \n"
+                                  "und testen Sie die von Ihnen eingebenen Funktionen!\n";
+
+// A row of the panel: one axis, its three scroll bars and its report.
+struct Achsenzeile {
+    const char* name;
+    int fenster;
+    int mindestzahl;
+    int rand;
+};
+constexpr std::array<Achsenzeile, 4> ACHSENZEILEN{
+    {{"Links x", 2, 3, 5}, {"Links y", 0, 1, 4}, {"Rechts x", 6, 7, 10}, {"Rechts y", 8, 9, 11}}};
+
+// Where the sticks say what they do: x zone, y zone, action of the field or the x band, action of the y band.
+struct Stickzeile {
+    const char* name;
+    std::array<std::size_t, 4> Erg;
+};
+constexpr std::array<Stickzeile, 2> STICKZEILEN{
+    {{"Linker Stick:", {0, 1, 3, 4}}, {"Rechter Stick:", {5, 6, 7, 8}}}};
+constexpr std::size_t DRUCKMASKE_ERG = 2;
+constexpr int ZONENSPALTEN = 2;
+
+QScrollBar* scrollleiste(const QString& name, const Reglerbereich& bereich) {
+    auto* leiste = benannt(new QScrollBar(Qt::Horizontal), name);
+    leiste->setRange(bereich.min, bereich.max);
+    leiste->setValue(bereich.start);
+    leiste->setPageStep(std::max(1, (bereich.max - bereich.min) / 10));
+    leiste->setFocusPolicy(Qt::StrongFocus);
+    leiste->setMinimumWidth(90);
+    return leiste;
+}
+
+QLabel* wertlabel(const QString& name, int wert) {
+    auto* label = benannt(new QLabel(QString::number(wert)), name);
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance("0000"));
+    return label;
+}
+
+} // namespace
+
+LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe,
+                                       Zeitgeber& zeitgeber) {
+    setObjectName("LaufFenster");
+    berichtstakt_ = new QTimer(this);
+    berichtstakt_->setSingleShot(true);
+    berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
+    connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
+    setWindowTitle("Schema gestartet");
+    lauf_ = std::make_unique<LaufFenster>(
+        Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this, zustand.sticks});
+
+    auto* anordnung = new QVBoxLayout(this);
+    anordnung->addWidget(kopf());
+    anordnung->addWidget(testfeldBauen());
+    anordnung->addStretch();
+    breiteSetzen(*this, BREITE); // wide enough for the test panel, too
+    testfeld_->hide();
+    hoeheSetzen(*this, HOEHE_EINGEKLAPPT);
+    setFocusPolicy(Qt::StrongFocus);
+    setFocus();
+}
+
+LaufFensterAnsicht::~LaufFensterAnsicht() = default;
+
+void LaufFensterAnsicht::laden() {
+    lauf_->laden();
+}
+
+std::optional<LaufzeitFehler> LaufFensterAnsicht::entladen() {
+    auto fehler = lauf_ ? lauf_->beenden() : std::nullopt;
+    lauf_.reset();
+    hide();
+    return fehler;
+}
+
+void LaufFensterAnsicht::closeEvent(QCloseEvent* ereignis) {
+    ereignis->accept();
+    emit geschlossen();
+}
+
+// --- top part, always in sight ---
+
+QWidget* LaufFensterAnsicht::kopf() {
+    auto* bereich = new QWidget;
+    auto* gitter = new QGridLayout(bereich);
+    gitter->setContentsMargins(0, 0, 0, 0);
+
+    auto* knoepfe = new QVBoxLayout;
+    const std::array<const char*, 2> texte{"Stop", "SensiTast"};
+    for (int i = 0; i < 2; ++i) {
+        auto* knopf = benannt(new QPushButton(texte[static_cast<std::size_t>(i)]), feldname("Command1", i));
+        // A click leaves the focus where it is, or the keys that the pad sends to this very window would
+        // press it.
+        knopf->setFocusPolicy(Qt::TabFocus);
+        connect(knopf, &QPushButton::clicked, this, [this, i] { Command1Klick(i); });
+        knoepfe->addWidget(knopf);
+        Command1_[static_cast<std::size_t>(i)] = knopf;
+    }
+    knoepfe->addStretch();
+
+    auto* stand = new QFormLayout;
+    lblUmschalt_ = benannt(new QLabel, "lblUmschalt");
+    Label1_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
+    stand->addRow("Ebene betreten:", lblUmschalt_);
+    stand->addRow("Gedrückte Knöpfe:", Label1_);
+
+    gitter->addLayout(knoepfe, 0, 0);
+    gitter->addWidget(ausgabegruppe(), 0, 1);
+    gitter->addLayout(stand, 0, 2);
+    gitter->addWidget(wiederholungszeile(), 1, 0, 1, 3);
+    gitter->setColumnStretch(2, 1);
+    return bereich;
+}
+
+QWidget* LaufFensterAnsicht::ausgabegruppe() {
+    auto* gruppe = benannt(new QGroupBox("Ausgabe speziel"), "Frame1");
+    auto* zeile = new QVBoxLayout(gruppe);
+    zeile->setSpacing(2);
+    const std::array<const char*, 3> texte{"Standart", "Spezial 1", "Spezial 2"};
+    for (int i = 0; i < 3; ++i) {
+        auto* option = benannt(new QRadioButton(texte[static_cast<std::size_t>(i)]), feldname("Option1", i));
+        option->setChecked(i == 0);
+        connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
+            if (an)
+                Option1Klick(i);
+        });
+        zeile->addWidget(option);
+        Option1_[static_cast<std::size_t>(i)] = option;
+    }
+    return gruppe;
+}
+
+QWidget* LaufFensterAnsicht::wiederholungszeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    auto* leiste = HScroll2_ = scrollleiste("HScroll2", HSCROLL2_BEREICH);
+    auto* wert = wertlabel("Label4", HSCROLL2_BEREICH.start);
+    connect(leiste, &QScrollBar::valueChanged, this, [this, wert](int neu) {
+        wert->setText(QString::number(neu));
+        if (lauf_)
+            lauf_->HScroll2Aenderung(neu);
+    });
+    zeile->addWidget(new QLabel("Tasten wiederholen alle"));
+    zeile->addWidget(leiste, 1);
+    zeile->addWidget(wert);
+    zeile->addWidget(new QLabel("ms"));
+    return bereich;
+}
+
+// --- test panel ---
+
+QWidget* LaufFensterAnsicht::testfeldBauen() {
+    testfeld_ = new QWidget;
+    auto* anordnung = new QVBoxLayout(testfeld_);
+    anordnung->setContentsMargins(0, 0, 0, 0);
+    Text2_ = benannt(new QPlainTextEdit(ANLEITUNG), "Text2");
+    Text2_->setFixedHeight(Text2_->fontMetrics().lineSpacing() * 4 + 12);
+    anordnung->addWidget(Text2_);
+    anordnung->addWidget(reglergitter());
+    anordnung->addWidget(meldungszeile());
+    anordnung->addWidget(ausgabezeile());
+    return testfeld_;
+}
+
+QWidget* LaufFensterAnsicht::reglergitter() {
+    auto* bereich = new QWidget;
+    auto* gitter = new QGridLayout(bereich);
+    gitter->setContentsMargins(0, 0, 0, 0);
+    gitter->setVerticalSpacing(6);
+    const std::array<const char*, 3> spalten{"Fenster", "Mindestzahl", "Rand"};
+    for (int spalte = 0; spalte < 3; ++spalte) {
+        gitter->addWidget(new QLabel(spalten[static_cast<std::size_t>(spalte)]), 0, 1 + 2 * spalte);
+        gitter->setColumnStretch(1 + 2 * spalte, 1);
+    }
+    int reihe = 1;
+    for (const auto& achse : ACHSENZEILEN) {
+        gitter->addWidget(new QLabel(achse.name), reihe, 0);
+        int spalte = 1;
+        for (const int index : {achse.fenster, achse.mindestzahl, achse.rand}) {
+            auto* leiste = regler(index);
+            auto* wert = reglerwert(index);
+            connect(leiste, &QScrollBar::valueChanged, wert, qOverload<int>(&QLabel::setNum));
+            gitter->addWidget(leiste, reihe, spalte++);
+            gitter->addWidget(wert, reihe, spalte++);
+        }
+        ++reihe;
+    }
+    // The one scroll bar more of the right stick: its margins are not what their rows say.
+    HScroll1_[10]->setToolTip("Rand von „Rechts x“ und oberer Rand von „Rechts y“");
+    HScroll1_[11]->setToolTip("Unterer Rand von „Rechts y“");
+    return bereich;
+}
+
+QScrollBar* LaufFensterAnsicht::regler(int index) {
+    const auto i = static_cast<std::size_t>(index);
+    auto* leiste = scrollleiste(feldname("HScroll1", index), HSCROLL1_BEREICHE[i]);
+    connect(leiste, &QScrollBar::valueChanged, this, [this, index](int neu) {
+        if (lauf_)
+            lauf_->HScroll1Aenderung(index, neu);
+    });
+    return HScroll1_[i] = leiste;
+}
+
+QLabel* LaufFensterAnsicht::reglerwert(int index) {
+    return wertlabel(feldname("Label3", index), HSCROLL1_BEREICHE[static_cast<std::size_t>(index)].start);
+}
+
+QWidget* LaufFensterAnsicht::meldungszeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QGridLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    zeile->setVerticalSpacing(2);
+    for (int i = 0; i < ACHSENBERICHTE; ++i) {
+        auto* text = benannt(new QPlainTextEdit("Text3"), feldname("Text3", i));
+        text->setReadOnly(true);
+        Text3_[static_cast<std::size_t>(i)] = text;
+        text->setFixedHeight(text->fontMetrics().lineSpacing() * 4 + 12);
+        zeile->addWidget(new QLabel(ACHSENZEILEN[static_cast<std::size_t>(i)].name), 0, i);
+        zeile->addWidget(text, 1, i);
+    }
+    return bereich;
+}
+
+QWidget* LaufFensterAnsicht::ausgabezeile() {
+    auto* bereich = new QWidget;
+    auto* gitter = new QGridLayout(bereich);
+    gitter->setContentsMargins(0, 0, 0, 0);
+    gitter->setVerticalSpacing(2);
+    for (int i = 0; i < SPUREN; ++i) {
+        auto* label = benannt(new QLabel, feldname("Erg", i));
+        label->setTextFormat(Qt::PlainText); // an action text is nobody's markup
+        Erg_[static_cast<std::size_t>(i)] = label;
+    }
+    int reihe = 0;
+    for (const auto& stick : STICKZEILEN) {
+        gitter->addWidget(new QLabel(stick.name), reihe, 0);
+        int spalte = 1;
+        for (const auto index : stick.Erg)
+            gitter->addWidget(Erg_[index], reihe, spalte++);
+        ++reihe;
+    }
+    gitter->addWidget(new QLabel("Druckmaske:"), reihe, 0);
+    gitter->addWidget(Erg_[DRUCKMASKE_ERG], reihe, 1);
+    for (int spalte = 1; spalte <= ZONENSPALTEN; ++spalte)
+        gitter->setColumnMinimumWidth(spalte, bereich->fontMetrics().horizontalAdvance("Rechts:  65535  "));
+    gitter->setColumnStretch(ZONENSPALTEN + 1, 1);
+    gitter->setColumnStretch(ZONENSPALTEN + 2, 1);
+    auto* felder = new QHBoxLayout;
+    felder->setSpacing(16);
+    felder->addWidget(benannt(new QLabel("Label1"), feldname("Label1", 1)));
+    for (const char* name : {"Label2", "lblStErg", "lblBeschriftung"})
+        felder->addWidget(benannt(new QLabel(name), name));
+    auto* text1 = benannt(new QLineEdit("Text1"), "Text1");
+    text1->setReadOnly(true);
+    felder->addWidget(text1, 1);
+    gitter->addLayout(felder, reihe, 2, 1, -1);
+    return bereich;
+}
+
+// --- the user's hand ---
+
+void LaufFensterAnsicht::Command1Klick(int index) {
+    if (lauf_)
+        lauf_->Command1Klick(index);
+}
+
+void LaufFensterAnsicht::Option1Klick(int index) {
+    if (!lauf_)
+        return;
+    try {
+        lauf_->Option1Klick(index);
+    } catch (const LaufzeitFehler& fehler) {
+        // Queued: the run, and with it the button that is being clicked, may end while the box is open.
+        QMetaObject::invokeMethod(
+            this, [this, fehler] { fehlermeldung(this, fehler, "Ausgabe speziel"); }, Qt::QueuedConnection);
+    }
+}
+
+// --- the engine's output ---
+
+void LaufFensterAnsicht::titel(const std::string& text) {
+    setWindowTitle(qt(text));
+}
+
+void LaufFensterAnsicht::lblUmschalt(std::string_view text) {
+    lblUmschalt_->setText(qt(text));
+}
+
+void LaufFensterAnsicht::gedrueckteTasten(int zahl) {
+    Label1_->setNum(zahl);
+}
+
+void LaufFensterAnsicht::Erg(int index, const std::string& text) {
+    spuren_[static_cast<std::size_t>(index)] = qt(text);
+    if (testfeld_->isVisible())
+        spurenSchreiben();
+}
+
+void LaufFensterAnsicht::spurenSchreiben() {
+    for (std::size_t i = 0; i < Erg_.size(); ++i)
+        if (Erg_[i]->text() != spuren_[i])
+            Erg_[i]->setText(spuren_[i]);
+}
+
+void LaufFensterAnsicht::HScroll1(int index, int wert) {
+    HScroll1_[static_cast<std::size_t>(index)]->setValue(wert);
+}
+
+void LaufFensterAnsicht::HScroll2(int wert) {
+    HScroll2_->setValue(wert);
+}
+
+void LaufFensterAnsicht::Text3(int index, const std::string& text) {
+    berichte_[static_cast<std::size_t>(index)] = qt(text);
+    if (!berichtstakt_->isActive())
+        berichtstakt_->start();
+}
+
+void LaufFensterAnsicht::berichteSchreiben() {
+    for (std::size_t i = 0; i < Text3_.size(); ++i)
+        if (!berichte_[i].isNull() && Text3_[i]->toPlainText() != berichte_[i])
+            Text3_[i]->setPlainText(berichte_[i]);
+}
+
+void LaufFensterAnsicht::Command1(int index, std::string_view text) {
+    Command1_[static_cast<std::size_t>(index)]->setText(qt(text));
+}
+
+void LaufFensterAnsicht::testfeld(bool offen) {
+    testfeld_->setVisible(offen);
+    if (offen) {
+        spurenSchreiben();
+        Text2_->setFocus();
+    }
+    hoeheSetzen(*this, offen ? HOEHE_AUSGEKLAPPT : HOEHE_EINGEKLAPPT);
+}
+
+void LaufFensterAnsicht::Option1(int index) {
+    if (index >= 0 && static_cast<std::size_t>(index) < Option1_.size())
+        Option1_[static_cast<std::size_t>(index)]->setChecked(true);
+}
+
+void LaufFensterAnsicht::hauptformVerbergen() {
+    emit hauptformVerbergenGewuenscht();
+}
+
+void LaufFensterAnsicht::hauptformZurueck(bool zeigen) {
+    emit hauptformZurueckGewuenscht(zeigen);
+}
+
+void LaufFensterAnsicht::abgebrochen(const LaufzeitFehler& fehler) {
+    emit laufAbgebrochen(fehler.zahl(), QString::fromUtf8(fehler.what()));
+}

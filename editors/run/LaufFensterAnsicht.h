@@ -1,0 +1,92 @@
+// The window of a running `Schema`: controls on one side, the engine's output on the other.
+#pragma once
+
+#include "engine/run/LaufAnzeige.h"
+#include "engine/run/LaufFenster.h"
+
+#include <QWidget>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+class QFrame;
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+class QRadioButton;
+class QScrollBar;
+class QTimer;
+
+class LaufFensterAnsicht final : public QWidget, private LaufAnzeige {
+    Q_OBJECT
+
+public:
+    static constexpr int SPUREN = 9;         ///< `Erg`(0 to 8)
+    static constexpr int ACHSENBERICHTE = 4; ///< `Text3`(0 to 3)
+
+    /// `umgebung` without its display, which this window is.
+    LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber);
+    ~LaufFensterAnsicht() override;
+
+    /// Reads the `Schema` and starts the poll. Throws LaufzeitFehler when it can't be read.
+    void laden();
+    /// Ends the run and hides the window; may be called twice. Gives the error that kept the scroll bars from
+    /// being stored.
+    std::optional<LaufzeitFehler> entladen();
+
+signals:
+    void hauptformVerbergenGewuenscht();
+    void hauptformZurueckGewuenscht(bool zeigen);
+    /// The run was stopped by an error; the window still stands.
+    void laufAbgebrochen(int nummer, const QString& text);
+    /// The user has closed the window.
+    void geschlossen();
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+
+private:
+    QWidget* kopf();
+    QWidget* ausgabegruppe();
+    QWidget* wiederholungszeile();
+    QWidget* testfeldBauen();
+    QWidget* reglergitter();
+    QWidget* meldungszeile();
+    QWidget* ausgabezeile();
+    QScrollBar* regler(int index);
+    QLabel* reglerwert(int index);
+    void Option1Klick(int index);
+    void Command1Klick(int index);
+    void spurenSchreiben();
+    void berichteSchreiben();
+
+    void titel(const std::string& text) override;
+    void lblUmschalt(std::string_view text) override;
+    void gedrueckteTasten(int zahl) override;
+    void Erg(int index, const std::string& text) override;
+    void HScroll1(int index, int wert) override;
+    void HScroll2(int wert) override;
+    void Text3(int index, const std::string& text) override;
+    void Command1(int index, std::string_view text) override;
+    void testfeld(bool offen) override;
+    void Option1(int index) override;
+    void hauptformVerbergen() override;
+    void hauptformZurueck(bool zeigen) override;
+    void abgebrochen(const LaufzeitFehler& fehler) override;
+
+    std::array<QPushButton*, 2> Command1_{};
+    std::array<QRadioButton*, 3> Option1_{};
+    QLabel* lblUmschalt_ = nullptr;
+    QLabel* Label1_ = nullptr;
+    QWidget* testfeld_ = nullptr;
+    QPlainTextEdit* Text2_ = nullptr;
+    std::array<QScrollBar*, REGLER> HScroll1_{};
+    QScrollBar* HScroll2_ = nullptr;
+    std::array<QPlainTextEdit*, ACHSENBERICHTE> Text3_{};
+    std::array<QString, ACHSENBERICHTE> berichte_; // what Text3 shows from the next time it is written
+    QTimer* berichtstakt_;
+    std::array<QLabel*, SPUREN> Erg_{};
+    std::array<QString, SPUREN> spuren_; // what Erg shows as soon as the test panel does
+    std::unique_ptr<LaufFenster> lauf_;
+};

@@ -1,0 +1,44 @@
+// Starts and ends runs: the one place that knows whether the window of a running `Schema` is loaded.
+#pragma once
+
+#include "engine/run/LaufFenster.h"
+
+#include <QObject>
+
+#include <memory>
+
+class LaufFensterAnsicht;
+
+class Laufsteuerung final : public QObject {
+    Q_OBJECT
+
+public:
+    Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber);
+    ~Laufsteuerung() override;
+
+    /// Whether a run is on.
+    bool geladen() const { return ansicht_ != nullptr; }
+    /// Loads the window for the current `Schema` and shows it; a run that is on ends first. When the `Schema`
+    /// can't be read the main form is asked back and one message box says why. Returns whether a run is on.
+    bool laden();
+    /// Ends the run, if one is on.
+    void entladen();
+
+signals:
+    void hauptformVerbergen();
+    /// A run is over; `zeigen` tells whether the main form comes back into sight.
+    void hauptformZurueck(bool zeigen);
+
+private:
+    void nachAbbruch(int nummer, const QString& text);
+
+    struct DannLoeschen {
+        void operator()(LaufFensterAnsicht* ansicht) const;
+    };
+
+    Laufzustand& zustand_;
+    Joystick& joystick_;
+    Eingabe& eingabe_;
+    Zeitgeber& zeitgeber_;
+    std::unique_ptr<LaufFensterAnsicht, DannLoeschen> ansicht_;
+};

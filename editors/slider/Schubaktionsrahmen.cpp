@@ -1,0 +1,321 @@
+#include "editors/slider/Schubaktionsrahmen.h"
+
+#include "base/LaufzeitFehler.h"
+#include "editors/common/Formhilfen.h"
+#include "editors/common/Optionen.h"
+#include "editors/common/Tastenfang.h"
+#include "formats/Felder.h"
+#include "store/schema/modKeyCode.h"
+
+#include <QCheckBox>
+#include <QFocusEvent>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+enum Maustaste { SCROLLRAD_PLUS = 3, SCROLLRAD_MINUS = 4 };
+enum Tastenart { REAL, ZEITGESTEUERT };
+// Of txtSchritt and of txtZeit.
+enum Schritt : std::size_t { GESCHWINDIGKEIT, SCHRITTLAENGE };
+enum Zeit : std::size_t { DRUCKZEIT, PAUSE };
+// Of the parameters of an action.
+enum Wert : std::size_t { A, B, D };
+
+constexpr int TABULATOR = 9;
+constexpr const char* GRUNDWERT = "1";
+constexpr const char* GRUNDZEIT = "50";
+constexpr const char* GRUNDPAUSE = "0";
+
+// Sets the option whose index a record tells.
+template <std::size_t N>
+void optionSetzen(const std::array<QRadioButton*, N>& optionen, const std::string& index) {
+    const auto i = feldzahl(std::string_view{index});
+    if (i < 0 || static_cast<std::size_t>(i) >= N)
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             "Index außerhalb des gültigen Bereichs: Schubregler mit der Angabe " + index);
+    optionen[static_cast<std::size_t>(i)]->setChecked(true);
+}
+
+QLabel* beschriftung(const QString& text, const QString& name, QWidget* fuer = nullptr) {
+    auto* label = benannt(new QLabel(text), name);
+    label->setBuddy(fuer);
+    return label;
+}
+
+QString ohneRand(const std::string& text) {
+    return qt(text).trimmed();
+}
+
+} // namespace
+
+Schubaktionsrahmen::Schubaktionsrahmen(const std::string& datenbankPfad, Tastatur& tastatur)
+    : QGroupBox("Aktion"), datenbankPfad_(datenbankPfad) {
+    setObjectName("Aktion");
+    auto* gitter = new QGridLayout(this);
+    auto* arten = new QVBoxLayout;
+    Option1_ = optionen<SCHUBARTEN>("Option1",
+                                    {"Mausbewegung", "Maustaste drücken", "Tastatur drücken", "Leerfeld"});
+    rahmen_ = new QStackedWidget;
+    for (auto* rahmen : {mausbewegung(), maustaste(), tastendruck(tastatur), leerfeld()})
+        rahmen_->addWidget(rahmen);
+    for (int i = 0; i < SCHUBARTEN; ++i) {
+        auto* option = Option1_[static_cast<std::size_t>(i)];
+        connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
+            if (an)
+                rahmen_->setCurrentIndex(i);
+        });
+        arten->addWidget(option);
+    }
+    arten->addStretch();
+    Option1_[static_cast<std::size_t>(Schubart::Leerfeld)]->setChecked(true);
+
+    auto* uebernehmen = benannt(new QPushButton("Aktion übernehmen"), "Command2");
+    connect(uebernehmen, &QPushButton::clicked, this, &Schubaktionsrahmen::uebernehmenGewuenscht);
+    gitter->addLayout(arten, 0, 0);
+    gitter->addWidget(rahmen_, 0, 1);
+    gitter->addWidget(uebernehmen, 1, 1, Qt::AlignRight);
+    gitter->setColumnStretch(1, 1);
+}
+
+// --- layout ---
+
+QGroupBox* Schubaktionsrahmen::mausbewegung() {
+    auto* gruppe = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 0));
+    auto* gitter = new QGridLayout(gruppe);
+    Option2_ = optionen<RICHTUNGEN>("Option2", {"Links", "Rechts", "Oben", "Unten"});
+    int reihe = 0;
+    for (auto* option : Option2_)
+        gitter->addWidget(option, reihe++, 0);
+    const std::array<const char*, 2> texte{"Geschwindigkeit", "Schrittlänge"};
+    const std::array<int, 2> label{1, 0};
+    for (std::size_t i = 0; i < txtSchritt_.size(); ++i) {
+        txtSchritt_[i] = zahlfeld(feldname("txtSchritt", static_cast<int>(i)), GRUNDWERT);
+        gitter->addWidget(beschriftung(texte[i], feldname("Label2", label[i]), txtSchritt_[i]),
+                          static_cast<int>(i), 2);
+        gitter->addWidget(txtSchritt_[i], static_cast<int>(i), 3);
+    }
+    txtSchritt_[GESCHWINDIGKEIT]->setToolTip("Millisekunden von Schritt zu Schritt");
+    txtSchritt_[SCHRITTLAENGE]->setToolTip("Bildpunkte je Schritt");
+    gitter->setColumnMinimumWidth(1, 24);
+    gitter->setColumnStretch(4, 1);
+    gitter->setRowStretch(reihe, 1);
+    return gruppe;
+}
+
+QGroupBox* Schubaktionsrahmen::maustaste() {
+    auto* gruppe = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 1));
+    auto* gitter = new QGridLayout(gruppe);
+    optMaus_ = optionen<MAUSTASTEN>("optMaus", {"Linke Maustaste", "Rechte Maustaste", "Maustaste Mitte",
+                                                "Scrollrad Plus", "Scrollrad Minus"});
+    for (int i = 0; i < MAUSTASTEN; ++i) {
+        auto* option = optMaus_[static_cast<std::size_t>(i)];
+        connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
+            if (an)
+                optMaus_Click(i);
+        });
+        gitter->addWidget(option, i, 0);
+    }
+    txtScrollPlus_ = zahlfeld("txtScrollPlus", GRUNDWERT);
+    txtScrollMinus_ = zahlfeld("txtScrollMinus", GRUNDWERT);
+    int reihe = SCROLLRAD_PLUS;
+    for (auto* feld : {txtScrollPlus_, txtScrollMinus_}) {
+        feld->setToolTip("120 ist eine Raste");
+        gitter->addWidget(
+            beschriftung("Scrollsprung", feldname("Scrollsprung", reihe - SCROLLRAD_PLUS), feld), reihe, 2);
+        gitter->addWidget(feld, reihe++, 3);
+    }
+    optMaus_Click(0);
+    gitter->setColumnMinimumWidth(1, 24);
+    gitter->setColumnStretch(4, 1);
+    gitter->setRowStretch(reihe, 1);
+    return gruppe;
+}
+
+QGroupBox* Schubaktionsrahmen::tastendruck(Tastatur& tastatur) {
+    auto* gruppe = tastenrahmen_ = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 2));
+    auto* gitter = new QGridLayout(gruppe);
+    txtTaste_ = benannt(new Tastenfang(tastatur), "txtTaste");
+    txtTaste_->setToolTip("Mit Doppelklick Tabtaste bestätigen");
+    connect(txtTaste_, &Tastenfang::tasteGeloest, this, &Schubaktionsrahmen::tasteGefangen);
+    connect(txtTaste_, &Tastenfang::tabBestaetigt, this, [this] { emit tasteGefangen(TABULATOR); });
+    // The box falls back to its invitation when it loses the focus; here it keeps the key that it has.
+    connect(txtTaste_, &QLineEdit::textChanged, this, [this] {
+        if (taste_ != 0)
+            txtTaste_->setText(tastenname_);
+    });
+    optEig_ = optionen<TASTENARTEN>("optEig", {"Real", "Taste bei Tastendruck drücken und loslassen"});
+    txtZeit_[DRUCKZEIT] = zahlfeld(feldname("txtZeit", DRUCKZEIT), GRUNDZEIT);
+    txtZeit_[PAUSE] = zahlfeld(feldname("txtZeit", PAUSE), GRUNDPAUSE);
+    Check1_ = benannt(new QCheckBox("Tastendruck wiederholen"), "Check1");
+    for (auto* option : optEig_)
+        connect(option, &QRadioButton::toggled, this, &Schubaktionsrahmen::tastenzeitenSchalten);
+    connect(Check1_, &QCheckBox::toggled, this, &Schubaktionsrahmen::tastenzeitenSchalten);
+    tastenzeitenSchalten();
+
+    // The number of the label before the box and of the one behind it.
+    const std::array<std::array<int, 2>, 2> lblZ{{{0, 2}, {3, 1}}};
+    const auto zeitzeile = [&](std::size_t zeit, int reihe) {
+        gitter->addWidget(beschriftung("Zeit:", feldname("lblZ", lblZ[zeit][0]), txtZeit_[zeit]), reihe, 1);
+        gitter->addWidget(txtZeit_[zeit], reihe, 2);
+        gitter->addWidget(beschriftung("mSek", feldname("lblZ", lblZ[zeit][1])), reihe, 3);
+    };
+    gitter->addWidget(txtTaste_, 0, 0, 1, 3);
+    gitter->addWidget(optEig_[REAL], 1, 0, 1, 5);
+    gitter->addWidget(optEig_[ZEITGESTEUERT], 2, 0, 1, 5);
+    zeitzeile(DRUCKZEIT, 3);
+    gitter->addWidget(Check1_, 4, 1, 1, 4);
+    zeitzeile(PAUSE, 5);
+    gitter->setColumnMinimumWidth(0, 20); // sets the times in under their option
+    gitter->setColumnStretch(4, 1);
+    gitter->setRowStretch(6, 1);
+    return gruppe;
+}
+
+QGroupBox* Schubaktionsrahmen::leerfeld() {
+    auto* gruppe = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 3));
+    auto* spalte = new QVBoxLayout(gruppe);
+    auto* text = beschriftung("Ein Leerfeld hat keine spezielle Funktion. ", "Label3");
+    text->setWordWrap(true);
+    spalte->addWidget(text);
+    spalte->addStretch();
+    return gruppe;
+}
+
+// A box whose text is looked at when the focus leaves it.
+QLineEdit* Schubaktionsrahmen::zahlfeld(const QString& name, const QString& text) {
+    auto* feld = benannt(new QLineEdit(text), name);
+    feld->setFixedWidth(feld->fontMetrics().horizontalAdvance("0000000000") + 12);
+    feld->installEventFilter(this);
+    return feld;
+}
+
+// --- what the controls do ---
+
+void Schubaktionsrahmen::optMaus_Click(int index) {
+    txtScrollPlus_->setEnabled(index == SCROLLRAD_PLUS);
+    txtScrollMinus_->setEnabled(index == SCROLLRAD_MINUS);
+}
+
+void Schubaktionsrahmen::tastenzeitenSchalten() {
+    const bool zeitgesteuert = optEig_[ZEITGESTEUERT]->isChecked();
+    txtZeit_[DRUCKZEIT]->setEnabled(zeitgesteuert);
+    Check1_->setEnabled(zeitgesteuert);
+    txtZeit_[PAUSE]->setEnabled(zeitgesteuert && Check1_->isChecked());
+}
+
+bool Schubaktionsrahmen::eventFilter(QObject* control, QEvent* ereignis) {
+    if (ereignis->type() == QEvent::FocusOut) {
+        const auto grund = static_cast<QFocusEvent*>(ereignis)->reason();
+        // Another window, or the box's own menu: the box keeps its place in the form.
+        if (grund != Qt::ActiveWindowFocusReason && grund != Qt::PopupFocusReason) {
+            auto* feld = static_cast<QLineEdit*>(control);
+            // Queued: the focus has to arrive where it goes before it can be called back.
+            QMetaObject::invokeMethod(
+                this, [this, feld] { zahlfeldVerlassen(feld); }, Qt::QueuedConnection);
+        }
+    }
+    return QGroupBox::eventFilter(control, ereignis);
+}
+
+void Schubaktionsrahmen::zahlfeldVerlassen(QLineEdit* feld) {
+    std::string zahl;
+    if (feld->isVisible() && !feld->hasFocus())
+        zahlLesen(*feld, zahl);
+}
+
+void Schubaktionsrahmen::tasteGewaehlt(int code) {
+    const auto nummer = std::to_string(code);
+    tastenname_ = ohneRand(KeyCodeSuchen(datenbankPfad_, 0, nummer));
+    taste_ = code;
+    txtTaste_->setText(tastenname_);
+    tastenrahmen_->setTitle(QString("Taste: %1 - %2").arg(qt(nummer), tastenname_));
+}
+
+// --- a record in the controls ---
+
+void Schubaktionsrahmen::zeigen(const Schubaktion& aktion) {
+    const auto wert = [&](Wert stelle) { return qt(aktion.werte[stelle]); };
+    Option1_[static_cast<std::size_t>(aktion.art)]->setChecked(true);
+    switch (aktion.art) {
+    case Schubart::Mausbewegung:
+        optionSetzen(Option2_, aktion.unterwahl);
+        txtSchritt_[GESCHWINDIGKEIT]->setText(wert(A));
+        txtSchritt_[SCHRITTLAENGE]->setText(wert(B));
+        break;
+    case Schubart::Maustaste:
+        optionSetzen(optMaus_, aktion.unterwahl);
+        if (optMaus_[SCROLLRAD_PLUS]->isChecked())
+            txtScrollPlus_->setText(wert(A));
+        if (optMaus_[SCROLLRAD_MINUS]->isChecked())
+            txtScrollMinus_->setText(wert(A));
+        break;
+    case Schubart::Tastatur:
+        optionSetzen(optEig_, aktion.unterwahl);
+        txtZeit_[DRUCKZEIT]->setText(wert(B).isEmpty() ? GRUNDZEIT : wert(B)); // "Real" has none
+        Check1_->setChecked(!aktion.werte[D].empty());
+        if (Check1_->isChecked())
+            txtZeit_[PAUSE]->setText(wert(D));
+        tasteGewaehlt(feldzahl(std::string_view{aktion.werte[A]}));
+        break;
+    case Schubart::Leerfeld:
+        break;
+    }
+}
+
+bool Schubaktionsrahmen::lesen(Schubaktion& aktion) {
+    aktion.art = static_cast<Schubart>(gesetzte(Option1_));
+    switch (aktion.art) {
+    case Schubart::Mausbewegung:
+        aktion.unterwahl = std::to_string(gesetzte(Option2_));
+        return zahlLesen(*txtSchritt_[GESCHWINDIGKEIT], aktion.werte[A]) &&
+               zahlLesen(*txtSchritt_[SCHRITTLAENGE], aktion.werte[B]);
+    case Schubart::Maustaste: {
+        const int taste = gesetzte(optMaus_);
+        aktion.unterwahl = std::to_string(taste);
+        if (taste == SCROLLRAD_PLUS)
+            return zahlLesen(*txtScrollPlus_, aktion.werte[A]);
+        return taste != SCROLLRAD_MINUS || zahlLesen(*txtScrollMinus_, aktion.werte[A]);
+    }
+    case Schubart::Tastatur: {
+        if (taste_ == 0) {
+            meldung(window(), "Sie müssen eine Taste drücken!", "");
+            txtTaste_->setFocus();
+            return false;
+        }
+        const int art = gesetzte(optEig_);
+        aktion.unterwahl = std::to_string(art);
+        aktion.werte[A] = std::to_string(taste_);
+        if (art != ZEITGESTEUERT)
+            return true;
+        return zahlLesen(*txtZeit_[DRUCKZEIT], aktion.werte[B]) &&
+               (!Check1_->isChecked() || zahlLesen(*txtZeit_[PAUSE], aktion.werte[D]));
+    }
+    case Schubart::Leerfeld:
+        break;
+    }
+    return true;
+}
+
+// The number in the box, without the blanks around it. When there is none that the slider text could hold,
+// the user is told, the focus returns to the box and false comes back. A sign or a comma would be taken for
+// a separator of that text, and the action would do something else.
+bool Schubaktionsrahmen::zahlLesen(QLineEdit& feld, std::string& ziel) {
+    const auto text = feld.text().trimmed().toStdString();
+    const auto befund = zahlPruefen(text);
+    if (befund == Zahlbefund::Gut) {
+        ziel = text;
+        return true;
+    }
+    meldung(window(),
+            befund == Zahlbefund::KeineZahl
+                ? QString("Sie müssen eine Zahl eingeben")
+                : QString("Sie müssen eine ganze Zahl von 0 bis %1 eingeben").arg(SCHUBZAHL_MAX),
+            "");
+    feld.setFocus();
+    return false;
+}

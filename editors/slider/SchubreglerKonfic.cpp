@@ -1,0 +1,246 @@
+#include "editors/slider/SchubreglerKonfic.h"
+
+#include "base/LaufzeitFehler.h"
+#include "editors/common/Formhilfen.h"
+#include "editors/common/Optionen.h"
+#include "editors/slider/Schubaktionsrahmen.h"
+#include "editors/slider/Schubbild.h"
+#include "engine/run/GobalVariable.h"
+#include "store/files/Gamepaddatei.h"
+#include "store/files/ZusatzFunktionen.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr std::chrono::milliseconds ABFRAGE{50};
+
+enum Linienknopf { NEUE_LINIE, LINIE_LOESCHEN };
+
+constexpr const char* NUR_AUSWAERTS = "Deaktiviert beim loslassen das nochmalige auslösen der Aktionen !";
+constexpr const char* SPALTE_SCHUBREGLER = "Schubregler"; // of Gamepad.xml
+
+QString feldtext(int nummer) {
+    return QString("Feld: %1").arg(nummer);
+}
+
+} // namespace
+
+SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, ZusatzFunktionen& achsen,
+                                     Zeitgeber& zeitgeber, Tastatur& tastatur)
+    : achsen_(achsen)
+    , schema_(achsen.Schema())
+    , Aktion_(new Schubaktionsrahmen(global.DatenbankPfad, tastatur)) {
+    setObjectName("SchubreglerKonfic");
+    setWindowTitle("Schubregler konfigurieren");
+    auto* anordnung = new QVBoxLayout(this);
+    anordnung->setSpacing(10);
+    anordnung->addWidget(reglerzeile());
+    anordnung->addWidget(Picture1_ = benannt(new Schubbild, "Picture1"));
+    anordnung->addWidget(Label1_ = benannt(new QLabel(feldtext(1)), "Label1"));
+    anordnung->addWidget(feldbereich(), 1);
+    anordnung->addWidget(Check2_ = benannt(new QCheckBox(NUR_AUSWAERTS), "Check2"));
+    anordnung->addWidget(fusszeile());
+    breiteSetzen(*this, 0);
+    hoeheSetzen(*this, 0);
+
+    laden();
+    Timer1_ = zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
+    Timer1_->Interval(ABFRAGE);
+    Timer1_->Enabled(true);
+}
+
+void SchubreglerKonfic::closeEvent(QCloseEvent* ereignis) {
+    Timer1_->Enabled(false);
+    ereignis->accept();
+}
+
+// --- layout, top to bottom ---
+
+QWidget* SchubreglerKonfic::reglerzeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    Option3_ = optionen<REGLER>("Option3", {"Schubregler 1", "Schubregler 2"});
+    for (int i = 0; i < REGLER; ++i) {
+        auto* option = Option3_[static_cast<std::size_t>(i)];
+        connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
+            if (an)
+                Option3_Click(i);
+        });
+        zeile->addWidget(option);
+    }
+    zeile->addStretch();
+    const std::array<const char*, 2> texte{"Neue Linie", "Linie löschen"};
+    for (int i = 0; i < 2; ++i) {
+        auto* knopf = benannt(new QPushButton(texte[static_cast<std::size_t>(i)]), feldname("Command1", i));
+        connect(knopf, &QPushButton::clicked, this, [this, i] { Command1_Click(i); });
+        zeile->addWidget(knopf);
+    }
+    return bereich;
+}
+
+QWidget* SchubreglerKonfic::feldbereich() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    zeile->addWidget(listenspalte());
+    connect(Aktion_, &Schubaktionsrahmen::uebernehmenGewuenscht, this, &SchubreglerKonfic::Command2_Click);
+    connect(Aktion_, &Schubaktionsrahmen::tasteGefangen, this,
+            [this](int code) { geschuetzt([&] { Aktion_->tasteGewaehlt(code); }); });
+    zeile->addWidget(Aktion_, 1);
+    return bereich;
+}
+
+QWidget* SchubreglerKonfic::listenspalte() {
+    auto* bereich = new QWidget;
+    auto* spalte = new QVBoxLayout(bereich);
+    spalte->setContentsMargins(0, 0, 0, 0);
+    List1_ = benannt(new QListWidget, "List1");
+    connect(List1_, &QListWidget::itemSelectionChanged, this, &SchubreglerKonfic::List1_Click);
+    connect(List1_, &QListWidget::itemClicked, this, &SchubreglerKonfic::List1_Click);
+    auto* bitte = benannt(new QLabel("Bitte ein Feld in der Liste auswählen"), "Label4");
+    bitte->setBuddy(List1_);
+    bitte->setWordWrap(true);
+    spalte->addWidget(bitte);
+    spalte->addWidget(List1_, 1);
+    bereich->setFixedWidth(bereich->fontMetrics().horizontalAdvance("Bitte ein Feld in der ") + 24);
+    return bereich;
+}
+
+QWidget* SchubreglerKonfic::fusszeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    lblHinweis_ = benannt(new QLabel, "lblHinweis");
+    lblHinweis_->setWordWrap(true);
+    lblHinweis_->setMinimumHeight(2 * lblHinweis_->fontMetrics().lineSpacing()); // it comes and goes
+    auto* speichern = benannt(new QPushButton("Schema speichern"), "Command3");
+    auto* abbrechen = benannt(new QPushButton("Abbrechen"), "Command4");
+    // A click on it takes no focus away, so nobody is asked for a number that is not wanted any more.
+    abbrechen->setFocusPolicy(Qt::TabFocus);
+    connect(speichern, &QPushButton::clicked, this, &SchubreglerKonfic::Command3_Click);
+    connect(abbrechen, &QPushButton::clicked, this, &QWidget::close);
+    zeile->addWidget(lblHinweis_, 1);
+    zeile->addWidget(speichern);
+    zeile->addWidget(abbrechen);
+    return bereich;
+}
+
+// --- what the controls do ---
+
+void SchubreglerKonfic::laden() {
+    achsen_.AchsenLaden();
+    try {
+        regler_[0] = Schubtext(achsen_.SchubreglerText());
+    } catch (const LaufzeitFehler& fehler) {
+        QMetaObject::invokeMethod(
+            this, [this, fehler] { fehlermeldung(this, fehler, windowTitle()); }, Qt::QueuedConnection);
+    }
+    Check2_->setChecked(regler_[0].nurAuswaerts());
+    felderZeigen();
+}
+
+void SchubreglerKonfic::Option3_Click(int index) {
+    gewaehlt_ = index;
+    lblHinweis_->setText(index == 0 ? ""
+                                    : "Schubregler 2 löst im Spiel nichts aus. Seine Felder werden nicht "
+                                      "gespeichert.");
+    felderZeigen();
+}
+
+void SchubreglerKonfic::Command1_Click(int index) {
+    if (index == NEUE_LINIE ? regler().linieAnfuegen() : regler().linieLoeschen())
+        felderZeigen();
+}
+
+void SchubreglerKonfic::Timer1_Timer() {
+    achsen_.AchsenLesen();
+    const auto wert = achsen_.AchsenWert(Achse::Z1);
+    if (!wert)
+        return;
+    const double stelle = schubstelle(*wert, Picture1_->width());
+    Picture1_->markeSetzen(stelle);
+    const auto text = feldtext(feldAnStelle(stelle, regler().linien(), Picture1_->width()));
+    if (Label1_->text() != text)
+        Label1_->setText(text);
+}
+
+void SchubreglerKonfic::List1_Click() {
+    const int index = gewaehltesFeld();
+    Picture1_->feldHervorheben(index);
+    if (index < 0)
+        return;
+    const auto satz = regler().satz(index);
+    geschuetzt([&] { Aktion_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
+}
+
+void SchubreglerKonfic::Command2_Click() {
+    const int index = gewaehltesFeld();
+    if (index < 0) {
+        meldung(this, "Es wurde kein Feld in der Liste makiert!", "");
+        return;
+    }
+    Schubaktion aktion;
+    if (!Aktion_->lesen(aktion))
+        return;
+    const auto satz = alsSatz(index + 1, aktion);
+    regler().satzSetzen(index, satz);
+    meldung(this, qt(satz), "");
+}
+
+void SchubreglerKonfic::Command3_Click() {
+    if (!darfSpeichern(this, schema_, achsen_.Schema()))
+        return;
+    const auto text = regler_[0].text(Check2_->isChecked());
+    if (!gamepadNimmt(SPALTE_SCHUBREGLER, text)) {
+        meldung(this,
+                QString("Der Text des Schubreglers ist zu lang: er hat %1 Zeichen, höchstens 1000 werden "
+                        "gespeichert. Der alte Text bleibt bestehen.")
+                    .arg(qt(text).size()),
+                "");
+        return;
+    }
+    if (!achsen_.GamepadSchreiben(text)) {
+        meldung(this,
+                "Die Felder konnten nicht gespeichert werden: Gamepad.xml lässt sich nicht lesen oder "
+                "nicht schreiben, oder der Name des Schemas passt nicht hinein.",
+                "");
+        return; // they are nowhere else
+    }
+    close();
+}
+
+// --- the steps that they share ---
+
+void SchubreglerKonfic::felderZeigen() {
+    {
+        const QSignalBlocker stumm(*List1_);
+        List1_->clear();
+        for (int nummer = 1; nummer <= regler().felder(); ++nummer)
+            List1_->addItem(feldtext(nummer));
+    }
+    Picture1_->linienSetzen(regler().linien());
+    Picture1_->feldHervorheben(-1);
+}
+
+// Index in List1, -1 when no entry is selected. The focus alone makes one of them current, too.
+int SchubreglerKonfic::gewaehltesFeld() const {
+    const auto gewaehlt = List1_->selectedItems();
+    return gewaehlt.isEmpty() ? -1 : List1_->row(gewaehlt.front());
+}
+
+void SchubreglerKonfic::geschuetzt(const std::function<void()>& handler) {
+    try {
+        handler();
+    } catch (const LaufzeitFehler& fehler) {
+        fehlermeldung(this, fehler, windowTitle());
+    }
+}

@@ -1,0 +1,79 @@
+// The slider editor: cuts a slider into equal fields and gives each of them an action.
+//
+// It works on fields of its own and writes nothing before "Schema speichern", which stores the slider text of
+// `Schubregler 1` for the `Schema` that the main form shows then; if that is not the one it was opened for,
+// the user is asked first. The fields of `Schubregler 2` have no place in that text: they last as long as the
+// form.
+#pragma once
+
+#include "editors/slider/Schubtext.h"
+#include "platform/Zeitgeber.h"
+
+#include <QWidget>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QCheckBox;
+class QLabel;
+class QListWidget;
+class QRadioButton;
+class Schubaktionsrahmen;
+class Schubbild;
+class Tastatur;
+class ZusatzFunktionen;
+struct GobalVariable;
+
+class SchubreglerKonfic final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Reads the slider text of the `Schema`. One that is ill-formed is told of once the event loop runs, and
+    /// counts as none.
+    SchubreglerKonfic(const GobalVariable& global, ZusatzFunktionen& achsen, Zeitgeber& zeitgeber,
+                      Tastatur& tastatur);
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+
+private:
+    static constexpr int REGLER = 2;
+
+    // layout, top to bottom
+    QWidget* reglerzeile();
+    QWidget* feldbereich();
+    QWidget* listenspalte();
+    QWidget* fusszeile();
+
+    // what the controls do
+    void laden();
+    void Option3_Click(int index);
+    void Command1_Click(int index);
+    void Timer1_Timer();
+    void List1_Click();
+    void Command2_Click();
+    void Command3_Click();
+
+    // the steps that they share
+    Schubtext& regler() { return regler_[static_cast<std::size_t>(gewaehlt_)]; }
+    void felderZeigen();
+    int gewaehltesFeld() const;
+    void geschuetzt(const std::function<void()>& handler);
+
+    ZusatzFunktionen& achsen_;
+    const std::string schema_; ///< whose values were loaded
+
+    std::array<Schubtext, REGLER> regler_;
+    int gewaehlt_ = 0; // whose fields the form shows
+
+    std::array<QRadioButton*, REGLER> Option3_{};
+    QLabel* lblHinweis_ = nullptr;
+    Schubbild* Picture1_ = nullptr;
+    QLabel* Label1_ = nullptr;
+    QListWidget* List1_ = nullptr;
+    Schubaktionsrahmen* Aktion_;
+    QCheckBox* Check2_ = nullptr;
+    std::unique_ptr<Formularzeitgeber> Timer1_;
+};

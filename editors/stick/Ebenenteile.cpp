@@ -1,0 +1,195 @@
+#include "editors/stick/Ebenenteile.h"
+
+#include "editors/stick/Stickebene.h"
+
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRgb>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr QRgb LICHTHOF = qRgba(255, 255, 255, 165);
+constexpr QRgb LINIENSCHWARZ = qRgb(0, 0, 0);
+constexpr QRgb LINIENROT = qRgb(255, 0, 0);
+constexpr int SAUM = 175; // how much the line's colour covers beside its middle, of 255
+
+// The strips of a line across, in pixels: halo, seam, middle, seam, halo.
+constexpr int LINIENBREITE = 5;
+
+constexpr double PUNKTDURCHMESSER = 90.0 / 11520; // of the plane's height: a small circle at any size
+
+} // namespace
+
+// --- Ebenenteil ---
+
+Ebenenteil::Ebenenteil(QWidget* ebene) : QWidget(ebene) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void Ebenenteil::setzen(const QRectF& platz) {
+    if (platz == platz_)
+        return;
+    platz_ = platz;
+    legen();
+}
+
+void Ebenenteil::legen() {
+    const auto* ebene = parentWidget();
+    setGeometry(pixel(Stickebene::pixelVon(platz_, ebene->size())));
+}
+
+// Both edges are rounded, not the lengths, so that neighbours meet whatever the size of the plane. What lies
+// far outside the plane is cut near it: widgets have no use for coordinates of any size.
+QRect Ebenenteil::pixel(const QRectF& platz) const {
+    const auto* ebene = parentWidget();
+    const double weit = 2.0 * std::max(ebene->width(), ebene->height()) + 100;
+    const auto begrenzt = [weit](double wert) {
+        return static_cast<int>(std::lround(std::clamp(wert, -weit, weit)));
+    };
+    const QPoint von{begrenzt(platz.left()), begrenzt(platz.top())};
+    const QPoint bis{begrenzt(platz.right()), begrenzt(platz.bottom())};
+    return {von, QSize(std::max(0, bis.x() - von.x()), std::max(0, bis.y() - von.y()))};
+}
+
+// --- Ebenenlinie ---
+
+Ebenenlinie::Ebenenlinie(QWidget* ebene, bool senkrecht) : Ebenenteil(ebene), senkrecht_(senkrecht) {}
+
+void Ebenenlinie::ortSetzen(double ort) {
+    auto neu = platz();
+    senkrecht_ ? neu.moveLeft(ort) : neu.moveTop(ort);
+    setzen(neu);
+}
+
+void Ebenenlinie::strecken() {
+    setzen(senkrecht_ ? QRectF(platz().x(), 0, 0, EBENENENDE) : QRectF(0, platz().y(), EBENENENDE, 0));
+}
+
+void Ebenenlinie::faerben(std::int32_t farbe) {
+    if (std::exchange(farbe_, farbe) != farbe)
+        update();
+}
+
+QRect Ebenenlinie::pixel(const QRectF& platz) const {
+    auto rechteck = Ebenenteil::pixel(platz);
+    const int halb = LINIENBREITE / 2;
+    if (senkrecht_)
+        return {rechteck.x() - halb, rechteck.y(), LINIENBREITE, rechteck.height() + 1};
+    return {rechteck.x(), rechteck.y() - halb, rechteck.width() + 1, LINIENBREITE};
+}
+
+// Painted by hand and laid down as one image: the toolkit hands translucent fills that are this high to other
+// threads, strip by strip, and waiting for those takes longer than all painting, most of all beside a game.
+void Ebenenlinie::paintEvent(QPaintEvent* ereignis) {
+    const bool rot = farbe_ == GREIFFARBE;
+    const auto aussen = qPremultiply(LICHTHOF);
+    const auto kern = rot ? LINIENROT : LINIENSCHWARZ;
+    const auto innen = rot ? kern : qPremultiply(qRgba(0, 0, 0, SAUM));
+    const std::array<QRgb, LINIENBREITE> streifen{aussen, innen, kern, innen, aussen};
+
+    const auto teil = ereignis->rect() & rect();
+    const double dichte = devicePixelRatioF();
+    QImage bild((QSizeF(teil.size()) * dichte).toSize(), QImage::Format_ARGB32_Premultiplied);
+    const auto farbeBei = [&](int pixel, int anfang) {
+        const auto stelle = static_cast<std::size_t>(anfang + static_cast<int>(pixel / dichte));
+        return streifen[std::min(stelle, streifen.size() - 1)];
+    };
+    for (int y = 0; y < bild.height(); ++y) {
+        auto* zeile = reinterpret_cast<QRgb*>(bild.scanLine(y));
+        if (senkrecht_)
+            for (int x = 0; x < bild.width(); ++x)
+                zeile[x] = farbeBei(x, teil.x());
+        else
+            std::fill_n(zeile, bild.width(), farbeBei(y, teil.y()));
+    }
+    QPainter(this).drawImage(QRectF(teil), bild, QRectF(bild.rect()));
+}
+
+// --- Ebenenpfeil ---
+
+Ebenenpfeil::Ebenenpfeil(QWidget* ebene, double grad) : Ebenenteil(ebene), grad_(grad) {
+    setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    setMouseTracking(true); // moves go on to the plane, so that a line is not lost when it passes an arrow
+    setCursor(Qt::PointingHandCursor);
+}
+
+void Ebenenpfeil::mousePressEvent(QMouseEvent* ereignis) {
+    emit gedrueckt(ereignis->button());
+}
+
+void Ebenenpfeil::enterEvent(QEnterEvent*) {
+    update();
+}
+
+void Ebenenpfeil::leaveEvent(QEvent*) {
+    update();
+}
+
+void Ebenenpfeil::paintEvent(QPaintEvent*) {
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    maler.translate(QRectF(rect()).center());
+    maler.rotate(grad_);
+    // The arrow fills a square of 10 by 10 around the middle.
+    const double seite = std::max(6, std::min(width(), height()));
+    maler.scale(seite / 10, seite / 10);
+    QPainterPath pfeil;
+    pfeil.moveTo(0, -4);
+    pfeil.lineTo(3.8, 0.4);
+    pfeil.lineTo(1.5, 0.4);
+    pfeil.lineTo(1.5, 4);
+    pfeil.lineTo(-1.5, 4);
+    pfeil.lineTo(-1.5, 0.4);
+    pfeil.lineTo(-3.8, 0.4);
+    pfeil.closeSubpath();
+    maler.setPen(QPen(Qt::white, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    maler.drawPath(pfeil);
+    maler.setPen(QPen(Qt::black, 0.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    maler.setBrush(underMouse() ? QColor(255, 150, 0) : QColor(30, 90, 200));
+    maler.drawPath(pfeil);
+}
+
+// --- Ebenenrechteck ---
+
+Ebenenrechteck::Ebenenrechteck(QWidget* ebene, const QColor& farbe, double rundung)
+    : Ebenenteil(ebene), farbe_(farbe), rundung_(rundung) {}
+
+void Ebenenrechteck::paintEvent(QPaintEvent* ereignis) {
+    constexpr int RAND = 5;
+    const int ecke = RAND + static_cast<int>(rundung_);
+    // The point moves inside the border most of the time, where there is nothing to draw.
+    if (rect().adjusted(ecke, ecke, -ecke, -ecke).contains(ereignis->rect()))
+        return;
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    const auto rand = QRectF(rect()).adjusted(2, 2, -2, -2);
+    const double rundung = std::min(rundung_, std::min(rand.width(), rand.height()) / 4);
+    maler.setPen(QPen(QColor::fromRgba(LICHTHOF), 4));
+    maler.drawRoundedRect(rand, rundung, rundung);
+    maler.setPen(QPen(farbe_, 2));
+    maler.drawRoundedRect(rand, rundung, rundung);
+}
+
+// --- Livepunkt ---
+
+Livepunkt::Livepunkt(QWidget* ebene) : Ebenenteil(ebene) {}
+
+QRect Livepunkt::pixel(const QRectF& platz) const {
+    const int seite = std::max(6, static_cast<int>(std::lround(PUNKTDURCHMESSER * parentWidget()->height())));
+    return {Ebenenteil::pixel(platz).topLeft(), QSize(seite, seite)};
+}
+
+void Livepunkt::paintEvent(QPaintEvent*) {
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    maler.setPen(QPen(Qt::white, 1));
+    maler.setBrush(QColor::fromRgb(LINIENROT));
+    maler.drawEllipse(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+}

@@ -1,0 +1,202 @@
+#include "editors/stick/Stickebene.h"
+
+#include "editors/common/Formhilfen.h"
+#include "engine/stick/StickTabellen.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// What tells the four directions apart on the plane.
+struct Richtungsbild {
+    const char* linien;
+    const char* pfeile;
+    bool senkrecht;   ///< its lines
+    double grad;      ///< where its arrows point, clockwise from up
+    int pfeilversatz; ///< near edge of an arrow from its line, plane units
+};
+constexpr std::array<Richtungsbild, RICHTUNGEN> RICHTUNGSBILDER{{
+    {"LLinks", "LPfeil", true, 270, -1050},
+    {"LRechts", "RPfeil", true, 90, 200},
+    {"LOben", "OPfeil", false, 0, -1500},
+    {"LUnten", "UPfeil", false, 180, 200},
+}};
+
+constexpr int PFEILRAND = 100; ///< arrows stand along the upper and the left edge
+// So large that arrows of lines 1000 apart do not cover each other.
+constexpr int PFEIL_LAENGS = 850;
+constexpr int PFEIL_QUER = 1300;
+
+constexpr const char* PFEILHINWEIS = "Linke Maustaste = Neue Linie / Rechte Maustaste Linie löschen";
+
+constexpr QRgb FELDROT = qRgb(230, 0, 0);
+constexpr QRgb FELDBLAU = qRgb(0, 60, 255);
+constexpr double FELDRUNDUNG = 10;
+const QRgb OHNE_BILD = qRgb(128, 136, 144);
+
+} // namespace
+
+Stickebene::Stickebene(QWidget* form) : QWidget(form) {
+    setObjectName("Stickebene");
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    linienBauen();
+    RechteckC_ = benannt(new Ebenenrechteck(this, QColor::fromRgb(FELDBLAU), FELDRUNDUNG), "RechteckC");
+    RechteckB_ = benannt(new Ebenenrechteck(this, QColor::fromRgb(FELDROT), 0), "RechteckB");
+    RechteckB_->hide();
+    pfeileBauen();
+    Punkt_ = benannt(new Livepunkt(this), "Punkt");
+    for (Ebenenteil* teil : {static_cast<Ebenenteil*>(RechteckB_), static_cast<Ebenenteil*>(RechteckC_),
+                             static_cast<Ebenenteil*>(Punkt_)})
+        teile_.push_back(teil);
+}
+
+void Stickebene::linienBauen() {
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        for (int index = 0; index < LINIENCONTROLS; ++index) {
+            auto* linie = benannt(new Ebenenlinie(this, RICHTUNGSBILDER[d].senkrecht),
+                                  feldname(RICHTUNGSBILDER[d].linien, index));
+            linie->setVisible(index == 0);
+            linien_[d][static_cast<std::size_t>(index)].linie = linie;
+            teile_.push_back(linie);
+        }
+}
+
+void Stickebene::pfeileBauen() {
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        for (int index = 0; index < LINIENCONTROLS; ++index) {
+            auto* pfeil = benannt(new Ebenenpfeil(this, RICHTUNGSBILDER[d].grad),
+                                  feldname(RICHTUNGSBILDER[d].pfeile, index));
+            pfeil->setVisible(index == 0);
+            connect(pfeil, &Ebenenpfeil::gedrueckt, this,
+                    [this, d](Qt::MouseButton taste) { emit pfeilGedrueckt(taste, static_cast<int>(d)); });
+            linien_[d][static_cast<std::size_t>(index)].pfeil = pfeil;
+            teile_.push_back(pfeil);
+        }
+    for (const auto& reihe : linien_)
+        reihe[0].pfeil->setToolTip(PFEILHINWEIS);
+}
+
+// --- units ---
+
+QRectF Stickebene::pixelVon(const QRectF& einheiten, QSize groesse) {
+    const double x = static_cast<double>(groesse.width()) / EBENENENDE;
+    const double y = static_cast<double>(groesse.height()) / EBENENENDE;
+    return {einheiten.x() * x, einheiten.y() * y, einheiten.width() * x, einheiten.height() * y};
+}
+
+QPointF Stickebene::einheitenVon(const QPointF& pixel) const {
+    return {pixel.x() * EBENENENDE / std::max(1, width()), pixel.y() * EBENENENDE / std::max(1, height())};
+}
+
+QSizeF Stickebene::einheitenVon(const QSize& pixel) const {
+    const auto punkt = einheitenVon(QPointF(pixel.width(), pixel.height()));
+    return {punkt.x(), punkt.y()};
+}
+
+// --- lines ---
+
+Ebenenlinie& Stickebene::linie(std::size_t richtung, int index) {
+    return *linien_[richtung][static_cast<std::size_t>(index)].linie;
+}
+
+const Ebenenlinie& Stickebene::linie(std::size_t richtung, int index) const {
+    return *linien_[richtung][static_cast<std::size_t>(index)].linie;
+}
+
+void Stickebene::linieLegen(std::size_t richtung, int index, int wert) {
+    const auto& bild = RICHTUNGSBILDER[richtung];
+    const auto [linie, pfeil] = linien_[richtung][static_cast<std::size_t>(index)];
+    const bool da = wert >= 1;
+    const double ort = da ? wert : 0;
+    const double neben = da ? wert + static_cast<double>(bild.pfeilversatz) : 0;
+    const double rand = da ? PFEILRAND : 0;
+    pfeil->setzen(bild.senkrecht ? QRectF(neben, rand, PFEIL_LAENGS, PFEIL_QUER)
+                                 : QRectF(rand, neben, PFEIL_QUER, PFEIL_LAENGS));
+    linie->ortSetzen(ort);
+    linie->strecken();
+    pfeil->setVisible(da);
+    linie->setVisible(da);
+}
+
+// --- picture ---
+
+void Stickebene::bildSetzen(const QImage& bild) {
+    bild_ = bild;
+    gestreckt_ = {};
+    update();
+}
+
+void Stickebene::symboleZeigen() {
+    symboleVeraltet_ = true;
+    update(gemalt_ | symbolflaeche());
+}
+
+QRegion Stickebene::symbolflaeche() const {
+    QRegion flaeche;
+    for (const auto& eine : symbole_.flaechen(size()))
+        flaeche |= eine.toAlignedRect();
+    return flaeche & rect();
+}
+
+QRectF Stickebene::geraetepixel(const QRect& pixel) const {
+    const double dichte = devicePixelRatioF();
+    return {QPointF(pixel.topLeft()) * dichte, QSizeF(pixel.size()) * dichte};
+}
+
+/// The picture, which fills the plane, without symbols.
+void Stickebene::hintergrundMalen() {
+    const QSize pixel = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    gestreckt_ = QImage(pixel, QImage::Format_RGB32);
+    gestreckt_.fill(bild_.isNull() ? QColor::fromRgb(OHNE_BILD) : Qt::black);
+    if (!bild_.isNull())
+        QPainter(&gestreckt_)
+            .drawImage(0, 0, bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    hintergrund_ = gestreckt_.copy();
+    gemalt_ = {};
+    symboleVeraltet_ = true;
+}
+
+/// Wipes off what is painted, and paints what is there now.
+void Stickebene::symboleMalen() {
+    const auto neu = symbolflaeche();
+    QPainter maler(&hintergrund_);
+    for (const auto& teil : gemalt_ | neu) {
+        const auto stelle = geraetepixel(teil).toAlignedRect();
+        maler.drawImage(stelle.topLeft(), gestreckt_, stelle);
+    }
+    maler.scale(devicePixelRatioF(), devicePixelRatioF());
+    symbole_.malen(maler, size());
+    gemalt_ = neu;
+    symboleVeraltet_ = false;
+}
+
+void Stickebene::paintEvent(QPaintEvent* ereignis) {
+    if (gestreckt_.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
+        hintergrundMalen();
+    if (symboleVeraltet_)
+        symboleMalen();
+    QPainter maler(this);
+    for (const auto& teil : ereignis->region())
+        maler.drawImage(QRectF(teil), hintergrund_, geraetepixel(teil));
+}
+
+void Stickebene::resizeEvent(QResizeEvent*) {
+    for (auto* teil : teile_)
+        teil->legen();
+    emit groesseGeaendert();
+}
+
+// --- mouse ---
+
+void Stickebene::mousePressEvent(QMouseEvent* ereignis) {
+    emit gedrueckt(ereignis->button(), einheitenVon(ereignis->position()));
+}
+
+void Stickebene::mouseMoveEvent(QMouseEvent* ereignis) {
+    emit bewegt(einheitenVon(ereignis->position()));
+}

@@ -1,0 +1,93 @@
+#include "editors/stick/Stickeditoren.h"
+
+#include "base/LaufzeitFehler.h"
+#include "editors/common/Formhilfen.h"
+#include "editors/stick/frmJust.h"
+
+#include <utility>
+
+Stickeditoren::Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung, Tastatur& tastatur,
+                             const Schirmgeraete& geraete)
+    : zustand_(zustand), laufsteuerung_(laufsteuerung), tastatur_(tastatur), geraete_(geraete) {}
+
+Stickeditoren::~Stickeditoren() = default;
+
+template <class Fenster> void Stickeditoren::DannLoeschen::operator()(Fenster* form) const {
+    // The window goes later, as its own close event may be what brought us here; its timers stop at once.
+    form->disconnect();
+    form->entladen();
+    form->hide();
+    form->deleteLater();
+}
+
+void Stickeditoren::oeffnen(Stickseite seite) {
+    const auto& art = justiereigenart(seite);
+    zustand_.global.ZielFormular = art.formname;
+    auto& form = offen_[seite];
+    if (!form || form->geladenesSchema() != zustand_.global.SchemaName) {
+        auto neu = laden(seite); // one that can't be loaded leaves the open one, and what is unsaved there
+        if (!neu)
+            return;
+        if (form)
+            neu->restoreGeometry(form->saveGeometry());
+        form = std::move(neu);
+        zustand_.global.OffenerEditor = art.OffenerEditor; // which the one that went has cleared
+    }
+    auto& offene = *offen_[seite];
+    offene.setEnabled(true); // the form of the pictures may have it hidden
+    offene.show();
+    offene.raise();
+    offene.activateWindow();
+}
+
+void Stickeditoren::schemaVergessen(const std::string& name) {
+    for (auto& [seite, form] : offen_)
+        if (form && form->geladenesSchema() == name)
+            form.reset();
+    if (screenChecken_ && screenChecken_->schema() == name)
+        hintergrundSchliessen();
+}
+
+Stickeditoren::Form Stickeditoren::laden(Stickseite seite) {
+    Form form(new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, geraete_.zeitgeber, tastatur_));
+    connect(form.get(), &frmJust::hauptformVerbergen, this, &Stickeditoren::hauptformVerbergen);
+    connect(form.get(), &frmJust::hintergrundGewuenscht, this,
+            [this, von = form.get()] { hintergrundOeffnen(*von); });
+    connect(form.get(), &frmJust::geschlossen, this, [this, seite] { schliessen(seite); });
+    try {
+        form->laden();
+    } catch (const LaufzeitFehler& fehler) {
+        form.reset();
+        fehlermeldung(nullptr, fehler, "Stick justieren");
+    }
+    return form;
+}
+
+void Stickeditoren::schliessen(Stickseite seite) {
+    offen_[seite].reset();
+    emit hauptformZurueck();
+}
+
+void Stickeditoren::hintergrundOeffnen(const frmJust& von) {
+    if (!screenChecken_ || screenChecken_->schema() != von.geladenesSchema()) {
+        screenChecken_.reset();
+        screenChecken_.reset(new ScreenChecken(zustand_.global.BilderPfad, von.geladenesSchema(), geraete_));
+        connect(screenChecken_.get(), &ScreenChecken::geschlossen, this,
+                &Stickeditoren::hintergrundSchliessen);
+    }
+    screenChecken_->setWindowState(screenChecken_->windowState() & ~Qt::WindowMinimized);
+    screenChecken_->show();
+    screenChecken_->raise();
+    screenChecken_->activateWindow();
+}
+
+// The editor that `OffenerEditor` names comes back. It names the one that was opened last and forgets it when
+// the left one is closed, so that it may miss the one that went out of sight: that comes back, too, as
+// nothing else would bring it.
+void Stickeditoren::hintergrundSchliessen() {
+    screenChecken_.reset();
+    for (auto& [seite, form] : offen_)
+        if (form &&
+            (!form->isEnabled() || justiereigenart(seite).OffenerEditor == zustand_.global.OffenerEditor))
+            form->hintergrundGeaendert();
+}

@@ -1,0 +1,107 @@
+#include "editors/stick/Zonenbild.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double PLANGROESSE = 65535;
+
+// Widths in device-independent pixels. A symbol of a narrow field gets a thinner pen, or it would be a blot.
+constexpr double DICKSTER_STIFT = 3;
+constexpr double DUENNSTER_STIFT = 1;
+constexpr double STIFT_JE_SYMBOL = 1.0 / 10;
+constexpr double HOF_JE_STIFT = 0.9; // of the pen's width, on each side
+constexpr double MIT_HOF = 1 + 2 * HOF_JE_STIFT;
+
+// From here on a colour counts as light, and a dark halo sets it off.
+constexpr double HELL = 0.6;
+
+/// Places of the plane as places of a picture of `groesse`.
+class Abbildung {
+public:
+    explicit Abbildung(QSizeF groesse)
+        : x_(groesse.width() / PLANGROESSE), y_(groesse.height() / PLANGROESSE) {}
+    QPointF punkt(Ebenenpunkt p) const { return {p.x * x_, p.y * y_}; }
+    /// The same in all directions, within the field whichever way the plane is stretched.
+    double radius(double laenge) const { return laenge * std::min(x_, y_); }
+
+private:
+    double x_;
+    double y_;
+};
+
+QPainterPath weg(const Symbolkreis& kreis, const Abbildung& abbildung) {
+    const double radius = abbildung.radius(std::max(0, kreis.radius));
+    QPainterPath pfad;
+    pfad.addEllipse(abbildung.punkt(kreis.mitte), radius, radius);
+    return pfad;
+}
+QPainterPath weg(const Symbolrechteck& rechteck, const Abbildung& abbildung) {
+    QPainterPath pfad;
+    pfad.addRect(
+        QRectF(abbildung.punkt(rechteck.obenLinks), abbildung.punkt(rechteck.untenRechts)).normalized());
+    return pfad;
+}
+QPainterPath weg(const Symbolkreuz& kreuz, const Abbildung& abbildung) {
+    QPainterPath pfad;
+    for (const auto& [von, bis] : {kreuz.fallend, kreuz.steigend}) {
+        pfad.moveTo(abbildung.punkt(von));
+        pfad.lineTo(abbildung.punkt(bis));
+    }
+    return pfad;
+}
+
+double helligkeit(const QColor& farbe) {
+    return 0.299 * farbe.redF() + 0.587 * farbe.greenF() + 0.114 * farbe.blueF();
+}
+
+double stiftbreite(const QPainterPath& pfad) {
+    const auto umfang = pfad.boundingRect();
+    return std::clamp(std::min(umfang.width(), umfang.height()) * STIFT_JE_SYMBOL, DUENNSTER_STIFT,
+                      DICKSTER_STIFT);
+}
+
+QPainterPath pfadVon(const Feldsymbol& symbol, const Abbildung& abbildung) {
+    return std::visit([&](const auto& form) { return weg(form, abbildung); }, symbol.form);
+}
+
+void symbolMalen(QPainter& maler, const Feldsymbol& symbol, const Abbildung& abbildung) {
+    const auto pfad = pfadVon(symbol, abbildung);
+    const auto farbe = symbolfarbwert(symbol.farbe);
+    const double breite = stiftbreite(pfad);
+    // The halo sets the symbol off from whatever picture lies below it.
+    const QColor hof = helligkeit(farbe) < HELL ? QColor(255, 255, 255, 230) : QColor(0, 0, 0, 200);
+    for (const auto& [stiftfarbe, staerke] : {std::pair{hof, breite * MIT_HOF}, std::pair{farbe, breite}}) {
+        maler.setPen(QPen(stiftfarbe, staerke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        maler.drawPath(pfad);
+    }
+}
+
+} // namespace
+
+QColor symbolfarbwert(std::int32_t farbe) {
+    return QColor(farbe & 0xff, (farbe >> 8) & 0xff, (farbe >> 16) & 0xff);
+}
+
+void Zonenbild::malen(QPainter& maler, QSizeF groesse) const {
+    maler.setRenderHint(QPainter::Antialiasing);
+    const Abbildung abbildung(groesse);
+    for (const auto& symbol : symbole_)
+        symbolMalen(maler, symbol, abbildung);
+}
+
+std::vector<QRectF> Zonenbild::flaechen(QSizeF groesse) const {
+    constexpr double GLAETTUNG = 1; // which may colour one pixel more
+    const Abbildung abbildung(groesse);
+    std::vector<QRectF> flaechen;
+    for (const auto& symbol : symbole_) {
+        const auto pfad = pfadVon(symbol, abbildung);
+        const double rand = stiftbreite(pfad) * MIT_HOF / 2 + GLAETTUNG;
+        flaechen.push_back(pfad.boundingRect().adjusted(-rand, -rand, rand, rand));
+    }
+    return flaechen;
+}

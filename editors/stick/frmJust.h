@@ -1,0 +1,127 @@
+// The stick editor: divides the plane of one stick into fields by lines and gives the fields actions.
+//
+// One form for both sticks; what tells `frmJust` from `frmJustr` is a Justiereigenart. The mouse on lines and
+// arrows is Linienzug's, which this form serves with its controls and the store. Every change is stored when
+// it is made, under the `Schema` that was loaded: the main form may have gone on to another one meanwhile.
+#pragma once
+
+#include "base/LaufzeitFehler.h"
+#include "editors/stick/Justiereigenart.h"
+#include "editors/stick/Linienzug.h"
+#include "platform/Zeitgeber.h"
+
+#include <QWidget>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+
+class Aktionstafel;
+class Laufsteuerung;
+class QCheckBox;
+class QPushButton;
+class QRadioButton;
+class Schiebetafel;
+class Stickebene;
+class Tastatur;
+
+class frmJust final : public QWidget, private Justierflaeche {
+    Q_OBJECT
+
+public:
+    frmJust(const Justiereigenart& art, Laufzustand& zustand, Laufsteuerung& laufsteuerung,
+            Zeitgeber& zeitgeber, Tastatur& tastatur);
+    ~frmJust() override;
+
+    /// Load of the form: reads lines and picture of the current `Schema`. Throws LaufzeitFehler when the
+    /// lines can't be read; the form is to be dropped then.
+    void laden();
+    /// What closing does to the state that all share; the form's timers stop. May be called twice.
+    void entladen();
+
+    /// Shows the form again after `ScreenChecken`: with the new pictures, on layer 0; on its layer where a
+    /// field is chosen.
+    void hintergrundGeaendert();
+    /// Chooses a layer, as its option on the panel does.
+    void ebeneWaehlen(int ebene);
+
+    /// The `Schema` whose lines were read at load.
+    const std::string& geladenesSchema() const { return schema_; }
+
+signals:
+    void hauptformVerbergen();
+    /// "Hintergrund" was clicked: the form has gone out of sight.
+    void hintergrundGewuenscht();
+    void geschlossen();
+
+protected:
+    void closeEvent(QCloseEvent* ereignis) override;
+    void resizeEvent(QResizeEvent* ereignis) override;
+    void showEvent(QShowEvent* ereignis) override;
+    bool eventFilter(QObject* objekt, QEvent* ereignis) override;
+
+private:
+    void aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur);
+    QWidget* umschaltinhalt();
+    QWidget* befehlsinhalt();
+    void verbinden();
+
+    template <class Arbeit> void gesichert(Arbeit&& arbeit);
+    void sagen(const LaufzeitFehler& fehler);
+    Sticklinien lesen();
+    void bildLaden(int ebene);
+    void linienLegen();
+    void Uschalt(int ebene);
+    void Check2Klick(bool an);
+    void Command1Klick(int index);
+    void Timer1Takt();
+    void freigelegt();
+    void tafelnLegen();
+    void fraAktionLegen();
+    Feldschluessel aktionsschluessel() const;
+
+    bool linieGezeigt(std::size_t richtung, int index) const override;
+    double linienort(std::size_t richtung, int index) const override;
+    bool linieRot(std::size_t richtung, int index) const override;
+    void linieFaerben(std::size_t richtung, int index, bool rot) override;
+    void PositionFestlegen(std::size_t richtung, int slot) override;
+    bool RechteckBGezeigt() const override;
+    void BereichFestlegen() override;
+    bool fraAktionGezeigt() const override;
+    void fraAktionVerbergen() override;
+    void fraAktionOeffnen(double x, double y) override;
+    void AktionSpeichern() override;
+    void Zeichnen() override;
+    void tafelnSperren(bool gesperrt) override;
+    void tafelnZurueckstellen() override;
+    void StickLinienSpeichern() override;
+    void StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
+                            std::int32_t alt) override;
+    bool StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) override;
+    void melden(std::string_view text) override;
+
+    const Justiereigenart& art_;
+    Laufzustand& zustand_;
+    GobalVariable& global_;
+    Laufsteuerung& laufsteuerung_;
+    Justierstand stand_;
+    Linienzug zug_{stand_, *this};
+    Feldanker Feldanker_{};
+    QPointF fraAktionKlick_; ///< what the action panel was opened by, in plane units
+    Punktrechteck PunktrechteckAlt_;
+    std::string schema_;           ///< whose lines, actions and pictures these are
+    std::int32_t StickSperre_ = 0; ///< as the form shows it; stored with the lines
+    bool geladen_ = false;
+    std::optional<Fehlernummer> gesagt_; ///< the last error told, until the store can be read again
+
+    Stickebene* ebene_ = nullptr;
+    Schiebetafel* umschalten_ = nullptr;
+    Schiebetafel* schaltflaeche_ = nullptr;
+    Aktionstafel* fraAktion_ = nullptr;
+    std::array<QRadioButton*, EBENEN> Uschalt_{};
+    QCheckBox* Check2_ = nullptr;
+    std::array<QPushButton*, 3> Command1_{};
+    QSize freieGroesse_; ///< of the window when it was last uncovered
+    std::unique_ptr<Formularzeitgeber> Timer1_;
+};

@@ -1,0 +1,103 @@
+// Turns one press or release edge of a slot (twelve buttons, four D-pad directions) into key and mouse
+// events.
+//
+// A timed action (Modus 1 with a Druckzeit) pulses by itself until its button is let go. States of a pulsing
+// slot:
+//
+//   state     DrueckMaske  PausenMaske  timer of the slot   next
+//   idle      0            0            off                 press -> key down
+//   key down  1            0            Druckzeit           over -> pause, or idle without a Pausenzeit;
+//                                                           release -> idle, key up
+//   pause     0            1            Pausenzeit          over -> key down; release -> idle
+#pragma once
+
+#include "formats/Felder.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+class GehalteneTasten;
+class LaufAnzeige;
+class Wiederholung;
+class XPTaste;
+class Zeitgeber;
+
+/// Type of action, the first field of a `Belegung`. Other numbers do nothing.
+enum class Tastenart : std::int32_t {
+    ZaehlerAuf = 0, ///< "1,2,3,4..."
+    Taste = 1,
+    ZaehlerAb = 2, ///< "9,8,7,6..."
+    Umschalt1 = 3,
+    Umschalt2 = 4,
+    Maus = 5,
+    Leer = 10,
+};
+
+/// Places in a `Belegung`, "Art,Taste,Modus-Druckzeit-Pausenzeit".
+namespace belegungsfeld {
+inline constexpr std::size_t ART = 0;
+inline constexpr std::size_t TASTE = 1;
+inline constexpr std::size_t MODUS = 2;
+inline constexpr std::size_t DRUCKZEIT = 3;  ///< ms
+inline constexpr std::size_t PAUSENZEIT = 4; ///< ms
+} // namespace belegungsfeld
+
+using Belegungsfelder = std::array<Feld, 5>;
+
+/// Where a `Belegung` stands and what it says, for messages.
+struct Belegungsort {
+    int slot = 0;
+    int ebene = 0;
+    std::string belegung;
+};
+
+/// What outlasts a run.
+struct Tastenstand {
+    Belegungsfelder Felder;                     ///< the `Belegung` under evaluation
+    std::array<Belegungsfelder, 17> TastenSatz; ///< by slot + 1: the fields that the slot's pulse uses
+    std::array<Belegungsort, 17> TastenSatzOrt; ///< by slot + 1: where those fields come from
+    std::int16_t Zaehler = 0;                   ///< 0 to 9, shared by all slots
+    std::uint32_t DrueckMaske = 0;              ///< bit slot: the pulse key is down
+    std::uint32_t PausenMaske = 0;              ///< bit slot: the pause runs
+    std::uint32_t AktTimerId = 0;               ///< timer id of the slot pressed last
+    std::int16_t AktSlot = 0;                   ///< slot pressed last
+};
+
+class TastenAktion {
+public:
+    TastenAktion(Tastenstand& stand, GehalteneTasten& gehaltene, Wiederholung& wiederholung, XPTaste& xpTaste,
+                 Zeitgeber& zeitgeber, LaufAnzeige& anzeige);
+
+    /// Press edge of `slot`, 0 to 15. Throws LaufzeitFehler for a `Belegung` that does not parse; `ebene`, 0
+    /// to 2, is where it stands, for the error's text.
+    void TasteDrueckAktion(std::string_view belegung, int slot, int ebene = 0);
+    /// Release edge of `slot`. Throws as above.
+    void TasteLoesAktion(std::string_view belegung, int slot, int ebene = 0);
+
+    /// Fills `Felder`: the pieces between ",", the last of them split at "-". Fields beyond the last piece
+    /// keep what they held. Throws LaufzeitFehler 9 for more than five fields.
+    void BelegungZerlegen(std::string_view text);
+    /// Releases what a slot holds, whatever key that is; `taste` is only the text looked for among the
+    /// repeats.
+    void TasteFreigeben(int slot, std::string_view taste);
+    /// Timer procedure of a slot's pulse; also entered at the press.
+    void SlotTakt(int slot);
+
+private:
+    void druecken(const Belegungsort& ort);
+    void loesen(const Belegungsort& ort);
+    void tasteDruecken(int slot, const std::string& taste);
+    void tasteLoesen(Tastenart art, int slot);
+    void zaehlen(int schritt);
+    void titelZeigen();
+    void drueckmaskeZeigen();
+
+    Tastenstand& stand_;
+    GehalteneTasten& gehaltene_;
+    Wiederholung& wiederholung_;
+    XPTaste& xpTaste_;
+    Zeitgeber& zeitgeber_;
+    LaufAnzeige& anzeige_;
+};

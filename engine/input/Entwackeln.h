@@ -1,0 +1,104 @@
+// The smoothing of the four stick axes. A cheap stick trembles around a value: the filter holds its output on
+// the value that the stick kept returning to, as long as the raw value stays near it, and lets every larger
+// movement through unchanged.
+//
+// It runs on a timer of its own, apart from the poll tick; whoever reads a stick takes the last output
+// without waiting. States: off -> running at the first read of a stick; running -> off when a setting
+// changes, the poll is halted or the run ends.
+#pragma once
+
+#include "base/Regler.h"
+#include "base/Stickseite.h"
+#include "engine/stick/Stick.h"
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+class LaufAnzeige;
+class Zeitgeber;
+class ZusatzFunktionen;
+
+inline constexpr std::chrono::milliseconds ENTWACKELN_INTERVALL{1};
+
+/// The last samples of one axis and what comes out.
+class Achsenfilter {
+public:
+    static constexpr int RINGZEILEN = 30;
+
+    struct Einstellung {
+        int fenster;     ///< samples that are looked at, 1 to RINGZEILEN
+        int mindestzahl; ///< the value must have come back more often than this
+        int randUnten;
+        int randOben;
+    };
+
+    /// Takes the raw value `raw` and works out the output. With `bericht` writes down what it saw there.
+    void glaetten(std::int32_t raw, const Einstellung& einstellung, std::string* bericht = nullptr);
+
+    /// The filtered value; 0 until the first sample.
+    std::int32_t ausgabe() const { return ausgabe_; }
+
+private:
+    struct Probe {
+        std::int32_t wert = 0;
+        bool gueltig = false; ///< the same as the sample a whole round before
+    };
+    // A value and how often it came again right behind itself.
+    struct Strich {
+        std::int32_t wert = 0;
+        std::int32_t zahl = 0;
+    };
+
+    void aufnehmen(std::int32_t raw, int fenster);
+    int stricheZaehlen(int fenster);
+    const Strich& haeufigster(int fenster) const;
+    std::string berichten(int fenster, int gueltige, const Strich& modus) const;
+
+    std::array<Probe, RINGZEILEN + 1> AchsenRing_{}; // row 0 is not used
+    int RingPos_ = 0;
+    std::array<Strich, RINGZEILEN + 1> Strichliste_{};
+    std::int32_t ausgabe_ = 0;
+};
+
+/// What outlasts a run. Rings and outputs are never cleared.
+struct Entwackelstand {
+    bool EntwackelnLaeuft = false;
+    std::array<Achsenfilter, 4> filter; ///< lx, ly, rx, ry
+};
+
+class Entwackeln {
+public:
+    /// `regler` is looked at in each round.
+    Entwackeln(Entwackelstand& stand, ZusatzFunktionen& achsen, const Reglerwerte& regler,
+               Zeitgeber& zeitgeber, LaufAnzeige& anzeige);
+
+    /// The filtered position of a stick; starts the timer if it does not run.
+    Stickposition LinkerStickLesen();
+    Stickposition RechterStickLesen();
+    Stickposition stickLesen(Stickseite seite) {
+        return seite == Stickseite::Links ? LinkerStickLesen() : RechterStickLesen();
+    }
+
+    /// Stops the timer. With `nurTimer` no reader will start it again.
+    void EntwackelnStoppen(bool nurTimer = false);
+    /// One round: all four axes.
+    void EntwackelnTakt();
+
+    bool laeuft() const { return stand_.EntwackelnLaeuft; }
+    /// Whether the reports are looked at: working them out costs more than the filter.
+    void berichten(bool an) { berichten_ = an; }
+
+private:
+    void AchseGlaetten(std::size_t achse);
+    void starten();
+
+    Entwackelstand& stand_;
+    ZusatzFunktionen& achsen_;
+    const Reglerwerte& regler_;
+    Zeitgeber& zeitgeber_;
+    LaufAnzeige& anzeige_;
+    bool berichten_ = false;
+    std::array<std::string, 4> berichte_; // as last shown
+};

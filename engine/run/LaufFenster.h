@@ -1,0 +1,127 @@
+// A running `Schema`: the poll cycle and all that hangs on it. Made at the start of a run, dies with it.
+//
+// Every 5 ms a tick polls the pad once and evaluates buttons and layers, sticks, D-pad and slider, in that
+// order. States of the poll, switched by the two buttons of the window, each by its own caption alone:
+//
+//   tmrSpiel  Command1(0)  Command1(1)
+//   on        "Stop"       "SensiTast"   running
+//   off       "Start"      any           halted by Command1(0)
+//   off       any          "Start"       folded out by Command1(1)
+//
+// A resume by one button ends the halt by the other, whose caption stays.
+#pragma once
+
+#include "base/LaufzeitFehler.h"
+#include "base/Regler.h"
+#include "engine/buttons/Steuerkreuz.h"
+#include "engine/input/Entwackeln.h"
+#include "engine/output/XPTaste.h"
+#include "engine/run/GesicherterZeitgeber.h"
+#include "engine/run/Laufdienste.h"
+#include "engine/run/Laufzustand.h"
+#include "engine/slider/Schubregler.h"
+#include "engine/stick/Stick.h"
+#include "platform/Joystick.h"
+#include "store/schema/modLesen.h"
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string_view>
+
+/// What a run takes from outside; all of it outlives the run.
+struct Laufumgebung {
+    Laufzustand& zustand;
+    Joystick& joystick;
+    Eingabe& eingabe;
+    Zeitgeber& zeitgeber;
+    LaufAnzeige& anzeige;
+    std::span<Stick* const> sticks; ///< left, right
+};
+
+class LaufFenster {
+public:
+    /// In bit order.
+    static constexpr std::array<std::string_view, TASTEN> TastenNamen{
+        "Dreieck", "Kreis", "Kreuz",  "Viereck", "L 2",     "L 1",
+        "R 2",     "R 1",   "Select", "Start",   "L-Stick", "R-Stick"};
+
+    explicit LaufFenster(const Laufumgebung& umgebung);
+    ~LaufFenster();
+
+    /// Load of the window: reads the `Schema`, hides the main form, starts the poll. Throws LaufzeitFehler
+    /// when the `Schema` can't be read; nothing runs then and the main form stays.
+    void laden();
+    /// Ends the run: the main form comes back, the scroll bars are stored, all timers stop. Held keys are not
+    /// released. A second call does nothing. Gives the error that kept the scroll bars, or rows that the
+    /// start was to lay, from being stored, with what is lost; everything else has happened then, too.
+    std::optional<LaufzeitFehler> beenden();
+
+    void Beschriften();
+    void TasteBelegen();
+    void StickAuswerten();
+    void SteuerkreuzAuswerten();
+
+    /// The window's controls.
+    void Command1Klick(int index);
+    void HScroll1Aenderung(int index, int wert);
+    void HScroll2Aenderung(int wert);
+    void Option1Klick(int index);
+
+    /// Whether the poll runs.
+    bool pollt() const;
+    /// Low word of the buttons, as the layer logic left it in the last tick.
+    std::uint16_t TastenWort() const { return TastenWort_; }
+
+private:
+    void tmrSpielTakt();
+    void abbrechen(const LaufzeitFehler& fehler);
+    void reglerLesen();
+    std::optional<LaufzeitFehler> behalten();
+    void pollHalten();
+
+    void ebeneVerlassen();
+    bool umschalttaste1();
+    bool umschalttaste2();
+    void tastenflanken();
+    void grenzenLoeschen();
+    void sticktabellenLaden(int ebene);
+    const std::string& belegung(int slot) const;
+
+    Laufzustand& zustand_;
+    Joystick& joystick_;
+    LaufAnzeige& anzeige_;
+    std::span<Stick* const> sticks_;
+
+    GesicherterZeitgeber zeitgeber_;
+    XPTaste xpTaste_;
+    Wiederholung wiederholung_;
+    TastenAktion tastenAktion_;
+    Reglerwerte regler_;
+    Entwackeln entwackeln_;
+    Laufdienste dienste_;
+    Schubregler schubregler_;
+    std::unique_ptr<Formularzeitgeber> tmrSpiel_;
+    std::unique_ptr<Formularzeitgeber> Timer1_; // has no procedure
+
+    Laufbild Aktionen_;
+    JOYINFOEX JoyInfo_;
+    JOYINFOEX JoyInfoAlt_;
+    std::uint16_t TastenWort_ = 0;
+    Steuerkreuz steuerkreuz_;
+
+    int Ebene_ = 0;
+    std::int16_t Umschalt1Maske_ = 0;
+    std::int16_t Umschalt2Maske_ = 0;
+    std::int16_t Umschalt1Art_ = 0;
+    std::int16_t Umschalt2Art_ = 0;
+    bool Umschalt1Fest_ = false;
+    bool Umschalt2Fest_ = false;
+    bool LoesenMerker_ = false;
+
+    bool geladen_ = false;
+    bool stopGedrueckt_ = false; // Command1(0) says "Start"
+    bool ausgeklappt_ = false;   // Command1(1) says "Start"
+    std::string_view lblUmschalt_;
+    std::optional<int> gedrueckteTasten_;
+};

@@ -1,0 +1,38 @@
+// The engine's state that outlasts a run: a second run in one process finds it as the first one left it.
+#pragma once
+
+#include "engine/buttons/GehalteneTasten.h"
+#include "engine/buttons/TastenAktion.h"
+#include "engine/buttons/Wiederholung.h"
+#include "engine/input/Entwackeln.h"
+#include "engine/run/GobalVariable.h"
+#include "engine/run/TimerUeberwachung.h"
+#include "engine/slider/Schubregler.h"
+#include "engine/stick/StickMaschine.h"
+#include "store/files/ZusatzFunktionen.h"
+
+#include <array>
+#include <string>
+#include <utility>
+
+struct Laufzustand {
+    /// `gamepadXml` is the path of the axis assignment file.
+    Laufzustand(Joystick& joystick, std::string gamepadXml)
+        : achsen(joystick, std::move(gamepadXml), global.Schemaauswahl) {}
+    Laufzustand(const Laufzustand&) = delete;
+    Laufzustand& operator=(const Laufzustand&) = delete;
+
+    GobalVariable global;
+    GehalteneTasten gehaltene;
+    Wiederholstand wiederholung;
+    Tastenstand tasten;
+    TimerUeberwachung timer;
+    ZusatzFunktionen achsen;
+    Entwackelstand entwackeln;
+    Schubstand schub;
+    Stickdatenbank stickdatenbank;
+    StickMaschine linkerStick{LINKER_STICK_EIGENART, global, stickdatenbank};
+    StickMaschine rechterStick{RECHTER_STICK_EIGENART, global, stickdatenbank};
+    /// In the order in which they are evaluated.
+    const std::array<Stick*, 2> sticks{&linkerStick, &rechterStick};
+};

@@ -1,0 +1,62 @@
+// The engine of one stick. It is called only when the stick has left the bounds of its field: it finds the
+// new field, ends what the old one started, starts the action of the new one and writes the status texts.
+// What goes on inside a field runs on timers (Stickaktion).
+#pragma once
+
+#include "engine/stick/Stick.h"
+#include "engine/stick/StickTabellen.h"
+#include "engine/stick/Stickaktion.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+struct GobalVariable;
+
+class StickMaschine final : public Stick {
+public:
+    StickMaschine(const Stickeigenart& art, const GobalVariable& global, Stickdatenbank& datenbank)
+        : art_(art), global_(global), datenbank_(datenbank) {}
+
+    void tabellenLaden(int ebene) override;
+    Stickposition lesen(const Laufdienste& dienste) override;
+    /// Throws LaufzeitFehler 9 for a direction without a line, and as Stickaktion does.
+    void auswerten(const Laufdienste& dienste, Stickposition& wo, int ebene) override;
+
+    const Stickaktionsstand& stand() const { return stand_; }
+
+private:
+    // Where a position lies: the names of its two zones, the inner lines of its bands ("" in a centre band or
+    // on a line), and the keys of the field, its x band and its y band.
+    struct Feldort {
+        std::string_view xZone;
+        std::string xLinie;
+        std::string_view yZone;
+        std::string yLinie;
+        std::string schluessel;
+        std::string xSchluessel;
+        std::string ySchluessel;
+        Feldname name;
+
+        bool mitte() const { return xZone == "Mitte" || yZone == "Mitte"; }
+    };
+
+    const Linienliste& linien(std::size_t richtung) const;
+    Feldort feldSuchen(const Stickposition& wo);
+    void xBandSuchen(std::int32_t x, Feldort& feld);
+    void yBandSuchen(std::int32_t y, Feldort& feld);
+    std::size_t suchen(const std::string& text) const;
+    std::string AktionLesen(std::size_t stelle) const;
+    void aktionWechseln(const Laufdienste& dienste, const Feldort& feld);
+    void bandaktionenStarten(const Stickaktion& aktion, const Feldort& feld);
+    void aktionZeigen(LaufAnzeige& anzeige, const Feldort& feld) const;
+
+    const Stickeigenart& art_;
+    const GobalVariable& global_;
+    Stickdatenbank& datenbank_;
+    int ebene_ = 0; // of the tables
+    std::array<Linienliste, RICHTUNGEN> StickLinien_;
+    std::string StickAktionen_;
+    FeldGrenzen grenzenAlt_;
+    Stickaktionsstand stand_;
+};

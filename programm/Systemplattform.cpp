@@ -1,8 +1,0 @@
-#include "programm/Systemplattform.h"
-
-#include <QCoreApplication>
-
-Systemplattform::Systemplattform()
-    : wahl_(eingabeWaehlen(eingabeKandidaten(layout_)))
-    , aufnahme_(schirmaufnahmeWaehlen())
-    , gamepadXml_((QCoreApplication::applicationDirPath() + "/Gamepad.xml").toStdString()) {}

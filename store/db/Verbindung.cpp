@@ -1,0 +1,331 @@
+#include "store/db/Verbindung.h"
+
+#include "store/db/Namen.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <new>
+#include <system_error>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Meldung {
+    Fehlernummer nummer;
+    std::string_view text; ///< "%" stands for the file
+};
+
+/// A table may have rules of its own; only a unique key is one that a row of the same name violates.
+Meldung meldungFuerRegel(int sqliteNummer) {
+    switch (sqliteNummer) {
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_ROWID:
+        return {Fehlernummer::DoppelterSchluessel, "Einen Satz mit diesem Schlüssel gibt es schon."};
+    case SQLITE_CONSTRAINT_NOTNULL:
+        return {Fehlernummer::FeldOhneWert, "Ein Feld, das einen Wert braucht, ist leer."};
+    default:
+        return {Fehlernummer::RegelVerletzt, "Eine Regel der Datenbank „%“ lässt diesen Wert nicht zu."};
+    }
+}
+
+Meldung meldungFuer(int sqliteNummer) {
+    switch (sqliteNummer & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return {Fehlernummer::Gesperrt, "Die Datenbank „%“ ist von einem anderen Programm gesperrt."};
+    case SQLITE_FULL:
+        return {Fehlernummer::KeinPlatz, "Kein Platz mehr auf dem Datenträger für die Datenbank „%“."};
+    case SQLITE_READONLY:
+        return {Fehlernummer::NurLesen, "Die Datenbank „%“ kann nur gelesen werden."};
+    case SQLITE_CORRUPT:
+        return {Fehlernummer::DateiBeschaedigt, "Die Datenbank „%“ ist beschädigt."};
+    case SQLITE_NOTADB:
+        return {Fehlernummer::KeineDatenbank, "Die Datei „%“ ist keine Datenbank."};
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+        return {Fehlernummer::KeinZugriff, "Kein Zugriff auf die Datenbank „%“."};
+    case SQLITE_CONSTRAINT:
+        return meldungFuerRegel(sqliteNummer);
+    case SQLITE_ERROR:
+        return {Fehlernummer::Syntax, "Syntaxfehler in der Datenbankabfrage."};
+    default:
+        return {Fehlernummer::EinAusgabe, "Fehler beim Zugriff auf den Datenträger der Datenbank „%“."};
+    }
+}
+
+LaufzeitFehler fehler(Fehlernummer nummer, std::string_view text, const std::string& pfad) {
+    std::string ganz(text);
+    if (const std::size_t stelle = ganz.find('%'); stelle != std::string::npos)
+        ganz.replace(stelle, 1, pfad);
+    return {nummer, ganz};
+}
+
+/// The files' names in statements, by Dateiteil.
+constexpr std::array<const char*, 2> DATEINAMEN{"main", "zweite"};
+
+constexpr std::size_t index(Dateiteil teil) {
+    return static_cast<std::size_t>(teil);
+}
+
+constexpr std::uintmax_t KLEINSTE_SEITE = 512; ///< of a SQLite file, by its format
+
+/// SQLite says of a file that is not there and of a directory no more than that it cannot open them, and
+/// takes an empty file for a database without tables; these are told apart here.
+void dateiPruefen(const std::string& pfad) {
+    std::error_code grund;
+    const fs::file_status stand = fs::status(pfad, grund);
+    if (stand.type() == fs::file_type::not_found)
+        throw fehler(Fehlernummer::KeineDatei, "Die Datenbank „%“ gibt es nicht.", pfad);
+    if (stand.type() == fs::file_type::none || stand.type() == fs::file_type::unknown)
+        throw fehler(Fehlernummer::KeinZugriff, meldungFuer(SQLITE_CANTOPEN).text, pfad);
+    if (stand.type() != fs::file_type::regular || fs::file_size(pfad, grund) < KLEINSTE_SEITE)
+        throw fehler(Fehlernummer::KeineDatenbank, meldungFuer(SQLITE_NOTADB).text, pfad);
+}
+
+/// A database may come from anywhere: nothing that lies in it is trusted to run, and a misspelt column is an
+/// error and not a text. DEFENSIVE is not needed beside that: what it forbids takes statements that
+/// Anweisungstext lets nobody write.
+void absichern(sqlite3* sqlite) {
+    sqlite3_extended_result_codes(sqlite, 1);
+    sqlite3_busy_timeout(sqlite, SPERRE_WARTEN_MS);
+    sqlite3_db_config(sqlite, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(sqlite, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(sqlite, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+}
+
+} // namespace
+
+void Verbindung::Schliesser::operator()(sqlite3* verbindung) const noexcept {
+    sqlite3_close_v2(verbindung);
+}
+void Verbindung::Schliesser::operator()(sqlite3_stmt* anweisung) const noexcept {
+    sqlite3_finalize(anweisung);
+}
+
+Verbindung::Verbindung(const std::string& pfad) : pfade_{pfad} {
+    dateiPruefen(pfad);
+    // An absolute path, so that names like ":memory:" are what they are everywhere else: names of files.
+    const std::string absolut = fs::absolute(pfad).string();
+    sqlite3* sqlite = nullptr;
+    const int nummer =
+        sqlite3_open_v2(absolut.c_str(), &sqlite, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    sqlite_.reset(sqlite);
+    if (nummer != SQLITE_OK)
+        melden(nummer);
+    absichern(sqlite);
+    // The first look into the file, which finds out whether it is a database at all. EXTRA: an Update that
+    // has come back lies on the disk. FULL would not sync the folder after the journal has gone from it: the
+    // journal could stand there again after a power cut, and roll the Update back.
+    ausfuehren("PRAGMA synchronous = EXTRA");
+}
+
+Verbindung::~Verbindung() = default;
+
+Dateiteil Verbindung::danebenOeffnen(const std::string& pfad) {
+    dateiPruefen(pfad);
+    std::error_code egal; // a first file that is gone meanwhile is none of the two
+    if (fs::equivalent(pfad, pfade_[0], egal))
+        return Dateiteil::Erste;
+    anhaengen(pfad);
+    for (const char* datei : DATEINAMEN)
+        rollbackJournal(datei);
+    return Dateiteil::Zweite;
+}
+
+void Verbindung::anhaengen(const std::string& pfad) {
+    try {
+        Lauf(*this, "ATTACH ? AS zweite", {fs::absolute(pfad).string()}).weiter();
+    } catch (const LaufzeitFehler& grund) {
+        // What fails here is the second file, though SQLite's number does not tell.
+        if (grund.nummer() == Fehlernummer::Syntax)
+            throw fehler(Fehlernummer::KeineDatenbank,
+                         "Die Datenbank „%“ hat eine andere Zeichenkodierung als die erste.", pfad);
+        throw fehler(grund.nummer(), meldungFuer(sqlite3_errcode(sqlite_.get())).text, pfad);
+    }
+    pfade_.push_back(pfad);
+    ausfuehren("PRAGMA zweite.synchronous = EXTRA");
+}
+
+/// Only rollback journals know of each other: a file with a write-ahead log, which others may have given it,
+/// would be committed by itself.
+void Verbindung::rollbackJournal(const char* datei) {
+    Lauf lauf(*this, std::string("PRAGMA ") + datei + ".journal_mode = DELETE", {});
+    if (!lauf.weiter() || alsText(lauf.wert(0)) != "delete")
+        melden(SQLITE_LOCKED);
+}
+
+void Verbindung::schliessen() noexcept {
+    anweisungen_.clear();
+    sqlite_.reset();
+}
+
+sqlite3_stmt* Verbindung::vorbereitet(const std::string& text) {
+    if (!sqlite_)
+        throw LaufzeitFehler(Fehlernummer::ObjektGeschlossen, "Die Datenbank ist geschlossen.");
+    auto& anweisung = anweisungen_[text];
+    if (!anweisung) {
+        sqlite3_stmt* neu = nullptr;
+        const int nummer = sqlite3_prepare_v3(sqlite_.get(), text.data(), static_cast<int>(text.size()),
+                                              SQLITE_PREPARE_PERSISTENT, &neu, nullptr);
+        if (nummer != SQLITE_OK)
+            melden(nummer);
+        anweisung.reset(neu);
+    }
+    return anweisung.get();
+}
+
+Verbindung::Lauf::Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte)
+    : verbindung_(verbindung), anweisung_(verbindung.vorbereitet(text)) {
+    int stelle = 0;
+    for (const Wert& wert : werte)
+        binden(++stelle, wert);
+}
+
+Verbindung::Lauf::~Lauf() {
+    sqlite3_reset(anweisung_);
+    sqlite3_clear_bindings(anweisung_);
+}
+
+void Verbindung::Lauf::binden(int stelle, const Wert& wert) {
+    int nummer = SQLITE_OK; // what is not bound is Null
+    if (const auto* zahl = std::get_if<std::int64_t>(&wert))
+        nummer = sqlite3_bind_int64(anweisung_, stelle, *zahl);
+    else if (const auto* text = std::get_if<std::string>(&wert))
+        nummer = sqlite3_bind_text64(anweisung_, stelle, text->data(), text->size(), SQLITE_TRANSIENT,
+                                     SQLITE_UTF8);
+    if (nummer != SQLITE_OK)
+        verbindung_.melden(nummer);
+}
+
+bool Verbindung::Lauf::weiter() {
+    const int nummer = sqlite3_step(anweisung_);
+    if (nummer != SQLITE_ROW && nummer != SQLITE_DONE)
+        verbindung_.melden(nummer);
+    return nummer == SQLITE_ROW;
+}
+
+Wert Verbindung::Lauf::wert(int spalte) const {
+    switch (sqlite3_column_type(anweisung_, spalte)) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return std::int64_t{sqlite3_column_int64(anweisung_, spalte)};
+    default: { // fractions and blobs, which this store never writes, read as their text
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(anweisung_, spalte));
+        const auto laenge = static_cast<std::size_t>(sqlite3_column_bytes(anweisung_, spalte));
+        return text ? std::string(text, laenge) : std::string();
+    }
+    }
+}
+
+void Verbindung::ausfuehren(const std::string& text) {
+    Lauf lauf(*this, text, {});
+    while (lauf.weiter()) {
+    }
+}
+
+int Verbindung::schreiben(const std::string& text, const std::vector<Wert>& werte) {
+    transaktionPruefen();
+    Lauf lauf(*this, text, werte);
+    lauf.weiter();
+    return sqlite3_changes(sqlite_.get());
+}
+
+std::shared_ptr<const Tabelle> Verbindung::tabelle(Dateiteil teil, std::string_view name) {
+    const std::string datei = DATEINAMEN[index(teil)];
+    auto& bekannt = tabellen_[datei + '.' + kleinGeschrieben(name)];
+    if (bekannt)
+        return bekannt;
+    Tabelle gefunden;
+    Lauf lauf(*this,
+              "SELECT t.name, s.name, s.type FROM " + datei +
+                  ".sqlite_schema t, pragma_table_info(t.name, ?) s "
+                  "WHERE t.type = 'table' AND t.name = ? COLLATE NOCASE ORDER BY s.cid",
+              {datei, std::string(name)});
+    while (lauf.weiter()) {
+        gefunden.name = alsText(lauf.wert(0));
+        gefunden.ort = datei + '.' + inAnfuehrung(gefunden.name);
+        gefunden.spalten.push_back({alsText(lauf.wert(1)), spaltenartAus(alsText(lauf.wert(2)))});
+    }
+    if (gefunden.spalten.empty())
+        throw fehler(Fehlernummer::KeineTabelle,
+                     "Die Datenbank „%“ hat keine Tabelle „" + std::string(name) + "“.", pfade_[index(teil)]);
+    bekannt = std::make_shared<const Tabelle>(std::move(gefunden));
+    return bekannt;
+}
+
+/// Some errors (a full disk, for one) end the whole transaction by themselves. What follows in it must not
+/// then stand by itself.
+void Verbindung::transaktionPruefen() const {
+    // A lock that was taken for reading can't wait to become one for writing.
+    if (lesezug_)
+        throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "Im Lesezug wird nicht geschrieben.");
+    if (tiefe_ > 0 && sqlite_ && sqlite3_get_autocommit(sqlite_.get()))
+        throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "Der Vorgang in der Datenbank ist abgebrochen.");
+}
+
+void Verbindung::beginnen() {
+    transaktionPruefen();
+    // IMMEDIATE takes the lock for writing at once: waiting for it later could block two programs for each
+    // other.
+    ausfuehren(tiefe_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT innen");
+    ++tiefe_;
+}
+
+void Verbindung::festschreiben() {
+    try {
+        transaktionPruefen();
+        ausfuehren(tiefe_ == 1 ? "COMMIT" : "RELEASE innen");
+    } catch (...) {
+        verwerfen();
+        throw;
+    }
+    --tiefe_;
+}
+
+void Verbindung::verwerfen() noexcept {
+    const bool lebt = sqlite_ && !sqlite3_get_autocommit(sqlite_.get());
+    const char* text = tiefe_ == 1 ? "ROLLBACK" : "ROLLBACK TO innen; RELEASE innen";
+    if (lebt)
+        sqlite3_exec(sqlite_.get(), text, nullptr, nullptr, nullptr);
+    --tiefe_;
+}
+
+void Verbindung::lesenBeginnen() {
+    if (tiefe_ > 0)
+        throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "In einer Transaktion beginnt kein Lesezug.");
+    transaktionPruefen();
+    ausfuehren("BEGIN");
+    lesezug_ = true;
+    ++lesezuege_;
+}
+
+void Verbindung::lesenBeenden() noexcept {
+    lesezug_ = false;
+    if (sqlite_ && !sqlite3_get_autocommit(sqlite_.get()))
+        sqlite3_exec(sqlite_.get(), "ROLLBACK", nullptr, nullptr, nullptr); // nothing was written
+}
+
+/// The file that an error is about. SQLite tells of two files only which can't be written.
+std::string Verbindung::betroffene(int sqliteNummer) const {
+    const bool schreibschutz = (sqliteNummer & 0xff) == SQLITE_READONLY;
+    std::string namen;
+    for (std::size_t i = 0; i < pfade_.size(); ++i)
+        if (pfade_.size() == 1 || !schreibschutz || sqlite3_db_readonly(sqlite_.get(), DATEINAMEN[i]) == 1)
+            namen += (namen.empty() ? "" : "“ oder „") + pfade_[i];
+    return namen;
+}
+
+void Verbindung::melden(int sqliteNummer) const {
+    if ((sqliteNummer & 0xff) == SQLITE_NOMEM)
+        throw std::bad_alloc();
+    const Meldung meldung = meldungFuer(sqliteNummer);
+    throw fehler(meldung.nummer, meldung.text, betroffene(sqliteNummer));
+}

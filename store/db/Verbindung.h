@@ -1,0 +1,96 @@
+// One connection to a SQLite file: opened, kept and closed in one object, every error as a LaufzeitFehler. A
+// second file may be attached to it; then a transaction spans both.
+//
+// Statements are prepared once for a text and kept until the connection closes; one that is not being stepped
+// holds no lock. The whole of SQLite's C interface is used in Verbindung.cpp only.
+#pragma once
+
+#include "store/db/Datenbank.h"
+#include "store/db/Tabelle.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+class Verbindung {
+public:
+    /// Opens an existing file; errors as OpenDatabase has them.
+    explicit Verbindung(const std::string& pfad);
+    ~Verbindung();
+    Verbindung(const Verbindung&) = delete;
+    Verbindung& operator=(const Verbindung&) = delete;
+
+    /// Opens a second file, unless `pfad` leads to the first one; gives the one that it leads to. Errors as
+    /// OpenDatabase has them.
+    Dateiteil danebenOeffnen(const std::string& pfad);
+
+    /// Rolls back what is not committed. Every later use throws 3420.
+    void schliessen() noexcept;
+    bool istOffen() const { return sqlite_ != nullptr; }
+
+    /// One run through a statement. Finished when it is destroyed: no statement outlives the call that needs
+    /// it.
+    class Lauf {
+    public:
+        Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte);
+        ~Lauf();
+        Lauf(const Lauf&) = delete;
+        Lauf& operator=(const Lauf&) = delete;
+
+        /// Steps on; true when a row stands ready.
+        bool weiter();
+        /// A column of that row.
+        Wert wert(int spalte) const;
+
+    private:
+        void binden(int stelle, const Wert& wert);
+        Verbindung& verbindung_;
+        sqlite3_stmt* anweisung_;
+    };
+
+    /// Runs a statement that writes; gives the number of rows that it changed.
+    int schreiben(const std::string& text, const std::vector<Wert>& werte);
+
+    /// The columns of a table, looked up once a connection. Throws 3078 for a name that is no table.
+    std::shared_ptr<const Tabelle> tabelle(Dateiteil teil, std::string_view name);
+
+    /// A transaction; one inside another is a part of it that can be rolled back by itself.
+    void beginnen();
+    void festschreiben();
+    void verwerfen() noexcept;
+
+    /// Reading on one state of the file, not inside a transaction nor inside itself (3034).
+    void lesenBeginnen();
+    void lesenBeenden() noexcept;
+    bool imLesezug() const { return lesezug_; }
+    /// The number of the Lesezug that is on, or was last: what was read in another one may be stale.
+    std::uint64_t lesezug() const { return lesezuege_; }
+
+private:
+    struct Schliesser {
+        void operator()(sqlite3* verbindung) const noexcept;
+        void operator()(sqlite3_stmt* anweisung) const noexcept;
+    };
+
+    sqlite3_stmt* vorbereitet(const std::string& text);
+    void ausfuehren(const std::string& text);
+    void anhaengen(const std::string& pfad);
+    void rollbackJournal(const char* datei);
+    void transaktionPruefen() const;
+    std::string betroffene(int sqliteNummer) const;
+    [[noreturn]] void melden(int sqliteNummer) const;
+
+    std::vector<std::string> pfade_; ///< by Dateiteil
+    std::unique_ptr<sqlite3, Schliesser> sqlite_;
+    std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Schliesser>> anweisungen_;
+    std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_; ///< by file and name
+    int tiefe_ = 0; ///< of transactions inside each other
+    bool lesezug_ = false;
+    std::uint64_t lesezuege_ = 0;
+};

@@ -1,0 +1,43 @@
+#include "store/schema/Stickanweisung.h"
+
+#include <cstddef>
+
+Recordset linienzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName) {
+    const std::string zusatz(tabellenzusatz(seite));
+    const std::string tabelle = "tblStick" + zusatz;
+    return datenbank.OpenRecordset(
+        anweisung("SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '", schemaName,
+                  "' ORDER BY TBLSTICK" + zusatz + ".INDEX;"));
+}
+
+void linienzeilenPruefen(const Recordset& satz, Stickseite seite, const std::string& schemaName) {
+    if (satz.get_RecordCount() == 0)
+        throw LaufzeitFehler(Fehlernummer::KeinAktuellerSatz,
+                             "Die Tabelle „tblStick" + std::string(tabellenzusatz(seite)) +
+                                 "“ hat für das Schema „" + schemaName + "“ keine Zeilen.");
+}
+
+Recordset aktionszeilen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                        std::initializer_list<std::pair<std::string_view, std::int32_t>> bedingung) {
+    const std::string tabelle = "tblStickAktion" + std::string(tabellenzusatz(seite));
+    std::string danach = "' AND (" + tabelle + ".Umschalt)= " + std::to_string(ebene);
+    for (const auto& [spalte, wert] : bedingung)
+        danach += " AND (" + tabelle + "." + std::string(spalte) + ")= " + std::to_string(wert);
+    return datenbank.OpenRecordset(anweisung(
+        "SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '", schemaName, danach + ";"));
+}
+
+Recordset feldzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName,
+                     const Feldschluessel& feld) {
+    const auto& [ebene, links, rechts, oben, unten] = feld;
+    return aktionszeilen(datenbank, seite, schemaName, ebene,
+                         {{"links", links}, {"rechts", rechts}, {"oben", oben}, {"Unten", unten}});
+}
+
+std::string_view richtungsspalte(int richtung) {
+    constexpr std::array<std::string_view, RICHTUNGEN> SPALTEN{"Links", "Rechts", "Oben", "Unten"};
+    if (richtung < 0 || richtung >= RICHTUNGEN)
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             "Eine Richtung " + std::to_string(richtung) + " gibt es nicht.");
+    return SPALTEN[static_cast<std::size_t>(richtung)];
+}

@@ -1,0 +1,39 @@
+// Statement texts of the stick tables, which reader and writer share. The two sticks' tables differ by their
+// names only.
+#pragma once
+
+#include "base/Stickseite.h"
+#include "store/db/Datenbank.h"
+
+#include <array>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+inline constexpr int RICHTUNGEN = 4;       ///< Links, Rechts, Oben, Unten
+inline constexpr int ZEILEN_JE_STICK = 20; ///< rows 1 to 19 hold lines, row 20 `StickSperre`
+inline constexpr int ERSTE_LINIENSPALTE = 2;
+
+/// What names a field: layer, then the line values to the left, to the right, upward and downward, 0 for
+/// none.
+using Feldschluessel = std::array<std::int32_t, 1 + RICHTUNGEN>;
+
+/// Opens the rows of a stick, in the order of their index; all functions here throw LaufzeitFehler, 3075 for
+/// a name with an apostrophe.
+Recordset linienzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName);
+
+/// Throws 3021 when `satz`, the rows of a stick, has none: then the `Schema` is gone.
+void linienzeilenPruefen(const Recordset& satz, Stickseite seite, const std::string& schemaName);
+
+/// Opens the actions of a `Schema` on one layer that meet `bedingung`, pairs of a column and its value.
+Recordset aktionszeilen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                        std::initializer_list<std::pair<std::string_view, std::int32_t>> bedingung);
+
+/// Opens the action of one field.
+Recordset feldzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName,
+                     const Feldschluessel& feld);
+
+/// Column of a direction; throws 9 for one that is not 0 to 3.
+std::string_view richtungsspalte(int richtung);

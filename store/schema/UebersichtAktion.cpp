@@ -1,0 +1,364 @@
+#include "store/schema/UebersichtAktion.h"
+
+#include "store/db/Datenbank.h"
+#include "store/schema/VarTastenbelegung.h"
+#include "store/schema/modLesen.h"
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+/// The columns of each layer in a table: the first one's ordinal, and how many there are.
+struct Spaltenblock {
+    std::array<int, EBENEN> erste;
+    int anzahl;
+};
+constexpr Spaltenblock LINIENSPALTEN{{2, 6, 10}, RICHTUNGEN};
+
+/// A table that has one row a `Schema`.
+struct Zeilentabelle {
+    std::string_view bisZumNamen;
+    std::string_view name;
+    Spaltenblock spalten;
+    bool darfFehlen; ///< whether a `Schema` may be without its row
+};
+constexpr std::array<Zeilentabelle, 2> TASTENTABELLEN{{
+    {"SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '",
+     "tblTastatur",
+     {{1, 14, 27}, TASTEN},
+     false},
+    {"SELECT * FROM tblSteuerkreuz WHERE (tblSteuerkreuz.Schemaname)= '",
+     "tblSteuerKreuz",
+     {{1, 5, 9}, SLOTS - TASTEN},
+     true},
+}};
+
+/// The two tables of a stick.
+struct Sticktabellen {
+    std::string_view aktionen;
+    std::string_view aktionenDanach;
+    std::string_view linien;
+    std::string_view linienDanach;
+    std::string_view name; ///< of the table of lines
+};
+constexpr Sticktabellen LINKER_STICK{
+    "SELECT * FROM tblStickAktion WHERE (tblStickAktion.Schemaname)= '",
+    "' AND (tblStickAktion.Umschalt)= ", "SELECT * FROM tblStick WHERE (tblStick.Schemaname)= '",
+    "'ORDER BY TBLSTICK.INDEX;", "tblStick"};
+constexpr Sticktabellen RECHTER_STICK{
+    "SELECT * FROM tblStickAktionr WHERE (tblStickAktionr.Schemaname)= '",
+    "' AND (tblStickAktionr.Umschalt)= ", "SELECT * FROM tblStickr WHERE (tblStickr.Schemaname)= '",
+    "'ORDER BY TBLSTICKr.INDEX;", "tblStickR"};
+
+constexpr int SCHEMANAME = 0; ///< ordinal in every table
+
+// Ordinals of tblStickAktion.
+constexpr int UMSCHALT = 1;
+constexpr std::size_t AKTIONSSPALTEN = 7;
+
+using Aktionszeile = std::array<Wert, AKTIONSSPALTEN>;
+using Linienzeile = std::array<Wert, RICHTUNGEN>;
+
+/// What an index means.
+struct Wahl {
+    bool tasten;
+    const Sticktabellen* stick; ///< null for the buttons
+    int ebene;
+};
+
+Wahl wahlVon(int index) {
+    if (index < 0 || index >= static_cast<int>(EBENENWAHLEN))
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             "Eine Ebene " + std::to_string(index) + " gibt es nicht.");
+    const int ebene = index % EBENEN;
+    if (istTastenebene(index))
+        return {true, nullptr, ebene};
+    return {false, index < EBENEN ? &LINKER_STICK : &RECHTER_STICK, ebene};
+}
+
+/// A side of an operation, while its file is open.
+struct Seite {
+    Database& datenbank;
+    const Schemaort& ort;
+    Wahl wahl;
+};
+
+[[noreturn]] void zuWenigZeilen(std::string_view tabelle, const Schemaort& ort, const std::string& zeilen) {
+    throw LaufzeitFehler(Fehlernummer::KeinAktuellerSatz,
+                         "Die Tabelle „" + std::string(tabelle) + "“ der Datenbank „" + ort.datenbankPfad +
+                             "“ hat für das Schema „" + ort.schemaName + "“ " + zeilen + ".");
+}
+
+int spalte(const Spaltenblock& spalten, int ebene, int nummer) {
+    return spalten.erste[static_cast<std::size_t>(ebene)] + nummer;
+}
+
+// --- buttons and D-pad ---
+
+/// The row of a `Schema`. A D-pad without one counts as twelve empty records: its row is laid.
+Recordset zeileOeffnen(const Seite& seite, const Zeilentabelle& tabelle) {
+    const auto oeffnen = [&] {
+        return seite.datenbank.OpenRecordset(anweisung(tabelle.bisZumNamen, seite.ort.schemaName));
+    };
+    Recordset satz = oeffnen();
+    if (!satz.get_EOF())
+        return satz;
+    if (!tabelle.darfFehlen)
+        zuWenigZeilen(tabelle.name, seite.ort, "keine Zeile");
+    satz.AddNew();
+    satz.put_Value(SCHEMANAME, seite.ort.schemaName);
+    satz.Update();
+    return oeffnen();
+}
+
+std::vector<Wert> zeileLesen(const Recordset& satz, const Zeilentabelle& tabelle, int ebene) {
+    std::vector<Wert> werte;
+    for (int i = 0; i < tabelle.spalten.anzahl; ++i)
+        werte.push_back(satz.get_Value(spalte(tabelle.spalten, ebene, i)));
+    return werte;
+}
+
+void zeileSchreiben(Recordset& satz, const Zeilentabelle& tabelle, int ebene,
+                    const std::vector<Wert>& werte) {
+    satz.Edit();
+    int nummer = 0;
+    for (const Wert& wert : werte)
+        satz.put_Value(spalte(tabelle.spalten, ebene, nummer++), wert);
+    satz.Update();
+}
+
+void tastenLoeschen(const Seite& seite) {
+    for (const auto& tabelle : TASTENTABELLEN) {
+        Recordset satz = zeileOeffnen(seite, tabelle);
+        zeileSchreiben(satz, tabelle, seite.wahl.ebene,
+                       std::vector<Wert>(static_cast<std::size_t>(tabelle.spalten.anzahl),
+                                         Wert(std::string(LEERE_BELEGUNG))));
+    }
+}
+
+// Both rows may be one: all values are read before the first is written.
+void tastenWechseln(const Seite& erste, const Seite& zweite) {
+    for (const auto& tabelle : TASTENTABELLEN) {
+        Recordset ersterSatz = zeileOeffnen(erste, tabelle);
+        Recordset zweiterSatz = zeileOeffnen(zweite, tabelle);
+        const auto ersteWerte = zeileLesen(ersterSatz, tabelle, erste.wahl.ebene);
+        const auto zweiteWerte = zeileLesen(zweiterSatz, tabelle, zweite.wahl.ebene);
+        zeileSchreiben(ersterSatz, tabelle, erste.wahl.ebene, zweiteWerte);
+        zeileSchreiben(zweiterSatz, tabelle, zweite.wahl.ebene, ersteWerte);
+    }
+}
+
+// --- lines of a stick ---
+
+Recordset linienOeffnen(Database& datenbank, const Sticktabellen& stick, const Schemaort& ort) {
+    return datenbank.OpenRecordset(anweisung(stick.linien, ort.schemaName, stick.linienDanach));
+}
+
+std::vector<Linienzeile> linienLesen(Recordset& satz, int ebene) {
+    std::vector<Linienzeile> zeilen;
+    for (; !satz.get_EOF(); satz.MoveNext()) {
+        auto& zeile = zeilen.emplace_back();
+        for (int d = 0; d < RICHTUNGEN; ++d)
+            zeile[static_cast<std::size_t>(d)] = satz.get_Value(spalte(LINIENSPALTEN, ebene, d));
+    }
+    return zeilen;
+}
+
+void linieSchreiben(Recordset& satz, int ebene, const Linienzeile& zeile) {
+    satz.Edit();
+    for (int d = 0; d < RICHTUNGEN; ++d)
+        satz.put_Value(spalte(LINIENSPALTEN, ebene, d), zeile[static_cast<std::size_t>(d)]);
+    satz.Update();
+}
+
+/// Writes the lines from the first row of `satz` on; it has at least as many rows.
+void linienSchreiben(Recordset& satz, int ebene, const std::vector<Linienzeile>& zeilen) {
+    satz.MoveFirst();
+    for (const auto& zeile : zeilen) {
+        linieSchreiben(satz, ebene, zeile);
+        satz.MoveNext();
+    }
+}
+
+void linienpruefung(const Sticktabellen& stick, const Schemaort& ort, std::size_t hat, std::size_t braucht) {
+    if (hat == 0)
+        zuWenigZeilen(stick.name, ort, "keine Zeilen");
+    if (hat < braucht)
+        zuWenigZeilen(stick.name, ort,
+                      "nur " + std::to_string(hat) + " von " + std::to_string(braucht) + " Zeilen");
+}
+
+void linienLoeschen(const Seite& seite) {
+    Linienzeile grundlinien;
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        grundlinien[d] = std::int64_t{GRUNDLINIEN[d]};
+    Linienzeile keine;
+    keine.fill(std::int64_t{0});
+    Recordset satz = linienOeffnen(seite.datenbank, *seite.wahl.stick, seite.ort);
+    for (; !satz.get_EOF(); satz.MoveNext())
+        linieSchreiben(satz, seite.wahl.ebene, alsZahl(satz.get_Value("index")) == 1 ? grundlinien : keine);
+}
+
+void linienWechseln(const Seite& erste, const Seite& zweite) {
+    Recordset ersterSatz = linienOeffnen(erste.datenbank, *erste.wahl.stick, erste.ort);
+    Recordset zweiterSatz = linienOeffnen(zweite.datenbank, *zweite.wahl.stick, zweite.ort);
+    const auto ersteLinien = linienLesen(ersterSatz, erste.wahl.ebene);
+    const auto zweiteLinien = linienLesen(zweiterSatz, zweite.wahl.ebene);
+    linienpruefung(*erste.wahl.stick, erste.ort, ersteLinien.size(), zweiteLinien.size());
+    linienpruefung(*zweite.wahl.stick, zweite.ort, zweiteLinien.size(), ersteLinien.size());
+    linienSchreiben(ersterSatz, erste.wahl.ebene, zweiteLinien);
+    linienSchreiben(zweiterSatz, zweite.wahl.ebene, ersteLinien);
+}
+
+// --- actions of a stick ---
+
+Recordset aktionenOeffnen(Database& datenbank, const Sticktabellen& stick, const Schemaort& ort, int ebene) {
+    return datenbank.OpenRecordset(anweisung(
+        stick.aktionen, ort.schemaName, std::string(stick.aktionenDanach) + std::to_string(ebene) + ";"));
+}
+
+Aktionszeile aktionLesen(const Recordset& satz) {
+    Aktionszeile zeile;
+    for (std::size_t i = 0; i < AKTIONSSPALTEN; ++i)
+        zeile[i] = satz.get_Value(static_cast<int>(i));
+    return zeile;
+}
+
+void aktionAnlegen(Recordset& satz, const Aktionszeile& zeile) {
+    satz.AddNew();
+    for (std::size_t i = 0; i < AKTIONSSPALTEN; ++i)
+        satz.put_Value(static_cast<int>(i), zeile[i]);
+    satz.Update();
+}
+
+void aktionenLoeschen(Recordset& satz) {
+    while (!satz.get_EOF()) {
+        satz.Delete();
+        satz.MoveNext();
+    }
+}
+
+// The rows keep their layer, and both directions carry the second side's name.
+void aktionenWechseln(const Seite& erste, const Seite& zweite) {
+    Recordset ersterSatz = aktionenOeffnen(erste.datenbank, *erste.wahl.stick, erste.ort, erste.wahl.ebene);
+    Recordset zweiterSatz =
+        aktionenOeffnen(zweite.datenbank, *zweite.wahl.stick, zweite.ort, zweite.wahl.ebene);
+    std::vector<Aktionszeile> ersteAktionen;
+    for (; !ersterSatz.get_EOF(); ersterSatz.MoveNext()) {
+        ersteAktionen.push_back(aktionLesen(ersterSatz));
+        ersterSatz.Delete();
+    }
+    for (; !zweiterSatz.get_EOF(); zweiterSatz.MoveNext()) {
+        Aktionszeile zeile = aktionLesen(zweiterSatz);
+        zeile[SCHEMANAME] = zweite.ort.schemaName;
+        aktionAnlegen(ersterSatz, zeile);
+        zweiterSatz.Delete();
+    }
+    for (Aktionszeile& zeile : ersteAktionen) {
+        zeile[SCHEMANAME] = zweite.ort.schemaName;
+        aktionAnlegen(zweiterSatz, zeile);
+    }
+}
+
+// --- copy ---
+
+/// The source of a copy. It is read whole before anything is written: it may lie in the file, even in the
+/// layer, that is written then.
+struct Kopie {
+    std::vector<Linienzeile> linien;
+    std::vector<Aktionszeile> aktionen;
+};
+
+/// A file that is both source and target is written by the name of the source: what a crash leaves of a
+/// change lies beside the name that it was made by, and another hard link would not lead to it.
+const std::string& zielpfad(const Schemaort& quelle, const Schemaort& ziel) {
+    std::error_code egal; // a file that is not there is told of when it is opened
+    return std::filesystem::equivalent(quelle.datenbankPfad, ziel.datenbankPfad, egal) ? quelle.datenbankPfad
+                                                                                       : ziel.datenbankPfad;
+}
+
+Kopie kopieLesen(const Schemaort& ort, const Wahl& wahl) {
+    Database datenbank = OpenDatabase(ort.datenbankPfad);
+    Kopie kopie;
+    datenbank.inEinemLesezug([&] {
+        Recordset linien =
+            linienOeffnen(datenbank, LINKER_STICK, ort); // the left one's, whichever stick it is
+        kopie.linien = linienLesen(linien, wahl.ebene);
+        linienpruefung(LINKER_STICK, ort, kopie.linien.size(), 1);
+        Recordset aktionen = aktionenOeffnen(datenbank, *wahl.stick, ort, wahl.ebene);
+        for (; !aktionen.get_EOF(); aktionen.MoveNext())
+            kopie.aktionen.push_back(aktionLesen(aktionen));
+    });
+    return kopie;
+}
+
+void kopieSchreiben(const Kopie& kopie, const Seite& ziel) {
+    Recordset linien = linienOeffnen(ziel.datenbank, *ziel.wahl.stick, ziel.ort);
+    linienpruefung(*ziel.wahl.stick, ziel.ort, static_cast<std::size_t>(linien.get_RecordCount()),
+                   kopie.linien.size());
+    linienSchreiben(linien, ziel.wahl.ebene, kopie.linien);
+    Recordset aktionen = aktionenOeffnen(ziel.datenbank, *ziel.wahl.stick, ziel.ort, ziel.wahl.ebene);
+    aktionenLoeschen(aktionen);
+    for (Aktionszeile zeile : kopie.aktionen) {
+        zeile[SCHEMANAME] = ziel.ort.schemaName;
+        zeile[UMSCHALT] = std::int64_t{ziel.wahl.ebene};
+        aktionAnlegen(aktionen, zeile);
+    }
+}
+
+} // namespace
+
+void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_view)>& fragen) {
+    Database datenbank = OpenDatabase(ort.schema.datenbankPfad);
+    const Seite seite{datenbank, ort.schema, wahlVon(ort.index)};
+    if (seite.wahl.tasten)
+        return datenbank.inEinerTransaktion([&] { tastenLoeschen(seite); });
+    datenbank.inEinerTransaktion([&] {
+        Recordset satz = aktionenOeffnen(datenbank, *seite.wahl.stick, ort.schema, seite.wahl.ebene);
+        aktionenLoeschen(satz);
+    });
+    // Nothing is locked while the user thinks.
+    if (fragen("Die Aktionen wurden gelöscht, möchten Sie die Felder auch löschen?"))
+        datenbank.inEinerTransaktion([&] { linienLoeschen(seite); });
+}
+
+void LayerWechseln(const Ebenenort& erster, const Ebenenort& zweiter,
+                   const std::function<void(std::string_view)>& melden) {
+    Database ersteDatenbank = OpenDatabase(erster.schema.datenbankPfad);
+    Database zweiteDatenbank = ersteDatenbank.danebenOeffnen(zweiter.schema.datenbankPfad);
+    const Seite erste{ersteDatenbank, erster.schema, wahlVon(erster.index)};
+    const Seite zweite{zweiteDatenbank, zweiter.schema, wahlVon(zweiter.index)};
+    if (erste.wahl.tasten != zweite.wahl.tasten)
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             "Eine Ebene eines Sticks wechselt nicht mit einer der Buttons.");
+    const bool mitSichSelbst = ersteDatenbank.istDieselbeDatei(zweiteDatenbank) &&
+                               erster.schema.schemaName == zweiter.schema.schemaName &&
+                               erster.index == zweiter.index;
+    if (!mitSichSelbst)
+        ersteDatenbank.inEinerTransaktion([&] {
+            if (erste.wahl.tasten)
+                return tastenWechseln(erste, zweite);
+            linienWechseln(erste, zweite);
+            aktionenWechseln(erste, zweite);
+        });
+    ersteDatenbank.Close();
+    melden("Aktion Wechsel ist durchgeführt!");
+}
+
+void LayerKopieren(const Ebenenort& quelle, const Schemaort& ziel,
+                   const std::array<bool, EBENENWAHLEN>& ziele) {
+    const Wahl wahl = wahlVon(quelle.index);
+    if (wahl.tasten)
+        return;
+    const Kopie kopie = kopieLesen(quelle.schema, wahl);
+    Database datenbank = OpenDatabase(zielpfad(quelle.schema, ziel));
+    datenbank.inEinerTransaktion([&] {
+        for (int k = 0; k < static_cast<int>(EBENENWAHLEN); ++k)
+            if (ziele[static_cast<std::size_t>(k)] && !istTastenebene(k))
+                kopieSchreiben(kopie, {datenbank, ziel, wahlVon(k)});
+    });
+}

@@ -1,0 +1,40 @@
+#include "store/schema/modKeyCode.h"
+
+#include "store/db/Datenbank.h"
+
+#include <optional>
+
+namespace {
+
+std::optional<Recordset> zeileZuCode(Database& datenbank, const std::string& code) {
+    try {
+        return datenbank.OpenRecordset(
+            anweisung("SELECT * FROM tblKeyCode WHERE (tblKeyCode.Keyc)= '", code));
+    } catch (const LaufzeitFehler&) {
+        return std::nullopt;
+    }
+}
+
+std::string nameZuCode(Database& datenbank, const std::string& code) {
+    const auto satz = zeileZuCode(datenbank, code);
+    if (!satz)
+        return code;
+    try {
+        return alsText(satz->get_Value("Keye"));
+    } catch (const LaufzeitFehler&) { // no row, or none that can be read
+        return "";
+    }
+}
+
+std::string codeZuName(Database& datenbank, const std::string& name) {
+    const Recordset satz =
+        datenbank.OpenRecordset(anweisung("SELECT * FROM tblKeyCode WHERE (tblKeyCode.Keye)= '", name));
+    return alsText(satz.get_Value("Keyc"));
+}
+
+} // namespace
+
+std::string KeyCodeSuchen(const std::string& datenbankPfad, int richtung, const std::string& wert) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    return richtung == 0 ? nameZuCode(datenbank, wert) : codeZuName(datenbank, wert);
+}

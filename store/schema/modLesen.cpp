@@ -1,0 +1,223 @@
+#include "store/schema/modLesen.h"
+
+#include "store/schema/Tastenspalten.h"
+
+#include <numeric>
+#include <utility>
+
+namespace {
+
+/// What a button column of an old file may hold in place of a `Belegung`.
+constexpr std::string_view OHNE_BELEGUNG = "leer";
+
+/// What an empty column would leave the readers with has no fields to split; it stands for no action.
+std::string belegung(const Wert& wert) {
+    std::string text = alsText(wert);
+    return text.empty() ? std::string(LEERE_BELEGUNG) : text;
+}
+
+void tastenLesen(Database& datenbank, const std::string& schemaName, Laufbild& bild) {
+    const Recordset satz = datenbank.OpenRecordset(
+        anweisung("SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '", schemaName));
+    for (int ebene = 0; ebene < EBENEN; ++ebene)
+        for (int taste = 0; taste < TASTEN; ++taste)
+            bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =
+                belegung(satz.get_Value("Btn" + tastennummer(ebene, taste)));
+}
+
+void kreuzLesen(Database& datenbank, const std::string& kreuzanweisung, Laufbild& bild) {
+    const Recordset satz = datenbank.OpenRecordset(kreuzanweisung);
+    const bool fehlt = satz.get_EOF(); // counts as twelve empty records; saving lays the row
+    for (int ebene = 0; ebene < EBENEN; ++ebene)
+        for (int taste = TASTEN; taste < SLOTS; ++taste)
+            bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =
+                fehlt ? std::string(LEERE_BELEGUNG) : belegung(satz.get_Value(kreuzordinal(ebene, taste)));
+}
+
+Laufbild texteLesen(const std::string& datenbankPfad, const std::string& schemaName,
+                    const std::string& kreuzanweisung) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    Laufbild bild;
+    datenbank.inEinemLesezug([&] {
+        tastenLesen(datenbank, schemaName, bild);
+        kreuzLesen(datenbank, kreuzanweisung, bild);
+    });
+    return bild;
+}
+
+/// Sets the fields of a text; false for one that has not just these, which leaves them as those of none.
+bool setzeLesbare(VarTastenbelegung& bild, int taste, int ebene, const std::string& text) {
+    try {
+        bild.setzeBelegung(taste, ebene, text);
+        return true;
+    } catch (const LaufzeitFehler&) {
+        bild.setzeBelegung(taste, ebene, LEERE_BELEGUNG);
+        return false;
+    }
+}
+
+void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index) {
+    satz.AddNew();
+    satz.put_Value("Schemaname", schemaName);
+    satz.put_Value("index", index);
+    if (index == 1) {
+        int ordinal = ERSTE_LINIENSPALTE;
+        for (int ebene = 0; ebene < EBENEN; ++ebene)
+            for (const std::int32_t linie : GRUNDLINIEN)
+                satz.put_Value(ordinal++, linie);
+    }
+    satz.Update();
+}
+
+/// Walks the rows once a layer, so that the cursor stands on row 20 at the end.
+Sticklinien linienAus(Recordset& satz) {
+    Sticklinien gelesen;
+    int ordinal = ERSTE_LINIENSPALTE;
+    for (auto& ebene : gelesen.linien) {
+        satz.MoveFirst();
+        for (std::size_t zeile = 1; zeile < ZEILEN_JE_STICK; ++zeile, satz.MoveNext())
+            for (std::size_t richtung = 0; richtung < RICHTUNGEN; ++richtung)
+                ebene[zeile][richtung] = linienwert(satz.get_Value(ordinal + static_cast<int>(richtung)));
+        ordinal += RICHTUNGEN;
+    }
+    gelesen.StickSperre = linienwert(satz.get_Value("Links"));
+    return gelesen;
+}
+
+/// Only the digit 3 by itself, blanks around it allowed. A looser comparison of numbers would depend on the
+/// user's locale, where a comma groups digits or ends a number: "0,0,0,3" would count as 3 in some, and a
+/// real action would be lost.
+bool istLeerfeld(const std::string& aktion) {
+    const std::size_t von = aktion.find_first_not_of(' ');
+    return von != std::string::npos && aktion.substr(von, aktion.find_last_not_of(' ') - von + 1) == "3";
+}
+
+} // namespace
+
+VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName,
+                                      std::vector<Tastenort>& unlesbare) {
+    const Laufbild texte = texteLesen(
+        datenbankPfad, schemaName,
+        anweisung("SELECT * FROM tblSteuerKreuz WHERE (tblSteuerKreuz.Schemaname)= '", schemaName));
+    VarTastenbelegung bild;
+    for (int ebene = 0; ebene < EBENEN; ++ebene)
+        for (int taste = 0; taste < SLOTS; ++taste) {
+            const auto& text = texte[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)];
+            if (taste < TASTEN && text == OHNE_BELEGUNG)
+                continue;
+            if (!setzeLesbare(bild, taste, ebene, text))
+                unlesbare.push_back({taste, ebene});
+        }
+    return bild;
+}
+
+Laufbild TastenLaufLesen(const std::string& datenbankPfad, const std::string& schemaName) {
+    return texteLesen(
+        datenbankPfad, schemaName,
+        anweisung("SELECT * FROM tblSteuerkreuz WHERE (tblSteuerkreuz.Schemaname)= '", schemaName));
+}
+
+Schemaliste SchemataLesen(const std::string& datenbankPfad) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    Schemaliste liste;
+    datenbank.inEinemLesezug([&] {
+        Recordset satz = datenbank.OpenRecordset("tblTastatur");
+        const auto groesse = static_cast<std::size_t>(satz.get_RecordCount()) + 1;
+        liste = {std::vector<std::string>(groesse), std::vector<std::string>(groesse)};
+        for (std::size_t i = 0; !satz.get_EOF(); ++i, satz.MoveNext()) {
+            liste.SchemaNamen[i] = alsText(satz.get_Value("Schemaname"));
+            liste.SchemaPfade[i] = alsText(satz.get_Value("Programmpfad"));
+        }
+    });
+    return liste;
+}
+
+std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::string& schemaName) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    const Recordset satz = datenbank.OpenRecordset(
+        anweisung("SELECT * FROM tblTastatur WHERE  (tblTastatur.Schemaname) = '", schemaName));
+    if (satz.get_EOF())
+        return std::nullopt;
+    const Wert funktion = satz.get_Value("Funktion");
+    constexpr std::int64_t KEINE = -1; // no element, like any number that is not there
+    const std::int64_t zahl = istNull(funktion) ? 0 : alsZahl(funktion);
+    return static_cast<int>(std::in_range<int>(zahl) ? zahl : KEINE);
+}
+
+std::vector<int> fehlendeZeilen(Recordset& satz) {
+    std::vector<int> fehlende(ZEILEN_JE_STICK);
+    std::iota(fehlende.begin(), fehlende.end(), 1);
+    for (; !satz.get_EOF(); satz.MoveNext())
+        std::erase_if(fehlende,
+                      [da = satz.get_Value("index")](int index) { return da == Wert{std::int64_t{index}}; });
+    return fehlende;
+}
+
+void StickGrundzeilenAnlegen(Database& datenbank, Stickseite seite, const std::string& schemaName) {
+    datenbank.inEinerTransaktion([&] {
+        Recordset satz = linienzeilen(datenbank, seite, schemaName);
+        for (const int index : fehlendeZeilen(satz))
+            grundzeileAnlegen(satz, schemaName, index);
+    });
+}
+
+std::int32_t linienwert(const Wert& wert) {
+    const std::int64_t zahl = alsZahl(wert);
+    if (!std::in_range<std::int32_t>(zahl))
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf,
+                             "Überlauf: die Linie " + std::to_string(zahl) + " ist zu groß.");
+    return static_cast<std::int32_t>(zahl);
+}
+
+Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
+                             const std::string& schemaName,
+                             const std::function<void(std::string_view)>& melden) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    std::size_t fehlen = 0;
+    const auto lesen = [&] {
+        Sticklinien gelesen;
+        datenbank.inEinemLesezug([&] {
+            Recordset satz = linienzeilen(datenbank, seite, schemaName);
+            fehlen = fehlendeZeilen(satz).size();
+            if (fehlen == 0)
+                gelesen = linienAus(satz);
+        });
+        return gelesen;
+    };
+    Sticklinien gelesen = lesen();
+    if (fehlen == 0)
+        return gelesen;
+    if (fehlen == ZEILEN_JE_STICK)
+        melden("Es wird ein neues Schema erstellen!");
+    StickGrundzeilenAnlegen(datenbank, seite, schemaName);
+    return lesen();
+}
+
+std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
+                             const std::string& schemaName, const Feldschluessel& feld) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    const Recordset satz = feldzeilen(datenbank, seite, schemaName, feld);
+    return satz.get_EOF() ? std::string() : alsText(satz.get_Value("Aktion"));
+}
+
+bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                           int ebene, int richtung, std::int32_t linie) {
+    const auto spalte = richtungsspalte(richtung);
+    Database datenbank = OpenDatabase(datenbankPfad);
+    bool alleLeer = true;
+    const auto leerfelder = [&](auto&& arbeit) {
+        Recordset satz = aktionszeilen(datenbank, seite, schemaName, ebene, {{spalte, linie}});
+        for (; !satz.get_EOF(); satz.MoveNext()) {
+            if (istLeerfeld(alsText(satz.get_Value("Aktion"))))
+                arbeit(satz);
+            else
+                alleLeer = false;
+        }
+    };
+    // A file that is locked or can only be read is none in the way of finding that there is nothing to do.
+    bool eines = false;
+    leerfelder([&](Recordset&) { eines = true; });
+    if (eines)
+        datenbank.inEinerTransaktion([&] { leerfelder([](Recordset& satz) { satz.Delete(); }); });
+    return alleLeer;
+}

@@ -1,0 +1,57 @@
+// A run of the `Schema` "S" on fakes: fresh database, virtual clock, scripted pad.
+#pragma once
+
+#include "engine/run/LaufFenster.h"
+#include "platform/probe/ProbeEingabe.h"
+#include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeUhr.h"
+#include "tests/hilfen/ProbeAnzeige.h"
+#include "tests/hilfen/Testdatenbank.h"
+
+#include <initializer_list>
+#include <memory>
+#include <utility>
+#include <vector>
+
+class Probelauf {
+public:
+    /// Lays the rows of the `Schema`, with the given columns of tblTastatur.
+    Probelauf(std::initializer_list<std::pair<std::string, std::string>> tasten = {}) {
+        std::string spalten = "Schemaname";
+        std::string werte = "'S'";
+        for (const auto& [spalte, wert] : tasten) {
+            spalten += ", " + spalte;
+            werte += ", '" + wert + "'";
+        }
+        datenbank.sql("INSERT INTO tblTastatur (" + spalten + ") VALUES (" + werte + ")");
+        datenbank.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S')");
+        zustand.global.DatenbankPfad = datenbank.pfad();
+        zustand.global.SchemaName = zustand.global.Schemaauswahl = "S";
+    }
+
+    LaufFenster& fensterOeffnen() {
+        fenster = std::make_unique<LaufFenster>(
+            Laufumgebung{zustand, pad, eingabe, uhr, anzeige, std::span<Stick* const>(sticks)});
+        return *fenster;
+    }
+    LaufFenster& starten() {
+        fensterOeffnen().laden();
+        return *fenster;
+    }
+    void warten(int ms) { uhr.vorUm(std::chrono::milliseconds{ms}); }
+    void takt() { warten(5); }
+    /// Sets the pad's buttons and lets one tick see them.
+    void takt(std::uint32_t tasten) {
+        pad.zustand.dwButtons = tasten;
+        takt();
+    }
+
+    Testdatenbank datenbank;
+    ProbeUhr uhr;
+    ProbeJoystick pad;
+    Laufzustand zustand{pad, (datenbank.ordner() / "Gamepad.xml").string()};
+    ProbeEingabe eingabe;
+    ProbeAnzeige anzeige;
+    std::vector<Stick*> sticks;
+    std::unique_ptr<LaufFenster> fenster;
+};

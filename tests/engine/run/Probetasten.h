@@ -1,0 +1,24 @@
+// The button engine on fakes, without a window around it.
+#pragma once
+
+#include "engine/buttons/GehalteneTasten.h"
+#include "engine/buttons/TastenAktion.h"
+#include "engine/buttons/Wiederholung.h"
+#include "engine/output/XPTaste.h"
+#include "platform/probe/ProbeEingabe.h"
+#include "platform/probe/ProbeUhr.h"
+#include "tests/hilfen/ProbeAnzeige.h"
+
+struct Probetasten {
+    Tastenstand stand;
+    Wiederholstand wiederholstand;
+    GehalteneTasten gehaltene;
+    ProbeUhr uhr;
+    ProbeEingabe eingabe;
+    ProbeAnzeige anzeige;
+    XPTaste xpTaste{eingabe, [this] { wiederholung.WiederholungPruefen(); }};
+    Wiederholung wiederholung{wiederholstand, gehaltene, xpTaste, uhr};
+    TastenAktion aktion{stand, gehaltene, wiederholung, xpTaste, uhr, anzeige};
+
+    void warten(int ms) { uhr.vorUm(std::chrono::milliseconds{ms}); }
+};

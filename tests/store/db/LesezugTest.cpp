@@ -1,0 +1,100 @@
+// Reading many values on one state of the file.
+#include "store/db/Datenbank.h"
+#include "tests/hilfen/Testdatenbank.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Lesezug : public testing::Test {
+protected:
+    Lesezug() {
+        datei.sql(
+            "DELETE FROM tblKeyCode; INSERT INTO tblKeyCode (Keyc, Keye) VALUES (7000, 'A'), (7001, 'B')");
+    }
+
+    Recordset satz() { return datenbank.OpenRecordset("SELECT * FROM tblKeyCode WHERE (Keyc)= 7000;"); }
+    std::string name(const Recordset& eine) { return alsText(eine.get_Value("Keye")); }
+
+    Testdatenbank datei;
+    Database datenbank = OpenDatabase(datei.pfad());
+};
+
+TEST_F(Lesezug, LiestWasDasteht) {
+    std::string gelesen;
+    datenbank.inEinemLesezug([&] {
+        const auto eine = satz();
+        gelesen = alsText(eine.get_Value("Keyc")) + name(eine);
+    });
+    EXPECT_EQ(gelesen, "7000A");
+}
+
+TEST_F(Lesezug, SiehtNichtWasAndereInzwischenSchreibenWollen) {
+    datenbank.inEinemLesezug([&] {
+        const auto eine = satz();
+        EXPECT_EQ(name(eine), "A");
+        EXPECT_THROW(datei.sql("UPDATE tblKeyCode SET Keye = 'X' WHERE Keyc = 7000"), std::runtime_error);
+        EXPECT_EQ(name(eine), "A");
+    });
+}
+
+TEST_F(Lesezug, DanachWirdWiederLebendGelesen) {
+    auto eine = satz();
+    datenbank.inEinemLesezug([&] { EXPECT_EQ(name(eine), "A"); });
+    datei.sql("UPDATE tblKeyCode SET Keye = 'X' WHERE Keyc = 7000");
+    EXPECT_EQ(name(eine), "X");
+    datenbank.inEinemLesezug([&] { EXPECT_EQ(name(eine), "X"); });
+}
+
+TEST_F(Lesezug, DerNaechsteSiehtWasZwischenBeidenGeschriebenWurde) {
+    auto eine = satz();
+    datenbank.inEinemLesezug([&] { EXPECT_EQ(name(eine), "A"); });
+    datei.sql("UPDATE tblKeyCode SET Keye = 'X' WHERE Keyc = 7000");
+    datenbank.inEinemLesezug([&] { EXPECT_EQ(name(eine), "X"); });
+}
+
+TEST_F(Lesezug, JedeZeileHatIhreEigenenWerte) {
+    std::string gelesen;
+    datenbank.inEinemLesezug([&] {
+        auto alle = datenbank.OpenRecordset("SELECT * FROM tblKeyCode WHERE (Keyc)> 6999;");
+        for (; !alle.get_EOF(); alle.MoveNext())
+            gelesen += name(alle) + name(alle);
+        alle.MoveFirst();
+        gelesen += name(alle);
+    });
+    EXPECT_EQ(gelesen, "AABBA");
+}
+
+TEST_F(Lesezug, SchreibenIstEinFehlerUndAendertNichts) {
+    datenbank.inEinemLesezug([&] {
+        auto eine = satz();
+        eine.Edit();
+        eine.put_Value("Keye", std::string("X"));
+        EXPECT_EQ(fehlernummer([&] { eine.Update(); }), 3034);
+        EXPECT_EQ(fehlernummer([&] { datenbank.inEinerTransaktion([] {}); }), 3034);
+    });
+    EXPECT_EQ(datei.zeilen("SELECT Keye FROM tblKeyCode WHERE Keyc = 7000"), (Tabellenbild{{"A"}}));
+}
+
+TEST_F(Lesezug, InEinerTransaktionBeginntKeiner) {
+    EXPECT_EQ(fehlernummer([&] { datenbank.inEinerTransaktion([&] { datenbank.inEinemLesezug([] {}); }); }),
+              3034);
+}
+
+TEST_F(Lesezug, NachEinerAusnahmeIstDieDateiFrei) {
+    EXPECT_THROW(datenbank.inEinemLesezug([&] {
+        name(satz());
+        throw std::runtime_error("Unfug");
+    }),
+                 std::runtime_error);
+    EXPECT_NO_THROW(datei.sql("UPDATE tblKeyCode SET Keye = 'X' WHERE Keyc = 7000"));
+    EXPECT_NO_THROW(datenbank.inEinerTransaktion([] {}));
+}
+
+TEST_F(Lesezug, EineGesperrteDateiIstEinFehler) {
+    RoheVerbindung andere(datei.pfad());
+    andere.sql("BEGIN EXCLUSIVE");
+    EXPECT_EQ(fehlernummer([&] { datenbank.inEinemLesezug([&] { name(satz()); }); }), 3218);
+}
+
+} // namespace
