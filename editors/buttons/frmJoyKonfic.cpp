@@ -414,16 +414,12 @@ void frmJoyKonfic::Command1_Click(int index) {
 }
 
 void frmJoyKonfic::speichern() {
-    // For a `Schema` that is gone the store writes nothing, and has no error.
-    if (!FunktionLesen(global_.DatenbankPfad, schema_)) {
+    if (!TastenbelegungSpeichern(global_.DatenbankPfad, schema_, werk_.bild))
         meldung(this,
                 QString("Das Schema „%1“ gibt es nicht mehr. Seine Tastenbelegung konnte nicht gespeichert "
                         "werden.")
                     .arg(qt(schema_)),
                 windowTitle(), QMessageBox::Warning);
-        return;
-    }
-    TastenbelegungSpeichern(global_.DatenbankPfad, schema_, werk_.bild);
 }
 
 void frmJoyKonfic::Command10_Click() {
