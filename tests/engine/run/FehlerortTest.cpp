@@ -97,6 +97,17 @@ TEST_P(Sticktextfehler, EinZeitgeberNenntDasFeldFuerDasErGestelltWurde) {
                         "Bereichs: zu wenige Felder");
 }
 
+TEST_P(Sticktextfehler, EinZeitgeberDerYSeiteNenntDerenBand) {
+    lauf.aktion({20000, 0, 0, 0}, "3");
+    lauf.aktion({0, 0, 20000, 0}, "2,1,65,50");
+    starten();
+    lauf.bewegen(NIEDRIG, NIEDRIG);
+    EXPECT_EQ(fehler(), "");
+    lauf.warten(50);
+    EXPECT_EQ(fehler(), "Ebene Standart, Feld Oben 20000: \"2,1,65,50\": Index außerhalb des gültigen "
+                        "Bereichs: zu wenige Felder");
+}
+
 TEST_P(Sticktextfehler, EinZuWeiterEgoShooterNenntDasFeldInDemErBegann) {
     lauf.aktion({20000, 0, 0, 0}, "5,2,1000000,1");
     starten();

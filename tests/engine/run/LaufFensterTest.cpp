@@ -118,6 +118,19 @@ TEST(LaufFensterLaden, EinErsterStartOhneSchreibrechtSpieltMitDenGrundwertenUndS
     EXPECT_EQ(lauf.starten().beenden(), std::nullopt) << "the next one can";
 }
 
+TEST(LaufFensterLaden, AmEndeWirdNurDerStickGenanntDessenZeilenFehlen) {
+    for (const auto& [tabelle, was] : {std::pair{"tblStick", "die Linien des linken Sticks"},
+                                       std::pair{"tblStickR", "die Linien des rechten Sticks"}}) {
+        Probelauf lauf;
+        lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+        lauf.datenbank.sql("CREATE UNIQUE INDEX enger ON " + std::string(tabelle) + " (Schemaname, Links)");
+        const auto fehler = lauf.starten().beenden();
+        ASSERT_TRUE(fehler) << tabelle;
+        EXPECT_TRUE(std::string(fehler->what()).ends_with("\nNicht gespeichert: " + std::string(was) + "."))
+            << fehler->what();
+    }
+}
+
 TEST(LaufFensterLaden, EinErsterStartAufVollerPlatteSpieltUndSagtEsAmEnde) {
     StoerVfs disk;
     Probelauf lauf{{"btn3", "1,65,0-0-0"}};

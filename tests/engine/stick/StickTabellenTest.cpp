@@ -336,6 +336,35 @@ TEST(StickdatenbankTest, EineErsetzteDateiWirdBeimNaechstenLaufGeoeffnet) {
     EXPECT_EQ(zeilen(), 1);
 }
 
+// A copy keeps the time of its original, so another file need not be of another time.
+TEST(StickdatenbankTest, EineErsetzteDateiGleicherZeitWirdBeimNaechstenLaufGeoeffnet) {
+    const Testdatenbank alte;
+    const Testdatenbank neue;
+    neue.sql("INSERT INTO tblStick (Schemaname) VALUES ('S')");
+    std::filesystem::last_write_time(neue.pfad(), std::filesystem::last_write_time(alte.pfad()));
+    Stickdatenbank datenbank;
+    datenbank.offen(alte.pfad());
+    std::filesystem::rename(neue.pfad(), alte.pfad());
+    datenbank.laufBeginnt();
+    EXPECT_EQ(datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_RecordCount(), 1);
+}
+
+// Nor need it be another file: this one has another content, and what is known of its tables is of the old one.
+TEST(StickdatenbankTest, EineUeberschriebeneDateiWirdBeimNaechstenLaufGeoeffnet) {
+    const Testdatenbank alte;
+    const Testdatenbank neue;
+    neue.sql("DROP TABLE tblStick; CREATE TABLE tblStick (Neu)");
+    Stickdatenbank datenbank;
+    EXPECT_EQ(fehlernummer([&] { datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_Value("Neu"); }),
+              3265);
+    std::filesystem::copy_file(neue.pfad(), alte.pfad(), std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::last_write_time(alte.pfad(), std::filesystem::file_time_type::clock::now() +
+                                                      std::chrono::seconds(1));
+    datenbank.laufBeginnt();
+    EXPECT_EQ(fehlernummer([&] { datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_Value("Neu"); }),
+              3021);
+}
+
 TEST(StickdatenbankTest, EineFehlendeDateiWirdBeimNaechstenLaufVermisst) {
     const Testdatenbank datei;
     Stickdatenbank datenbank;
