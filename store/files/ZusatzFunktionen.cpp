@@ -92,11 +92,12 @@ bool belegungSetzen(const Gamepadtabelle& tabelle, Gamepadzeile& zeile,
     return true;
 }
 
-/// Appends a row of defaults; `schubregler` may be Null. False when the table is not to be saved.
+/// Appends a row; `schubregler` may be Null. False when the table is not to be saved.
 bool zeileAnhaengen(Gamepadtabelle& tabelle, const std::string& schema,
+                    const std::array<std::string, ACHSEN>& namen,
                     const std::optional<std::string>& schubregler) {
     Gamepadzeile zeile;
-    if (!setzen(tabelle, zeile, "Schema", schema) || !belegungSetzen(tabelle, zeile, grundbelegung()) ||
+    if (!setzen(tabelle, zeile, "Schema", schema) || !belegungSetzen(tabelle, zeile, namen) ||
         (schubregler && !setzen(tabelle, zeile, "Schubregler", *schubregler)))
         return false;
     tabelle.zeilen.push_back(std::move(zeile));
@@ -150,20 +151,15 @@ void ZusatzFunktionen::AchsenLesen() {
 }
 
 bool ZusatzFunktionen::AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle) {
-    std::array<std::string, ACHSEN> gewaehlt;
-    std::transform(tabelle.begin(), tabelle.end(), gewaehlt.begin(), achsenname);
-    AchsenSchluessel_ = gewaehlt;
-    bool gespeichert = GamepadSchreiben("");
-    if (AchsenSchluessel_ != gewaehlt) { // it has laid a row of defaults
-        AchsenSchluessel_ = gewaehlt;
-        gespeichert = gespeichert && GamepadSchreiben("");
-    }
+    std::transform(tabelle.begin(), tabelle.end(), AchsenSchluessel_.begin(), achsenname);
+    bool gespeichert = false;
+    ohneFehler([&] { gespeichert = schreiben("", AchsenSchluessel_); });
     return gespeichert;
 }
 
 bool ZusatzFunktionen::GamepadSchreiben(const std::string& text) {
     bool gespeichert = false;
-    ohneFehler([&] { gespeichert = schreiben(text); });
+    ohneFehler([&] { gespeichert = schreiben(text, grundbelegung()); });
     return gespeichert;
 }
 
@@ -202,7 +198,7 @@ void ZusatzFunktionen::laden() {
     const auto zeile = suchen(*tabelle, auswahl_);
     if (zeile == tabelle->zeilen.end()) {
         SchubreglerText_.clear();
-        schreiben("");
+        schreiben("", grundbelegung());
         return;
     }
     // A name with an apostrophe takes the slider text of the first row along; it does not come to play it, as
@@ -212,7 +208,7 @@ void ZusatzFunktionen::laden() {
     SchubreglerText_ = textVon(*zeile, "Schubregler");
 }
 
-bool ZusatzFunktionen::schreiben(const std::string& text) {
+bool ZusatzFunktionen::schreiben(const std::string& text, const std::array<std::string, ACHSEN>& neue) {
     const Dateisperre sperre(gamepadXml_);
     auto tabelle = sperre.frei() ? tabelleLesen(gamepadXml_) : std::nullopt;
     if (!tabelle)
@@ -220,8 +216,8 @@ bool ZusatzFunktionen::schreiben(const std::string& text) {
     const auto zeile = suchen(*tabelle, auswahl_);
     bool passt = false;
     if (zeile == tabelle->zeilen.end()) {
-        AchsenSchluessel_ = grundbelegung();
-        passt = zeileAnhaengen(*tabelle, auswahl_, text);
+        AchsenSchluessel_ = neue;
+        passt = zeileAnhaengen(*tabelle, auswahl_, neue, text);
     } else if (istZeileVon(*zeile, auswahl_)) {
         passt = belegungSetzen(*tabelle, *zeile, AchsenSchluessel_) &&
                 (text.empty() || setzen(*tabelle, *zeile, "Schubregler", text));
@@ -250,6 +246,6 @@ void ZusatzFunktionen::anlegen() {
     if (!sperre.frei() || istDateiDa())
         return;
     Gamepadtabelle tabelle = leereGamepadtabelle();
-    if (zeileAnhaengen(tabelle, auswahl_, std::nullopt))
+    if (zeileAnhaengen(tabelle, auswahl_, grundbelegung(), std::nullopt))
         tabelleSpeichern(gamepadXml_, tabelle);
 }

@@ -40,8 +40,8 @@ public:
     /// first raw axis counts. Is cheap and allocates nothing: it runs several times a millisecond.
     void AchsenLesen();
 
-    /// Takes the six lines of the form, one a raw axis, as the assignment and saves it. A `Schema` without a
-    /// row gets one of defaults first. False when it is not saved, and in force all the same.
+    /// Takes the six lines of the form, one a raw axis, as the assignment and saves it in one write. A
+    /// `Schema` without a row gets one. False when it is not saved, and in force all the same.
     bool AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle);
 
     /// Saves AchsenSchluessel, and the slider text `text` unless that is empty, in the row of the `Schema`.
@@ -75,7 +75,8 @@ public:
 private:
     bool istDateiDa() const;
     void laden();
-    bool schreiben(const std::string& text);
+    /// `neue` are the names for a `Schema` that has no row.
+    bool schreiben(const std::string& text, const std::array<std::string, ACHSEN>& neue);
     bool loeschen();
     void anlegen();
 
