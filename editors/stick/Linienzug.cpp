@@ -295,8 +295,12 @@ void Linienzug::entfernen(std::size_t richtung, int slot) {
         return;
     }
     const auto linie = J(slot, richtung);
-    if (flaeche_.StickAktionenLoeschen(richtung, linie)) {
-        aendern(richtung, slot, 0);
+    Justierstand ohne = stand_;
+    ohne.ebene()[static_cast<std::size_t>(slot)][richtung] = 0;
+    if (flaeche_.StickLinieEntfernen(ohne.linien, richtung, linie)) {
+        J(slot, richtung) = 0;
+        flaeche_.PositionFestlegen(richtung, slot);
+        flaeche_.Zeichnen();
         return;
     }
     flaeche_.melden(

@@ -70,7 +70,9 @@ public:
     /// Saves `linien`, one of which has moved, and lets its actions follow: all of it or nothing.
     virtual void StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
                                     std::int32_t alt) = 0;
-    virtual bool StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) = 0;
+    /// Saves `ohne`, the lines without `linie`, and deletes the `Leerfeld` rows on it: all of it or nothing.
+    /// False when other rows keep it: then only these rows go.
+    virtual bool StickLinieEntfernen(const Linientabelle& ohne, std::size_t richtung, std::int32_t linie) = 0;
 
     virtual void melden(std::string_view text) = 0;
 };

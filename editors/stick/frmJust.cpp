@@ -463,9 +463,9 @@ void frmJust::StickLinieVerlegen(const Linientabelle& linien, std::size_t richtu
                          {stand_.EditorEbene, static_cast<int>(richtung), neu, alt});
 }
 
-bool frmJust::StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) {
-    return ::StickAktionenLoeschen(global_.DatenbankPfad, art_.seite, schema_, stand_.EditorEbene,
-                                   static_cast<int>(richtung), linie);
+bool frmJust::StickLinieEntfernen(const Linientabelle& ohne, std::size_t richtung, std::int32_t linie) {
+    return ::StickLinieEntfernen(global_.DatenbankPfad, art_.seite, schema_, {ohne, StickSperre_},
+                                 stand_.EditorEbene, static_cast<int>(richtung), linie);
 }
 
 void frmJust::melden(std::string_view text) {

@@ -98,7 +98,7 @@ private:
     void StickLinienSpeichern() override;
     void StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
                             std::int32_t alt) override;
-    bool StickAktionenLoeschen(std::size_t richtung, std::int32_t linie) override;
+    bool StickLinieEntfernen(const Linientabelle& ohne, std::size_t richtung, std::int32_t linie) override;
     void melden(std::string_view text) override;
 
     const Justiereigenart& art_;

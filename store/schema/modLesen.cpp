@@ -92,6 +92,22 @@ bool istLeerfeld(const std::string& aktion) {
     return von != std::string::npos && aktion.substr(von, aktion.find_last_not_of(' ') - von + 1) == "3";
 }
 
+/// Calls `arbeit` with the cursor on each row of a field at a line that holds a `Leerfeld`. True when no
+/// other row is there.
+template <class Arbeit>
+bool aktionenAnLinie(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                     int richtung, std::int32_t linie, Arbeit&& arbeit) {
+    bool nurLeerfelder = true;
+    Recordset satz = aktionszeilen(datenbank, seite, schemaName, ebene, {{richtungsspalte(richtung), linie}});
+    for (; !satz.get_EOF(); satz.MoveNext()) {
+        if (istLeerfeld(alsText(satz.get_Value("Aktion"))))
+            arbeit(satz);
+        else
+            nurLeerfelder = false;
+    }
+    return nurLeerfelder;
+}
+
 } // namespace
 
 VarTastenbelegung TastenbelegungLesen(const std::string& datenbankPfad, const std::string& schemaName,
@@ -200,24 +216,23 @@ std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
     return satz.get_EOF() ? std::string() : alsText(satz.get_Value("Aktion"));
 }
 
-bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                           int ebene, int richtung, std::int32_t linie) {
-    const auto spalte = richtungsspalte(richtung);
-    Database datenbank = OpenDatabase(datenbankPfad);
-    bool alleLeer = true;
-    const auto leerfelder = [&](auto&& arbeit) {
-        Recordset satz = aktionszeilen(datenbank, seite, schemaName, ebene, {{spalte, linie}});
-        for (; !satz.get_EOF(); satz.MoveNext()) {
-            if (istLeerfeld(alsText(satz.get_Value("Aktion"))))
-                arbeit(satz);
-            else
-                alleLeer = false;
-        }
-    };
+bool stehtKeineAktionAn(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                        int richtung, std::int32_t linie) {
+    return aktionenAnLinie(datenbank, seite, schemaName, ebene, richtung, linie, [](Recordset&) {});
+}
+
+bool StickAktionenLoeschen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                           int richtung, std::int32_t linie) {
     // A file that is locked or can only be read is none in the way of finding that there is nothing to do.
     bool eines = false;
-    leerfelder([&](Recordset&) { eines = true; });
-    if (eines)
-        datenbank.inEinerTransaktion([&] { leerfelder([](Recordset& satz) { satz.Delete(); }); });
-    return alleLeer;
+    const bool alleLeer = aktionenAnLinie(datenbank, seite, schemaName, ebene, richtung, linie,
+                                          [&](Recordset&) { eines = true; });
+    if (!eines)
+        return alleLeer;
+    bool frei = false;
+    datenbank.inEinerTransaktion([&] {
+        frei = aktionenAnLinie(datenbank, seite, schemaName, ebene, richtung, linie,
+                               [](Recordset& satz) { satz.Delete(); });
+    });
+    return frei;
 }

@@ -84,7 +84,12 @@ Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
 std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName, const Feldschluessel& feld);
 
-/// Deletes the rows of fields at the line `linie` of `richtung` (0 to 3) that hold a `Leerfeld`, all or none.
-/// True when no other row is left there. Throws LaufzeitFehler, 9 for another direction.
-bool StickAktionenLoeschen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                           int ebene, int richtung, std::int32_t linie);
+/// Whether no row of a field at the line `linie` of `richtung` (0 to 3) holds anything but a `Leerfeld`.
+/// Throws LaufzeitFehler, 9 for another direction.
+bool stehtKeineAktionAn(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                        int richtung, std::int32_t linie);
+
+/// Deletes the rows of fields at a line that hold a `Leerfeld`, all or none, in a transaction of `datenbank`.
+/// True when no other row is left there. Throws as stehtKeineAktionAn.
+bool StickAktionenLoeschen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                           int richtung, std::int32_t linie);

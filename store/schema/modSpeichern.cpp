@@ -193,6 +193,26 @@ void StickLinieVerlegen(const std::string& datenbankPfad, Stickseite seite, cons
     });
 }
 
+bool StickLinieEntfernen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                         const Sticklinien& bild, int ebene, int richtung, std::int32_t linie) {
+    Database datenbank = OpenDatabase(datenbankPfad);
+    const auto leerfelderLoeschen = [&] {
+        return StickAktionenLoeschen(datenbank, seite, schemaName, ebene, richtung, linie);
+    };
+    // The file is locked only where there is something to write.
+    if (!stehtKeineAktionAn(datenbank, seite, schemaName, ebene, richtung, linie)) {
+        leerfelderLoeschen();
+        return false;
+    }
+    bool entfernt = false;
+    datenbank.inEinerTransaktion([&] {
+        entfernt = leerfelderLoeschen();
+        if (entfernt)
+            linienSchreiben(datenbank, seite, schemaName, bild);
+    });
+    return entfernt;
+}
+
 void StickAktionSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
                           const Feldschluessel& feld, const std::string& aktion) {
     Database datenbank = OpenDatabase(datenbankPfad);

@@ -45,6 +45,13 @@ struct Linienumzug {
 void StickLinieVerlegen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
                         const Sticklinien& bild, const Linienumzug& umzug);
 
+/// Removes a line: deletes the rows of fields at `linie` that hold a `Leerfeld`, and stores `bild`, the lines
+/// without it, as StickLinienSpeichern does. Where another row is there the line is kept for it: then the
+/// lines are not stored, the `Leerfeld` rows go all the same. True when it was removed. Throws
+/// LaufzeitFehler, 9 for another direction.
+bool StickLinieEntfernen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
+                         const Sticklinien& bild, int ebene, int richtung, std::int32_t linie);
+
 /// Stores the action text of a field: in its row, the first one if there are more, or in a new one. Throws
 /// LaufzeitFehler.
 void StickAktionSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,

@@ -82,10 +82,15 @@ public:
         taten.push_back("verschieben " + std::string(NAMEN[d]) + " " + std::to_string(alt) + " nach " +
                         std::to_string(neu));
     }
-    bool StickAktionenLoeschen(std::size_t d, std::int32_t linie) override {
+    bool StickLinieEntfernen(const Linientabelle& ohne, std::size_t d, std::int32_t linie) override {
         scheitern(loeschenScheitert);
         taten.push_back("Aktionen loeschen " + std::string(NAMEN[d]) + " " + std::to_string(linie));
-        return !aktionBleibt;
+        if (aktionBleibt)
+            return false;
+        scheitern(speichernScheitert);
+        gespeichert = ohne;
+        taten.emplace_back("Linien speichern");
+        return true;
     }
     void melden(std::string_view text) override { taten.push_back("Box: " + std::string(text)); }
 

@@ -68,9 +68,9 @@ const std::vector<Tat> TATEN{
          bild.linien[0][1][0] = 18000;
          StickLinieVerlegen(pfad, Stickseite::Links, "S", bild, {0, 0, 18000, 20000});
      }},
-    {"LeerfelderEinerLinie",
+    {"EineEntfernteLinieMitIhrenLeerfeldern",
      [](const auto& pfad, const auto&) {
-         StickAktionenLoeschen(pfad, Stickseite::Rechts, "S", 0, 0, 20000);
+         StickLinieEntfernen(pfad, Stickseite::Rechts, "S", volleLinien(), 0, 0, 20000);
      }},
     {"ZwanzigZeilen",
      [](const auto& pfad, const auto&) { StickLinienLesen(pfad, Stickseite::Links, "neu", keineMeldung); }},

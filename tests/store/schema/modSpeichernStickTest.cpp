@@ -180,6 +180,13 @@ protected:
                  const std::string& name = "S") const {
         StickLinieVerlegen(datei.pfad(), seite(), name, {}, {ebene, richtung, neu, alt});
     }
+    /// Removes a line of `richtung` on layer 0; the lines without it are volleLinien.
+    bool entferne(std::int32_t linie, int richtung = 0, const std::string& name = "S") const {
+        return StickLinieEntfernen(datei.pfad(), seite(), name, volleLinien(), 0, richtung, linie);
+    }
+    Linientabelle gespeicherteLinien() const {
+        return StickLinienLesen(datei.pfad(), seite(), "S", [](std::string_view) {}).linien;
+    }
     void speichere(const Feldschluessel& feld, const std::string& aktion,
                    const std::string& name = "S") const {
         StickAktionSpeichern(datei.pfad(), seite(), name, feld, aktion);
@@ -262,6 +269,45 @@ TEST_P(AktionenSpeichern, LinieUndAktionenGehenZusammenOderGarNicht) {
     erwarteFehlerOhneWirkung(3022, [&] {
         StickLinieVerlegen(datei.pfad(), seite(), "S", bild, {1, 2, 17000, 18000});
     });
+}
+
+TEST_P(AktionenSpeichern, EineLinieGehtMitIhrenLeerfeldern) {
+    lege("0, 20000, 5, 5, 5, '3'");
+    lege("0, 20000, 5, 6, 5, ' 3 '");
+    lege("0, 19999, 5, 5, 5, '3'");
+    EXPECT_TRUE(entferne(20000));
+    EXPECT_THAT(linien(0), ElementsAre("19999"));
+    EXPECT_EQ(gespeicherteLinien(), volleLinien().linien);
+}
+
+TEST_P(AktionenSpeichern, EineLinieDieAktionenHaeltBleibtUndVerliertNurDieLeerfelder) {
+    lege("0, 20000, 5, 5, 5, '3'");
+    lege("0, 20000, 5, 6, 5, '4'");
+    const auto vorher = gespeicherteLinien();
+    EXPECT_FALSE(entferne(20000));
+    EXPECT_THAT(tabelle(), ElementsAre(testing::Contains("4")));
+    EXPECT_EQ(gespeicherteLinien(), vorher);
+    EXPECT_EQ(fehlernummerNurLesend(datei, [&] { EXPECT_FALSE(entferne(20000)); }), 0) << "nothing to write";
+}
+
+TEST_P(AktionenSpeichern, ScheitertDasSpeichernDerLinienBleibenDieLeerfelder) {
+    lege("0, 20000, 5, 5, 5, '3'");
+    datei.sql("DELETE FROM " + linientabelle());
+    erwarteFehlerOhneWirkung(3021, [&] { entferne(20000); });
+}
+
+TEST_P(AktionenSpeichern, EntfernenMitFalscherRichtungNameSperreUndSchreibschutz) {
+    lege("0, 20000, 5, 5, 5, '3'");
+    for (const int richtung : {-1, 4})
+        erwarteFehlerOhneWirkung(9, [&] { entferne(20000, richtung); });
+    erwarteFehlerOhneWirkung(3075, [&] { entferne(20000, 0, "O'Brien"); });
+    EXPECT_EQ(
+        fehlernummer([&] { StickLinieEntfernen(datei.pfad() + ".fehlt", seite(), "S", {}, 0, 0, 20000); }),
+        3024);
+    EXPECT_EQ(fehlernummerNurLesend(datei, [&] { entferne(20000); }), 3027);
+    RoheVerbindung andere(datei.pfad());
+    andere.sql("BEGIN IMMEDIATE");
+    EXPECT_EQ(fehlernummer([&] { entferne(20000); }), 3218);
 }
 
 TEST_P(AktionenSpeichern, EineLeereMengeEndetStill) {
