@@ -1,10 +1,5 @@
 #include "store/files/Gamepaddatei.h"
 
-#include "store/db/Namen.h"
-#include "store/files/XmlText.h"
-
-#include <pugixml.hpp>
-
 #include <algorithm>
 #include <set>
 
@@ -26,41 +21,16 @@ void verlange(bool bedingung) {
         throw Unlesbar{};
 }
 
-bool heisst(pugi::xml_node element, std::string_view name) {
-    return element.name() == name;
-}
-
-Xmlattribute attributeVon(pugi::xml_node element) {
-    Xmlattribute liste;
-    std::set<std::string_view> namen;
-    for (const pugi::xml_attribute attribut : element.attributes()) {
-        const auto wert = xmlAttributwert(attribut.value());
-        verlange(wert && namen.insert(attribut.name()).second);
-        liste.emplace_back(attribut.name(), *wert);
-    }
-    return liste;
-}
-
 bool sindAttribute(Xmlattribute gelesene, Xmlattribute verlangte) {
     std::sort(gelesene.begin(), gelesene.end());
     std::sort(verlangte.begin(), verlangte.end());
     return gelesene == verlangte;
 }
 
-/// The elements inside an element, in which nothing else may stand.
-std::vector<pugi::xml_node> elementeIn(pugi::xml_node element) {
-    std::vector<pugi::xml_node> elemente;
-    for (const pugi::xml_node kind : element.children()) {
-        verlange(kind.type() == pugi::node_element);
-        elemente.push_back(kind);
-    }
-    return elemente;
-}
-
 /// The elements inside one that has no attributes, as those of the namespace rs are.
-std::vector<pugi::xml_node> elementeInBlossem(pugi::xml_node element) {
-    verlange(attributeVon(element).empty());
-    return elementeIn(element);
+const std::vector<Xmlelement>& elementeInBlossem(const Xmlelement& element) {
+    verlange(element.attribute.empty());
+    return element.kinder;
 }
 
 /// Takes the value of an attribute out of the list.
@@ -81,37 +51,37 @@ bool istSpaltenname(std::string_view name) {
     };
     const auto innen = [&](char c) { return anfang(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; };
     return !name.empty() && anfang(name.front()) && std::all_of(name.begin(), name.end(), innen) &&
-           name != "xmlns" && xmlZeichenzahl(name);
+           name != "xmlns";
 }
 
-Gamepadspalte spalteAus(pugi::xml_node attributtyp) {
+Gamepadspalte spalteAus(const Xmlelement& attributtyp) {
     Gamepadspalte spalte;
-    spalte.attribute = attributeVon(attributtyp);
+    spalte.attribute = attributtyp.attribute;
     const auto name = nimmAttribut(spalte.attribute, "name");
     verlange(name && istSpaltenname(*name));
     spalte.name = *name;
-    const auto kinder = elementeIn(attributtyp);
+    const auto& kinder = attributtyp.kinder;
     if (!kinder.empty()) {
-        verlange(kinder.size() == 1 && heisst(kinder[0], "s:datatype") && elementeIn(kinder[0]).empty());
-        spalte.datentyp = attributeVon(kinder[0]);
+        verlange(kinder.size() == 1 && kinder[0].name == "s:datatype" && kinder[0].kinder.empty());
+        spalte.datentyp = kinder[0].attribute;
     }
     return spalte;
 }
 
-void schemaLesen(Gamepadtabelle& tabelle, pugi::xml_node schema) {
-    const auto typen = elementeIn(schema);
-    verlange(heisst(schema, "s:Schema") && attributeVon(schema) == SCHEMA && typen.size() == 1 &&
-             heisst(typen[0], "s:ElementType"));
-    tabelle.zeilentyp = attributeVon(typen[0]);
+void schemaLesen(Gamepadtabelle& tabelle, const Xmlelement& schema) {
+    const auto& typen = schema.kinder;
+    verlange(schema.name == "s:Schema" && schema.attribute == SCHEMA && typen.size() == 1 &&
+             typen[0].name == "s:ElementType");
+    tabelle.zeilentyp = typen[0].attribute;
     verlange(std::count(tabelle.zeilentyp.begin(), tabelle.zeilentyp.end(),
                         std::pair<std::string, std::string>("name", "row")) == 1);
     std::set<std::string> namen;
-    for (const pugi::xml_node kind : elementeIn(typen[0])) {
-        if (heisst(kind, "s:extends")) {
-            verlange(attributeVon(kind) == GRUNDTYP && elementeIn(kind).empty());
+    for (const Xmlelement& kind : typen[0].kinder) {
+        if (kind.name == "s:extends") {
+            verlange(kind.attribute == GRUNDTYP && kind.kinder.empty());
             continue;
         }
-        verlange(heisst(kind, "s:AttributeType"));
+        verlange(kind.name == "s:AttributeType");
         tabelle.spalten.push_back(spalteAus(kind));
         verlange(namen.insert(tabelle.spalten.back().name).second);
     }
@@ -126,14 +96,14 @@ public:
             spalten_.insert(spalte.name);
     }
 
-    std::vector<Gamepadzeile> lesen(pugi::xml_node daten) {
-        verlange(heisst(daten, "rs:data"));
-        for (const pugi::xml_node kind : elementeInBlossem(daten)) {
-            if (heisst(kind, "z:row"))
+    std::vector<Gamepadzeile> lesen(const Xmlelement& daten) {
+        verlange(daten.name == "rs:data");
+        for (const Xmlelement& kind : elementeInBlossem(daten)) {
+            if (kind.name == "z:row")
                 zeilen_.push_back(zeileAus(kind).werte);
-            else if (heisst(kind, "rs:insert"))
+            else if (kind.name == "rs:insert")
                 neueLesen(kind);
-            else if (heisst(kind, "rs:update"))
+            else if (kind.name == "rs:update")
                 geaenderteLesen(kind);
             else
                 geloeschteLesen(kind);
@@ -147,10 +117,10 @@ private:
         std::vector<std::string> genullte;
     };
 
-    Zeile zeileAus(pugi::xml_node element) const {
-        verlange(heisst(element, "z:row") && elementeIn(element).empty());
+    Zeile zeileAus(const Xmlelement& element) const {
+        verlange(element.name == "z:row" && element.kinder.empty());
         Zeile zeile;
-        Xmlattribute attribute = attributeVon(element);
+        Xmlattribute attribute = element.attribute;
         if (const auto namen = nimmAttribut(attribute, GENULLT))
             zeile.genullte = woerter(*namen);
         for (auto& [name, wert] : attribute) {
@@ -177,21 +147,21 @@ private:
             werte.erase(name);
     }
 
-    void neueLesen(pugi::xml_node einfuegung) {
-        for (const pugi::xml_node kind : elementeInBlossem(einfuegung))
+    void neueLesen(const Xmlelement& einfuegung) {
+        for (const Xmlelement& kind : elementeInBlossem(einfuegung))
             zeilen_.push_back(zeileAus(kind).werte);
     }
 
     /// Each row outside rs:original has the columns that have changed against its original.
-    void geaenderteLesen(pugi::xml_node aenderung) {
+    void geaenderteLesen(const Xmlelement& aenderung) {
         std::vector<Gamepadzeile> originale;
         std::vector<Zeile> neue;
-        for (const pugi::xml_node kind : elementeInBlossem(aenderung)) {
-            if (!heisst(kind, "rs:original")) {
+        for (const Xmlelement& kind : elementeInBlossem(aenderung)) {
+            if (kind.name != "rs:original") {
                 neue.push_back(zeileAus(kind));
                 continue;
             }
-            for (const pugi::xml_node original : elementeInBlossem(kind))
+            for (const Xmlelement& original : elementeInBlossem(kind))
                 originale.push_back(zeileAus(original).werte);
         }
         verlange(originale.size() == neue.size());
@@ -202,9 +172,9 @@ private:
         }
     }
 
-    void geloeschteLesen(pugi::xml_node loeschung) const {
-        verlange(heisst(loeschung, "rs:delete"));
-        for (const pugi::xml_node kind : elementeInBlossem(loeschung))
+    void geloeschteLesen(const Xmlelement& loeschung) const {
+        verlange(loeschung.name == "rs:delete");
+        for (const Xmlelement& kind : elementeInBlossem(loeschung))
             zeileAus(kind);
     }
 
@@ -212,91 +182,42 @@ private:
     std::vector<Gamepadzeile> zeilen_;
 };
 
-/// The one element of the document. A declaration may stand before it when it says the encoding that is read.
-pugi::xml_node wurzelVon(const pugi::xml_document& dokument) {
-    pugi::xml_node wurzel;
-    for (const pugi::xml_node knoten : dokument.children()) {
-        if (knoten.type() == pugi::node_declaration) {
-            Xmlattribute attribute = attributeVon(knoten);
-            verlange(gleicherName(nimmAttribut(attribute, "encoding").value_or("UTF-8"), "UTF-8"));
-            continue;
-        }
-        verlange(knoten.type() == pugi::node_element && !wurzel);
-        wurzel = knoten;
-    }
-    verlange(heisst(wurzel, "xml") && sindAttribute(attributeVon(wurzel), NAMENSRAEUME));
-    return wurzel;
-}
-
-Gamepadtabelle tabelleAus(std::string_view xml) {
-    verlange(xmlZeichenzahl(xml).has_value());
-    pugi::xml_document dokument;
-    // Values come as they stand in the file. What no such file contains comes too, so that it is seen and
-    // refused.
-    constexpr unsigned art =
-        pugi::parse_declaration | pugi::parse_doctype | pugi::parse_cdata | pugi::parse_fragment;
-    verlange(dokument.load_buffer(xml.data(), xml.size(), art, pugi::encoding_utf8));
-    const auto teile = elementeIn(wurzelVon(dokument));
-    verlange(teile.size() == 2);
+Gamepadtabelle tabelleAus(const Xmlelement& wurzel) {
+    verlange(wurzel.name == "xml" && sindAttribute(wurzel.attribute, NAMENSRAEUME) &&
+             wurzel.kinder.size() == 2);
     Gamepadtabelle tabelle;
-    schemaLesen(tabelle, teile[0]);
-    tabelle.zeilen = Zeilenleser(tabelle).lesen(teile[1]);
+    schemaLesen(tabelle, wurzel.kinder[0]);
+    tabelle.zeilen = Zeilenleser(tabelle).lesen(wurzel.kinder[1]);
     return tabelle;
 }
 
-pugi::xml_node anfuegen(pugi::xml_node ziel, const char* name, const Xmlattribute& attribute) {
-    pugi::xml_node element = ziel.append_child(name);
-    for (const auto& [attribut, wert] : attribute)
-        element.append_attribute(attribut.c_str()) = wert.c_str();
+Xmlelement spaltenelement(const Gamepadspalte& spalte) {
+    Xmlelement element{"s:AttributeType", {{"name", spalte.name}}, {}};
+    element.attribute.insert(element.attribute.end(), spalte.attribute.begin(), spalte.attribute.end());
+    if (!spalte.datentyp.empty())
+        element.kinder.push_back({"s:datatype", spalte.datentyp, {}});
     return element;
 }
 
-void schemaBauen(pugi::xml_node wurzel, const Gamepadtabelle& tabelle) {
-    pugi::xml_node typ = anfuegen(anfuegen(wurzel, "s:Schema", SCHEMA), "s:ElementType", tabelle.zeilentyp);
-    for (const Gamepadspalte& spalte : tabelle.spalten) {
-        pugi::xml_node element = anfuegen(typ, "s:AttributeType", {{"name", spalte.name}});
-        for (const auto& [attribut, wert] : spalte.attribute)
-            element.append_attribute(attribut.c_str()) = wert.c_str();
-        if (!spalte.datentyp.empty())
-            anfuegen(element, "s:datatype", spalte.datentyp);
-    }
-    anfuegen(typ, "s:extends", GRUNDTYP);
-}
-
-void zeileBauen(pugi::xml_node daten, const Gamepadtabelle& tabelle, const Gamepadzeile& zeile) {
-    pugi::xml_node element = daten.append_child("z:row");
+Xmlelement schemaelement(const Gamepadtabelle& tabelle) {
+    Xmlelement typ{"s:ElementType", tabelle.zeilentyp, {}};
     for (const Gamepadspalte& spalte : tabelle.spalten)
-        if (const auto wert = zeile.find(spalte.name); wert != zeile.end())
-            element.append_attribute(spalte.name.c_str()) = wert->second.c_str();
+        typ.kinder.push_back(spaltenelement(spalte));
+    typ.kinder.push_back({"s:extends", GRUNDTYP, {}});
+    return {"s:Schema", SCHEMA, {std::move(typ)}};
 }
 
-bool inXmlMoeglich(const Xmlattribute& attribute) {
-    return std::all_of(attribute.begin(), attribute.end(),
-                       [](const auto& attribut) { return xmlZeichenzahl(attribut.second).has_value(); });
-}
-
-bool inXmlMoeglich(const Gamepadtabelle& tabelle) {
-    const auto spalteMoeglich = [](const Gamepadspalte& spalte) {
-        return istSpaltenname(spalte.name) && inXmlMoeglich(spalte.attribute) &&
-               inXmlMoeglich(spalte.datentyp);
-    };
-    const auto zeileMoeglich = [&](const Gamepadzeile& zeile) {
-        return std::all_of(zeile.begin(), zeile.end(), [&](const auto& feld) {
-            return tabelle.hatSpalte(feld.first) && xmlZeichenzahl(feld.second);
-        });
-    };
-    return inXmlMoeglich(tabelle.zeilentyp) &&
-           std::all_of(tabelle.spalten.begin(), tabelle.spalten.end(), spalteMoeglich) &&
-           std::all_of(tabelle.zeilen.begin(), tabelle.zeilen.end(), zeileMoeglich);
-}
-
-class Textschreiber : public pugi::xml_writer {
-public:
-    std::string text;
-    void write(const void* daten, std::size_t groesse) override {
-        text.append(static_cast<const char*>(daten), groesse);
+Xmlelement datenelement(const Gamepadtabelle& tabelle) {
+    Xmlelement daten{"rs:data", {}, {}};
+    for (const Gamepadzeile& zeile : tabelle.zeilen) {
+        Xmlattribute werte;
+        for (const Gamepadspalte& spalte : tabelle.spalten)
+            if (const auto wert = zeile.find(spalte.name); wert != zeile.end())
+                werte.emplace_back(*wert);
+        daten.kinder.push_back({"z:row", std::move(werte), {}});
     }
-};
+    return daten;
+}
 
 } // namespace
 
@@ -326,26 +247,21 @@ bool gamepadNimmt(std::string_view spalte, std::string_view text) {
 }
 
 std::optional<Gamepadtabelle> gamepadAusXml(std::string_view xml) {
-    constexpr std::string_view BYTEFOLGEMARKE = "\xEF\xBB\xBF"; // which editors put before UTF-8
-    if (xml.starts_with(BYTEFOLGEMARKE))
-        xml.remove_prefix(BYTEFOLGEMARKE.size());
+    const auto wurzel = xmlLesen(xml);
+    if (!wurzel)
+        return std::nullopt;
     try {
-        return tabelleAus(xml);
+        return tabelleAus(*wurzel);
     } catch (const Unlesbar&) {
         return std::nullopt;
     }
 }
 
 std::optional<std::string> gamepadAlsXml(const Gamepadtabelle& tabelle) {
-    if (!inXmlMoeglich(tabelle))
+    std::string xml = xmlSchreiben({"xml", NAMENSRAEUME, {schemaelement(tabelle), datenelement(tabelle)}});
+    // Reading alone decides what XML can hold: no text replaces a file that does not come back as it was
+    // meant.
+    if (gamepadAusXml(xml) != tabelle)
         return std::nullopt;
-    pugi::xml_document dokument;
-    pugi::xml_node wurzel = anfuegen(dokument, "xml", NAMENSRAEUME);
-    schemaBauen(wurzel, tabelle);
-    pugi::xml_node daten = wurzel.append_child("rs:data");
-    for (const Gamepadzeile& zeile : tabelle.zeilen)
-        zeileBauen(daten, tabelle, zeile);
-    Textschreiber schreiber;
-    dokument.save(schreiber, "\t", pugi::format_indent | pugi::format_no_declaration, pugi::encoding_utf8);
-    return std::move(schreiber.text);
+    return xml;
 }

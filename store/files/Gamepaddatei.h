@@ -6,13 +6,14 @@
 // none.
 #pragma once
 
+#include "store/files/Xml.h"
+
 #include <array>
 #include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 /// A column of the table as the program makes it, and how many characters it takes.
@@ -28,9 +29,6 @@ inline constexpr std::array<Gamepadgroesse, 8> GAMEPADSPALTEN{{{"Schema", 100},
                                                                {"dwUPos", 100},
                                                                {"dwVPos", 100},
                                                                {"Schubregler", 1000}}};
-
-/// Attributes of an element, in the order in which they stand.
-using Xmlattribute = std::vector<std::pair<std::string, std::string>>;
 
 struct Gamepadspalte {
     std::string name;

@@ -47,6 +47,8 @@ std::optional<Gamepadtabelle> tabelleLesen(const std::string& pfad) {
     std::error_code grund;
     if (!fs::is_regular_file(pfad, grund))
         return std::nullopt; // the opening of a pipe would wait
+    if (fs::file_size(pfad, grund) > GROESSTES_XML)
+        return std::nullopt;
     std::ifstream datei(pfad, std::ios::binary);
     const std::string inhalt{std::istreambuf_iterator<char>(datei), {}};
     return datei.bad() ? std::nullopt : gamepadAusXml(inhalt);

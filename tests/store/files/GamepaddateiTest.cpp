@@ -1,6 +1,6 @@
 // The form of Gamepad.xml: what is read, what is refused, and that all that is read is written back.
 #include "store/files/Gamepaddatei.h"
-#include "store/files/XmlText.h"
+#include "store/files/Xml.h"
 #include "tests/hilfen/Gamepadxml.h"
 
 #include <gmock/gmock.h>
@@ -338,6 +338,72 @@ TEST(Gamepaddatei, WasHinterDemEndeStehtMachtSieUnlesbar) {
     for (const std::string& rest : {std::string("x"), xml, std::string(1, '\0'), std::string("<xml/>"),
                                     std::string("</xml>"), std::string("<![CDATA[x]]>")})
         EXPECT_FALSE(lesbar(xml + rest)) << rest;
+}
+
+TEST(Gamepaddatei, WasKeinWohlgeformtesXmlIstMachtSieUnlesbar) {
+    const std::string xml = adoXml(EINE_ZEILE);
+    const std::vector<std::pair<std::string, std::string>> eingriffe{
+        {"<xml ", "<!-- a -- b --><xml "},
+        {"<xml ", "<!-- \x01 --><xml "},
+        {"<xml ", "<!-- L\xF6we --><xml "},
+        {"<xml ", "<!-- \xED\xA0\x80 --><xml "},
+        {"<xml ", "<!-- \xEF\xBF\xBF --><xml "},
+        {"<xml ", "<?\x02?><xml "},
+        {"<xml ", "<!-- --><?xml version='1.0'?><xml "},
+        {"<xml ", "<?xml encoding='utf-8'?><xml "},
+        {"<xml ", "<?xml version='1.0' version='1.0'?><xml "},
+        {"<xml ", "\xEF\xBB\xBF\xEF\xBB\xBF<xml "},
+        {"<rs:data>", "<rs:data>\x0C"},
+        {"<rs:data>", "<rs:data>&#32;"},
+        {"<rs:data>", "<rs:data><![CDATA[]]>"},
+        {"rs:number='1'", "rs:number='1' fremd:number='2'"},
+        {"rs:number='1'", "rs:number='1' xml='2' xml='2'"},
+        {"rs:number='1'", "rs:number='1'x='2'"},
+        {"rs:number='1'", "rs:number='1' 1x='2'"},
+        {"rs:number='1'", "rs:number='1' a:b:c='2'"},
+        {"rs:number='1'", "rs:number='1' xmlns:q='urn:schemas-microsoft-com:rowset' q:number='1'"},
+        {"rs:number='1'", "rs:number='1' xmlns:rs='fremd'"},
+        {"rs:number='1'", "rs:number='1' xmlns:q=''"},
+        {"<s:extends type='rs:rowbase'/>", "<s:extends type='rs:rowbase' / >"},
+        {"</rs:data>", "</rs:data x='1'>"},
+    };
+    ASSERT_TRUE(lesbar(xml));
+    for (const auto& [alt, neu] : eingriffe)
+        EXPECT_FALSE(lesbar(geaendert(xml, alt, neu))) << alt << " -> " << neu;
+}
+
+TEST(Gamepaddatei, EigeneEntitaetenKommenNichtZumZug) {
+    const std::string xml = adoXml("<z:row Schema='&a;'/>");
+    EXPECT_FALSE(lesbar(xml));
+    EXPECT_FALSE(lesbar("<!DOCTYPE xml [<!ENTITY a 'S'>]>" + xml));
+    EXPECT_FALSE(lesbar("<!DOCTYPE xml [<!ATTLIST xml x CDATA 'S'>]>" + adoXml(EINE_ZEILE)));
+    EXPECT_FALSE(lesbar("<!DOCTYPE xml SYSTEM '/dev/zero'>" + adoXml(EINE_ZEILE)));
+}
+
+TEST(Gamepaddatei, FremdeNamensraeumeUndAnweisungenStoerenNicht) {
+    const std::string xml = "<?vonhand?>" + geaendert(adoXml(EINE_ZEILE), "rs:number='1'",
+                                                      "q:art='x' rs:number='1' xml:lang='de' xmlns:q='mein'");
+    const auto tabelle = gamepadAusXml(xml + "<?ende?><!-- -->");
+    ASSERT_TRUE(tabelle);
+    EXPECT_THAT(tabelle->zeilen, SizeIs(1));
+    EXPECT_THAT(gamepadAlsXml(*tabelle),
+                Optional(HasSubstr(" xmlns:q=\"mein\" q:art=\"x\" rs:number=\"1\" xml:lang=\"de\"")));
+}
+
+TEST(Gamepaddatei, ZuTiefesUndZuGrossesIstKeineTabelle) {
+    const auto mal = [](std::size_t anzahl, const std::string& text) {
+        std::string viele;
+        for (std::size_t i = 0; i < anzahl; ++i)
+            viele += text;
+        return viele;
+    };
+    EXPECT_TRUE(xmlLesen(mal(TIEFSTES_XML, "<a>") + mal(TIEFSTES_XML, "</a>")));
+    for (const std::size_t tiefe : {TIEFSTES_XML + 1, std::size_t{1000000}})
+        EXPECT_FALSE(xmlLesen(mal(tiefe, "<a>") + mal(tiefe, "</a>"))) << tiefe;
+    std::string xml = adoXml(EINE_ZEILE);
+    xml.resize(GROESSTES_XML, ' ');
+    EXPECT_TRUE(lesbar(xml));
+    EXPECT_FALSE(lesbar(xml + ' '));
 }
 
 TEST(Gamepaddatei, WasNichtZurueckgeschriebenWerdenKannMachtSieUnlesbar) {
