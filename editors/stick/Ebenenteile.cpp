@@ -1,7 +1,5 @@
 #include "editors/stick/Ebenenteile.h"
 
-#include "editors/stick/Stickebene.h"
-
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
@@ -26,6 +24,12 @@ constexpr double PUNKTDURCHMESSER = 90.0 / 11520; // of the plane's height: a sm
 
 } // namespace
 
+QRectF ebenenpixel(const QRectF& einheiten, QSize groesse) {
+    const double x = static_cast<double>(groesse.width()) / EBENENENDE;
+    const double y = static_cast<double>(groesse.height()) / EBENENENDE;
+    return {einheiten.x() * x, einheiten.y() * y, einheiten.width() * x, einheiten.height() * y};
+}
+
 // --- Ebenenteil ---
 
 Ebenenteil::Ebenenteil(QWidget* ebene) : QWidget(ebene) {
@@ -42,7 +46,7 @@ void Ebenenteil::setzen(const QRectF& platz) {
 
 void Ebenenteil::legen() {
     const auto* ebene = parentWidget();
-    setGeometry(pixel(Stickebene::pixelVon(platz_, ebene->size())));
+    setGeometry(pixel(ebenenpixel(platz_, ebene->size())));
 }
 
 // Both edges are rounded, not the lengths, so that neighbours meet whatever the size of the plane. What lies

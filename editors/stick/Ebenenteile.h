@@ -5,6 +5,8 @@
 // a light one.
 #pragma once
 
+#include "editors/stick/Ebenenmass.h"
+
 #include <QColor>
 #include <QRectF>
 #include <QWidget>
@@ -14,6 +16,9 @@
 /// Colour of a line at rest and of one that is picked up, red in the lowest byte.
 inline constexpr std::int32_t LINIENFARBE = 0;
 inline constexpr std::int32_t GREIFFARBE = 255;
+
+/// Pixels of a rectangle of a plane that is `groesse` pixels large: unit v lies at v * size / 65535.
+QRectF ebenenpixel(const QRectF& einheiten, QSize groesse);
 
 /// Base of all: a child of the plane at a place in plane units.
 class Ebenenteil : public QWidget {

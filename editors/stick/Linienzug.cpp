@@ -2,6 +2,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "base/Rundung.h"
+#include "editors/stick/Ebenenmass.h"
 #include "engine/stick/StickTabellen.h"
 
 #include <algorithm>
@@ -57,8 +58,6 @@ std::int32_t linienwert(std::int64_t wert) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(wert, std::numeric_limits<std::int32_t>::min(),
                                                               std::numeric_limits<std::int32_t>::max()));
 }
-
-constexpr double EBENENENDE = 65535;
 
 bool trifft(double ort, std::int32_t linie) {
     return ort > double(linie) - FANGWEITE && ort < double(linie) + FANGWEITE;

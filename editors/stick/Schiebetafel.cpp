@@ -1,6 +1,6 @@
 #include "editors/stick/Schiebetafel.h"
 
-#include "editors/stick/Stickebene.h"
+#include "editors/stick/Ebenenteile.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -57,13 +57,13 @@ void Schiebetafel::anhalten() {
 // --- layout ---
 
 int Schiebetafel::streifenpixel() const {
-    const auto streifen = Stickebene::pixelVon({0, 0, 0, double(mass_.hoehe)}, parentWidget()->size());
+    const auto streifen = ebenenpixel({0, 0, 0, double(mass_.hoehe)}, parentWidget()->size());
     return std::max(STREIFEN_MINDESTENS, static_cast<int>(std::lround(streifen.height())));
 }
 
 void Schiebetafel::legen() {
     const auto* ebene = parentWidget();
-    const auto hoch = Stickebene::pixelVon(QRectF(0, oben_, 0, hoehe_), ebene->size());
+    const auto hoch = ebenenpixel(QRectF(0, oben_, 0, hoehe_), ebene->size());
     const int streifen = streifenpixel();
     const int breite = noetigeBreite();
     const int links = static_cast<int>(std::lround(anteil_ * ebene->width() - breite / 2.0));
@@ -73,7 +73,7 @@ void Schiebetafel::legen() {
     if (!inhalt_)
         return;
     // In the middle of the panel when that is open.
-    const auto offen = Stickebene::pixelVon({0, 0, 0, double(offeneHoehe())}, ebene->size());
+    const auto offen = ebenenpixel({0, 0, 0, double(offeneHoehe())}, ebene->size());
     const int platz = static_cast<int>(offen.height()) - streifen;
     inhalt_->setGeometry(0, streifen, breite, std::max(inhalt_->sizeHint().height(), platz));
 }

@@ -83,12 +83,6 @@ void Stickebene::pfeileBauen() {
 
 // --- units ---
 
-QRectF Stickebene::pixelVon(const QRectF& einheiten, QSize groesse) {
-    const double x = static_cast<double>(groesse.width()) / EBENENENDE;
-    const double y = static_cast<double>(groesse.height()) / EBENENENDE;
-    return {einheiten.x() * x, einheiten.y() * y, einheiten.width() * x, einheiten.height() * y};
-}
-
 QPointF Stickebene::einheitenVon(const QPointF& pixel) const {
     return {pixel.x() * EBENENENDE / std::max(1, width()), pixel.y() * EBENENENDE / std::max(1, height())};
 }

@@ -16,7 +16,6 @@
 #include <array>
 #include <vector>
 
-inline constexpr int EBENENENDE = 65535;             ///< largest x and y of the plane
 inline constexpr int LINIENCONTROLS = LINIENPLAETZE; ///< members of each array of lines and arrows
 
 class Stickebene final : public QWidget {
@@ -25,8 +24,6 @@ class Stickebene final : public QWidget {
 public:
     explicit Stickebene(QWidget* form);
 
-    /// Pixels of a rectangle of the plane when the plane has this size.
-    static QRectF pixelVon(const QRectF& einheiten, QSize groesse);
     /// Plane units of a pixel.
     QPointF einheitenVon(const QPointF& pixel) const;
     /// Plane units of a length in pixels, across and down.

@@ -1,5 +1,7 @@
 #include "editors/stick/Zonenbild.h"
 
+#include "editors/stick/Ebenenmass.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -7,8 +9,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr double PLANGROESSE = 65535;
 
 // Widths in device-independent pixels. A symbol of a narrow field gets a thinner pen, or it would be a blot.
 constexpr double DICKSTER_STIFT = 3;
@@ -24,7 +24,7 @@ constexpr double HELL = 0.6;
 class Abbildung {
 public:
     explicit Abbildung(QSizeF groesse)
-        : x_(groesse.width() / PLANGROESSE), y_(groesse.height() / PLANGROESSE) {}
+        : x_(groesse.width() / EBENENENDE), y_(groesse.height() / EBENENENDE) {}
     QPointF punkt(Ebenenpunkt p) const { return {p.x * x_, p.y * y_}; }
     /// The same in all directions, within the field whichever way the plane is stretched.
     double radius(double laenge) const { return laenge * std::min(x_, y_); }

@@ -180,8 +180,7 @@ void frmJust::fraAktionLegen() {
     const auto groesse = ebene_->einheitenVon(fraAktion_->size());
     const auto platz =
         aktionstafelplatz(fraAktionKlick_.x(), fraAktionKlick_.y(), groesse.width(), groesse.height());
-    fraAktion_->move(
-        Stickebene::pixelVon({platz.links, platz.oben, 0, 0}, ebene_->size()).topLeft().toPoint());
+    fraAktion_->move(ebenenpixel({platz.links, platz.oben, 0, 0}, ebene_->size()).topLeft().toPoint());
 }
 
 // --- load and unload ---

@@ -1,13 +1,13 @@
 #include "editors/stick/modZeichnen.h"
 
 #include "base/Rundung.h"
+#include "editors/stick/Ebenenmass.h"
 #include "engine/stick/StickTabellen.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr std::int32_t EBENENENDE = 65535; // a drawn field ends here, whatever lies beyond
 constexpr std::size_t LAENGSTE_LISTE = 20;
 constexpr const char* LEERFELD = "3";
 

@@ -1,6 +1,6 @@
 #include "platform/linux/Portalaufnahme.h"
 
-#include "platform/linux/Schirmwahl.h"
+#include "platform/linux/Schirmpixel.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>

@@ -1,6 +1,6 @@
 #include "platform/linux/Qtaufnahme.h"
 
-#include "platform/linux/Schirmwahl.h"
+#include "platform/linux/Schirmpixel.h"
 
 #include <QCursor>
 #include <QGuiApplication>

@@ -5,7 +5,6 @@
 
 #include <QDBusConnection>
 #include <QGuiApplication>
-#include <QImage>
 
 namespace {
 
@@ -24,11 +23,4 @@ std::unique_ptr<Schirmaufnahme> schirmaufnahmeWaehlen() {
     if (QGuiApplication::platformName() == "xcb")
         return std::make_unique<Qtaufnahme>();
     return std::make_unique<KeineAufnahme>();
-}
-
-Schirmbild schirmbild(const QImage& bild) {
-    if (bild.isNull())
-        return {};
-    const auto halter = std::make_shared<const QImage>(bild.convertToFormat(QImage::Format_RGB32));
-    return {halter->width(), halter->height(), halter->bytesPerLine(), {halter, halter->constBits()}};
 }

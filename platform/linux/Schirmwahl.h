@@ -5,11 +5,6 @@
 
 #include <memory>
 
-class QImage;
-
 /// Under Wayland the desktop portal, under X11 Qt itself; elsewhere one that has no pictures. Never null.
 /// Needs the QGuiApplication of its thread.
 std::unique_ptr<Schirmaufnahme> schirmaufnahmeWaehlen();
-
-/// The same picture, its pixels shared where their format allows; empty for a null one.
-Schirmbild schirmbild(const QImage& bild);

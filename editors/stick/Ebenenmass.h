@@ -1,0 +1,7 @@
+// How large the plane of a stick editor is in its own units, which are those of a raw axis.
+#pragma once
+
+#include <cstdint>
+
+/// Largest x and y of the plane.
+inline constexpr std::int32_t EBENENENDE = 65535;

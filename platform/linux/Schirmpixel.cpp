@@ -1,0 +1,12 @@
+#include "platform/linux/Schirmpixel.h"
+
+#include <QImage>
+
+#include <memory>
+
+Schirmbild schirmbild(const QImage& bild) {
+    if (bild.isNull())
+        return {};
+    const auto halter = std::make_shared<const QImage>(bild.convertToFormat(QImage::Format_RGB32));
+    return {halter->width(), halter->height(), halter->bytesPerLine(), {halter, halter->constBits()}};
+}
