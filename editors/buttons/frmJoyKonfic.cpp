@@ -170,7 +170,7 @@ frmJoyKonfic::frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber&
     for (int taste = 0; taste < SLOTS; ++taste)
         bild_->lblInfo(taste).setText(ENTWURFSTEXTE[static_cast<std::size_t>(taste)]);
     connect(bild_, &Padbild::geklickt, this,
-            [this](int taste) { geschuetzt([&] { lblInfo_Click(taste); }); });
+            [this](int taste) { mitFehlermeldung(this, windowTitle(), [&] { lblInfo_Click(taste); }); });
     anordnung->addWidget(bild_, 1);
     anordnung->addWidget(knopfzeile());
     auto* unten = new QHBoxLayout;
@@ -219,7 +219,8 @@ QWidget* frmJoyKonfic::knopfzeile() {
     }
     zeile->addStretch();
     auto* tasteNeu = benannt(new QPushButton("Taste neu"), "Command10");
-    connect(tasteNeu, &QPushButton::clicked, this, [this] { geschuetzt([this] { Command10_Click(); }); });
+    connect(tasteNeu, &QPushButton::clicked, this,
+            [this] { mitFehlermeldung(this, windowTitle(), [this] { Command10_Click(); }); });
     tasteNeu->setShortcut(QKeySequence(Qt::ALT | Qt::Key_T));
     auto* neu = Command1(NEU, "Neu");
     neu->setShortcut(QKeySequence(Qt::ALT | Qt::Key_N));
@@ -232,13 +233,16 @@ QWidget* frmJoyKonfic::knopfzeile() {
 
 QPushButton* frmJoyKonfic::Command1(int index, const QString& text) {
     auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
-    connect(knopf, &QPushButton::clicked, this,
-            [this, index] { geschuetzt([this, index] { Command1_Click(index); }); });
+    connect(knopf, &QPushButton::clicked, this, [this, index] {
+        mitFehlermeldung(this, windowTitle(), [this, index] { Command1_Click(index); });
+    });
     return knopf;
 }
 
 QRadioButton* frmJoyKonfic::wahlknopf(const QString& name, const QString& text, std::function<void()> klick) {
-    return benannt(new Wahlknopf(text, [this, klick = std::move(klick)] { geschuetzt(klick); }), name);
+    return benannt(new Wahlknopf(text, [this, klick = std::move(
+                                                  klick)] { mitFehlermeldung(this, windowTitle(), klick); }),
+                   name);
 }
 
 QGroupBox* frmJoyKonfic::tastenereignis() {
@@ -255,10 +259,10 @@ QGroupBox* frmJoyKonfic::tastenereignis() {
     Text3_->setFixedWidth(Text3_->fontMetrics().horizontalAdvance("Hier Klicken") + 32);
     connect(Text3_, &Tastenfang::tasteGeloest, this, [this](int code) {
         Text3_->setText(QString::number(code));
-        geschuetzt([this, code] { tasteUebernehmen(code); });
+        mitFehlermeldung(this, windowTitle(), [this, code] { tasteUebernehmen(code); });
     });
     connect(Text3_, &Tastenfang::tabBestaetigt, this,
-            [this] { geschuetzt([this] { tasteUebernehmen(TASTE_TAB); }); });
+            [this] { mitFehlermeldung(this, windowTitle(), [this] { tasteUebernehmen(TASTE_TAB); }); });
     platzBehalten(*txtTaste_);
     platzBehalten(*Text3_);
     gitter->addWidget(txtTaste_, int{TASTENDRUCK}, 1);
@@ -293,7 +297,8 @@ QGroupBox* frmJoyKonfic::tasteneigenschaften() {
     }
     Text1_ = zahlfeld(feldname("Text1", 0), "1", DRUCKZEIT);
     Check1_ = benannt(new QCheckBox("Tastendruck wiederholen"), feldname("Check1", 0));
-    connect(Check1_, &QCheckBox::toggled, this, [this] { geschuetzt([this] { Check1_Click(); }); });
+    connect(Check1_, &QCheckBox::toggled, this,
+            [this] { mitFehlermeldung(this, windowTitle(), [this] { Check1_Click(); }); });
     Text2_ = zahlfeld(feldname("Text2", 0), "0", PAUSENZEIT);
 
     const auto zeile = [gitter](int reihe, int links, QLineEdit* box, int rechts) {
@@ -352,7 +357,7 @@ QLineEdit* frmJoyKonfic::zahlfeld(const QString& name, const QString& text, std:
     auto* box = benannt(new QLineEdit(text), name);
     box->setMaximumWidth(box->fontMetrics().horizontalAdvance("0000000000") + 16);
     connect(box, &QLineEdit::textChanged, this,
-            [this, box, feld] { geschuetzt([&] { zahlGeaendert(*box, feld); }); });
+            [this, box, feld] { mitFehlermeldung(this, windowTitle(), [&] { zahlGeaendert(*box, feld); }); });
     return box;
 }
 
@@ -679,12 +684,4 @@ std::string frmJoyKonfic::gemerkterName(const std::string& code) {
     if (gemerkt_.wort != joystickinfo_.dwButtons || gemerkt_.code != code)
         gemerkt_ = {joystickinfo_.dwButtons, code, name(code)};
     return gemerkt_.name;
-}
-
-void frmJoyKonfic::geschuetzt(const std::function<void()>& handler) {
-    try {
-        handler();
-    } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(this, fehler, windowTitle());
-    }
 }

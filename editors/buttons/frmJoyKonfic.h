@@ -95,7 +95,6 @@ private:
     void wiederholungSetzen(bool an);
     std::string name(const std::string& code) const;
     std::string gemerkterName(const std::string& code);
-    void geschuetzt(const std::function<void()>& handler);
 
     GobalVariable& global_;
     Joystick& joystick_;

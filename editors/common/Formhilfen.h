@@ -58,12 +58,23 @@ void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString&
 /// one has.
 bool darfSpeichern(QWidget* eltern, const std::string& geladenes, const std::string& gewaehltes);
 
-/// Runs what a control does: an error of the store ends it and is told in one message box. It must not leave
-/// the handler, as Qt does not give back what it holds while an exception passes through.
-template <class Arbeit> void mitFehlermeldung(QWidget* eltern, Arbeit&& arbeit) {
+/// Runs what a control does, or the load of a form: an error ends it and is told in one message box, after
+/// `vorher` has had it. False if there was one. It must not leave the handler, as Qt does not give back what
+/// it holds while an exception passes through.
+template <class Arbeit, class Vorher>
+bool mitFehlermeldung(QWidget* eltern, const QString& titel, Arbeit&& arbeit, Vorher&& vorher) {
     try {
         arbeit();
+        return true;
     } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(eltern, fehler, "Fehler");
+        vorher(fehler);
+        fehlermeldung(eltern, fehler, titel);
+        return false;
     }
 }
+template <class Arbeit> bool mitFehlermeldung(QWidget* eltern, const QString& titel, Arbeit&& arbeit) {
+    return mitFehlermeldung(eltern, titel, arbeit, [](const LaufzeitFehler&) {});
+}
+
+/// The title of a box that tells what a button of a form could not do.
+inline constexpr const char* FEHLERTITEL = "Fehler";

@@ -10,43 +10,24 @@ Editoren::Editoren(GobalVariable& global, ZusatzFunktionen& achsen, Joystick& jo
                    Tastatur& tastatur)
     : global_(global), achsen_(achsen), joystick_(joystick), zeitgeber_(zeitgeber), tastatur_(tastatur) {}
 
-Editoren::~Editoren() {
-    delete tastwerk_.release(); // its timer must not outlive the clock
-}
-
-void Editoren::SpaeterLoeschen::operator()(frmJoyKonfic* form) const {
-    // Its own close event may be what brought us here.
-    form->disconnect();
-    form->close();
-    form->deleteLater();
-}
+Editoren::~Editoren() = default;
 
 void Editoren::tastwerkZeigen() {
-    if (!tastwerk_) {
-        std::unique_ptr<frmJoyKonfic, SpaeterLoeschen> neues(
-            new frmJoyKonfic(global_, joystick_, zeitgeber_, tastatur_));
-        try {
-            neues->laden();
-        } catch (const LaufzeitFehler& fehler) {
-            neues.reset();
-            fehlermeldung(nullptr, fehler, "Button bearbeiten");
-            return;
-        }
-        connect(neues.get(), &frmJoyKonfic::geschlossen, this, &Editoren::tastwerkEntladen);
-        tastwerk_ = std::move(neues);
-    }
-    tastwerk_->setWindowState(tastwerk_->windowState() & ~Qt::WindowMinimized);
-    tastwerk_->show();
-    tastwerk_->raise();
-    tastwerk_->activateWindow();
+    tastwerk_.zeigen([this] {
+        auto neues = std::make_unique<frmJoyKonfic>(global_, joystick_, zeitgeber_, tastatur_);
+        mitFehlermeldung(
+            nullptr, "Button bearbeiten", [&] { neues->laden(); },
+            [&](const LaufzeitFehler&) { neues.reset(); });
+        return neues;
+    });
 }
 
 void Editoren::tastwerkEntladen() {
-    tastwerk_.reset();
+    tastwerk_.schliessen();
 }
 
 void Editoren::schemaVergessen(const std::string& name) {
-    if (tastwerk_ && tastwerk_->geladenesSchema() == name)
+    if (const auto* form = tastwerk_.offene(); form && form->geladenesSchema() == name)
         tastwerkEntladen();
 }
 

@@ -5,7 +5,6 @@
 
 #include <QObject>
 
-#include <memory>
 #include <string>
 
 class AchzenKalib;
@@ -38,16 +37,12 @@ public:
     void schubreglerZeigen();
 
 private:
-    struct SpaeterLoeschen {
-        void operator()(frmJoyKonfic* form) const;
-    };
-
     GobalVariable& global_;
     ZusatzFunktionen& achsen_;
     Joystick& joystick_;
     Zeitgeber& zeitgeber_;
     Tastatur& tastatur_;
-    std::unique_ptr<frmJoyKonfic, SpaeterLoeschen> tastwerk_;
+    Einzelform<frmJoyKonfic> tastwerk_;
     Einzelform<AchzenKalib> achzenKalib_;
     Einzelform<SchubreglerKonfic> schubreglerKonfic_;
 };

@@ -222,7 +222,7 @@ QPushButton* frmHaupt::Command1(int index, const QString& text) {
     auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
     knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
     connect(knopf, &QPushButton::clicked, this,
-            [this, index] { mitFehlermeldung(this, [this, index] { Command1Klick(index); }); });
+            [this, index] { mitFehlermeldung(this, FEHLERTITEL, [this, index] { Command1Klick(index); }); });
     Command1_[index] = knopf;
     return knopf;
 }
@@ -237,11 +237,7 @@ void frmHaupt::volleHoehe(bool voll) {
 void frmHaupt::laden() {
     prozess_.SetPriorityClass(REALTIME_PRIORITY_CLASS);
     global_.PfadeSetzen(prozess_);
-    try {
-        schemataLesen();
-    } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(nullptr, fehler, qt(global_.DatenbankPfad));
-    }
+    mitFehlermeldung(nullptr, qt(global_.DatenbankPfad), [this] { schemataLesen(); });
     if (Combo1_->count() == 0) {
         volleHoehe(false);
         achsen_.AchsenLaden(); // makes the file in which a first Schema finds its row

@@ -43,13 +43,6 @@ Infoansicht::~Infoansicht() {
         delete gezeigt.form.release(); // its timers must not outlive the clock
 }
 
-void Infoansicht::DannLoeschen::operator()(QWidget* form) const {
-    // Its own close event may be what brought us here.
-    form->disconnect();
-    form->close();
-    form->deleteLater();
-}
-
 InfoEditor Infoansicht::editorVon(int index) {
     if (istTastenebene(index))
         return InfoEditor::frmJoyKonfic;
@@ -89,7 +82,7 @@ void Infoansicht::zustandSetzen(InfoEditor editor, const std::string& schemaName
 void Infoansicht::stickZeigen(InfoEditor editor, int ebene, const QWidget& neben) {
     const auto seite = editor == InfoEditor::frmJust ? Stickseite::Links : Stickseite::Rechts;
     auto* form = new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, zeitgeber_, tastatur_);
-    Form besitz(form);
+    Formbesitz<QWidget> besitz(form);
     form->laden();
     connect(form, &frmJust::geschlossen, this, [this, editor] { entladen(editor); });
     hinstellen(editor, std::move(besitz), neben);
@@ -98,7 +91,7 @@ void Infoansicht::stickZeigen(InfoEditor editor, int ebene, const QWidget& neben
 
 void Infoansicht::tastenZeigen(int ebene, const QWidget& neben) {
     auto* form = new frmJoyKonfic(zustand_.global, joystick_, zeitgeber_, tastatur_);
-    Form besitz(form);
+    Formbesitz<QWidget> besitz(form);
     form->laden();
     connect(form, &frmJoyKonfic::geschlossen, this, [this] { entladen(InfoEditor::frmJoyKonfic); });
     hinstellen(InfoEditor::frmJoyKonfic, std::move(besitz), neben);
@@ -106,7 +99,7 @@ void Infoansicht::tastenZeigen(int ebene, const QWidget& neben) {
         form->Command1_Click(ebene);
 }
 
-void Infoansicht::hinstellen(InfoEditor editor, Form form, const QWidget& neben) {
+void Infoansicht::hinstellen(InfoEditor editor, Formbesitz<QWidget> form, const QWidget& neben) {
     danebenStellen(*form, neben);
     form->setEnabled(false);
     form->setAttribute(Qt::WA_ShowWithoutActivating);

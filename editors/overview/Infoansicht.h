@@ -4,12 +4,12 @@
 // their own: a look touches neither what is not saved there, nor a run, nor the current `Schema`.
 #pragma once
 
+#include "editors/common/Fenster.h"
 #include "engine/run/Laufzustand.h"
 
 #include <QObject>
 
 #include <map>
-#include <memory>
 #include <string>
 
 class Laufsteuerung;
@@ -48,19 +48,15 @@ signals:
     void leer();
 
 private:
-    struct DannLoeschen {
-        void operator()(QWidget* form) const;
-    };
-    using Form = std::unique_ptr<QWidget, DannLoeschen>;
     struct Gezeigt {
-        Form form;
+        Formbesitz<QWidget> form;
         std::string schemaName;
     };
 
     void stickZeigen(InfoEditor editor, int ebene, const QWidget& neben);
     void tastenZeigen(int ebene, const QWidget& neben);
     void zustandSetzen(InfoEditor editor, const std::string& schemaName);
-    void hinstellen(InfoEditor editor, Form form, const QWidget& neben);
+    void hinstellen(InfoEditor editor, Formbesitz<QWidget> form, const QWidget& neben);
 
     const GobalVariable& global_;
     Joystick& joystick_;

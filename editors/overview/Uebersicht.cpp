@@ -1,5 +1,6 @@
 #include "editors/overview/Uebersicht.h"
 
+#include "editors/common/Fenster.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Optionen.h"
 #include "store/schema/modLesen.h"
@@ -172,7 +173,7 @@ QWidget* Uebersicht::knopfzeile() {
         const auto platz = static_cast<std::size_t>(i);
         Command1_[platz] = benannt(new QPushButton(KNOPFTEXTE[platz]), feldname("Command1", i));
         connect(Command1_[platz], &QPushButton::clicked, this,
-                [this, i] { mitFehlermeldung(this, [this, i] { Command1Klick(i); }); });
+                [this, i] { mitFehlermeldung(this, FEHLERTITEL, [this, i] { Command1Klick(i); }); });
         if (i == OK)
             zeile->addStretch();
         zeile->addWidget(Command1_[platz]);
@@ -186,7 +187,7 @@ void Uebersicht::laden() {
     Option1Klick();
     for (int seite = 0; seite < 2; ++seite)
         pfadSetzen(seite, qt(global_.DatenbankPfad));
-    try {
+    mitFehlermeldung(nullptr, windowTitle(), [this] {
         auto namen = SchemataLesen(global_.DatenbankPfad).SchemaNamen;
         namen.pop_back(); // the spare entry is no name
         QStringList liste;
@@ -194,9 +195,7 @@ void Uebersicht::laden() {
             liste << qt(name);
         for (auto* combo : Combo1_)
             combo->addItems(liste); // the first one is selected by that
-    } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(nullptr, fehler, windowTitle());
-    }
+    });
 }
 
 void Uebersicht::closeEvent(QCloseEvent* ereignis) {
@@ -329,8 +328,7 @@ void Uebersicht::InfoAusgabe() {
     InfoEditor_ = Infoansicht::editorVon(ort.index);
     Command2_[0]->setEnabled(false);
     Combo1_[0]->setEnabled(false);
-    raise();
-    activateWindow();
+    nachVorn(*this);
 }
 
 void Uebersicht::ausfuehren() {

@@ -9,13 +9,8 @@
 Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber)
     : zustand_(zustand), joystick_(joystick), eingabe_(eingabe), zeitgeber_(zeitgeber) {}
 
-Laufsteuerung::~Laufsteuerung() = default;
-
-void Laufsteuerung::DannLoeschen::operator()(LaufFensterAnsicht* ansicht) const {
-    // The run ends at once; the window goes later, as its own close event may be what brought us here.
-    ansicht->disconnect();
-    ansicht->entladen();
-    ansicht->deleteLater();
+Laufsteuerung::~Laufsteuerung() {
+    laufBeenden();
 }
 
 bool Laufsteuerung::laden() {
@@ -29,25 +24,29 @@ bool Laufsteuerung::laden() {
     // Queued: the error comes from within the run, which must not be taken down under its own feet.
     connect(ansicht, &LaufFensterAnsicht::laufAbgebrochen, this, &Laufsteuerung::nachAbbruch,
             Qt::QueuedConnection);
-    try {
-        ansicht->laden();
-    } catch (const LaufzeitFehler& fehler) {
-        ansicht_.reset();
-        emit hauptformZurueck(true);
-        fehlermeldung(nullptr, fehler, "Schema starten");
-        return false;
-    }
-    ansicht->show();
-    return true;
+    const bool laeuft = mitFehlermeldung(
+        nullptr, "Schema starten", [&] { ansicht->laden(); },
+        [&](const LaufzeitFehler&) {
+            laufBeenden();
+            emit hauptformZurueck(true);
+        });
+    if (laeuft)
+        ansicht->show();
+    return laeuft;
 }
 
 void Laufsteuerung::entladen() {
-    if (!ansicht_)
-        return;
-    const auto fehler = ansicht_->entladen();
-    ansicht_.reset();
-    if (fehler)
+    if (const auto fehler = laufBeenden())
         fehlermeldung(nullptr, *fehler, "Einstellungen nicht gespeichert");
+}
+
+/// The run ends at once; its window goes later.
+std::optional<LaufzeitFehler> Laufsteuerung::laufBeenden() {
+    if (!ansicht_)
+        return std::nullopt;
+    auto fehler = ansicht_->entladen();
+    ansicht_.reset();
+    return fehler;
 }
 
 void Laufsteuerung::nachAbbruch(int nummer, const QString& text) {

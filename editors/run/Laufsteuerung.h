@@ -1,11 +1,13 @@
 // Starts and ends runs: the one place that knows whether the window of a running `Schema` is loaded.
 #pragma once
 
+#include "base/LaufzeitFehler.h"
+#include "editors/common/Fenster.h"
 #include "engine/run/LaufFenster.h"
 
 #include <QObject>
 
-#include <memory>
+#include <optional>
 
 class LaufFensterAnsicht;
 
@@ -32,13 +34,11 @@ signals:
 private:
     void nachAbbruch(int nummer, const QString& text);
 
-    struct DannLoeschen {
-        void operator()(LaufFensterAnsicht* ansicht) const;
-    };
+    std::optional<LaufzeitFehler> laufBeenden();
 
     Laufzustand& zustand_;
     Joystick& joystick_;
     Eingabe& eingabe_;
     Zeitgeber& zeitgeber_;
-    std::unique_ptr<LaufFensterAnsicht, DannLoeschen> ansicht_;
+    Formbesitz<LaufFensterAnsicht> ansicht_;
 };

@@ -93,8 +93,9 @@ QWidget* SchubreglerKonfic::feldbereich() {
     zeile->setContentsMargins(0, 0, 0, 0);
     zeile->addWidget(listenspalte());
     connect(Aktion_, &Schubaktionsrahmen::uebernehmenGewuenscht, this, &SchubreglerKonfic::Command2_Click);
-    connect(Aktion_, &Schubaktionsrahmen::tasteGefangen, this,
-            [this](int code) { geschuetzt([&] { Aktion_->tasteGewaehlt(code); }); });
+    connect(Aktion_, &Schubaktionsrahmen::tasteGefangen, this, [this](int code) {
+        mitFehlermeldung(this, windowTitle(), [&] { Aktion_->tasteGewaehlt(code); });
+    });
     zeile->addWidget(Aktion_, 1);
     return bereich;
 }
@@ -179,7 +180,8 @@ void SchubreglerKonfic::List1_Click() {
     if (index < 0)
         return;
     const auto satz = regler().satz(index);
-    geschuetzt([&] { Aktion_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
+    mitFehlermeldung(this, windowTitle(),
+                     [&] { Aktion_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
 }
 
 void SchubreglerKonfic::Command2_Click() {
@@ -235,12 +237,4 @@ void SchubreglerKonfic::felderZeigen() {
 int SchubreglerKonfic::gewaehltesFeld() const {
     const auto gewaehlt = List1_->selectedItems();
     return gewaehlt.isEmpty() ? -1 : List1_->row(gewaehlt.front());
-}
-
-void SchubreglerKonfic::geschuetzt(const std::function<void()>& handler) {
-    try {
-        handler();
-    } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(this, fehler, windowTitle());
-    }
 }

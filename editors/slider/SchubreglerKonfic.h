@@ -60,7 +60,6 @@ private:
     Schubtext& regler() { return regler_[static_cast<std::size_t>(gewaehlt_)]; }
     void felderZeigen();
     int gewaehltesFeld() const;
-    void geschuetzt(const std::function<void()>& handler);
 
     ZusatzFunktionen& achsen_;
     const std::string schema_; ///< whose values were loaded

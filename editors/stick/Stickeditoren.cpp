@@ -12,14 +12,6 @@ Stickeditoren::Stickeditoren(Laufzustand& zustand, Laufsteuerung& laufsteuerung,
 
 Stickeditoren::~Stickeditoren() = default;
 
-template <class Fenster> void Stickeditoren::DannLoeschen::operator()(Fenster* form) const {
-    // The window goes later, as its own close event may be what brought us here; its timers stop at once.
-    form->disconnect();
-    form->entladen();
-    form->hide();
-    form->deleteLater();
-}
-
 void Stickeditoren::oeffnen(Stickseite seite) {
     const auto& art = justiereigenart(seite);
     zustand_.global.ZielFormular = art.formname;
@@ -35,9 +27,7 @@ void Stickeditoren::oeffnen(Stickseite seite) {
     }
     auto& offene = *offen_[seite];
     offene.setEnabled(true); // the form of the pictures may have it hidden
-    offene.show();
-    offene.raise();
-    offene.activateWindow();
+    nachVorn(offene);
 }
 
 void Stickeditoren::schemaVergessen(const std::string& name) {
@@ -48,18 +38,15 @@ void Stickeditoren::schemaVergessen(const std::string& name) {
         hintergrundSchliessen();
 }
 
-Stickeditoren::Form Stickeditoren::laden(Stickseite seite) {
-    Form form(new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, geraete_.zeitgeber, tastatur_));
+Formbesitz<frmJust> Stickeditoren::laden(Stickseite seite) {
+    Formbesitz<frmJust> form(
+        new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, geraete_.zeitgeber, tastatur_));
     connect(form.get(), &frmJust::hauptformVerbergen, this, &Stickeditoren::hauptformVerbergen);
     connect(form.get(), &frmJust::hintergrundGewuenscht, this,
             [this, von = form.get()] { hintergrundOeffnen(*von); });
     connect(form.get(), &frmJust::geschlossen, this, [this, seite] { schliessen(seite); });
-    try {
-        form->laden();
-    } catch (const LaufzeitFehler& fehler) {
-        form.reset();
-        fehlermeldung(nullptr, fehler, "Stick justieren");
-    }
+    mitFehlermeldung(
+        nullptr, "Stick justieren", [&] { form->laden(); }, [&](const LaufzeitFehler&) { form.reset(); });
     return form;
 }
 
@@ -75,10 +62,7 @@ void Stickeditoren::hintergrundOeffnen(const frmJust& von) {
         connect(screenChecken_.get(), &ScreenChecken::geschlossen, this,
                 &Stickeditoren::hintergrundSchliessen);
     }
-    screenChecken_->setWindowState(screenChecken_->windowState() & ~Qt::WindowMinimized);
-    screenChecken_->show();
-    screenChecken_->raise();
-    screenChecken_->activateWindow();
+    nachVorn(*screenChecken_);
 }
 
 // The editor that `OffenerEditor` names comes back. It names the one that was opened last and forgets it when

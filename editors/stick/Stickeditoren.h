@@ -2,13 +2,13 @@
 #pragma once
 
 #include "base/Stickseite.h"
+#include "editors/common/Fenster.h"
 #include "editors/pictures/ScreenChecken.h"
 #include "engine/run/Laufzustand.h"
 
 #include <QObject>
 
 #include <map>
-#include <memory>
 #include <string>
 
 class Laufsteuerung;
@@ -37,12 +37,7 @@ signals:
     void hauptformZurueck();
 
 private:
-    struct DannLoeschen {
-        template <class Fenster> void operator()(Fenster* form) const;
-    };
-    using Form = std::unique_ptr<frmJust, DannLoeschen>;
-
-    Form laden(Stickseite seite);
+    Formbesitz<frmJust> laden(Stickseite seite);
     void schliessen(Stickseite seite);
     void hintergrundOeffnen(const frmJust& von);
     void hintergrundSchliessen();
@@ -51,6 +46,6 @@ private:
     Laufsteuerung& laufsteuerung_;
     Tastatur& tastatur_;
     Schirmgeraete geraete_;
-    std::map<Stickseite, Form> offen_;
-    std::unique_ptr<ScreenChecken, DannLoeschen> screenChecken_;
+    std::map<Stickseite, Formbesitz<frmJust>> offen_;
+    Formbesitz<ScreenChecken> screenChecken_;
 };

@@ -187,16 +187,8 @@ void frmJust::fraAktionLegen() {
 
 /// An error ends the handler, not the form.
 template <class Arbeit> void frmJust::gesichert(Arbeit&& arbeit) {
-    try {
-        arbeit();
-    } catch (const LaufzeitFehler& fehler) {
-        sagen(fehler);
-    }
-}
-
-void frmJust::sagen(const LaufzeitFehler& fehler) {
-    gesagt_ = fehler.nummer();
-    fehlermeldung(this, fehler, TITEL);
+    mitFehlermeldung(this, TITEL, arbeit,
+                     [this](const LaufzeitFehler& fehler) { gesagt_ = fehler.nummer(); });
 }
 
 // What may fail comes first: nothing that others see has changed then.
@@ -275,8 +267,8 @@ void frmJust::freigelegt() {
     } catch (const LaufzeitFehler& fehler) {
         // A box that tells an error, of this or of what the user did, uncovers the window when it goes:
         // without an end, were the error told each time.
-        if (gesagt_ != fehler.nummer())
-            sagen(fehler);
+        if (std::exchange(gesagt_, fehler.nummer()) != fehler.nummer())
+            fehlermeldung(this, fehler, TITEL);
     }
 }
 

@@ -68,7 +68,6 @@ private:
     void verbinden();
 
     template <class Arbeit> void gesichert(Arbeit&& arbeit);
-    void sagen(const LaufzeitFehler& fehler);
     Sticklinien lesen();
     void bildLaden(int ebene);
     void linienLegen();
