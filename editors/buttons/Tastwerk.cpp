@@ -1,6 +1,7 @@
 #include "editors/buttons/Tastwerk.h"
 
 #include "base/LaufzeitFehler.h"
+#include "base/Text.h"
 #include "formats/Felder.h"
 
 #include <algorithm>
@@ -69,14 +70,7 @@ std::optional<int> tasteImWort(std::uint32_t wort) {
     return std::countr_zero(wort);
 }
 
-std::string ohneRand(std::string_view text) {
-    const auto anfang = text.find_first_not_of(' ');
-    if (anfang == std::string_view::npos)
-        return {};
-    return std::string(text.substr(anfang, text.find_last_not_of(' ') - anfang + 1));
-}
-
-std::int16_t ganzzahl16(std::string_view text) {
+std::int16_t getippteZahl16(std::string_view text) {
     const auto kern = ohneRand(text);
     const auto teile = zahltext(kern);
     constexpr std::int64_t SCHRANKE = 100'000; // beyond every number of 16 bits, and far from any overflow

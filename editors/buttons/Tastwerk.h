@@ -4,6 +4,7 @@
 // The image is in memory only; whoever owns the object reads and stores it.
 #pragma once
 
+#include "editors/buttons/Tastennamen.h"
 #include "engine/buttons/TastenAktion.h"
 #include "store/schema/VarTastenbelegung.h"
 
@@ -20,11 +21,6 @@ inline constexpr int TASTENARTEN = 6;
 /// The number that stands for no second mark on the picture of the pad.
 inline constexpr int KEINE_MARKE = 100;
 
-/// `TastenBeschriftung`: the names that labels fall back to.
-inline constexpr std::array<std::string_view, SLOTS> TASTENBESCHRIFTUNG{
-    "Dreieck", "Kreis", "Kreuz",   "Viereck", "L 1",  "R 1",    "L 2",   "R 2",
-    "Select",  "Start", "L-Stick", "R-Stick", "Oben", "Rechts", "Unten", "Links"};
-
 /// The button that a button word of the pad names: exactly one of the bits 0 to 11. A word with two of them,
 /// or any other bit, names none.
 std::optional<int> tasteImWort(std::uint32_t wort);
@@ -34,12 +30,10 @@ constexpr int zweiteMarke(int taste) {
     return taste < 4 ? taste + 20 : KEINE_MARKE;
 }
 
-/// A text as a whole number of 16 bits; blanks around it do not matter, and what stands behind a decimal
-/// comma is rounded, ties to even. Throws LaufzeitFehler 13 for what is no number, 6 for one out of range.
-std::int16_t ganzzahl16(std::string_view text);
-
-/// The text without the blanks around it.
-std::string ohneRand(std::string_view text);
+/// What somebody has typed as a whole number of 16 bits; blanks around it do not matter, and what stands
+/// behind a decimal comma is rounded, ties to even. Throws LaufzeitFehler 13 for what is no number, 6 for one
+/// out of range.
+std::int16_t getippteZahl16(std::string_view text);
 
 class Tastwerk {
 public:

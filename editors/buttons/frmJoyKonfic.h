@@ -4,9 +4,6 @@
 // Nothing reaches the database until "Speichern"; closing discards the rest without a question. The pad is
 // polled all the time, and a button that is pressed there is picked as by a click on its label. The form
 // reads the pad beside everybody else, so it takes no capture of it.
-//
-// Setting an option or a text in code runs its handler as the user's hand would, but only where that changes
-// it.
 #pragma once
 
 #include "editors/buttons/Tastwerk.h"
@@ -15,19 +12,17 @@
 
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 #include <string>
 
 class Padbild;
-class QCheckBox;
 class QGroupBox;
 class QLabel;
-class QLineEdit;
 class QPushButton;
-class QRadioButton;
 class Tastatur;
+class Tasteneigenschaften;
 class Tastenfang;
+class Wahlknopf;
 struct GobalVariable;
 
 class frmJoyKonfic final : public QWidget {
@@ -58,23 +53,12 @@ private:
     QWidget* kopf();
     QWidget* knopfzeile();
     QGroupBox* tastenereignis();
-    QWidget* eigenschaften();
-    QGroupBox* tasteneigenschaften();
-    QGroupBox* mauseigenschaften();
-    QGroupBox* umschalteigenschaften();
     QPushButton* Command1(int index, const QString& text);
-    QRadioButton* wahlknopf(const QString& name, const QString& text, std::function<void()> klick);
-    QLineEdit* zahlfeld(const QString& name, const QString& text, std::size_t feld);
 
     // what the controls do
     void lblInfo_Click(int taste);
     void Option1_Click(int index);
-    void optEig_Click(int index);
-    void Option2_Click(int index);
-    void Option3_Click(int index);
-    void Check1_Click();
     void Command10_Click();
-    void zahlGeaendert(QLineEdit& box, std::size_t feld);
     void tasteUebernehmen(int code);
     void Timer1_Timer();
     void speichern();
@@ -83,16 +67,11 @@ private:
     void labelBeschriften(int auswahl);
     void gewaehlteBeschriften(const Tastwerk::Namensucher& sucher);
     void TastenEreignissFestlegen();
-    void Eigenschaftfestlegen(Tastenart art);
     void subButtonsAuswerten();
     void subShape2Steuern(int erste, int zweite);
     void TextEinAus(bool ein);
-    void rahmenVerbergen();
     void auswaehlen(int taste);
 
-    void optionSetzen(QRadioButton& option, const std::function<void()>& klick);
-    void textSetzen(QLineEdit& box, const std::string& text, std::size_t feld);
-    void wiederholungSetzen(bool an);
     std::string name(const std::string& code) const;
     std::string gemerkterName(const std::string& code);
 
@@ -111,19 +90,12 @@ private:
     std::uint32_t fehlerwort_ = 0; ///< a button word whose button can't be shown; told once
 
     Padbild* bild_ = nullptr;
-    std::array<QLabel*, 2> lblSchemaName_{};
+    QLabel* schemaname_ = nullptr;
+    QLabel* ebenenname_ = nullptr; ///< of the layer in sight
     std::array<QPushButton*, EBENEN> ebenen_{};
-    std::array<QRadioButton*, TASTENARTEN> Option1_{};
-    QLabel* txtTaste_ = nullptr;
-    Tastenfang* Text3_ = nullptr;
-    std::array<QGroupBox*, 3> famAusgabe_{};
-    std::array<QRadioButton*, 2> optEig_{};
-    QLineEdit* Text1_ = nullptr;
-    QCheckBox* Check1_ = nullptr;
-    QLineEdit* Text2_ = nullptr;
-    std::array<QRadioButton*, 5> Option2_{};
-    QLineEdit* txtScrollPlus_ = nullptr;
-    QLineEdit* txtScrollMinus_ = nullptr;
-    std::array<QRadioButton*, 2> Option3_{};
-    std::unique_ptr<Formularzeitgeber> Timer1_;
+    std::array<Wahlknopf*, TASTENARTEN> arten_{};
+    QLabel* tastenname_ = nullptr;
+    Tastenfang* tastenfang_ = nullptr;
+    Tasteneigenschaften* eigenschaften_ = nullptr;
+    std::unique_ptr<Formularzeitgeber> abfrage_;
 };

@@ -29,6 +29,12 @@ QString feldname(std::string_view name, int index) {
     return QString("%1(%2)").arg(qt(name)).arg(index);
 }
 
+void platzBehalten(QWidget& control) {
+    auto regel = control.sizePolicy();
+    regel.setRetainSizeWhenHidden(true);
+    control.setSizePolicy(regel);
+}
+
 QComboBox* schemaauswahl(const QString& name) {
     auto* combo = benannt(new QComboBox, name);
     combo->setEditable(true);

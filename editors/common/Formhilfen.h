@@ -30,6 +30,9 @@ template <class Control> Control* benannt(Control* control, const QString& name)
     return control;
 }
 
+/// Lets a control keep its room while it is hidden.
+void platzBehalten(QWidget& control);
+
 /// A list of `Schema`s into which another name may be typed. What is typed stays as it is typed, and a long
 /// name does not ask for a wider form.
 QComboBox* schemaauswahl(const QString& name);

@@ -1,5 +1,6 @@
 #include "editors/overview/Uebersicht.h"
 
+#include "base/Ebenennamen.h"
 #include "editors/common/Fenster.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Optionen.h"
@@ -28,9 +29,13 @@ namespace {
 enum Knopf { KOPIEREN = 0, WECHSEL = 1, LOESCHEN = 2, INFO = 3, OK = 4, ABBRECHEN = 5 };
 constexpr std::array<const char*, 6> KNOPFTEXTE{"Kopieren", "Wechsel", "Löschen", "Info", "OK", "Abbrechen"};
 
-constexpr std::array<const char*, EBENENWAHLEN> EBENENTEXTE{"Standart", "Umschalt 1", "Umschalt 2",
-                                                            "Standart", "Umschalt 1", "Umschalt 2",
-                                                            "Standart", "Umschalt 1", "Umschalt 2"};
+/// What stands on the choices: the three layers in each of the three frames of a column.
+constexpr auto EBENENTEXTE = [] {
+    std::array<const char*, EBENENWAHLEN> texte{};
+    for (std::size_t i = 0; i < texte.size(); ++i)
+        texte[i] = EBENENNAMEN[i % EBENENNAMEN.size()];
+    return texte;
+}();
 
 /// The frames around the layers, of which each column has three: what stands on one, and the index of the
 /// first layer in it.

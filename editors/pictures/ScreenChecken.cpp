@@ -1,5 +1,6 @@
 #include "editors/pictures/ScreenChecken.h"
 
+#include "base/Ebenennamen.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/pictures/Bildschreiber.h"
 #include "editors/pictures/Bildvorschau.h"
@@ -39,8 +40,7 @@ constexpr int ABSTAND = 14; // between the previews, room for the border
 constexpr int RAHMEN = 4;   // width of the border
 constexpr QColor RAHMENFARBE{0xe0, 0x20, 0x20};
 
-constexpr int EBENEN = 3;
-constexpr std::array<const char*, EBENEN> EBENENNAMEN{"Standart", "Umschalt 1", "Umschalt 2"};
+constexpr int EBENEN = static_cast<int>(EBENENNAMEN.size());
 constexpr std::array<const char*, 2> SEITENNAMEN{"Linker Stick", "Rechter Stick"};
 constexpr std::array<const char*, 2> BILDENDEN{"L.BMP", "R.BMP"};
 constexpr const char* HINWEIS = "Am Game-Pad, nach „Start“: Viereck, Kreuz und Kreis wählen die Ebene, "

@@ -1,6 +1,7 @@
 #include "editors/slider/Schubaktionsrahmen.h"
 
 #include "base/LaufzeitFehler.h"
+#include "base/Text.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Optionen.h"
 #include "editors/common/Tastenfang.h"
@@ -45,10 +46,6 @@ QLabel* beschriftung(const QString& text, const QString& name, QWidget* fuer = n
     auto* label = benannt(new QLabel(text), name);
     label->setBuddy(fuer);
     return label;
-}
-
-QString ohneRand(const std::string& text) {
-    return qt(text).trimmed();
 }
 
 } // namespace
@@ -230,7 +227,7 @@ void Schubaktionsrahmen::zahlfeldVerlassen(QLineEdit* feld) {
 
 void Schubaktionsrahmen::tasteGewaehlt(int code) {
     const auto nummer = std::to_string(code);
-    tastenname_ = ohneRand(KeyCodeSuchen(datenbankPfad_, 0, nummer));
+    tastenname_ = qt(ohneRand(KeyCodeSuchen(datenbankPfad_, 0, nummer)));
     taste_ = code;
     txtTaste_->setText(tastenname_);
     tastenrahmen_->setTitle(QString("Taste: %1 - %2").arg(qt(nummer), tastenname_));

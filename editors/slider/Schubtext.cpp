@@ -1,6 +1,7 @@
 #include "editors/slider/Schubtext.h"
 
 #include "base/LaufzeitFehler.h"
+#include "base/Text.h"
 #include "formats/Felder.h"
 
 #include <algorithm>
@@ -44,12 +45,6 @@ std::vector<std::string_view> angaben(std::string_view text) {
 
 bool istZiffer(char zeichen) {
     return zeichen >= '0' && zeichen <= '9';
-}
-
-std::string_view ohneRand(std::string_view text) {
-    const auto anfang = text.find_first_not_of(' ');
-    return anfang == std::string_view::npos ? std::string_view{}
-                                            : text.substr(anfang, text.find_last_not_of(' ') - anfang + 1);
 }
 
 // A sign, digits and one comma or point among them.

@@ -1,5 +1,6 @@
 #include "editors/stick/Aktionstafel.h"
 
+#include "base/Text.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Tastenfang.h"
 #include "editors/common/Umbruchoption.h"
@@ -96,11 +97,6 @@ QLabel* schild(const QString& name, const char* text, QWidget* fuer = nullptr) {
     auto* label = benannt(new QLabel(text), name);
     label->setBuddy(fuer);
     return label;
-}
-
-std::string ohneLeerzeichen(const std::string& text) {
-    const auto von = text.find_first_not_of(' ');
-    return von == std::string::npos ? "" : text.substr(von, text.find_last_not_of(' ') - von + 1);
 }
 
 } // namespace
@@ -393,7 +389,7 @@ std::string Aktionstafel::aktionstext() const {
 
 void Aktionstafel::titelSetzen(const std::string& nummer) {
     Frame1_[platz(static_cast<int>(Stickaktionsart::Tastatur))]->setTitle(
-        qt(tastentitel(nummer, ohneLeerzeichen(tastenname_(nummer)))));
+        qt(tastentitel(nummer, ohneRand(tastenname_(nummer)))));
 }
 
 // --- the user's hand ---

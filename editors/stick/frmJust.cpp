@@ -1,5 +1,6 @@
 #include "editors/stick/frmJust.h"
 
+#include "base/Ebenennamen.h"
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/run/Laufsteuerung.h"
@@ -39,8 +40,6 @@ constexpr int ZURUECKGESTELLT = 1000; // both panels, when a line is picked up
 // Where the panels stand across the plane.
 constexpr double UMSCHALTEN_MITTE = 0.25;
 constexpr double SCHALTFLAECHE_MITTE = 0.75;
-
-constexpr std::array<const char*, EBENEN> EBENENNAMEN{"Standart", "Umschalt 1", "Umschalt 2"};
 
 // Indices of Command1.
 enum Knopf { ENDE = 0, TEST = 1, HINTERGRUND = 2 };

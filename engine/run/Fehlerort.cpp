@@ -1,10 +1,10 @@
 #include "engine/run/Fehlerort.h"
 
+#include "base/Ebenennamen.h"
 #include "engine/run/LaufFenster.h"
 
 namespace {
 
-constexpr std::array<const char*, EBENEN> EBENENNAMEN{"Standart", "Umschalt 1", "Umschalt 2"};
 constexpr std::array<const char*, 4> RICHTUNGEN_DER_LINIEN{"Links", "Rechts", "Oben", "Unten"};
 constexpr std::array<const char*, 4> KREUZRICHTUNGEN{"Oben", "Rechts", "Unten", "Links"};
 

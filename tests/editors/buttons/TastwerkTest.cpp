@@ -2,6 +2,7 @@
 #include "editors/buttons/Tastwerk.h"
 
 #include "base/LaufzeitFehler.h"
+#include "base/Text.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gtest/gtest.h>
@@ -39,7 +40,7 @@ const std::vector<std::string> NAMEN{"Dreieck", "Kreis",  "Kreuz",  "Viereck", "
                                      "Oben",    "Rechts", "Unten",  "Links"};
 
 int fehlerVon(std::string_view text) {
-    return fehlernummer([text] { ganzzahl16(text); });
+    return fehlernummer([text] { getippteZahl16(text); });
 }
 
 } // namespace
@@ -63,25 +64,25 @@ TEST(ZweiteMarke, HabenNurDieErstenVier) {
 }
 
 TEST(Ganzzahl16, LiestGanzeZahlen) {
-    EXPECT_EQ(ganzzahl16("0"), 0);
-    EXPECT_EQ(ganzzahl16("007"), 7);
-    EXPECT_EQ(ganzzahl16("+5"), 5);
-    EXPECT_EQ(ganzzahl16("  12 "), 12);
-    EXPECT_EQ(ganzzahl16("32767"), 32767);
-    EXPECT_EQ(ganzzahl16("-32768"), -32768);
+    EXPECT_EQ(getippteZahl16("0"), 0);
+    EXPECT_EQ(getippteZahl16("007"), 7);
+    EXPECT_EQ(getippteZahl16("+5"), 5);
+    EXPECT_EQ(getippteZahl16("  12 "), 12);
+    EXPECT_EQ(getippteZahl16("32767"), 32767);
+    EXPECT_EQ(getippteZahl16("-32768"), -32768);
 }
 
 TEST(Ganzzahl16, RundetHinterDemKommaHalbeZurGeraden) {
-    EXPECT_EQ(ganzzahl16("12,"), 12);
-    EXPECT_EQ(ganzzahl16("2,5"), 2);
-    EXPECT_EQ(ganzzahl16("3,5"), 4);
-    EXPECT_EQ(ganzzahl16("2,500"), 2);
-    EXPECT_EQ(ganzzahl16("2,501"), 3);
-    EXPECT_EQ(ganzzahl16("2,4999"), 2);
-    EXPECT_EQ(ganzzahl16(",6"), 1);
-    EXPECT_EQ(ganzzahl16("-3,5"), -4);
-    EXPECT_EQ(ganzzahl16("32767,4"), 32767);
-    EXPECT_EQ(ganzzahl16("-32768,5"), -32768);
+    EXPECT_EQ(getippteZahl16("12,"), 12);
+    EXPECT_EQ(getippteZahl16("2,5"), 2);
+    EXPECT_EQ(getippteZahl16("3,5"), 4);
+    EXPECT_EQ(getippteZahl16("2,500"), 2);
+    EXPECT_EQ(getippteZahl16("2,501"), 3);
+    EXPECT_EQ(getippteZahl16("2,4999"), 2);
+    EXPECT_EQ(getippteZahl16(",6"), 1);
+    EXPECT_EQ(getippteZahl16("-3,5"), -4);
+    EXPECT_EQ(getippteZahl16("32767,4"), 32767);
+    EXPECT_EQ(getippteZahl16("-32768,5"), -32768);
 }
 
 TEST(Ganzzahl16, KeineZahlIstFehlerDreizehn) {
