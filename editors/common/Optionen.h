@@ -27,10 +27,29 @@ std::array<QRadioButton*, N> optionen(const char* name, const std::array<const c
     return alle;
 }
 
-/// Index of the option that is set.
-template <std::size_t N> int gesetzte(const std::array<QRadioButton*, N>& optionen) {
-    for (std::size_t i = 0; i < N; ++i)
-        if (optionen[i]->isChecked())
-            return static_cast<int>(i);
+/// Makes options exclude each other, whatever else lies on their parent, and runs `klick` with the index of
+/// one that gets set. `besitzer` lives as long as they.
+template <class Reihe, class Klick> void gruppieren(const Reihe& optionen, QObject* besitzer, Klick klick) {
+    auto* gruppe = new QButtonGroup(besitzer);
+    int index = 0;
+    for (auto* eine : optionen)
+        gruppe->addButton(eine, index++);
+    QObject::connect(gruppe, &QButtonGroup::idToggled, besitzer, [klick](int gesetzte, bool an) {
+        if (an)
+            klick(gesetzte);
+    });
+}
+template <class Reihe> void gruppieren(const Reihe& optionen, QObject* besitzer) {
+    gruppieren(optionen, besitzer, [](int) {});
+}
+
+/// Index of the option that is set, 0 for none.
+template <class Reihe> int gesetzte(const Reihe& optionen) {
+    int index = 0;
+    for (const auto* eine : optionen) {
+        if (eine->isChecked())
+            return index;
+        ++index;
+    }
     return 0;
 }

@@ -422,7 +422,7 @@ TEST_F(Tafel, AStoreThatFailsEndsTheHandlerAndLeavesThePanelUsable) {
         &ebene_);
     EXPECT_EQ(fehlernummer([&] { oeffnen("2,1,65,50,0,0"); }), 3024);
     EXPECT_TRUE(tafel_->isVisible());
-    EXPECT_EQ(fehlernummer([&] { tafel_->tasteGewaehlt(70); }), 3024);
+    EXPECT_EQ(fehlernummer([&] { control<Tastaturrahmen>("Frame1(2)").tasteGewaehlt(70); }), 3024);
     EXPECT_EQ(feld("txtTaste").text(), "Hier Klicken");
     EXPECT_EQ(titel(2), "Taste: 13 - Enter");
     option("Option1(4)").click();
