@@ -1,7 +1,6 @@
 #include "engine/run/LaufFenster.h"
 
 #include "engine/output/XPTaste.h"
-#include "engine/run/Fehlerort.h"
 #include "engine/run/LaufAnzeige.h"
 #include "store/schema/SenLesSchr.h"
 #include "store/schema/modSpeichern.h"
@@ -19,9 +18,9 @@ constexpr std::uint32_t ABGEFRAGTE_GROESSE = 64;
 constexpr std::uint32_t ALLE_WERTE = 255;
 
 constexpr int STANDART = 0;
-constexpr int UMSCHALT_1 = 1;
-constexpr int UMSCHALT_2 = 2;
-constexpr std::int16_t FESTSTELLEN = 1; // mode of a shift key; any other is `Halten ---> Loslassen`
+
+// What the window shows in the tick that enters a layer.
+constexpr std::array<std::string_view, EBENEN> UMSCHALTUNGEN{"", "Umschalttaste 1", "Umschalttaste 2"};
 
 constexpr int KNOPF_STOP = 0;
 constexpr int KNOPF_SENSITAST = 1;
@@ -29,15 +28,6 @@ constexpr int ERSTER_KREUZSLOT = 12;
 
 constexpr std::uint32_t bit(int slot) {
     return 1U << slot;
-}
-
-// The mode of a shift key: the character at position 5 of a `Belegung` whose first two fields have one digit
-// each.
-std::int16_t umschaltart(std::string_view belegung) {
-    constexpr std::size_t MODUSZEICHEN = 4;
-    const auto zeichen =
-        belegung.size() > MODUSZEICHEN ? belegung.substr(MODUSZEICHEN, 1) : std::string_view{};
-    return static_cast<std::int16_t>(feldzahl(zeichen));
 }
 
 } // namespace
@@ -69,7 +59,7 @@ void LaufFenster::laden() {
     zustand_.stickdatenbank.laufBeginnt();
     reglerLesen();
     Aktionen_ = TastenLaufLesen(global.DatenbankPfad, global.SchemaName);
-    TasteBelegen();
+    ebenen_.TasteBelegen(Aktionen_[STANDART]);
     if (const auto funktion = FunktionLesen(global.DatenbankPfad, global.SchemaName))
         anzeige_.Option1(*funktion);
     schubregler_.erstellen();
@@ -148,23 +138,6 @@ void LaufFenster::abbrechen(const LaufzeitFehler& fehler) {
                    : fehler);
 }
 
-void LaufFenster::TasteBelegen() {
-    for (int slot = 0; slot < TASTEN; ++slot) {
-        const auto& text = Aktionen_[STANDART][static_cast<std::size_t>(slot)];
-        const auto maske = static_cast<std::int16_t>(bit(slot));
-        anOrt([&] { return slotname(slot, STANDART) + ": " + angefuehrt(text); },
-              [&] {
-                  if (text.starts_with('3')) {
-                      Umschalt1Maske_ = maske;
-                      Umschalt1Art_ = umschaltart(text);
-                  } else if (text.starts_with('4')) {
-                      Umschalt2Maske_ = maske;
-                      Umschalt2Art_ = umschaltart(text);
-                  }
-              });
-    }
-}
-
 void LaufFenster::tmrSpielTakt() {
     JoyInfo_.dwFlags = ALLE_WERTE;
     JoyInfo_.dwSize = ABGEFRAGTE_GROESSE;
@@ -178,17 +151,18 @@ void LaufFenster::tmrSpielTakt() {
 void LaufFenster::Beschriften() {
     auto& tasten = JoyInfo_.dwButtons;
     if (tasten == 0)
-        ebeneVerlassen();
+        nichtsGedrueckt();
 
     // The number as it is before the shift keys act on it.
-    const std::array<int, EBENEN> abzug{0, Umschalt1Maske_, Umschalt2Maske_};
-    const int gedrueckte = static_cast<int>(tasten & 0xFFFF) - abzug[static_cast<std::size_t>(Ebene_)];
+    const int gedrueckte =
+        static_cast<int>(tasten & 0xFFFF) - static_cast<int>(ebenen_.eigeneUmschalttaste());
 
     std::string_view umschaltung;
-    if (umschalttaste1())
-        umschaltung = "Umschalttaste 1";
-    if (umschalttaste2())
-        umschaltung = "Umschalttaste 2";
+    if (const auto eintritt = ebenen_.gedrueckt(tasten)) {
+        wechseln(*eintritt);
+        tasten -= eintritt->umschalttaste;
+        umschaltung = UMSCHALTUNGEN[static_cast<std::size_t>(eintritt->ebene)];
+    }
 
     if (std::exchange(lblUmschalt_, umschaltung) != umschaltung)
         anzeige_.lblUmschalt(umschaltung);
@@ -200,62 +174,19 @@ void LaufFenster::Beschriften() {
     TastenWort_ = static_cast<std::uint16_t>(tasten);
 }
 
-void LaufFenster::ebeneVerlassen() {
+void LaufFenster::nichtsGedrueckt() {
     wiederholung_.slotsLeeren();
-    if (Umschalt1Fest_ || Umschalt2Fest_) {
-        LoesenMerker_ = true;
-        return;
-    }
-    if (Ebene_ == STANDART)
-        return;
-    sticktabellenLaden(STANDART);
-    grenzenLoeschen();
-    StickAuswerten(); // still in the layer that is left, whose locks hold
-    Ebene_ = STANDART;
+    if (const auto austritt = ebenen_.nichtsGedrueckt())
+        wechseln(*austritt);
 }
 
-// The two shift keys are no twins: a further tick of the same press wipes the latch of the first one, so only
-// the second one stays latched when it is let go.
-bool LaufFenster::umschalttaste1() {
-    const auto maske = static_cast<std::uint32_t>(Umschalt1Maske_);
-    if (JoyInfo_.dwButtons != maske || maske == 0 || Ebene_ == UMSCHALT_2)
-        return false;
-    if (Ebene_ == UMSCHALT_1) {
-        LoesenMerker_ = false;
-        Umschalt1Fest_ = false;
-        return false;
+void LaufFenster::wechseln(const Ebenenwechsel::Schritt& schritt) {
+    sticktabellenLaden(schritt.ebene);
+    if (schritt.sticksAuswerten) {
+        grenzenLoeschen();
+        StickAuswerten();
     }
-    if (Umschalt1Art_ == FESTSTELLEN && Umschalt1Fest_) {
-        Umschalt1Fest_ = false;
-        return false;
-    }
-    Umschalt1Fest_ = Umschalt1Art_ == FESTSTELLEN;
-    sticktabellenLaden(UMSCHALT_1);
-    grenzenLoeschen();
-    StickAuswerten();
-    Ebene_ = UMSCHALT_1;
-    JoyInfo_.dwButtons -= maske;
-    return true;
-}
-
-bool LaufFenster::umschalttaste2() {
-    const auto maske = static_cast<std::uint32_t>(Umschalt2Maske_);
-    if (JoyInfo_.dwButtons != maske || maske == 0 || Ebene_ == UMSCHALT_1)
-        return false;
-    if (Ebene_ == UMSCHALT_2) {
-        if (LoesenMerker_)
-            Umschalt2Fest_ = LoesenMerker_ = false;
-        return false;
-    }
-    if (Umschalt2Art_ == FESTSTELLEN && Umschalt2Fest_) {
-        Umschalt2Fest_ = false;
-        return false;
-    }
-    Umschalt2Fest_ = Umschalt2Art_ == FESTSTELLEN;
-    sticktabellenLaden(UMSCHALT_2); // the sticks' bounds stay: they follow when a stick leaves its field
-    Ebene_ = UMSCHALT_2;
-    JoyInfo_.dwButtons -= maske;
-    return true;
+    ebenen_.vollziehen(schritt);
 }
 
 void LaufFenster::tastenflanken() {
@@ -263,20 +194,20 @@ void LaufFenster::tastenflanken() {
     const auto vorher = JoyInfoAlt_.dwButtons;
     for (int slot = 0; slot < TASTEN; ++slot) {
         if (jetzt & ~vorher & bit(slot))
-            tastenAktion_.TasteDrueckAktion(belegung(slot), slot, Ebene_);
+            tastenAktion_.TasteDrueckAktion(belegung(slot), slot, ebenen_.Ebene());
         else if (~jetzt & vorher & bit(slot))
-            tastenAktion_.TasteLoesAktion(belegung(slot), slot, Ebene_);
+            tastenAktion_.TasteLoesAktion(belegung(slot), slot, ebenen_.Ebene());
     }
 }
 
 void LaufFenster::StickAuswerten() {
     for (auto* stick : sticks_) {
         auto position = stick->lesen(dienste_);
-        if (!(static_cast<std::uint32_t>(stick->StickSperre) & bit(Ebene_))) {
+        if (!(static_cast<std::uint32_t>(stick->StickSperre) & bit(ebenen_.Ebene()))) {
             if (!stick->grenzen.enthaeltX(position.x))
-                stick->auswerten(dienste_, position, Ebene_);
+                stick->auswerten(dienste_, position, ebenen_.Ebene());
             if (!stick->grenzen.enthaeltY(position.y))
-                stick->auswerten(dienste_, position, Ebene_);
+                stick->auswerten(dienste_, position, ebenen_.Ebene());
         }
         stick->position = position;
     }
@@ -286,9 +217,9 @@ void LaufFenster::SteuerkreuzAuswerten() {
     for (const auto& ereignis : steuerkreuz_.auswerten(JoyInfo_.dwPOV)) {
         const int slot = ERSTER_KREUZSLOT + ereignis.richtung;
         if (ereignis.gedrueckt)
-            tastenAktion_.TasteDrueckAktion(belegung(slot), slot, Ebene_);
+            tastenAktion_.TasteDrueckAktion(belegung(slot), slot, ebenen_.Ebene());
         else
-            tastenAktion_.TasteLoesAktion(belegung(slot), slot, Ebene_);
+            tastenAktion_.TasteLoesAktion(belegung(slot), slot, ebenen_.Ebene());
     }
 }
 
@@ -348,5 +279,5 @@ void LaufFenster::sticktabellenLaden(int ebene) {
 }
 
 const std::string& LaufFenster::belegung(int slot) const {
-    return Aktionen_[static_cast<std::size_t>(Ebene_)][static_cast<std::size_t>(slot)];
+    return Aktionen_[static_cast<std::size_t>(ebenen_.Ebene())][static_cast<std::size_t>(slot)];
 }

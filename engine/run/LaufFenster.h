@@ -1,7 +1,14 @@
 // A running `Schema`: the poll cycle and all that hangs on it. Made at the start of a run, dies with it.
 //
-// Every 5 ms a tick polls the pad once and evaluates buttons and layers, sticks, D-pad and slider, in that
-// order. States of the poll, switched by the two buttons of the window, each by its own caption alone:
+// Every 5 ms a tick, in this order:
+//
+//   1  the pad is polled; a poll that fails leaves the last values
+//   2  `Beschriften`            shift keys (Ebenenwechsel), then the edges of the twelve buttons
+//   3  `StickAuswerten`         left, right: each that has left the bounds of its field
+//   4  `SteuerkreuzAuswerten`   the edges of the D-pad
+//   5  Schubregler              polls for itself
+//
+// States of the poll, switched by the two buttons of the window, each by its own caption alone:
 //
 //   tmrSpiel  Command1(0)  Command1(1)
 //   on        "Stop"       "SensiTast"   running
@@ -13,6 +20,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "base/Regler.h"
+#include "engine/buttons/Ebenenwechsel.h"
 #include "engine/buttons/Steuerkreuz.h"
 #include "engine/input/Entwackeln.h"
 #include "engine/output/XPTaste.h"
@@ -58,7 +66,6 @@ public:
     std::optional<LaufzeitFehler> beenden();
 
     void Beschriften();
-    void TasteBelegen();
     void StickAuswerten();
     void SteuerkreuzAuswerten();
 
@@ -80,9 +87,8 @@ private:
     std::optional<LaufzeitFehler> behalten();
     void pollHalten();
 
-    void ebeneVerlassen();
-    bool umschalttaste1();
-    bool umschalttaste2();
+    void nichtsGedrueckt();
+    void wechseln(const Ebenenwechsel::Schritt& schritt);
     void tastenflanken();
     void grenzenLoeschen();
     void sticktabellenLaden(int ebene);
@@ -110,14 +116,7 @@ private:
     std::uint16_t TastenWort_ = 0;
     Steuerkreuz steuerkreuz_;
 
-    int Ebene_ = 0;
-    std::int16_t Umschalt1Maske_ = 0;
-    std::int16_t Umschalt2Maske_ = 0;
-    std::int16_t Umschalt1Art_ = 0;
-    std::int16_t Umschalt2Art_ = 0;
-    bool Umschalt1Fest_ = false;
-    bool Umschalt2Fest_ = false;
-    bool LoesenMerker_ = false;
+    Ebenenwechsel ebenen_;
 
     bool geladen_ = false;
     bool stopGedrueckt_ = false; // Command1(0) says "Start"
