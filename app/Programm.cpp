@@ -6,10 +6,11 @@ Programm::Programm(const Plattform& plattform)
     : plattform_(plattform)
     , zustand_(plattform.joystick, plattform.gamepadXml)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
-    , editoren_(zustand_.global, zustand_.achsen, plattform.joystick, plattform.zeitgeber, plattform.tastatur)
+    , editoren_(zustand_.global, zustand_.achsendatei, zustand_.achsen, plattform.joystick,
+                plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
                      {plattform.joystick, plattform.zeitgeber, plattform.ton, plattform.aufnahme})
-    , hauptform_(zustand_.global, zustand_.achsen, laufsteuerung_, plattform.prozess) {
+    , hauptform_(zustand_.global, zustand_.achsendatei, laufsteuerung_, plattform.prozess) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);

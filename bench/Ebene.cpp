@@ -40,7 +40,7 @@ public:
             for (int x = 0; x < bild.width(); ++x)
                 bild.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
         bild.save(QString::fromStdString((datenbank_.ordner() / "S0L.bmp").string()));
-        zustand_.achsen.AchsenLaden();
+        zustand_.achsendatei.AchsenLaden();
     }
 
     void oeffnen() {

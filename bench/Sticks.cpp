@@ -50,8 +50,9 @@ void glaettenVierAchsen(benchmark::State& stand) {
     StummeAnzeige anzeige;
     const Testordner ordner;
     const std::string schema = "S";
-    ZusatzFunktionen achsen(pad, (ordner.pfad() / "Gamepad.xml").string(), schema);
-    achsen.AchsenLaden();
+    Achsendatei achsendatei((ordner.pfad() / "Gamepad.xml").string(), schema);
+    Achsen achsen(pad, achsendatei);
+    achsendatei.AchsenLaden();
     Reglerwerte regler;
     for (const std::size_t fenster : {0, 2, 6, 8})
         regler.HScroll1[fenster] = 30;

@@ -2,7 +2,7 @@
 // six choices make an assignment, and where a bar stands.
 #pragma once
 
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 
 #include <array>
 #include <cstdint>

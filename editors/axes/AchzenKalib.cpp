@@ -2,6 +2,7 @@
 
 #include "editors/axes/Achsenwahl.h"
 #include "editors/common/Formhilfen.h"
+#include "engine/input/Padabfrage.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -20,8 +21,6 @@
 namespace {
 
 constexpr std::chrono::milliseconds ABFRAGE{50};
-constexpr std::uint32_t JOYINFOEX_GROESSE = 64;
-constexpr std::uint32_t JOY_RETURNALL = 255;
 constexpr int BALKEN_MAX = std::numeric_limits<std::int16_t>::max();
 constexpr int BALKENHOEHE = 130;
 constexpr int BALKENBREITE = 20;
@@ -35,16 +34,9 @@ constexpr const char* REGEL_RECHTS = "Bitte immer nur 2 mal den Stick Rechts mit
                                      "                      ";
 constexpr const char* REGEL_SCHUB = "Bitte immer beide Schubvarianten einstellen";
 
-struct Rohachse {
-    const char* name;
-    std::uint32_t JOYINFOEX::*wert;
-};
-constexpr std::array<Rohachse, ACHSEN> ROHACHSEN{{{"Achse X", &JOYINFOEX::dwXpos},
-                                                  {"Achse Y", &JOYINFOEX::dwYpos},
-                                                  {"Achse Z", &JOYINFOEX::dwZpos},
-                                                  {"Achse R", &JOYINFOEX::dwRpos},
-                                                  {"Achse U", &JOYINFOEX::dwUpos},
-                                                  {"Achse V", &JOYINFOEX::dwVpos}}};
+// By raw axis.
+constexpr std::array<const char*, ACHSEN> RAHMENTITEL{"Achse X", "Achse Y", "Achse Z",
+                                                      "Achse R", "Achse U", "Achse V"};
 
 template <class Texte> QComboBox* liste(const QString& name, const Texte& texte) {
     auto* neue = benannt(new QComboBox, name);
@@ -73,8 +65,8 @@ QLabel* beschriftung(const QString& text, int index, QWidget* fuer) {
 
 } // namespace
 
-AchzenKalib::AchzenKalib(ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber)
-    : achsen_(achsen), schema_(achsen.Schema()), joystick_(joystick) {
+AchzenKalib::AchzenKalib(Achsendatei& achsendatei, Joystick& joystick, Zeitgeber& zeitgeber)
+    : achsendatei_(achsendatei), schema_(achsendatei.Schema()), joystick_(joystick) {
     setObjectName("AchzenKalib");
     setWindowTitle("Achsen zuordnen");
     auto* anordnung = new QVBoxLayout(this);
@@ -123,7 +115,7 @@ QGroupBox* AchzenKalib::rahmen(int achse) {
             });
 
     auto* gruppe =
-        benannt(new QGroupBox(ROHACHSEN[static_cast<std::size_t>(achse)].name), feldname("Frame1", achse));
+        benannt(new QGroupBox(RAHMENTITEL[static_cast<std::size_t>(achse)]), feldname("Frame1", achse));
     auto* gitter = new QGridLayout(gruppe);
     gitter->addWidget(zeile.VScroll1, 0, 0, 6, 1);
     gitter->setColumnMinimumWidth(1, 6);
@@ -164,19 +156,17 @@ QWidget* AchzenKalib::knopfzeile() {
 
 void AchzenKalib::belegungZeigen() {
     for (std::size_t i = 0; i < ACHSEN; ++i) {
-        const auto [auswahl, richtung] = auswahlZu(achsen_.AchsenSchluessel()[i]);
+        const auto [auswahl, richtung] = auswahlZu(achsendatei_.AchsenSchluessel()[i]);
         zeilen_[i].Auswahl->setCurrentIndex(zeilen_[i].Auswahl->findText(qt(auswahl)));
         zeilen_[i].Richtung->setCurrentIndex(zeilen_[i].Richtung->findText(qt(richtung)));
     }
 }
 
 void AchzenKalib::Timer1_Timer() {
-    joystickinfo_.dwSize = JOYINFOEX_GROESSE;
-    joystickinfo_.dwFlags = JOY_RETURNALL;
-    joystick_.joyGetPosEx(0, joystickinfo_); // without a pad the bars stay where they are
+    padAbfragen(joystick_, joystickinfo_); // without a pad the bars stay where they are
     for (std::size_t i = 0; i < ACHSEN; ++i) {
         auto& bar = *zeilen_[i].VScroll1;
-        bar.setValue(balkenwert(joystickinfo_.*ROHACHSEN[i].wert, bar.maximum()));
+        bar.setValue(balkenwert(joystickinfo_.*ROHACHSEN[i], bar.maximum()));
     }
 }
 
@@ -189,9 +179,9 @@ void AchzenKalib::bestaetigen() {
         meldung(this, "Falsche Eingabe", "");
         return;
     }
-    if (!darfSpeichern(this, schema_, achsen_.Schema()))
+    if (!darfSpeichern(this, schema_, achsendatei_.Schema()))
         return;
-    if (!achsen_.AchsenUebernehmen(tabelle))
+    if (!achsendatei_.AchsenUebernehmen(tabelle))
         meldung(this,
                 "Die Zuordnung gilt jetzt, konnte aber nicht gespeichert werden: Gamepad.xml lässt sich "
                 "nicht lesen oder nicht schreiben, oder der Name des Schemas passt nicht hinein.",

@@ -7,7 +7,7 @@
 
 #include "platform/Joystick.h"
 #include "platform/Zeitgeber.h"
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 
 #include <QWidget>
 
@@ -24,7 +24,7 @@ class AchzenKalib final : public QWidget {
 
 public:
     /// Shows the assignment that `achsen` has in force.
-    AchzenKalib(ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber);
+    AchzenKalib(Achsendatei& achsendatei, Joystick& joystick, Zeitgeber& zeitgeber);
 
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
@@ -45,7 +45,7 @@ private:
     void Timer1_Timer();
     void bestaetigen();
 
-    ZusatzFunktionen& achsen_;
+    Achsendatei& achsendatei_;
     const std::string schema_; ///< whose values were loaded
     Joystick& joystick_;
     JOYINFOEX joystickinfo_;

@@ -9,6 +9,7 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Kurzlabel.h"
 #include "editors/common/Tastenfang.h"
+#include "engine/input/Padabfrage.h"
 #include "engine/run/GobalVariable.h"
 #include "formats/Felder.h"
 #include "store/schema/modKeyCode.h"
@@ -33,8 +34,6 @@ using belegungsfeld::TASTE;
 namespace {
 
 constexpr auto TASTTAKT = std::chrono::milliseconds{10};
-constexpr std::uint32_t JOYINFOEX_GROESSE = 64;
-constexpr std::uint32_t JOY_RETURNALL = 255;
 
 constexpr int ALLE = -1; // labelBeschriften
 constexpr int NUR_GEWAEHLTE = 1;
@@ -290,9 +289,7 @@ void frmJoyKonfic::Timer1_Timer() {
     // What a message box is about, and what follows on it, belongs to the button that is chosen now.
     if (QApplication::activeModalWidget())
         return;
-    joystickinfo_.dwSize = JOYINFOEX_GROESSE;
-    joystickinfo_.dwFlags = JOY_RETURNALL;
-    joystick_.joyGetPosEx(0, joystickinfo_);
+    padAbfragen(joystick_, joystickinfo_);
     if (joystickinfo_.dwButtons != gemerkt_.wort)
         gemerkt_ = {};
     if (joystickinfo_.dwButtons == fehlerwort_ && fehlerwort_ != 0)

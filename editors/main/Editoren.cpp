@@ -6,9 +6,14 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/slider/SchubreglerKonfic.h"
 
-Editoren::Editoren(GobalVariable& global, ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber,
-                   Tastatur& tastatur)
-    : global_(global), achsen_(achsen), joystick_(joystick), zeitgeber_(zeitgeber), tastatur_(tastatur) {}
+Editoren::Editoren(GobalVariable& global, Achsendatei& achsendatei, Achsen& achsen, Joystick& joystick,
+                   Zeitgeber& zeitgeber, Tastatur& tastatur)
+    : global_(global)
+    , achsendatei_(achsendatei)
+    , achsen_(achsen)
+    , joystick_(joystick)
+    , zeitgeber_(zeitgeber)
+    , tastatur_(tastatur) {}
 
 Editoren::~Editoren() = default;
 
@@ -32,10 +37,12 @@ void Editoren::schemaVergessen(const std::string& name) {
 }
 
 void Editoren::achsenZeigen() {
-    achzenKalib_.zeigen([this] { return std::make_unique<AchzenKalib>(achsen_, joystick_, zeitgeber_); });
+    achzenKalib_.zeigen(
+        [this] { return std::make_unique<AchzenKalib>(achsendatei_, joystick_, zeitgeber_); });
 }
 
 void Editoren::schubreglerZeigen() {
-    schubreglerKonfic_.zeigen(
-        [this] { return std::make_unique<SchubreglerKonfic>(global_, achsen_, zeitgeber_, tastatur_); });
+    schubreglerKonfic_.zeigen([this] {
+        return std::make_unique<SchubreglerKonfic>(global_, achsendatei_, achsen_, zeitgeber_, tastatur_);
+    });
 }

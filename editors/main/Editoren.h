@@ -7,12 +7,13 @@
 
 #include <string>
 
+class Achsen;
+class Achsendatei;
 class AchzenKalib;
 class Joystick;
 class SchubreglerKonfic;
 class Tastatur;
 class Zeitgeber;
-class ZusatzFunktionen;
 class frmJoyKonfic;
 struct GobalVariable;
 
@@ -20,8 +21,8 @@ class Editoren final : public QObject {
     Q_OBJECT
 
 public:
-    Editoren(GobalVariable& global, ZusatzFunktionen& achsen, Joystick& joystick, Zeitgeber& zeitgeber,
-             Tastatur& tastatur);
+    Editoren(GobalVariable& global, Achsendatei& achsendatei, Achsen& achsen, Joystick& joystick,
+             Zeitgeber& zeitgeber, Tastatur& tastatur);
     ~Editoren() override;
 
     /// Shows the button editor. One that is open comes to the front as it is; else it is loaded for the
@@ -38,7 +39,8 @@ public:
 
 private:
     GobalVariable& global_;
-    ZusatzFunktionen& achsen_;
+    Achsendatei& achsendatei_;
+    Achsen& achsen_;
     Joystick& joystick_;
     Zeitgeber& zeitgeber_;
     Tastatur& tastatur_;

@@ -4,7 +4,7 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "platform/Prozess.h"
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 #include "store/schema/Schemaloeschen.h"
 #include "store/schema/modSpeichern.h"
 
@@ -85,9 +85,9 @@ QLineEdit* anzeigefeld(const QString& name, const QString& text) {
 
 } // namespace
 
-frmHaupt::frmHaupt(GobalVariable& global, ZusatzFunktionen& achsen, Laufsteuerung& laufsteuerung,
+frmHaupt::frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerung& laufsteuerung,
                    Prozess& prozess)
-    : global_(global), achsen_(achsen), laufsteuerung_(laufsteuerung), prozess_(prozess) {
+    : global_(global), achsendatei_(achsendatei), laufsteuerung_(laufsteuerung), prozess_(prozess) {
     setObjectName("frmHaupt");
     setWindowTitle("Game-Pad-Konfic");
     aufbauen();
@@ -240,7 +240,7 @@ void frmHaupt::laden() {
     mitFehlermeldung(nullptr, qt(global_.DatenbankPfad), [this] { schemataLesen(); });
     if (Combo1_->count() == 0) {
         volleHoehe(false);
-        achsen_.AchsenLaden(); // makes the file in which a first Schema finds its row
+        achsendatei_.AchsenLaden(); // makes the file in which a first Schema finds its row
         return;
     }
     erstesWaehlen();
@@ -270,7 +270,7 @@ void frmHaupt::Combo1Klick() {
         setzeText(*Text1_, schemata_.SchemaPfade[static_cast<std::size_t>(stelle - namen.begin())]);
     Combo1_->lineEdit()->home(false);
     global_.SchemaName = name;
-    achsen_.AchsenLaden();
+    achsendatei_.AchsenLaden();
 }
 
 // --- the buttons ---
@@ -319,7 +319,7 @@ void frmHaupt::loeschen() {
         global_.DatenbankPfad, global_.BilderPfad, global_.SchemaName,
         {[this](std::string_view text, std::string_view titel) { return frage(this, qt(text), qt(titel)); },
          [this](std::string_view text) { meldung(this, qt(text), ""); }});
-    const bool zeileWeg = achsen_.GamepadLoeschen(); // also after a Nein
+    const bool zeileWeg = achsendatei_.GamepadLoeschen(); // also after a Nein
     schemataLesen();
     const auto& namen = schemata_.SchemaNamen;
     const bool weg = std::find(namen.begin(), namen.end() - 1, name) == namen.end() - 1; // without the spare
@@ -366,7 +366,7 @@ void frmHaupt::nameSpeichern() {
     Command1_[SCHEMA_NEU]->setText(NEU);
     if (angelegt)
         Combo1_->addItem(name);
-    const bool gespeichert = achsen_.GamepadSchreiben(""); // whether or not there is a new `Schema`
+    const bool gespeichert = achsendatei_.GamepadSchreiben(""); // whether or not there is a new `Schema`
     if (!gespeichert && !name.isEmpty())
         meldung(this,
                 QString("Für das Schema „%1“ konnte keine Achsenzuordnung gespeichert werden: Gamepad.xml "

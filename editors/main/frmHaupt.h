@@ -13,19 +13,19 @@
 
 #include <map>
 
+class Achsendatei;
 class Laufsteuerung;
 class Prozess;
 class QComboBox;
 class QGroupBox;
 class QLineEdit;
 class QPushButton;
-class ZusatzFunktionen;
 
 class frmHaupt final : public QWidget {
     Q_OBJECT
 
 public:
-    frmHaupt(GobalVariable& global, ZusatzFunktionen& achsen, Laufsteuerung& laufsteuerung, Prozess& prozess);
+    frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerung& laufsteuerung, Prozess& prozess);
 
     /// Load of the form: priority, paths, the list. A database that can't be read gives one message box and
     /// an empty list.
@@ -75,7 +75,7 @@ private:
     void hauptformZurueck(bool zeigen);
 
     GobalVariable& global_;
-    ZusatzFunktionen& achsen_;
+    Achsendatei& achsendatei_;
     Laufsteuerung& laufsteuerung_;
     Prozess& prozess_;
     Schemaliste schemata_;

@@ -76,7 +76,7 @@ void Infoansicht::zustandSetzen(InfoEditor editor, const std::string& schemaName
     if (editor != InfoEditor::frmJoyKonfic)
         eigene.ZielFormular = editor == InfoEditor::frmJust ? "frmJust" : "frmJustr";
     if (gibtEs(eigene.Schemaauswahl)) // a name that is being typed must not get a row
-        zustand_.achsen.AchsenLaden();
+        zustand_.achsendatei.AchsenLaden();
 }
 
 void Infoansicht::stickZeigen(InfoEditor editor, int ebene, const QWidget& neben) {

@@ -5,6 +5,7 @@
 #include "editors/pictures/Bildschreiber.h"
 #include "editors/pictures/Bildvorschau.h"
 #include "editors/stick/Ebenenbild.h"
+#include "engine/input/Padabfrage.h"
 #include "platform/Schirmaufnahme.h"
 #include "platform/Tongeber.h"
 #include "store/files/Bilddatei.h"
@@ -32,8 +33,6 @@ namespace {
 constexpr auto ABFRAGE = 100ms;
 constexpr auto AUFNAHMEFRIST = 5s;
 constexpr int MEISTE_UNGESCHRIEBENE = 8; // at 4K 33 MB each
-constexpr std::uint32_t JOYINFOEX_GROESSE = 64;
-constexpr std::uint32_t JOY_RETURNALL = 255;
 
 constexpr QSize GROESSE{780, 740};
 constexpr int ABSTAND = 14; // between the previews, room for the border
@@ -289,9 +288,7 @@ void ScreenChecken::Command1Klick(int index) {
 
 void ScreenChecken::Timer1_Timer() {
     JOYINFOEX info;
-    info.dwSize = JOYINFOEX_GROESSE;
-    info.dwFlags = JOY_RETURNALL;
-    if (geraete_.joystick.joyGetPosEx(0, info) != JOYERR_NOERROR)
+    if (!padAbfragen(geraete_.joystick, info))
         return fehlerton();
     for (const auto& [wort, ebene] : EBENENTASTEN)
         if (info.dwButtons == wort)

@@ -5,9 +5,10 @@
 #include "editors/common/Optionen.h"
 #include "editors/slider/Schubaktionsrahmen.h"
 #include "editors/slider/Schubbild.h"
+#include "engine/input/Achsen.h"
 #include "engine/run/GobalVariable.h"
+#include "store/files/Achsendatei.h"
 #include "store/files/Gamepaddatei.h"
-#include "store/files/ZusatzFunktionen.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -33,10 +34,11 @@ QString feldtext(int nummer) {
 
 } // namespace
 
-SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, ZusatzFunktionen& achsen,
+SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, Achsendatei& achsendatei, Achsen& achsen,
                                      Zeitgeber& zeitgeber, Tastatur& tastatur)
-    : achsen_(achsen)
-    , schema_(achsen.Schema())
+    : achsendatei_(achsendatei)
+    , achsen_(achsen)
+    , schema_(achsendatei.Schema())
     , Aktion_(new Schubaktionsrahmen(global.DatenbankPfad, tastatur)) {
     setObjectName("SchubreglerKonfic");
     setWindowTitle("Schubregler konfigurieren");
@@ -138,9 +140,9 @@ QWidget* SchubreglerKonfic::fusszeile() {
 // --- what the controls do ---
 
 void SchubreglerKonfic::laden() {
-    achsen_.AchsenLaden();
+    achsendatei_.AchsenLaden();
     try {
-        regler_[0] = Schubtext(achsen_.SchubreglerText());
+        regler_[0] = Schubtext(achsendatei_.SchubreglerText());
     } catch (const LaufzeitFehler& fehler) {
         QMetaObject::invokeMethod(
             this, [this, fehler] { fehlermeldung(this, fehler, windowTitle()); }, Qt::QueuedConnection);
@@ -199,7 +201,7 @@ void SchubreglerKonfic::Command2_Click() {
 }
 
 void SchubreglerKonfic::Command3_Click() {
-    if (!darfSpeichern(this, schema_, achsen_.Schema()))
+    if (!darfSpeichern(this, schema_, achsendatei_.Schema()))
         return;
     const auto text = regler_[0].text(Check2_->isChecked());
     if (!gamepadNimmt(SPALTE_SCHUBREGLER, text)) {
@@ -210,7 +212,7 @@ void SchubreglerKonfic::Command3_Click() {
                 "");
         return;
     }
-    if (!achsen_.GamepadSchreiben(text)) {
+    if (!achsendatei_.GamepadSchreiben(text)) {
         meldung(this,
                 "Die Felder konnten nicht gespeichert werden: Gamepad.xml lässt sich nicht lesen oder "
                 "nicht schreiben, oder der Name des Schemas passt nicht hinein.",

@@ -16,6 +16,8 @@
 #include <memory>
 #include <string>
 
+class Achsen;
+class Achsendatei;
 class QCheckBox;
 class QLabel;
 class QListWidget;
@@ -23,7 +25,6 @@ class QRadioButton;
 class Schubaktionsrahmen;
 class Schubbild;
 class Tastatur;
-class ZusatzFunktionen;
 struct GobalVariable;
 
 class SchubreglerKonfic final : public QWidget {
@@ -32,8 +33,8 @@ class SchubreglerKonfic final : public QWidget {
 public:
     /// Reads the slider text of the `Schema`. One that is ill-formed is told of once the event loop runs, and
     /// counts as none.
-    SchubreglerKonfic(const GobalVariable& global, ZusatzFunktionen& achsen, Zeitgeber& zeitgeber,
-                      Tastatur& tastatur);
+    SchubreglerKonfic(const GobalVariable& global, Achsendatei& achsendatei, Achsen& achsen,
+                      Zeitgeber& zeitgeber, Tastatur& tastatur);
 
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
@@ -61,7 +62,8 @@ private:
     void felderZeigen();
     int gewaehltesFeld() const;
 
-    ZusatzFunktionen& achsen_;
+    Achsendatei& achsendatei_;
+    Achsen& achsen_;
     const std::string schema_; ///< whose values were loaded
 
     std::array<Schubtext, REGLER> regler_;

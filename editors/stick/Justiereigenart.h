@@ -4,11 +4,11 @@
 // a change of layer, and that the names of the two panels are swapped has always been so.
 #pragma once
 
+#include "base/Achse.h"
 #include "base/Stickseite.h"
 #include "editors/stick/Aktionstafel.h"
 #include "engine/run/GobalVariable.h"
 #include "engine/run/Laufzustand.h"
-#include "store/files/ZusatzFunktionen.h"
 
 #include <cstdint>
 #include <string_view>

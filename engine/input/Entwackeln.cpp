@@ -1,9 +1,9 @@
 #include "engine/input/Entwackeln.h"
 
+#include "engine/input/Achsen.h"
 #include "engine/run/LaufAnzeige.h"
 #include "engine/run/TimerUeberwachung.h"
 #include "platform/Zeitgeber.h"
-#include "store/files/ZusatzFunktionen.h"
 
 namespace {
 
@@ -85,8 +85,8 @@ std::string Achsenfilter::berichten(int fenster, int gueltige, const Strich& mod
 
 // --- all four ---
 
-Entwackeln::Entwackeln(Entwackelstand& stand, ZusatzFunktionen& achsen, const Reglerwerte& regler,
-                       Zeitgeber& zeitgeber, LaufAnzeige& anzeige)
+Entwackeln::Entwackeln(Entwackelstand& stand, Achsen& achsen, const Reglerwerte& regler, Zeitgeber& zeitgeber,
+                       LaufAnzeige& anzeige)
     : stand_(stand), achsen_(achsen), regler_(regler), zeitgeber_(zeitgeber), anzeige_(anzeige) {}
 
 Stickposition Entwackeln::LinkerStickLesen() {

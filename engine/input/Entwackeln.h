@@ -16,9 +16,9 @@
 #include <cstdint>
 #include <string>
 
+class Achsen;
 class LaufAnzeige;
 class Zeitgeber;
-class ZusatzFunktionen;
 
 inline constexpr std::chrono::milliseconds ENTWACKELN_INTERVALL{1};
 
@@ -71,8 +71,8 @@ struct Entwackelstand {
 class Entwackeln {
 public:
     /// `regler` is looked at in each round.
-    Entwackeln(Entwackelstand& stand, ZusatzFunktionen& achsen, const Reglerwerte& regler,
-               Zeitgeber& zeitgeber, LaufAnzeige& anzeige);
+    Entwackeln(Entwackelstand& stand, Achsen& achsen, const Reglerwerte& regler, Zeitgeber& zeitgeber,
+               LaufAnzeige& anzeige);
 
     /// The filtered position of a stick; starts the timer if it does not run.
     Stickposition LinkerStickLesen();
@@ -95,7 +95,7 @@ private:
     void starten();
 
     Entwackelstand& stand_;
-    ZusatzFunktionen& achsen_;
+    Achsen& achsen_;
     const Reglerwerte& regler_;
     Zeitgeber& zeitgeber_;
     LaufAnzeige& anzeige_;

@@ -1,5 +1,6 @@
 #include "engine/run/LaufFenster.h"
 
+#include "engine/input/Padabfrage.h"
 #include "engine/output/XPTaste.h"
 #include "engine/run/LaufAnzeige.h"
 #include "store/schema/SenLesSchr.h"
@@ -12,10 +13,6 @@ namespace {
 
 constexpr std::chrono::milliseconds TICK{5};
 constexpr std::chrono::milliseconds TIMER1_INTERVALL{100};
-
-// The size is larger than the record; drivers that the pads came with were asked this way.
-constexpr std::uint32_t ABGEFRAGTE_GROESSE = 64;
-constexpr std::uint32_t ALLE_WERTE = 255;
 
 constexpr int STANDART = 0;
 
@@ -44,7 +41,7 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     , entwackeln_(zustand_.entwackeln, zustand_.achsen, regler_, zeitgeber_, anzeige_)
     , dienste_{zeitgeber_,         umgebung.eingabe, xpTaste_,    tastenAktion_,
                zustand_.gehaltene, zustand_.timer,   entwackeln_, anzeige_}
-    , schubregler_(zustand_.schub, zustand_.achsen, dienste_)
+    , schubregler_(zustand_.schub, zustand_.achsendatei, zustand_.achsen, dienste_)
     , tmrSpiel_(zeitgeber_.formularzeitgeber([this] { tmrSpielTakt(); }))
     , Timer1_(zeitgeber_.formularzeitgeber([] {})) {
     // A pad that was never there presses nothing.
@@ -139,9 +136,7 @@ void LaufFenster::abbrechen(const LaufzeitFehler& fehler) {
 }
 
 void LaufFenster::tmrSpielTakt() {
-    JoyInfo_.dwFlags = ALLE_WERTE;
-    JoyInfo_.dwSize = ABGEFRAGTE_GROESSE;
-    joystick_.joyGetPosEx(0, JoyInfo_); // a poll that fails leaves the last values to be evaluated again
+    padAbfragen(joystick_, JoyInfo_); // a poll that fails leaves the last values to be evaluated again
     Beschriften();
     StickAuswerten();
     SteuerkreuzAuswerten();

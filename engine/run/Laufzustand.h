@@ -4,12 +4,13 @@
 #include "engine/buttons/GehalteneTasten.h"
 #include "engine/buttons/TastenAktion.h"
 #include "engine/buttons/Wiederholung.h"
+#include "engine/input/Achsen.h"
 #include "engine/input/Entwackeln.h"
 #include "engine/run/GobalVariable.h"
 #include "engine/run/TimerUeberwachung.h"
 #include "engine/slider/Schubregler.h"
 #include "engine/stick/StickMaschine.h"
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 
 #include <array>
 #include <string>
@@ -18,7 +19,7 @@
 struct Laufzustand {
     /// `gamepadXml` is the path of the axis assignment file.
     Laufzustand(Joystick& joystick, std::string gamepadXml)
-        : achsen(joystick, std::move(gamepadXml), global.Schemaauswahl) {}
+        : achsendatei(std::move(gamepadXml), global.Schemaauswahl), achsen(joystick, achsendatei) {}
     Laufzustand(const Laufzustand&) = delete;
     Laufzustand& operator=(const Laufzustand&) = delete;
 
@@ -27,7 +28,8 @@ struct Laufzustand {
     Wiederholstand wiederholung;
     Tastenstand tasten;
     TimerUeberwachung timer;
-    ZusatzFunktionen achsen;
+    Achsendatei achsendatei;
+    Achsen achsen;
     Entwackelstand entwackeln;
     Schubstand schub;
     Stickdatenbank stickdatenbank;

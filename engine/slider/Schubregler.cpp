@@ -1,6 +1,7 @@
 #include "engine/slider/Schubregler.h"
 
 #include "base/LaufzeitFehler.h"
+#include "engine/input/Achsen.h"
 #include "engine/output/Maus.h"
 #include "engine/output/XPTaste.h"
 #include "engine/run/Fehlerort.h"
@@ -8,7 +9,7 @@
 #include "formats/Felder.h"
 #include "platform/Eingabe.h"
 #include "platform/Zeitgeber.h"
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 
 #include <limits>
 #include <utility>
@@ -82,8 +83,8 @@ template <class Schritt> bool misslingt(Schritt&& schritt) {
 } // namespace
 
 void Schubregler::erstellen() {
-    achsen_.AchsenLaden();
-    const auto teile = stuecke(achsen_.SchubreglerText(), '/');
+    achsendatei_.AchsenLaden();
+    const auto teile = stuecke(achsendatei_.SchubreglerText(), '/');
     if (teile.empty())
         return;
     anOrt([] { return std::string("Schubregler, Anzahl der Felder"); },

@@ -26,8 +26,9 @@
 #include <string_view>
 #include <vector>
 
+class Achsen;
+class Achsendatei;
 class Schubregler;
-class ZusatzFunktionen;
 
 /// What outlasts a run: the parameters of the action that was started last, and keys that are down for a
 /// time. Must not outlive the Zeitgeber of its runs.
@@ -50,8 +51,8 @@ struct Schubstand {
 
 class Schubregler {
 public:
-    Schubregler(Schubstand& stand, ZusatzFunktionen& achsen, const Laufdienste& dienste)
-        : stand_(stand), achsen_(achsen), dienste_(dienste) {}
+    Schubregler(Schubstand& stand, Achsendatei& achsendatei, Achsen& achsen, const Laufdienste& dienste)
+        : stand_(stand), achsendatei_(achsendatei), achsen_(achsen), dienste_(dienste) {}
     Schubregler(const Schubregler&) = delete;
     Schubregler& operator=(const Schubregler&) = delete;
     ~Schubregler() { beenden(); }
@@ -95,7 +96,8 @@ private:
     void timerStoppen();
 
     Schubstand& stand_;
-    ZusatzFunktionen& achsen_;
+    Achsendatei& achsendatei_;
+    Achsen& achsen_;
     const Laufdienste& dienste_;
 
     std::map<std::string, Satz> SchubFelder_; // by field number as text

@@ -149,9 +149,9 @@ private:
     }
     void schubtext(const std::string& text) {
         const std::string schema = "S";
-        ZusatzFunktionen achsen(system_->plattform().joystick, gamepadXml(), schema);
-        achsen.AchsenLaden();
-        achsen.GamepadSchreiben(text);
+        Achsendatei achsendatei(gamepadXml(), schema);
+        achsendatei.AchsenLaden();
+        achsendatei.GamepadSchreiben(text);
     }
 
     std::deque<std::string> offene_;

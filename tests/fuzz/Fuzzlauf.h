@@ -6,6 +6,7 @@
 #include "engine/buttons/GehalteneTasten.h"
 #include "engine/buttons/TastenAktion.h"
 #include "engine/buttons/Wiederholung.h"
+#include "engine/input/Achsen.h"
 #include "engine/input/Entwackeln.h"
 #include "engine/output/XPTaste.h"
 #include "engine/run/GesicherterZeitgeber.h"
@@ -14,7 +15,7 @@
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 #include "tests/hilfen/StummeAnzeige.h"
 #include "tests/hilfen/Testdatenbank.h"
 
@@ -22,7 +23,7 @@
 #include <string>
 
 struct Fuzzlauf {
-    explicit Fuzzlauf(const std::string& gamepadXml = "") : achsen(pad, gamepadXml, schema) {}
+    explicit Fuzzlauf(const std::string& gamepadXml = "") : achsendatei(gamepadXml, schema) {}
 
     /// Does what may end in an error, and lets time pass.
     template <class Arbeit> void versuchen(Arbeit&& arbeit) {
@@ -42,7 +43,8 @@ struct Fuzzlauf {
     ProbeJoystick pad;
     ProbeEingabe eingabe;
     StummeAnzeige anzeige;
-    ZusatzFunktionen achsen;
+    Achsendatei achsendatei;
+    Achsen achsen{pad, achsendatei};
     Reglerwerte regler;
     Tastenstand tasten;
     Wiederholstand wiederholstand;

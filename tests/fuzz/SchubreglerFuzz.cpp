@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gro
 
     Fuzzlauf lauf(datei);
     Schubstand stand;
-    Schubregler regler(stand, lauf.achsen, lauf.dienste);
+    Schubregler regler(stand, lauf.achsendatei, lauf.achsen, lauf.dienste);
     bool erstellt = false;
     lauf.versuchen([&] {
         regler.erstellen();

@@ -253,7 +253,7 @@ TEST_F(FrmHaupt, ATypedNameIsTheCurrentSchemaAtOnceAndTouchesNoAxes) {
     schema("Eins");
     Laufzustand zustand(pad_, (datenbank_.ordner() / "Gamepad.xml").string());
     Laufsteuerung laeufe(zustand, pad_, eingabe_, uhr_);
-    frmHaupt form(zustand.global, zustand.achsen, laeufe, prozess_);
+    frmHaupt form(zustand.global, zustand.achsendatei, laeufe, prozess_);
     form.laden();
     EXPECT_EQ(zustand.global.SchemaName, "Eins");
     const auto achsen = dateiLesen(datenbank_.ordner() / "Gamepad.xml");

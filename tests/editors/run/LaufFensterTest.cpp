@@ -1,4 +1,4 @@
-#include "store/files/ZusatzFunktionen.h"
+#include "base/Achse.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Gamepadxml.h"
 

@@ -1,10 +1,11 @@
 // The smoothing: the filter of one axis sample by sample, and the timer that feeds the four of them.
 #include "engine/input/Entwackeln.h"
+#include "engine/input/Achsen.h"
 
 #include "engine/run/TimerUeberwachung.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 #include "tests/hilfen/ProbeAnzeige.h"
 #include "tests/hilfen/Testdatenbank.h"
 
@@ -219,7 +220,7 @@ namespace {
 class EntwackelnTest : public testing::Test {
 protected:
     EntwackelnTest() {
-        achsen.AchsenLaden(); // there is no file: the default assignment
+        achsendatei.AchsenLaden(); // there is no file: the default assignment
         entwackeln.berichten(true);
     }
 
@@ -228,7 +229,8 @@ protected:
     ProbeJoystick pad;
     ProbeAnzeige anzeige;
     std::string auswahl = "S";
-    ZusatzFunktionen achsen{pad, (ordner.pfad() / "Gamepad.xml").string(), auswahl};
+    Achsendatei achsendatei{(ordner.pfad() / "Gamepad.xml").string(), auswahl};
+    Achsen achsen{pad, achsendatei};
     Reglerwerte regler;
     Entwackelstand stand;
     Entwackeln entwackeln{stand, achsen, regler, uhr, anzeige};
@@ -330,7 +332,7 @@ TEST_F(EntwackelnTest, OhnePadBleibenDieWerte) {
 TEST_F(EntwackelnTest, OhneNamenFuerEineAchseBleibtIhrWert) {
     std::array<Achsenauswahl, ACHSEN> tabelle{};
     tabelle[5] = {"Rechts", "Oben/Unten"};
-    achsen.AchsenUebernehmen(tabelle);
+    achsendatei.AchsenUebernehmen(tabelle);
     pad.zustand.dwVpos = 77;
     entwackeln.RechterStickLesen();
     uhr.vorUm(2ms);
@@ -340,8 +342,7 @@ TEST_F(EntwackelnTest, OhneNamenFuerEineAchseBleibtIhrWert) {
 
 TEST_F(EntwackelnTest, JedeAchseFragtDasPadSelbstInDerReihenfolgeLxLyRxRy) {
     Zaehlpad zaehlpad;
-    ZusatzFunktionen eigene(zaehlpad, (ordner.pfad() / "Gamepad.xml").string(), auswahl);
-    eigene.AchsenLaden();
+    Achsen eigene(zaehlpad, achsendatei);
     Entwackelstand eigenerStand;
     Entwackeln einer(eigenerStand, eigene, regler, uhr, anzeige);
     einer.EntwackelnTakt();

@@ -216,8 +216,8 @@ TEST(Schubtextfehler, NenntDasFeldUndSeinenText) {
           Fall{"3/0-2-3-(,,)/y-1-2-0(65,,)",
                "Schubregler, Feld 1: \"y-1-2-0(65,,)\": Typen unverträglich: \"y\" ist keine Zahl"}}) {
         Probelauf lauf;
-        lauf.zustand.achsen.AchsenLaden(); // makes the row where there is none
-        lauf.zustand.achsen.GamepadSchreiben(text);
+        lauf.zustand.achsendatei.AchsenLaden(); // makes the row where there is none
+        lauf.zustand.achsendatei.GamepadSchreiben(text);
         try {
             lauf.starten();
             ADD_FAILURE() << text;

@@ -91,7 +91,7 @@ TEST(LaufFensterLaden, EinErsterStartOhneSchreibrechtSpieltMitDenGrundwertenUndS
     Probelauf lauf{{"btn3", "1,65,0-0-0"}};
     lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,66,0,0');"
                        "DELETE FROM tblSteuerKreuz; UPDATE tblTastatur SET Funktion = NULL");
-    lauf.zustand.achsen.AchsenLaden();
+    lauf.zustand.achsendatei.AchsenLaden();
     lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
     const auto vorher = lauf.datenbank.inhalt();
     std::optional<LaufzeitFehler> fehler;
@@ -203,11 +203,11 @@ TEST(LaufFensterLaden, LiestErstDieReglerDannDieTastenDannDenSchubreglerUndZulet
     ohneTasten.datenbank.sql("DELETE FROM tblTastatur");
     EXPECT_EQ(fehlernummer([&] { ohneTasten.starten(); }), 3021);
     EXPECT_EQ(regler(ohneTasten), (Tabellenbild{{"S"}}));
-    EXPECT_EQ(ohneTasten.zustand.achsen.AchsenSchluessel()[0], "");
+    EXPECT_EQ(ohneTasten.zustand.achsendatei.AchsenSchluessel()[0], "");
 
     Probelauf ohneSchub;
-    ohneSchub.zustand.achsen.AchsenLaden();
-    ohneSchub.zustand.achsen.GamepadSchreiben("x");
+    ohneSchub.zustand.achsendatei.AchsenLaden();
+    ohneSchub.zustand.achsendatei.GamepadSchreiben("x");
     Probestick links("L", ohneSchub.anzeige.protokoll);
     ohneSchub.sticks = {&links};
     EXPECT_EQ(fehlernummer([&] { ohneSchub.starten(); }), 13);

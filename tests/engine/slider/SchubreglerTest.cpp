@@ -20,8 +20,8 @@ public:
 
     /// The slider text of the next run.
     void schubtext(const std::string& text) {
-        zustand.achsen.AchsenLaden(); // makes the row where there is none
-        zustand.achsen.GamepadSchreiben(text);
+        zustand.achsendatei.AchsenLaden(); // makes the row where there is none
+        zustand.achsendatei.GamepadSchreiben(text);
     }
     /// Sets the slider and lets one tick see it; gives what it sent.
     Texte stellen(std::uint32_t wert) {
@@ -52,7 +52,7 @@ TEST(SchubreglerText, OhneTextGeschiehtNichts) {
 TEST(SchubreglerText, WirdBeimStartAusDerAchsendateiGelesen) {
     Schublauf lauf("2/0-2-2-0(65,,)");
     lauf.starten();
-    EXPECT_EQ(lauf.zustand.achsen.SchubreglerText(), "2/0-2-2-0(65,,)");
+    EXPECT_EQ(lauf.zustand.achsendatei.SchubreglerText(), "2/0-2-2-0(65,,)");
     lauf.schubtext("2/0-2-2-0(66,,)"); // the run has read its own already
     EXPECT_EQ(lauf.stellen(65534), Texte{"+65"});
 }

@@ -1,24 +1,15 @@
-// Which raw axis of the pad is which stick or slider, and what it reads now; beside it the slider text. Both
-// belong to a `Schema` and lie in its row of Gamepad.xml.
+// The row of a `Schema` in Gamepad.xml: which raw axis of the pad is which stick or slider, and beside it the
+// slider text.
 //
 // No error leaves any of the procedures: a file that cannot be read or written leaves the program with what
 // it has. A file that is none of this kind is never overwritten. Two copies of the program that change the
 // file at one time wait for each other.
 #pragma once
 
-#include "platform/Joystick.h"
+#include "base/Achse.h"
 
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <string>
-#include <string_view>
-
-/// logical axes, in the order of the default row
-enum class Achse { lx, ly, rx, ry, Z1, Z2 };
-inline constexpr std::size_t ACHSEN = 6;
-inline constexpr std::array<std::string_view, ACHSEN> ACHSENNAMEN{"lx", "ly", "rx", "ry", "Z1", "Z2"};
 
 /// one line of the assignment form
 struct Achsenauswahl {
@@ -26,19 +17,15 @@ struct Achsenauswahl {
     std::string Richtung;
 };
 
-class ZusatzFunktionen {
+class Achsendatei {
 public:
     /// `gamepadXml` is the path of the file. `auswahl` is the name of the `Schema` that the main form shows;
     /// looked at in each call.
-    ZusatzFunktionen(Joystick& joystick, std::string gamepadXml, const std::string& auswahl);
+    Achsendatei(std::string gamepadXml, const std::string& auswahl);
 
     /// Reads the row of the `Schema`; makes the row, or the file, where there is none. From a file that
     /// cannot be read come six empty names.
     void AchsenLaden();
-
-    /// Polls the pad and gives the axes their values by AchsenSchluessel; where a name stands twice, the
-    /// first raw axis counts. Is cheap and allocates nothing: it runs several times a millisecond.
-    void AchsenLesen();
 
     /// Takes the six lines of the form, one a raw axis, as the assignment and saves it in one write. A
     /// `Schema` without a row gets one. False when it is not saved, and in force all the same.
@@ -60,12 +47,6 @@ public:
     /// The logical names by raw axis X Y Z R U V.
     const std::array<std::string, ACHSEN>& AchsenSchluessel() const { return AchsenSchluessel_; }
 
-    /// The value of an axis by its logical name at the last AchsenLesen; nothing before the first successful
-    /// poll or when no raw axis has the name.
-    std::optional<std::int32_t> AchsenWert(Achse achse) const {
-        return AchsenWerte_[static_cast<std::size_t>(achse)];
-    }
-
     /// The `Schema` that the procedures are about at present.
     const std::string& Schema() const { return auswahl_; }
 
@@ -80,12 +61,8 @@ private:
     bool loeschen();
     void anlegen();
 
-    Joystick& joystick_;
     const std::string gamepadXml_;
     const std::string& auswahl_;
-    JOYINFOEX info_;
-    bool abgefragt_ = false; ///< whether a poll has succeeded
-    std::array<std::optional<std::int32_t>, ACHSEN> AchsenWerte_;
     std::array<std::string, ACHSEN> AchsenSchluessel_;
     std::string SchubreglerText_;
     std::string SchubreglerSchema_; ///< whose SchubreglerText_ is

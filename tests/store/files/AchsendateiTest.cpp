@@ -1,13 +1,10 @@
-// The axis assignment: how it comes from the file and goes back, what a missing, broken or foreign file does,
-// and what the axes read.
-#include "store/files/ZusatzFunktionen.h"
-#include "platform/probe/ProbeJoystick.h"
+// The axis assignment: how it comes from the file and goes back, what a missing, broken or foreign file does.
+#include "store/files/Achsendatei.h"
 #include "store/files/Gamepaddatei.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Gamepadxml.h"
 #include "tests/hilfen/Kindprozess.h"
 #include "tests/hilfen/Testdatenbank.h"
-#include "tests/store/db/Speicherzaehler.h"
 
 #include <gmock/gmock.h>
 
@@ -44,13 +41,12 @@ Gamepadzeile zeile(const std::string& schema, const Namen& namen = GRUNDBELEGUNG
     return felder;
 }
 
-class ZusatzFunktionenTest : public testing::Test {
+class AchsendateiTest : public testing::Test {
 protected:
     Testordner ordner;
     fs::path pfad = ordner.pfad() / "Gamepad.xml";
-    ProbeJoystick joystick;
     std::string auswahl = "S";
-    ZusatzFunktionen achsen{joystick, pfad.string(), auswahl};
+    Achsendatei achsen{pfad.string(), auswahl};
 
     void legen(const std::vector<Gamepadzeile>& zeilen) const {
         Gamepadtabelle tabelle = leereGamepadtabelle();
@@ -80,13 +76,13 @@ const Namen VERTAUSCHT{"ly", "lx", "rx", "ry", "Z2", "Z1"};
 
 // ---- AchsenLaden
 
-TEST_F(ZusatzFunktionenTest, VorDemLadenIstNichtsZugeordnet) {
+TEST_F(AchsendateiTest, VorDemLadenIstNichtsZugeordnet) {
     EXPECT_EQ(achsen.AchsenSchluessel(), KEINE);
     EXPECT_EQ(achsen.SchubreglerText(), "");
     EXPECT_THAT(namen(), IsEmpty());
 }
 
-TEST_F(ZusatzFunktionenTest, BeimErstenStartEntstehtDieDateiMitEinerGrundzeile) {
+TEST_F(AchsendateiTest, BeimErstenStartEntstehtDieDateiMitEinerGrundzeile) {
     achsen.AchsenLaden();
     EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
     EXPECT_EQ(achsen.SchubreglerText(), "");
@@ -95,7 +91,7 @@ TEST_F(ZusatzFunktionenTest, BeimErstenStartEntstehtDieDateiMitEinerGrundzeile) 
     EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
 }
 
-TEST_F(ZusatzFunktionenTest, DieZeileDesSchemasWirdGelesen) {
+TEST_F(AchsendateiTest, DieZeileDesSchemasWirdGelesen) {
     legen({zeile("A"), zeile("S", GEDREHT, "3/0-1-3-"), zeile("B")});
     const std::string vorher = inhalt();
     achsen.AchsenLaden();
@@ -104,7 +100,7 @@ TEST_F(ZusatzFunktionenTest, DieZeileDesSchemasWirdGelesen) {
     EXPECT_EQ(inhalt(), vorher);
 }
 
-TEST_F(ZusatzFunktionenTest, DieAuswahlWirdBeiJedemAufrufAngesehen) {
+TEST_F(AchsendateiTest, DieAuswahlWirdBeiJedemAufrufAngesehen) {
     legen({zeile("A", VERTAUSCHT), zeile("S", GEDREHT)});
     achsen.AchsenLaden();
     EXPECT_EQ(achsen.AchsenSchluessel(), GEDREHT);
@@ -113,7 +109,7 @@ TEST_F(ZusatzFunktionenTest, DieAuswahlWirdBeiJedemAufrufAngesehen) {
     EXPECT_EQ(achsen.AchsenSchluessel(), VERTAUSCHT);
 }
 
-TEST_F(ZusatzFunktionenTest, VonZweiGleichenNamenZaehltDieErsteZeile) {
+TEST_F(AchsendateiTest, VonZweiGleichenNamenZaehltDieErsteZeile) {
     legen({zeile("S", GEDREHT), zeile("S", VERTAUSCHT)});
     achsen.AchsenLaden();
     EXPECT_EQ(achsen.AchsenSchluessel(), GEDREHT);
@@ -123,7 +119,7 @@ TEST_F(ZusatzFunktionenTest, VonZweiGleichenNamenZaehltDieErsteZeile) {
     EXPECT_THAT(zeilen(), ElementsAre(zeile("S", VERTAUSCHT)));
 }
 
-TEST_F(ZusatzFunktionenTest, NamenWerdenGenauVerglichen) {
+TEST_F(AchsendateiTest, NamenWerdenGenauVerglichen) {
     legen({zeile("s", GEDREHT), zeile(" S", GEDREHT), zeile("S ", GEDREHT), zeile("", GEDREHT), {}});
     achsen.AchsenLaden();
     EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
@@ -131,7 +127,7 @@ TEST_F(ZusatzFunktionenTest, NamenWerdenGenauVerglichen) {
     EXPECT_EQ(zeilen().back(), zeile("S", GRUNDBELEGUNG, ""));
 }
 
-TEST_F(ZusatzFunktionenTest, NamenMitUmlautenUndZeichenDesXmlSindNamenWieAndere) {
+TEST_F(AchsendateiTest, NamenMitUmlautenUndZeichenDesXmlSindNamenWieAndere) {
     legen({});
     for (const std::string name : {"Löwe ß", "a\"b", "<&>", "a\tb\nc", "100 %", "#1", "*", "", "漢字"}) {
         auswahl = name;
@@ -148,7 +144,7 @@ TEST_F(ZusatzFunktionenTest, NamenMitUmlautenUndZeichenDesXmlSindNamenWieAndere)
     EXPECT_THAT(zeilen(), IsEmpty());
 }
 
-TEST_F(ZusatzFunktionenTest, EinSchemaOhneZeileBekommtEineHinterDenAnderen) {
+TEST_F(AchsendateiTest, EinSchemaOhneZeileBekommtEineHinterDenAnderen) {
     legen({zeile("A", GEDREHT, "4"), zeile("B", VERTAUSCHT)});
     achsen.AchsenLaden();
     EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
@@ -156,7 +152,7 @@ TEST_F(ZusatzFunktionenTest, EinSchemaOhneZeileBekommtEineHinterDenAnderen) {
                 ElementsAre(zeile("A", GEDREHT, "4"), zeile("B", VERTAUSCHT), zeile("S", GRUNDBELEGUNG, "")));
 }
 
-TEST_F(ZusatzFunktionenTest, EineSpalteDieNullIstLaesstIhrenNamenLeer) {
+TEST_F(AchsendateiTest, EineSpalteDieNullIstLaesstIhrenNamenLeer) {
     legen({{{"Schema", "S"}, {"dwYPos", "lx"}, {"dwVPos", ""}}});
     const std::string vorher = inhalt();
     achsen.AchsenLaden();
@@ -165,7 +161,7 @@ TEST_F(ZusatzFunktionenTest, EineSpalteDieNullIstLaesstIhrenNamenLeer) {
     EXPECT_EQ(inhalt(), vorher);
 }
 
-TEST_F(ZusatzFunktionenTest, EineFehlendeSpalteLaesstIhrenNamenLeerUndBleibtWeg) {
+TEST_F(AchsendateiTest, EineFehlendeSpalteLaesstIhrenNamenLeerUndBleibtWeg) {
     dateiSchreiben(pfad, adoXml("<z:row Schema='S' dwYPos='lx'/>",
                                 adoSpalte("dwYPos", 1, 100) + adoSpalte("Schema", 2, 100)));
     achsen.AchsenLaden();
@@ -176,7 +172,7 @@ TEST_F(ZusatzFunktionenTest, EineFehlendeSpalteLaesstIhrenNamenLeerUndBleibtWeg)
     EXPECT_THAT(gamepadAusXml(inhalt())->spalten, SizeIs(2));
 }
 
-TEST_F(ZusatzFunktionenTest, EineDateiMitAusstehendenAenderungenWirdGelesenUndBereinigt) {
+TEST_F(AchsendateiTest, EineDateiMitAusstehendenAenderungenWirdGelesenUndBereinigt) {
     dateiSchreiben(pfad,
                    adoXml("<rs:update><rs:original><z:row Schema='S' dwXPos='lx' dwYPos='ly'/></rs:original>"
                           "<z:row dwXPos='rx' Schubregler='2'/></rs:update>"
@@ -197,7 +193,7 @@ TEST_F(ZusatzFunktionenTest, EineDateiMitAusstehendenAenderungenWirdGelesenUndBe
 
 // ---- SchubreglerText
 
-TEST_F(ZusatzFunktionenTest, DerSchubreglerTextGehtAufKeinAnderesSchemaUeber) {
+TEST_F(AchsendateiTest, DerSchubreglerTextGehtAufKeinAnderesSchemaUeber) {
     const auto nachWechsel = [&](const std::string& zu, const std::function<void()>& eingriff) {
         legen({zeile("S", GEDREHT, "4"), zeile("Null"), zeile("Leer", GRUNDBELEGUNG, "")});
         auswahl = "S";
@@ -219,7 +215,7 @@ TEST_F(ZusatzFunktionenTest, DerSchubreglerTextGehtAufKeinAnderesSchemaUeber) {
     EXPECT_EQ(nachWechsel("andere", [&] { dateiSchreiben(pfad, "kaputt"); }), "");
 }
 
-TEST_F(ZusatzFunktionenTest, AuchEinNeuesSchemaGleichenNamensBekommtDenTextNicht) {
+TEST_F(AchsendateiTest, AuchEinNeuesSchemaGleichenNamensBekommtDenTextNicht) {
     legen({zeile("S", GEDREHT, "4")});
     achsen.AchsenLaden();
     achsen.GamepadLoeschen();
@@ -232,7 +228,7 @@ TEST_F(ZusatzFunktionenTest, AuchEinNeuesSchemaGleichenNamensBekommtDenTextNicht
     EXPECT_EQ(achsen.SchubreglerText(), "");
 }
 
-TEST_F(ZusatzFunktionenTest, UnterDemselbenSchemaBleibtDerTextWennDieDateiZerbricht) {
+TEST_F(AchsendateiTest, UnterDemselbenSchemaBleibtDerTextWennDieDateiZerbricht) {
     legen({zeile("S", GEDREHT, "4")});
     achsen.AchsenLaden();
     dateiSchreiben(pfad, "kaputt");
@@ -246,7 +242,7 @@ TEST_F(ZusatzFunktionenTest, UnterDemselbenSchemaBleibtDerTextWennDieDateiZerbri
     EXPECT_EQ(achsen.SchubreglerText(), "");
 }
 
-TEST_F(ZusatzFunktionenTest, DasSchreibenLaesstDenGelesenenTextBisZumNaechstenLaden) {
+TEST_F(AchsendateiTest, DasSchreibenLaesstDenGelesenenTextBisZumNaechstenLaden) {
     legen({zeile("S", GEDREHT, "4")});
     achsen.AchsenLaden();
     achsen.GamepadSchreiben("5");
@@ -257,13 +253,13 @@ TEST_F(ZusatzFunktionenTest, DasSchreibenLaesstDenGelesenenTextBisZumNaechstenLa
 
 // ---- GamepadSchreiben
 
-TEST_F(ZusatzFunktionenTest, OhneDateiSchreibtEsNichts) {
+TEST_F(AchsendateiTest, OhneDateiSchreibtEsNichts) {
     EXPECT_FALSE(achsen.GamepadSchreiben("4"));
     EXPECT_THAT(namen(), IsEmpty());
     EXPECT_EQ(achsen.AchsenSchluessel(), KEINE);
 }
 
-TEST_F(ZusatzFunktionenTest, OhneZeileEntstehtEineMitDemTextUndDerGrundbelegung) {
+TEST_F(AchsendateiTest, OhneZeileEntstehtEineMitDemTextUndDerGrundbelegung) {
     legen({zeile("S", GEDREHT)});
     achsen.AchsenLaden();
     auswahl = "neu";
@@ -272,7 +268,7 @@ TEST_F(ZusatzFunktionenTest, OhneZeileEntstehtEineMitDemTextUndDerGrundbelegung)
     EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
 }
 
-TEST_F(ZusatzFunktionenTest, EinTextErsetztDenAltenEinLeererNicht) {
+TEST_F(AchsendateiTest, EinTextErsetztDenAltenEinLeererNicht) {
     legen({zeile("A", VERTAUSCHT, "1"), zeile("S", GEDREHT, "4"), zeile("B")});
     achsen.AchsenLaden();
     achsen.GamepadSchreiben("");
@@ -281,14 +277,14 @@ TEST_F(ZusatzFunktionenTest, EinTextErsetztDenAltenEinLeererNicht) {
     EXPECT_THAT(zeilen(), ElementsAre(zeile("A", VERTAUSCHT, "1"), zeile("S", GEDREHT, "5"), zeile("B")));
 }
 
-TEST_F(ZusatzFunktionenTest, EinLeererTextLaesstNullNull) {
+TEST_F(AchsendateiTest, EinLeererTextLaesstNullNull) {
     legen({zeile("S", GEDREHT)});
     achsen.AchsenLaden();
     achsen.GamepadSchreiben("");
     EXPECT_THAT(zeilen(), ElementsAre(zeile("S", GEDREHT)));
 }
 
-TEST_F(ZusatzFunktionenTest, GeschriebenWirdDieZuordnungVonJetzt) {
+TEST_F(AchsendateiTest, GeschriebenWirdDieZuordnungVonJetzt) {
     legen({zeile("S", GEDREHT), zeile("A", VERTAUSCHT, "1")});
     achsen.AchsenLaden();
     auswahl = "A"; // typed, not loaded
@@ -296,7 +292,7 @@ TEST_F(ZusatzFunktionenTest, GeschriebenWirdDieZuordnungVonJetzt) {
     EXPECT_THAT(zeilen(), ElementsAre(zeile("S", GEDREHT), zeile("A", GEDREHT, "1")));
 }
 
-TEST_F(ZusatzFunktionenTest, TausendZeichenSindDieGrenzeDesTextes) {
+TEST_F(AchsendateiTest, TausendZeichenSindDieGrenzeDesTextes) {
     legen({zeile("S", GEDREHT, "4")});
     achsen.AchsenLaden();
     const auto zeichen = [](int anzahl) {
@@ -319,7 +315,7 @@ TEST_F(ZusatzFunktionenTest, TausendZeichenSindDieGrenzeDesTextes) {
     EXPECT_THAT(zeilen(), SizeIs(2));
 }
 
-TEST_F(ZusatzFunktionenTest, HundertZeichenSindDieGrenzeDesNamens) {
+TEST_F(AchsendateiTest, HundertZeichenSindDieGrenzeDesNamens) {
     legen({});
     auswahl = std::string(101, 'x');
     const std::string vorher = inhalt();
@@ -331,14 +327,14 @@ TEST_F(ZusatzFunktionenTest, HundertZeichenSindDieGrenzeDesNamens) {
     EXPECT_THAT(zeilen(), ElementsAre(zeile(auswahl, GRUNDBELEGUNG, "")));
 }
 
-TEST_F(ZusatzFunktionenTest, OhneDateiLegtEinZuLangerNameKeineAn) {
+TEST_F(AchsendateiTest, OhneDateiLegtEinZuLangerNameKeineAn) {
     auswahl = std::string(101, 'x');
     achsen.AchsenLaden();
     EXPECT_THAT(namen(), IsEmpty());
     EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
 }
 
-TEST_F(ZusatzFunktionenTest, WasXmlNichtHaltenKannWirdNichtGeschrieben) {
+TEST_F(AchsendateiTest, WasXmlNichtHaltenKannWirdNichtGeschrieben) {
     legen({zeile("S", GEDREHT, "4")});
     achsen.AchsenLaden();
     const std::string vorher = inhalt();
@@ -356,7 +352,7 @@ TEST_F(ZusatzFunktionenTest, WasXmlNichtHaltenKannWirdNichtGeschrieben) {
     }
 }
 
-TEST_F(ZusatzFunktionenTest, EineSchreibgeschuetzteDateiBleibtUndWirdGelesen) {
+TEST_F(AchsendateiTest, EineSchreibgeschuetzteDateiBleibtUndWirdGelesen) {
     legen({zeile("S", GEDREHT, "4")});
     const std::string vorher = inhalt();
     fs::permissions(pfad, fs::perms(0444));
@@ -371,7 +367,7 @@ TEST_F(ZusatzFunktionenTest, EineSchreibgeschuetzteDateiBleibtUndWirdGelesen) {
     EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
 }
 
-TEST_F(ZusatzFunktionenTest, AufEinerVollenPlatteBleibtDieAlte) {
+TEST_F(AchsendateiTest, AufEinerVollenPlatteBleibtDieAlte) {
     legen({zeile("S", GEDREHT, "4")});
     const std::string vorher = inhalt();
     const pid_t kind = imKind([&] {
@@ -388,7 +384,7 @@ TEST_F(ZusatzFunktionenTest, AufEinerVollenPlatteBleibtDieAlte) {
     EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
 }
 
-TEST_F(ZusatzFunktionenTest, EinVerweisBleibtEiner) {
+TEST_F(AchsendateiTest, EinVerweisBleibtEiner) {
     fs::create_symlink("echt.xml", pfad);
     achsen.AchsenLaden(); // points to nothing yet
     achsen.GamepadSchreiben("4");
@@ -398,13 +394,13 @@ TEST_F(ZusatzFunktionenTest, EinVerweisBleibtEiner) {
 
 // ---- GamepadLoeschen
 
-TEST_F(ZusatzFunktionenTest, DasLoeschenNimmtNurDieEigeneZeileHeraus) {
+TEST_F(AchsendateiTest, DasLoeschenNimmtNurDieEigeneZeileHeraus) {
     legen({zeile("A", GEDREHT, "1"), zeile("S"), zeile("B", VERTAUSCHT)});
     EXPECT_TRUE(achsen.GamepadLoeschen());
     EXPECT_THAT(zeilen(), ElementsAre(zeile("A", GEDREHT, "1"), zeile("B", VERTAUSCHT)));
 }
 
-TEST_F(ZusatzFunktionenTest, DasLoeschenEinerFehlendenZeileLaesstDieDateiWieSieWar) {
+TEST_F(AchsendateiTest, DasLoeschenEinerFehlendenZeileLaesstDieDateiWieSieWar) {
     // Pending changes and all: it is not even written anew.
     dateiSchreiben(pfad, adoXml("<rs:insert><z:row Schema='A'/></rs:insert>"));
     const std::string vorher = inhalt();
@@ -412,12 +408,12 @@ TEST_F(ZusatzFunktionenTest, DasLoeschenEinerFehlendenZeileLaesstDieDateiWieSieW
     EXPECT_EQ(inhalt(), vorher);
 }
 
-TEST_F(ZusatzFunktionenTest, OhneDateiLoeschtEsNichts) {
+TEST_F(AchsendateiTest, OhneDateiLoeschtEsNichts) {
     EXPECT_TRUE(achsen.GamepadLoeschen());
     EXPECT_THAT(namen(), IsEmpty());
 }
 
-TEST_F(ZusatzFunktionenTest, EineZeileDieBleibtIstNichtGeloescht) {
+TEST_F(AchsendateiTest, EineZeileDieBleibtIstNichtGeloescht) {
     legen({zeile("A"), zeile("S"), zeile("O'Brien")});
     fs::permissions(pfad, fs::perms(0444));
     EXPECT_FALSE(achsen.GamepadLoeschen()) << "may not be written";
@@ -429,7 +425,7 @@ TEST_F(ZusatzFunktionenTest, EineZeileDieBleibtIstNichtGeloescht) {
     EXPECT_FALSE(achsen.GamepadLoeschen());
 }
 
-TEST_F(ZusatzFunktionenTest, DieLetzteZeileLaesstEineTabelleOhneZeilen) {
+TEST_F(AchsendateiTest, DieLetzteZeileLaesstEineTabelleOhneZeilen) {
     legen({zeile("S")});
     achsen.GamepadLoeschen();
     EXPECT_THAT(zeilen(), IsEmpty());
@@ -439,7 +435,7 @@ TEST_F(ZusatzFunktionenTest, DieLetzteZeileLaesstEineTabelleOhneZeilen) {
 
 // ---- GamepadAnlegen
 
-TEST_F(ZusatzFunktionenTest, DasAnlegenRuehrtKeineVorhandeneAn) {
+TEST_F(AchsendateiTest, DasAnlegenRuehrtKeineVorhandeneAn) {
     for (const std::string& alt : {std::string(), std::string("kaputt"), adoXml("<z:row Schema='S'/>")}) {
         dateiSchreiben(pfad, alt);
         achsen.GamepadAnlegen();
@@ -448,7 +444,7 @@ TEST_F(ZusatzFunktionenTest, DasAnlegenRuehrtKeineVorhandeneAn) {
     }
 }
 
-TEST_F(ZusatzFunktionenTest, EinOrdnerDesNamensIstKeineDateiUndBleibt) {
+TEST_F(AchsendateiTest, EinOrdnerDesNamensIstKeineDateiUndBleibt) {
     fs::create_directory(pfad);
     alleRufen();
     EXPECT_TRUE(fs::is_directory(pfad));
@@ -456,11 +452,11 @@ TEST_F(ZusatzFunktionenTest, EinOrdnerDesNamensIstKeineDateiUndBleibt) {
     EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
 }
 
-TEST_F(ZusatzFunktionenTest, OhneDenOrdnerBleibtDieGrundbelegung) {
-    ZusatzFunktionen ohneOrdner(joystick, (ordner.pfad() / "fehlt" / "Gamepad.xml").string(), auswahl);
+TEST_F(AchsendateiTest, OhneDenOrdnerBleibtDieGrundbelegung) {
+    Achsendatei ohneOrdner((ordner.pfad() / "fehlt" / "Gamepad.xml").string(), auswahl);
     ohneOrdner.AchsenLaden();
     EXPECT_EQ(ohneOrdner.AchsenSchluessel(), GRUNDBELEGUNG);
-    ZusatzFunktionen ohnePfad(joystick, "", auswahl);
+    Achsendatei ohnePfad("", auswahl);
     ohnePfad.AchsenLaden();
     EXPECT_EQ(ohnePfad.AchsenSchluessel(), GRUNDBELEGUNG);
     EXPECT_THAT(namen(), IsEmpty());
@@ -468,7 +464,7 @@ TEST_F(ZusatzFunktionenTest, OhneDenOrdnerBleibtDieGrundbelegung) {
 
 // ---- broken files
 
-TEST_F(ZusatzFunktionenTest, WasKeineTabelleIstWirdNieUeberschrieben) {
+TEST_F(AchsendateiTest, WasKeineTabelleIstWirdNieUeberschrieben) {
     const std::string heil = adoXml("<z:row Schema='S' dwXPos='lx'/>");
     for (const std::string& kaputt :
          {std::string(), std::string("kaputt"), heil.substr(0, heil.size() / 2), heil + "x",
@@ -481,7 +477,7 @@ TEST_F(ZusatzFunktionenTest, WasKeineTabelleIstWirdNieUeberschrieben) {
     }
 }
 
-TEST_F(ZusatzFunktionenTest, EineUnlesbareDateiIstEineKaputte) {
+TEST_F(AchsendateiTest, EineUnlesbareDateiIstEineKaputte) {
     legen({zeile("S", GEDREHT)});
     const std::string vorher = inhalt();
     fs::permissions(pfad, fs::perms(0200));
@@ -503,7 +499,7 @@ TEST_F(ZusatzFunktionenTest, EineUnlesbareDateiIstEineKaputte) {
     EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
 }
 
-TEST_F(ZusatzFunktionenTest, EineRoehreHaeltDasProgrammNichtAuf) {
+TEST_F(AchsendateiTest, EineRoehreHaeltDasProgrammNichtAuf) {
     ASSERT_EQ(mkfifo(pfad.c_str(), 0666), 0);
     alleRufen();
     EXPECT_TRUE(fs::is_fifo(pfad));
@@ -512,7 +508,7 @@ TEST_F(ZusatzFunktionenTest, EineRoehreHaeltDasProgrammNichtAuf) {
 
 // ---- an apostrophe in the name
 
-TEST_F(ZusatzFunktionenTest, EinApostrophLiestDieErsteZeileUndAendertSieNicht) {
+TEST_F(AchsendateiTest, EinApostrophLiestDieErsteZeileUndAendertSieNicht) {
     legen({zeile("A", GEDREHT, "4"), zeile("Rock'n'Roll", VERTAUSCHT, "5")});
     const std::string vorher = inhalt();
     auswahl = "Rock'n'Roll";
@@ -525,7 +521,7 @@ TEST_F(ZusatzFunktionenTest, EinApostrophLiestDieErsteZeileUndAendertSieNicht) {
     EXPECT_EQ(achsen.SchubreglerText(), "");
 }
 
-TEST_F(ZusatzFunktionenTest, EinApostrophBekommtAmEndeEineEigeneZeile) {
+TEST_F(AchsendateiTest, EinApostrophBekommtAmEndeEineEigeneZeile) {
     legen({});
     auswahl = "'";
     achsen.AchsenLaden();
@@ -537,7 +533,7 @@ TEST_F(ZusatzFunktionenTest, EinApostrophBekommtAmEndeEineEigeneZeile) {
     EXPECT_THAT(zeilen(), IsEmpty());
 }
 
-TEST_F(ZusatzFunktionenTest, EinApostrophBekommtDieNeueDatei) {
+TEST_F(AchsendateiTest, EinApostrophBekommtDieNeueDatei) {
     auswahl = "O'Brien";
     achsen.AchsenLaden();
     EXPECT_THAT(zeilen(), ElementsAre(zeile("O'Brien")));
@@ -546,7 +542,7 @@ TEST_F(ZusatzFunktionenTest, EinApostrophBekommtDieNeueDatei) {
     EXPECT_THAT(zeilen(), ElementsAre(zeile("O'Brien")));
 }
 
-TEST_F(ZusatzFunktionenTest, EinApostrophDessenErsteZeileKeinenNamenHatAendertNichts) {
+TEST_F(AchsendateiTest, EinApostrophDessenErsteZeileKeinenNamenHatAendertNichts) {
     legen({{{"dwXPos", "ry"}}});
     const std::string vorher = inhalt();
     auswahl = "'";
@@ -557,7 +553,7 @@ TEST_F(ZusatzFunktionenTest, EinApostrophDessenErsteZeileKeinenNamenHatAendertNi
 
 // ---- AchsenUebernehmen
 
-TEST_F(ZusatzFunktionenTest, DieAuswahlDesFormularsWirdZuNamen) {
+TEST_F(AchsendateiTest, DieAuswahlDesFormularsWirdZuNamen) {
     legen({zeile("S", GEDREHT, "4")});
     achsen.AchsenUebernehmen({{{"Links", "Links/Rechts"},
                                {"Links", "Oben/Unten"},
@@ -570,7 +566,7 @@ TEST_F(ZusatzFunktionenTest, DieAuswahlDesFormularsWirdZuNamen) {
     EXPECT_THAT(zeilen(), ElementsAre(zeile("S", erwartet, "4"))); // keeps the slider text
 }
 
-TEST_F(ZusatzFunktionenTest, EineUnvollstaendigeAuswahlGibtEinenUnvollstaendigenNamen) {
+TEST_F(AchsendateiTest, EineUnvollstaendigeAuswahlGibtEinenUnvollstaendigenNamen) {
     legen({zeile("S", GEDREHT)});
     achsen.AchsenUebernehmen({{{"Links", ""},
                                {"Rechts", "oben/unten"},
@@ -583,7 +579,7 @@ TEST_F(ZusatzFunktionenTest, EineUnvollstaendigeAuswahlGibtEinenUnvollstaendigen
     EXPECT_THAT(zeilen(), ElementsAre(zeile("S", erwartet)));
 }
 
-TEST_F(ZusatzFunktionenTest, OhneZeileEntstehtEineMitDerAuswahl) {
+TEST_F(AchsendateiTest, OhneZeileEntstehtEineMitDerAuswahl) {
     legen({zeile("A", GEDREHT, "1")});
     EXPECT_TRUE(achsen.AchsenUebernehmen({{{"Z-Achse", ""}, {}, {}, {}, {}, {}}}));
     const Namen erwartet{"Z1", "", "", "", "", ""};
@@ -591,7 +587,7 @@ TEST_F(ZusatzFunktionenTest, OhneZeileEntstehtEineMitDerAuswahl) {
     EXPECT_THAT(zeilen(), ElementsAre(zeile("A", GEDREHT, "1"), zeile("S", erwartet, "")));
 }
 
-TEST_F(ZusatzFunktionenTest, EineAuswahlOhneZeileDieNichtInDieDateiPasstGiltTrotzdem) {
+TEST_F(AchsendateiTest, EineAuswahlOhneZeileDieNichtInDieDateiPasstGiltTrotzdem) {
     legen({zeile("A")});
     const auto vorher = inhalt();
     auswahl = std::string(101, 'n');
@@ -600,140 +596,15 @@ TEST_F(ZusatzFunktionenTest, EineAuswahlOhneZeileDieNichtInDieDateiPasstGiltTrot
     EXPECT_EQ(inhalt(), vorher);
 }
 
-TEST_F(ZusatzFunktionenTest, OhneDateiGiltDieZuordnungBisZumNaechstenLaden) {
+TEST_F(AchsendateiTest, OhneDateiGiltDieZuordnungBisZumNaechstenLaden) {
     achsen.AchsenUebernehmen({{{"Z-Achse", ""}, {}, {}, {}, {}, {}}});
     EXPECT_EQ(achsen.AchsenSchluessel(), (Namen{"Z1", "", "", "", "", ""}));
     EXPECT_THAT(namen(), IsEmpty());
 }
 
-// ---- AchsenLesen
-
-namespace {
-
-class AchsenLesenTest : public ZusatzFunktionenTest {
-protected:
-    using Werte = std::array<std::optional<std::int32_t>, ACHSEN>; // lx ly rx ry Z1 Z2
-
-    AchsenLesenTest() { stellen(1, 2, 3, 4, 5, 6); }
-
-    void stellen(std::uint32_t x, std::uint32_t y, std::uint32_t z, std::uint32_t r, std::uint32_t u,
-                 std::uint32_t v) {
-        joystick.zustand.dwXpos = x;
-        joystick.zustand.dwYpos = y;
-        joystick.zustand.dwZpos = z;
-        joystick.zustand.dwRpos = r;
-        joystick.zustand.dwUpos = u;
-        joystick.zustand.dwVpos = v;
-    }
-    void zuordnen(const Namen& namen) {
-        legen({zeile("S", namen)});
-        achsen.AchsenLaden();
-    }
-    Werte werte() const {
-        return {achsen.AchsenWert(Achse::lx), achsen.AchsenWert(Achse::ly), achsen.AchsenWert(Achse::rx),
-                achsen.AchsenWert(Achse::ry), achsen.AchsenWert(Achse::Z1), achsen.AchsenWert(Achse::Z2)};
-    }
-    Werte gelesen() {
-        achsen.AchsenLesen();
-        return werte();
-    }
-};
-
-/// Notes what it is asked.
-class FragenderJoystick final : public Joystick {
-public:
-    std::vector<std::uint32_t> gefragt; ///< id, dwSize, dwFlags, ...
-    std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override {
-        gefragt.insert(gefragt.end(), {id, info.dwSize, info.dwFlags});
-        return JOYERR_NOERROR;
-    }
-};
-
-} // namespace
-
-TEST_F(AchsenLesenTest, JedeRohachseGibtIhrenWertUnterIhremNamen) {
-    zuordnen(GRUNDBELEGUNG);
-    EXPECT_EQ(gelesen(), (Werte{1, 2, 3, 4, 5, 6}));
-    zuordnen({"ry", "rx", "Z2", "Z1", "lx", "ly"});
-    EXPECT_EQ(gelesen(), (Werte{5, 6, 2, 1, 4, 3}));
-}
-
-TEST_F(AchsenLesenTest, DieGrenzenDerWerteKommenWieSieSind) {
-    zuordnen(GRUNDBELEGUNG);
-    stellen(0, 65535, 32767, 32768, 1, 65534);
-    EXPECT_EQ(gelesen(), (Werte{0, 65535, 32767, 32768, 1, 65534}));
-}
-
-TEST_F(AchsenLesenTest, VorDemErstenLesenGibtEsKeineWerte) {
-    zuordnen(GRUNDBELEGUNG);
-    EXPECT_THAT(werte(), Each(std::nullopt));
-}
-
-TEST_F(AchsenLesenTest, OhneZuordnungGibtEsKeineWerte) {
-    EXPECT_THAT(gelesen(), Each(std::nullopt));
-}
-
-TEST_F(AchsenLesenTest, VorDerErstenGelungenenAbfrageGibtEsKeineWerte) {
-    zuordnen(GRUNDBELEGUNG);
-    joystick.da = false;
-    EXPECT_THAT(gelesen(), Each(std::nullopt));
-    joystick.da = true;
-    EXPECT_EQ(gelesen(), (Werte{1, 2, 3, 4, 5, 6}));
-}
-
-TEST_F(AchsenLesenTest, EineMisslungeneAbfrageGibtDieLetztenWerteNachDenNamenVonJetzt) {
-    zuordnen(GRUNDBELEGUNG);
-    achsen.AchsenLesen();
-    joystick.da = false;
-    stellen(7, 7, 7, 7, 7, 7);
-    EXPECT_EQ(gelesen(), (Werte{1, 2, 3, 4, 5, 6}));
-    zuordnen(VERTAUSCHT);
-    EXPECT_EQ(werte(), (Werte{1, 2, 3, 4, 5, 6})); // not before the next reading
-    EXPECT_EQ(gelesen(), (Werte{2, 1, 3, 4, 6, 5}));
-}
-
-TEST_F(AchsenLesenTest, VonGleichenNamenZaehltDieErsteRohachse) {
-    zuordnen({"lx", "lx", "Z1", "lx", "Z1", "ly"});
-    EXPECT_EQ(gelesen(), (Werte{1, 6, std::nullopt, std::nullopt, 3, std::nullopt}));
-    stellen(0, 9, 0, 9, 9, 9); // a first value of 0 stands as well
-    EXPECT_EQ(gelesen(), (Werte{0, 9, std::nullopt, std::nullopt, 0, std::nullopt}));
-}
-
-TEST_F(AchsenLesenTest, FremdeNamenGebenKeineWerte) {
-    zuordnen({"", "LX", "lx ", "Z3", "l", "ry"});
-    EXPECT_EQ(gelesen(), (Werte{std::nullopt, std::nullopt, std::nullopt, 6, std::nullopt, std::nullopt}));
-}
-
-TEST_F(AchsenLesenTest, EinNameDerWegfaelltVerliertSeinenWert) {
-    zuordnen(GRUNDBELEGUNG);
-    achsen.AchsenLesen();
-    dateiSchreiben(pfad, "kaputt");
-    achsen.AchsenLaden();
-    EXPECT_THAT(gelesen(), Each(std::nullopt));
-}
-
-TEST_F(AchsenLesenTest, GefragtWirdDasErstePadNachAllenWerten) {
-    FragenderJoystick fragender;
-    ZusatzFunktionen andere(fragender, pfad.string(), auswahl);
-    andere.AchsenLesen();
-    andere.AchsenLesen();
-    EXPECT_THAT(fragender.gefragt, ElementsAre(0U, 64U, 255U, 0U, 64U, 255U));
-}
-
-TEST_F(AchsenLesenTest, DasLesenFordertKeinenSpeicherAn) {
-    zuordnen({"lx", "ly", "ein langer Name der nicht in einen kurzen Text passt", "ry", "Z1", "Z1"});
-    const long vorher = speicheranforderungen();
-    for (int i = 0; i < 1000; ++i) {
-        joystick.da = i % 3 != 0;
-        achsen.AchsenLesen();
-    }
-    EXPECT_EQ(speicheranforderungen() - vorher, 0);
-    EXPECT_GT(vorher, 0);
-}
-
 // ---- two copies of the program
 
-TEST_F(ZusatzFunktionenTest, ZweiDieZugleichSchreibenVerlierenNichtsAneinander) {
+TEST_F(AchsendateiTest, ZweiDieZugleichSchreibenVerlierenNichtsAneinander) {
     constexpr int SCHREIBUNGEN = 150;
     legen({});
     std::vector<pid_t> kinder;
@@ -754,7 +625,7 @@ TEST_F(ZusatzFunktionenTest, ZweiDieZugleichSchreibenVerlierenNichtsAneinander) 
     EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
 }
 
-TEST_F(ZusatzFunktionenTest, WerDieDateiBehaeltLaesstJedesSchreibenScheiternUndLesenZu) {
+TEST_F(AchsendateiTest, WerDieDateiBehaeltLaesstJedesSchreibenScheiternUndLesenZu) {
     legen({zeile("S", GEDREHT)});
     const auto vorher = inhalt();
     const int ordnerkennung = open(ordner.pfad().c_str(), O_RDONLY | O_CLOEXEC);
@@ -770,7 +641,7 @@ TEST_F(ZusatzFunktionenTest, WerDieDateiBehaeltLaesstJedesSchreibenScheiternUndL
     EXPECT_THAT(zeilen(), IsEmpty());
 }
 
-TEST_F(ZusatzFunktionenTest, UeberEinenVerweisWirdGesperrtWoDieDateiLiegt) {
+TEST_F(AchsendateiTest, UeberEinenVerweisWirdGesperrtWoDieDateiLiegt) {
     fs::create_directory(ordner.pfad() / "fern");
     legen({zeile("S", GEDREHT)});
     fs::rename(pfad, ordner.pfad() / "fern" / "Gamepad.xml");
@@ -784,7 +655,7 @@ TEST_F(ZusatzFunktionenTest, UeberEinenVerweisWirdGesperrtWoDieDateiLiegt) {
 
 // ---- death by SIGKILL
 
-TEST_F(ZusatzFunktionenTest, ZuJederZeitStehtDerStandVorOderNachEinemSchreibenInDerDatei) {
+TEST_F(AchsendateiTest, ZuJederZeitStehtDerStandVorOderNachEinemSchreibenInDerDatei) {
     const auto text = [](int zahl) { return std::to_string(zahl) + '/' + std::string(900, 'x'); };
     std::vector<Gamepadzeile> andere;
     for (int i = 0; i < 50; ++i)

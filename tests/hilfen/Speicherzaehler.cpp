@@ -1,6 +1,6 @@
 // A unit of its own, so that no compiler looks through the replaced operators. All forms that do not align
 // end in these or are here: memory is always taken and given back by the same pair.
-#include "tests/store/db/Speicherzaehler.h"
+#include "tests/hilfen/Speicherzaehler.h"
 
 #include <atomic>
 #include <cstdlib>

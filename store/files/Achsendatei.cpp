@@ -1,4 +1,4 @@
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 
 #include "store/files/Dateiersatz.h"
 #include "store/files/Dateisperre.h"
@@ -14,20 +14,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::uint32_t ABGEFRAGTE_GROESSE = 64;
-constexpr std::uint32_t ALLE_WERTE = 255;
-
-/// What belongs to a raw axis: its column and its field of the poll.
-struct Rohachse {
-    std::string_view spalte;
-    std::uint32_t JOYINFOEX::*wert;
-};
-constexpr std::array<Rohachse, ACHSEN> ROHACHSEN{{{"dwXPos", &JOYINFOEX::dwXpos},
-                                                  {"dwYPos", &JOYINFOEX::dwYpos},
-                                                  {"dwZPos", &JOYINFOEX::dwZpos},
-                                                  {"dwRPos", &JOYINFOEX::dwRpos},
-                                                  {"dwUPos", &JOYINFOEX::dwUpos},
-                                                  {"dwVPos", &JOYINFOEX::dwVpos}}};
+// By raw axis.
+constexpr std::array<std::string_view, ACHSEN> SPALTEN{"dwXPos", "dwYPos", "dwZPos",
+                                                       "dwRPos", "dwUPos", "dwVPos"};
 
 std::array<std::string, ACHSEN> grundbelegung() {
     std::array<std::string, ACHSEN> namen;
@@ -89,7 +78,7 @@ bool setzen(const Gamepadtabelle& tabelle, Gamepadzeile& zeile, std::string_view
 bool belegungSetzen(const Gamepadtabelle& tabelle, Gamepadzeile& zeile,
                     const std::array<std::string, ACHSEN>& namen) {
     for (std::size_t i = 0; i < ACHSEN; ++i)
-        if (!setzen(tabelle, zeile, ROHACHSEN[i].spalte, namen[i]))
+        if (!setzen(tabelle, zeile, SPALTEN[i], namen[i]))
             return false;
     return true;
 }
@@ -129,60 +118,45 @@ std::string achsenname(const Achsenauswahl& zeile) {
 
 } // namespace
 
-ZusatzFunktionen::ZusatzFunktionen(Joystick& joystick, std::string gamepadXml, const std::string& auswahl)
-    : joystick_(joystick), gamepadXml_(std::move(gamepadXml)), auswahl_(auswahl) {}
+Achsendatei::Achsendatei(std::string gamepadXml, const std::string& auswahl)
+    : gamepadXml_(std::move(gamepadXml)), auswahl_(auswahl) {}
 
-void ZusatzFunktionen::AchsenLaden() {
+void Achsendatei::AchsenLaden() {
     AchsenSchluessel_ = {};
     ohneFehler([&] { laden(); });
 }
 
-void ZusatzFunktionen::AchsenLesen() {
-    info_.dwSize = ABGEFRAGTE_GROESSE;
-    info_.dwFlags = ALLE_WERTE;
-    // A poll that fails leaves the last values, which are then given out again, by the names of now.
-    if (joystick_.joyGetPosEx(0, info_) == JOYERR_NOERROR)
-        abgefragt_ = true;
-    AchsenWerte_ = {};
-    if (!abgefragt_)
-        return;
-    for (std::size_t i = 0; i < ACHSEN; ++i)
-        for (std::size_t achse = 0; achse < ACHSEN; ++achse)
-            if (AchsenSchluessel_[i] == ACHSENNAMEN[achse] && !AchsenWerte_[achse])
-                AchsenWerte_[achse] = static_cast<std::int32_t>(info_.*ROHACHSEN[i].wert);
-}
-
-bool ZusatzFunktionen::AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle) {
+bool Achsendatei::AchsenUebernehmen(const std::array<Achsenauswahl, ACHSEN>& tabelle) {
     std::transform(tabelle.begin(), tabelle.end(), AchsenSchluessel_.begin(), achsenname);
     bool gespeichert = false;
     ohneFehler([&] { gespeichert = schreiben("", AchsenSchluessel_); });
     return gespeichert;
 }
 
-bool ZusatzFunktionen::GamepadSchreiben(const std::string& text) {
+bool Achsendatei::GamepadSchreiben(const std::string& text) {
     bool gespeichert = false;
     ohneFehler([&] { gespeichert = schreiben(text, grundbelegung()); });
     return gespeichert;
 }
 
-bool ZusatzFunktionen::GamepadLoeschen() {
+bool Achsendatei::GamepadLoeschen() {
     bool geloescht = false;
     ohneFehler([&] { geloescht = loeschen(); });
     return geloescht;
 }
 
-void ZusatzFunktionen::GamepadAnlegen() {
+void Achsendatei::GamepadAnlegen() {
     ohneFehler([&] { anlegen(); });
 }
 
 /// What cannot be looked at counts as there: it is not to be made anew.
-bool ZusatzFunktionen::istDateiDa() const {
+bool Achsendatei::istDateiDa() const {
     std::error_code grund;
     const auto art = fs::status(gamepadXml_, grund).type();
     return art != fs::file_type::not_found && art != fs::file_type::directory;
 }
 
-void ZusatzFunktionen::laden() {
+void Achsendatei::laden() {
     // The slider text is that of the row that the program stands on, and the next run plays it. So it must
     // not outlive its `Schema`: one whose row is made only now, a row whose text is Null, and a file that
     // can't be read leave it empty. Only a file that breaks under the same `Schema` leaves it what it had.
@@ -206,11 +180,11 @@ void ZusatzFunktionen::laden() {
     // A name with an apostrophe takes the slider text of the first row along; it does not come to play it, as
     // the database refuses to read such a `Schema` for a run.
     for (std::size_t i = 0; i < ACHSEN; ++i)
-        AchsenSchluessel_[i] = textVon(*zeile, ROHACHSEN[i].spalte);
+        AchsenSchluessel_[i] = textVon(*zeile, SPALTEN[i]);
     SchubreglerText_ = textVon(*zeile, "Schubregler");
 }
 
-bool ZusatzFunktionen::schreiben(const std::string& text, const std::array<std::string, ACHSEN>& neue) {
+bool Achsendatei::schreiben(const std::string& text, const std::array<std::string, ACHSEN>& neue) {
     const Dateisperre sperre(gamepadXml_);
     auto tabelle = sperre.frei() ? tabelleLesen(gamepadXml_) : std::nullopt;
     if (!tabelle)
@@ -227,7 +201,7 @@ bool ZusatzFunktionen::schreiben(const std::string& text, const std::array<std::
     return passt && tabelleSpeichern(gamepadXml_, *tabelle);
 }
 
-bool ZusatzFunktionen::loeschen() {
+bool Achsendatei::loeschen() {
     const Dateisperre sperre(gamepadXml_);
     if (!istDateiDa())
         return true;
@@ -242,7 +216,7 @@ bool ZusatzFunktionen::loeschen() {
     return tabelleSpeichern(gamepadXml_, *tabelle);
 }
 
-void ZusatzFunktionen::anlegen() {
+void Achsendatei::anlegen() {
     AchsenSchluessel_ = grundbelegung();
     const Dateisperre sperre(gamepadXml_);
     if (!sperre.frei() || istDateiDa())

@@ -1,0 +1,34 @@
+// What the axes of the pad read, by the names that the assignment of the `Schema` gives them.
+#pragma once
+
+#include "base/Achse.h"
+#include "platform/Joystick.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+class Achsendatei;
+
+class Achsen {
+public:
+    /// `zuordnung` is looked at in each reading.
+    Achsen(Joystick& joystick, const Achsendatei& zuordnung) : joystick_(joystick), zuordnung_(zuordnung) {}
+
+    /// Polls the pad, in spite of its name, and gives the axes their values by the assignment; where a name
+    /// stands twice, the first raw axis counts. Is cheap and allocates nothing: it runs every millisecond.
+    void AchsenLesen();
+
+    /// The value of an axis at the last AchsenLesen; nothing before the first successful poll or when no raw
+    /// axis has the name.
+    std::optional<std::int32_t> AchsenWert(Achse achse) const {
+        return AchsenWerte_[static_cast<std::size_t>(achse)];
+    }
+
+private:
+    Joystick& joystick_;
+    const Achsendatei& zuordnung_;
+    JOYINFOEX info_;
+    bool abgefragt_ = false; ///< whether a poll has succeeded
+    std::array<std::optional<std::int32_t>, ACHSEN> AchsenWerte_;
+};
