@@ -113,6 +113,7 @@ void Entwackeln::EntwackelnStoppen(bool nurTimer) {
 }
 
 void Entwackeln::EntwackelnTakt() {
+    achsen_.AchsenLesen();
     for (std::size_t achse = 0; achse < ACHSENZEILEN.size(); ++achse)
         AchseGlaetten(achse);
 }
@@ -120,7 +121,6 @@ void Entwackeln::EntwackelnTakt() {
 void Entwackeln::AchseGlaetten(std::size_t achse) {
     const auto& zeile = ACHSENZEILEN[achse];
     const auto& regler = regler_.HScroll1;
-    achsen_.AchsenLesen();
     const auto raw = achsen_.AchsenWert(zeile.achse);
     if (!raw)
         return; // no pad yet, or no raw axis of this name: the output stays

@@ -83,7 +83,7 @@ public:
 
     /// Stops the timer. With `nurTimer` no reader will start it again.
     void EntwackelnStoppen(bool nurTimer = false);
-    /// One round: all four axes.
+    /// One round: polls the pad once and smooths all four axes.
     void EntwackelnTakt();
 
     bool laeuft() const { return stand_.EntwackelnLaeuft; }
