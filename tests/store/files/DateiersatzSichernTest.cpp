@@ -1,9 +1,8 @@
 // What reaches the disk, and in which order: without it a power cut could leave the new name with an empty
 // file behind it, or bring the old one back after the replacement has been told.
-#include "platform/probe/ProbeJoystick.h"
 #include "store/files/Dateiersatz.h"
 #include "store/files/Gamepaddatei.h"
-#include "store/files/ZusatzFunktionen.h"
+#include "store/files/Achsendatei.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
 
@@ -61,9 +60,8 @@ TEST(DateiersatzSichern, DieAuswahlEinesSchemasOhneZeileKommtInEinemZug) {
     const Testordner ordner;
     const std::string pfad = (ordner.pfad() / "Gamepad.xml").string();
     dateiSchreiben(pfad, gamepadAlsXml(leereGamepadtabelle()).value());
-    ProbeJoystick joystick;
     const std::string auswahl = "S";
-    ZusatzFunktionen achsen(joystick, pfad, auswahl);
+    Achsendatei achsen(pfad, auswahl);
     schritte.clear();
     ASSERT_TRUE(achsen.AchsenUebernehmen({{{"Z-Achse", ""}, {}, {}, {}, {}, {}}}));
     EXPECT_EQ(std::ranges::count(schritte, "umbenennen Gamepad.xml.neu Gamepad.xml"), 1);
