@@ -242,6 +242,7 @@ void frmJoyKonfic::Command1_Click(int index) {
 }
 
 void frmJoyKonfic::speichern() {
+    // For a `Schema` that is gone the store writes nothing, and has no error.
     if (!TastenbelegungSpeichern(global_.DatenbankPfad, schema_, werk_.bild))
         meldung(this,
                 QString("Das Schema „%1“ gibt es nicht mehr. Seine Tastenbelegung konnte nicht gespeichert "

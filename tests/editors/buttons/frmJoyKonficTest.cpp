@@ -719,6 +719,15 @@ TEST_F(FrmJoyKonfic, SpeichernLegtDieZeileDesSteuerkreuzesDieFehlt) {
     EXPECT_EQ(gespeichert(12), "5,0,0-0-0");
 }
 
+TEST_F(FrmJoyKonfic, WhatItDoesNotEditIsNoConditionOfSaving) {
+    datenbank_.sql("UPDATE tblTastatur SET Funktion = 'x'");
+    oeffnen();
+    waehlen(12);
+    art(5);
+    knopf(4).click();
+    EXPECT_EQ(gespeichert(12), "5,0,0-0-0");
+}
+
 TEST_F(FrmJoyKonfic, ASchemaThatWasDeletedMeanwhileStaysDeleted) {
     oeffnen();
     waehlen(0);
