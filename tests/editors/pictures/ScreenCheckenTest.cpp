@@ -330,6 +330,23 @@ TEST_F(Hintergrundtest, EineGehalteneSticktasteNimmtBeiJederAbfrageEinBild) {
     EXPECT_EQ(dateifarbe("S0L.BMP"), 5);
 }
 
+TEST_F(Hintergrundtest, AchtUngeschriebeneBilderEinerVorschauSindGenug) {
+    oeffnen();
+    knopf("Command1(0)");
+    for (int i = 1; i <= 10; ++i) { // no event loop, so none of them counts as written
+        schirm_.farbe = static_cast<std::uint32_t>(i);
+        abfrage(LSTICK, 0);
+        EXPECT_EQ(schirm_.aufnahmen, std::min(i, 8));
+    }
+    abfrage(RSTICK, 0);
+    EXPECT_EQ(schirm_.aufnahmen, 9) << "each preview has its own";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ton_.toene.size() == 9; }));
+    EXPECT_EQ(toene(), Toene(9, BILDTON));
+    EXPECT_EQ(dateifarbe("S0L.BMP"), 8);
+    abfrage(LSTICK, 1);
+    EXPECT_EQ(schirm_.aufnahmen, 10);
+}
+
 TEST_F(Hintergrundtest, SolangeEinBildUnterwegsIstWirdFuerDieVorschauKeinesGenommen) {
     oeffnen();
     knopf("Command1(0)");
@@ -393,6 +410,18 @@ TEST_F(Hintergrundtest, StopGibtAufWasUnterwegsIst) {
     abfrage(LSTICK, 1);
     EXPECT_EQ(toene(), Toene{BILDTON});
     EXPECT_EQ(dateifarbe("S0L.BMP"), GRUEN);
+}
+
+TEST_F(Hintergrundtest, StopSagtAuchEinEinzelnesDasNichtKam) {
+    oeffnen();
+    knopf("Command1(0)");
+    knopf("Command1(1)");
+    EXPECT_EQ(toene(), Toene{}) << "nothing was on its way";
+    knopf("Command1(0)");
+    schirm_.spaeter = true;
+    abfrage(LSTICK, 0);
+    knopf("Command1(1)");
+    EXPECT_EQ(toene(), Toene{FEHLERTON});
 }
 
 TEST_F(Hintergrundtest, EinAufgegebenesBildKommtNurWennKeinNeueresVerlangtIst) {

@@ -272,8 +272,6 @@ TEST_P(StickTabellenTest, EineSchreibgeschuetzteDateiWirdGelesenAberNichtErgaenz
     EXPECT_EQ(datenbank.ungelegt(GetParam()).value().nummer(), Fehlernummer::NurLesen);
     EXPECT_EQ(datenbank.ungelegt(GetParam() == Stickseite::Links ? Stickseite::Rechts : Stickseite::Links),
               std::nullopt);
-    lesen();
-    EXPECT_EQ(datei.inhalt(), vorher) << "one try a run";
     datenbank.laufBeginnt();
     EXPECT_EQ(datenbank.ungelegt(GetParam()), std::nullopt);
     lesen();
@@ -287,6 +285,22 @@ TEST_P(StickTabellenTest, EineSchreibgeschuetzteDateiWirdGelesenAberNichtErgaenz
                                         eigene.tabellen(datei.pfad(), "S", GetParam(), 0);
                                     }),
               0);
+}
+
+TEST_P(StickTabellenTest, ImLaufWirdEinmalVersuchtZuLegenWasFehlt) {
+    const auto zeilen = [&] { return datei.zeilen("SELECT count(*) FROM " + tabelle("tblStick")); };
+    {
+        RoheVerbindung anderes(datei.pfad());
+        anderes.sql("BEGIN IMMEDIATE");
+        EXPECT_EQ(linien().at(0), (Texte{"27072", ""}));
+    }
+    EXPECT_EQ(datenbank.ungelegt(GetParam()).value().nummer(), Fehlernummer::Gesperrt);
+    lesen(1);
+    EXPECT_EQ(zeilen(), (Tabellenbild{{"0"}})) << "nothing keeps them from being laid now";
+    EXPECT_EQ(datenbank.ungelegt(GetParam()).value().nummer(), Fehlernummer::Gesperrt);
+    datenbank.laufBeginnt();
+    lesen();
+    EXPECT_EQ(zeilen(), (Tabellenbild{{"20"}}));
 }
 
 TEST_P(StickTabellenTest, EineGesperrteDateiIstFehler3218UndDanachWiederLesbar) {
@@ -349,7 +363,8 @@ TEST(StickdatenbankTest, EineErsetzteDateiGleicherZeitWirdBeimNaechstenLaufGeoef
     EXPECT_EQ(datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_RecordCount(), 1);
 }
 
-// Nor need it be another file: this one has another content, and what is known of its tables is of the old one.
+// Nor need it be another file: this one has another content, and what is known of its tables is of the old
+// one.
 TEST(StickdatenbankTest, EineUeberschriebeneDateiWirdBeimNaechstenLaufGeoeffnet) {
     const Testdatenbank alte;
     const Testdatenbank neue;
@@ -358,8 +373,8 @@ TEST(StickdatenbankTest, EineUeberschriebeneDateiWirdBeimNaechstenLaufGeoeffnet)
     EXPECT_EQ(fehlernummer([&] { datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_Value("Neu"); }),
               3265);
     std::filesystem::copy_file(neue.pfad(), alte.pfad(), std::filesystem::copy_options::overwrite_existing);
-    std::filesystem::last_write_time(alte.pfad(), std::filesystem::file_time_type::clock::now() +
-                                                      std::chrono::seconds(1));
+    std::filesystem::last_write_time(alte.pfad(),
+                                     std::filesystem::file_time_type::clock::now() + std::chrono::seconds(1));
     datenbank.laufBeginnt();
     EXPECT_EQ(fehlernummer([&] { datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_Value("Neu"); }),
               3021);

@@ -40,6 +40,10 @@ protected:
 
 } // namespace
 
+TEST_F(Sperre, EineViertelsekundeWirdGewartet) {
+    EXPECT_EQ(SPERRE_WARTEN_MS, 250);
+}
+
 TEST_F(Sperre, WerAllesSperrtLaesstJedenVorgangScheitern) {
     Database datenbank = OpenDatabase(datei.pfad());
     Recordset satz = datenbank.OpenRecordset("tblTastatur");

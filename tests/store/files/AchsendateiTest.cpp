@@ -641,6 +641,17 @@ TEST_F(AchsendateiTest, WerDieDateiBehaeltLaesstJedesSchreibenScheiternUndLesenZ
     EXPECT_THAT(zeilen(), IsEmpty());
 }
 
+TEST_F(AchsendateiTest, WerDenOrdnerBehaeltMachtDieDateiAllein) {
+    const int ordnerkennung = open(ordner.pfad().c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(ordnerkennung, LOCK_EX | LOCK_NB), 0);
+    achsen.GamepadAnlegen();
+    EXPECT_EQ(achsen.AchsenSchluessel(), GRUNDBELEGUNG);
+    EXPECT_THAT(namen(), IsEmpty());
+    close(ordnerkennung);
+    achsen.GamepadAnlegen();
+    EXPECT_THAT(namen(), ElementsAre("Gamepad.xml"));
+}
+
 TEST_F(AchsendateiTest, UeberEinenVerweisWirdGesperrtWoDieDateiLiegt) {
     fs::create_directory(ordner.pfad() / "fern");
     legen({zeile("S", GEDREHT)});
