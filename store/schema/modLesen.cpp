@@ -19,6 +19,10 @@ std::string belegung(const Wert& wert) {
 void tastenLesen(Database& datenbank, const std::string& schemaName, Laufbild& bild) {
     const Recordset satz = datenbank.OpenRecordset(
         anweisung("SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '", schemaName));
+    // The name may have been typed, or its `Schema` deleted by another copy of the program.
+    if (satz.get_EOF())
+        throw LaufzeitFehler(Fehlernummer::KeinAktuellerSatz,
+                             "Das Schema „" + schemaName + "“ gibt es in der Datenbank nicht.");
     for (int ebene = 0; ebene < EBENEN; ++ebene)
         for (int taste = 0; taste < TASTEN; ++taste)
             bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =

@@ -192,6 +192,16 @@ TEST_F(Tastenbelegung, NamenBrauchenNurOhneApostrophZuSein) {
     EXPECT_EQ(datei.inhalt(), vorher);
 }
 
+TEST_F(Tastenbelegung, WasEsNichtGibtWirdGenannt) {
+    try {
+        TastenLaufLesen(datei.pfad(), "fehlt");
+        FAIL();
+    } catch (const LaufzeitFehler& fehler) {
+        EXPECT_EQ(fehler.zahl(), 3021);
+        EXPECT_STREQ(fehler.what(), "Das Schema „fehlt“ gibt es in der Datenbank nicht.");
+    }
+}
+
 TEST_F(Tastenbelegung, EineGesperrteDatenbankBleibtWieSieIst) {
     const auto vorher = datei.inhalt();
     RoheVerbindung anderes(datei.pfad());
