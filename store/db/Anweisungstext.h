@@ -6,7 +6,7 @@
 // parsed as a statement, and texts that differ only in their values share one prepared statement.
 #pragma once
 
-#include "store/db/Datenbank.h"
+#include "store/db/Wert.h"
 
 #include <string>
 #include <string_view>

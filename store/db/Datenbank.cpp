@@ -13,7 +13,7 @@ std::string anweisung(std::string_view bisZumNamen, std::string_view name, std::
 }
 
 Database OpenDatabase(const std::string& pfad) {
-    return Database(std::make_shared<Verbindung>(pfad));
+    return {std::make_shared<Verbindung>(pfad), Dateiteil::Erste};
 }
 
 Database::Database(std::shared_ptr<Verbindung> verbindung, Dateiteil teil)
@@ -36,6 +36,11 @@ Database::~Database() {
 Database Database::danebenOeffnen(const std::string& pfad) {
     const Dateiteil teil = offen().danebenOeffnen(pfad);
     return Database(verbindung_, teil);
+}
+
+Recordset Database::OpenRecordset(std::string_view source) {
+    offen();
+    return {verbindung_, teil_, source};
 }
 
 bool Database::istDieselbeDatei(const Database& andere) const {

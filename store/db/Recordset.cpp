@@ -1,5 +1,6 @@
-// A set: the row ids that it found when it was opened, and a cursor over them. Every read and write goes to
-// the file by row id at once.
+// Every read and write goes to the file by row id at once.
+#include "store/db/Recordset.h"
+
 #include "store/db/Anweisungstext.h"
 #include "store/db/Namen.h"
 #include "store/db/Verbindung.h"
@@ -138,18 +139,16 @@ void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
         keinAktuellerSatz();
 }
 
-Recordset Database::OpenRecordset(std::string_view source) {
+Recordset::Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std::string_view source)
+    : innen_(std::make_unique<Innen>()) {
     const Auswahl auswahl = auswahlLesen(source);
-    auto innen = std::make_unique<Recordset::Innen>();
-    innen->tabelle = offen().tabelle(teil_, auswahl.tabelle);
-    innen->verbindung = verbindung_;
-    innen->lesetext = innen->tabelle->lesetext();
-    innen->zeilen = zeilenSuchen(*verbindung_, *innen->tabelle, auswahl);
-    innen->anzahl = static_cast<std::int32_t>(innen->zeilen.size());
-    return Recordset(std::move(innen));
+    innen_->verbindung = std::move(verbindung);
+    innen_->tabelle = innen_->verbindung->tabelle(teil, auswahl.tabelle);
+    innen_->lesetext = innen_->tabelle->lesetext();
+    innen_->zeilen = zeilenSuchen(*innen_->verbindung, *innen_->tabelle, auswahl);
+    innen_->anzahl = static_cast<std::int32_t>(innen_->zeilen.size());
 }
 
-Recordset::Recordset(std::unique_ptr<Innen> innen) : innen_(std::move(innen)) {}
 Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 Recordset::~Recordset() = default;

@@ -2,7 +2,8 @@
 
 #include "store/db/Namen.h"
 
-#include <charconv>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 
 namespace {
@@ -11,42 +12,7 @@ template <class Ganzzahl> bool passtIn(std::int64_t zahl) {
     return zahl >= std::numeric_limits<Ganzzahl>::min() && zahl <= std::numeric_limits<Ganzzahl>::max();
 }
 
-[[noreturn]] void ueberlauf() {
-    throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: die Zahl ist zu groß.");
-}
-
-[[noreturn]] void falscherTyp() {
-    throw LaufzeitFehler(Fehlernummer::FalscherTyp, "Typen unverträglich: hier wird eine Zahl erwartet.");
-}
-
-std::int64_t zahlAus(std::string_view text) {
-    std::int64_t zahl = 0;
-    const char* ende = text.data() + text.size();
-    const auto [gelesenBis, fehler] = std::from_chars(text.data(), ende, zahl);
-    if (fehler == std::errc::invalid_argument || gelesenBis != ende)
-        falscherTyp();
-    if (fehler != std::errc())
-        ueberlauf();
-    return zahl;
-}
-
 } // namespace
-
-std::string alsText(const Wert& wert) {
-    if (const auto* zahl = std::get_if<std::int64_t>(&wert))
-        return std::to_string(*zahl);
-    if (const auto* text = std::get_if<std::string>(&wert))
-        return *text;
-    return {};
-}
-
-std::int64_t alsZahl(const Wert& wert) {
-    if (const auto* zahl = std::get_if<std::int64_t>(&wert))
-        return *zahl;
-    if (const auto* text = std::get_if<std::string>(&wert))
-        return zahlAus(*text);
-    falscherTyp();
-}
 
 int Tabelle::ordinal(std::string_view gesucht) const {
     for (std::size_t i = 0; i < spalten.size(); ++i)

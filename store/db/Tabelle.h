@@ -4,7 +4,7 @@
 // declared type: SMALLINT holds 16 bits, every other INT 32 bits, all else is text.
 #pragma once
 
-#include "store/db/Datenbank.h"
+#include "store/db/Wert.h"
 
 #include <string>
 #include <string_view>

@@ -5,8 +5,8 @@
 // holds no lock. The whole of SQLite's C interface is used in Verbindung.cpp only.
 #pragma once
 
-#include "store/db/Datenbank.h"
 #include "store/db/Tabelle.h"
+#include "store/db/Wert.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,6 +17,12 @@
 
 struct sqlite3;
 struct sqlite3_stmt;
+
+/// How long an operation waits for a file that another program has locked, before it fails unchanged.
+inline constexpr int SPERRE_WARTEN_MS = 250;
+
+/// Which file of a connection is meant: the one it was opened for, or the one that was opened beside it.
+enum class Dateiteil { Erste, Zweite };
 
 class Verbindung {
 public:

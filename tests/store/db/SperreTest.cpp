@@ -1,6 +1,7 @@
 // A second program on the same file: who waits, how long, and who never blocks whom. Real time is the subject
 // here.
 #include "store/db/Datenbank.h"
+#include "store/db/Verbindung.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
