@@ -1,4 +1,5 @@
--- The names of the keys, as a German keyboard labels them. Code and name are each unique.
+-- The names of the keys, as a German keyboard labels them. Code and name are each unique. What is new here reaches
+-- databases that are there already through tasten_nachtrag.sql, where a mended name needs a line.
 
 -- The keys around the letters
 INSERT INTO tblKeyCode (Keyc, Keye) VALUES

@@ -16,6 +16,18 @@ diff -r "$wurzel/assets/Beschreibung" "$ziel/Beschreibung" || fehlschlag "the he
 [ -d "$ziel/Bilder" ] || fehlschlag "Bilder is missing"
 [ -x "$ziel/gamepad-konfic" ] || fehlschlag "the program can't be run"
 
+# A database that an older version has laid gets the names of keys that are new, and keeps all else.
+zeile() { sqlite3 "$ziel/Belegung.twk" "SELECT Keye FROM tblKeyCode WHERE Keyc = '$1'"; }
+sqlite3 "$ziel/Belegung.twk" "DELETE FROM tblKeyCode WHERE Keyc IN ('250', '251'); INSERT INTO tblTastatur (Schemaname)
+    VALUES ('S'); UPDATE tblKeyCode SET Keye = 'Zoom' WHERE Keyc = '9'"
+"$wurzel/tools/install" "$ziel" "$bau"
+[ "$(zeile 250)" = Abspielen ] || fehlschlag "a new key name is missing"
+[ "$(zeile 9)/$(zeile 251)" = Zoom/ ] || fehlschlag "a name that the user has given is gone, or stands twice"
+[ "$(sqlite3 "$ziel/Belegung.twk" "SELECT Schemaname FROM tblTastatur")" = S ] || fehlschlag "a Schema is gone"
+cp "$ziel/Belegung.twk" "$ordner/vorher"
+"$wurzel/tools/install" "$ziel" "$bau"
+cmp "$ziel/Belegung.twk" "$ordner/vorher" || fehlschlag "a database that has all names was written"
+
 # What the user has made or changed, and an old program.
 echo meins >"$ziel/Belegung.twk"
 echo meins >"$ziel/Beschreibung/Startfenster.htm"
