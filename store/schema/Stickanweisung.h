@@ -14,7 +14,9 @@
 
 inline constexpr int RICHTUNGEN = 4;       ///< Links, Rechts, Oben, Unten
 inline constexpr int ZEILEN_JE_STICK = 20; ///< rows 1 to 19 hold lines, row 20 `StickSperre`
-inline constexpr int ERSTE_LINIENSPALTE = 2;
+
+/// Ordinal of the first of an action's four lines, behind Schemaname and Umschalt.
+inline constexpr int ERSTE_FELDSPALTE = 2;
 
 /// What names a field: layer, then the line values to the left, to the right, upward and downward, 0 for
 /// none.

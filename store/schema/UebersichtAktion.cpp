@@ -1,7 +1,7 @@
 #include "store/schema/UebersichtAktion.h"
 
 #include "store/db/Datenbank.h"
-#include "store/schema/VarTastenbelegung.h"
+#include "store/schema/Ebenenspalten.h"
 #include "store/schema/modLesen.h"
 
 #include <array>
@@ -12,47 +12,18 @@
 
 namespace {
 
-/// The columns of each layer in a table: the first one's ordinal, and how many there are.
-struct Spaltenblock {
-    std::array<int, EBENEN> erste;
-    int anzahl;
-};
-constexpr Spaltenblock LINIENSPALTEN{{2, 6, 10}, RICHTUNGEN};
-
 /// A table that has one row a `Schema`.
 struct Zeilentabelle {
     std::string_view bisZumNamen;
     std::string_view name;
-    Spaltenblock spalten;
+    Ebenenspalten spalten;
     bool darfFehlen; ///< whether a `Schema` may be without its row
 };
 constexpr std::array<Zeilentabelle, 2> TASTENTABELLEN{{
-    {"SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '",
-     "tblTastatur",
-     {{1, 14, 27}, TASTEN},
-     false},
-    {"SELECT * FROM tblSteuerkreuz WHERE (tblSteuerkreuz.Schemaname)= '",
-     "tblSteuerKreuz",
-     {{1, 5, 9}, SLOTS - TASTEN},
+    {"SELECT * FROM tblTastatur WHERE (tblTastatur.Schemaname)= '", "tblTastatur", TASTENSPALTEN, false},
+    {"SELECT * FROM tblSteuerkreuz WHERE (tblSteuerkreuz.Schemaname)= '", "tblSteuerKreuz", KREUZSPALTEN,
      true},
 }};
-
-/// The two tables of a stick.
-struct Sticktabellen {
-    std::string_view aktionen;
-    std::string_view aktionenDanach;
-    std::string_view linien;
-    std::string_view linienDanach;
-    std::string_view name; ///< of the table of lines
-};
-constexpr Sticktabellen LINKER_STICK{
-    "SELECT * FROM tblStickAktion WHERE (tblStickAktion.Schemaname)= '",
-    "' AND (tblStickAktion.Umschalt)= ", "SELECT * FROM tblStick WHERE (tblStick.Schemaname)= '",
-    "'ORDER BY TBLSTICK.INDEX;", "tblStick"};
-constexpr Sticktabellen RECHTER_STICK{
-    "SELECT * FROM tblStickAktionr WHERE (tblStickAktionr.Schemaname)= '",
-    "' AND (tblStickAktionr.Umschalt)= ", "SELECT * FROM tblStickr WHERE (tblStickr.Schemaname)= '",
-    "'ORDER BY TBLSTICKr.INDEX;", "tblStickR"};
 
 constexpr int SCHEMANAME = 0; ///< ordinal in every table
 
@@ -66,7 +37,7 @@ using Linienzeile = std::array<Wert, RICHTUNGEN>;
 /// What an index means.
 struct Wahl {
     bool tasten;
-    const Sticktabellen* stick; ///< null for the buttons
+    Stickseite stick; ///< of no meaning for the buttons
     int ebene;
 };
 
@@ -74,10 +45,7 @@ Wahl wahlVon(int index) {
     if (index < 0 || index >= static_cast<int>(EBENENWAHLEN))
         throw LaufzeitFehler(Fehlernummer::FalscherIndex,
                              "Eine Ebene " + std::to_string(index) + " gibt es nicht.");
-    const int ebene = index % EBENEN;
-    if (istTastenebene(index))
-        return {true, nullptr, ebene};
-    return {false, index < EBENEN ? &LINKER_STICK : &RECHTER_STICK, ebene};
+    return {istTastenebene(index), index < EBENEN ? Stickseite::Links : Stickseite::Rechts, index % EBENEN};
 }
 
 /// A side of an operation, while its file is open.
@@ -91,10 +59,6 @@ struct Seite {
     throw LaufzeitFehler(Fehlernummer::KeinAktuellerSatz,
                          "Die Tabelle „" + std::string(tabelle) + "“ der Datenbank „" + ort.datenbankPfad +
                              "“ hat für das Schema „" + ort.schemaName + "“ " + zeilen + ".");
-}
-
-int spalte(const Spaltenblock& spalten, int ebene, int nummer) {
-    return spalten.erste[static_cast<std::size_t>(ebene)] + nummer;
 }
 
 // --- buttons and D-pad ---
@@ -118,7 +82,7 @@ Recordset zeileOeffnen(const Seite& seite, const Zeilentabelle& tabelle) {
 std::vector<Wert> zeileLesen(const Recordset& satz, const Zeilentabelle& tabelle, int ebene) {
     std::vector<Wert> werte;
     for (int i = 0; i < tabelle.spalten.anzahl; ++i)
-        werte.push_back(satz.get_Value(spalte(tabelle.spalten, ebene, i)));
+        werte.push_back(satz.get_Value(tabelle.spalten.ordinal(ebene, i)));
     return werte;
 }
 
@@ -127,7 +91,7 @@ void zeileSchreiben(Recordset& satz, const Zeilentabelle& tabelle, int ebene,
     satz.Edit();
     int nummer = 0;
     for (const Wert& wert : werte)
-        satz.put_Value(spalte(tabelle.spalten, ebene, nummer++), wert);
+        satz.put_Value(tabelle.spalten.ordinal(ebene, nummer++), wert);
     satz.Update();
 }
 
@@ -154,8 +118,8 @@ void tastenWechseln(const Seite& erste, const Seite& zweite) {
 
 // --- lines of a stick ---
 
-Recordset linienOeffnen(Database& datenbank, const Sticktabellen& stick, const Schemaort& ort) {
-    return datenbank.OpenRecordset(anweisung(stick.linien, ort.schemaName, stick.linienDanach));
+Recordset linienOeffnen(const Seite& seite) {
+    return linienzeilen(seite.datenbank, seite.wahl.stick, seite.ort.schemaName);
 }
 
 std::vector<Linienzeile> linienLesen(Recordset& satz, int ebene) {
@@ -163,7 +127,7 @@ std::vector<Linienzeile> linienLesen(Recordset& satz, int ebene) {
     for (; !satz.get_EOF(); satz.MoveNext()) {
         auto& zeile = zeilen.emplace_back();
         for (int d = 0; d < RICHTUNGEN; ++d)
-            zeile[static_cast<std::size_t>(d)] = satz.get_Value(spalte(LINIENSPALTEN, ebene, d));
+            zeile[static_cast<std::size_t>(d)] = satz.get_Value(LINIENSPALTEN.ordinal(ebene, d));
     }
     return zeilen;
 }
@@ -171,7 +135,7 @@ std::vector<Linienzeile> linienLesen(Recordset& satz, int ebene) {
 void linieSchreiben(Recordset& satz, int ebene, const Linienzeile& zeile) {
     satz.Edit();
     for (int d = 0; d < RICHTUNGEN; ++d)
-        satz.put_Value(spalte(LINIENSPALTEN, ebene, d), zeile[static_cast<std::size_t>(d)]);
+        satz.put_Value(LINIENSPALTEN.ordinal(ebene, d), zeile[static_cast<std::size_t>(d)]);
     satz.Update();
 }
 
@@ -184,11 +148,12 @@ void linienSchreiben(Recordset& satz, int ebene, const std::vector<Linienzeile>&
     }
 }
 
-void linienpruefung(const Sticktabellen& stick, const Schemaort& ort, std::size_t hat, std::size_t braucht) {
+void linienpruefung(const Seite& seite, std::size_t hat, std::size_t braucht) {
+    const std::string tabelle = "tblStick" + std::string(tabellenzusatz(seite.wahl.stick));
     if (hat == 0)
-        zuWenigZeilen(stick.name, ort, "keine Zeilen");
+        zuWenigZeilen(tabelle, seite.ort, "keine Zeilen");
     if (hat < braucht)
-        zuWenigZeilen(stick.name, ort,
+        zuWenigZeilen(tabelle, seite.ort,
                       "nur " + std::to_string(hat) + " von " + std::to_string(braucht) + " Zeilen");
 }
 
@@ -198,27 +163,26 @@ void linienLoeschen(const Seite& seite) {
         grundlinien[d] = std::int64_t{GRUNDLINIEN[d]};
     Linienzeile keine;
     keine.fill(std::int64_t{0});
-    Recordset satz = linienOeffnen(seite.datenbank, *seite.wahl.stick, seite.ort);
+    Recordset satz = linienOeffnen(seite);
     for (; !satz.get_EOF(); satz.MoveNext())
         linieSchreiben(satz, seite.wahl.ebene, alsZahl(satz.get_Value("index")) == 1 ? grundlinien : keine);
 }
 
 void linienWechseln(const Seite& erste, const Seite& zweite) {
-    Recordset ersterSatz = linienOeffnen(erste.datenbank, *erste.wahl.stick, erste.ort);
-    Recordset zweiterSatz = linienOeffnen(zweite.datenbank, *zweite.wahl.stick, zweite.ort);
+    Recordset ersterSatz = linienOeffnen(erste);
+    Recordset zweiterSatz = linienOeffnen(zweite);
     const auto ersteLinien = linienLesen(ersterSatz, erste.wahl.ebene);
     const auto zweiteLinien = linienLesen(zweiterSatz, zweite.wahl.ebene);
-    linienpruefung(*erste.wahl.stick, erste.ort, ersteLinien.size(), zweiteLinien.size());
-    linienpruefung(*zweite.wahl.stick, zweite.ort, zweiteLinien.size(), ersteLinien.size());
+    linienpruefung(erste, ersteLinien.size(), zweiteLinien.size());
+    linienpruefung(zweite, zweiteLinien.size(), ersteLinien.size());
     linienSchreiben(ersterSatz, erste.wahl.ebene, zweiteLinien);
     linienSchreiben(zweiterSatz, zweite.wahl.ebene, ersteLinien);
 }
 
 // --- actions of a stick ---
 
-Recordset aktionenOeffnen(Database& datenbank, const Sticktabellen& stick, const Schemaort& ort, int ebene) {
-    return datenbank.OpenRecordset(anweisung(
-        stick.aktionen, ort.schemaName, std::string(stick.aktionenDanach) + std::to_string(ebene) + ";"));
+Recordset aktionenOeffnen(const Seite& seite) {
+    return aktionszeilen(seite.datenbank, seite.wahl.stick, seite.ort.schemaName, seite.wahl.ebene, {});
 }
 
 Aktionszeile aktionLesen(const Recordset& satz) {
@@ -244,9 +208,8 @@ void aktionenLoeschen(Recordset& satz) {
 
 // The rows keep their layer, and both directions carry the second side's name.
 void aktionenWechseln(const Seite& erste, const Seite& zweite) {
-    Recordset ersterSatz = aktionenOeffnen(erste.datenbank, *erste.wahl.stick, erste.ort, erste.wahl.ebene);
-    Recordset zweiterSatz =
-        aktionenOeffnen(zweite.datenbank, *zweite.wahl.stick, zweite.ort, zweite.wahl.ebene);
+    Recordset ersterSatz = aktionenOeffnen(erste);
+    Recordset zweiterSatz = aktionenOeffnen(zweite);
     std::vector<Aktionszeile> ersteAktionen;
     for (; !ersterSatz.get_EOF(); ersterSatz.MoveNext()) {
         ersteAktionen.push_back(aktionLesen(ersterSatz));
@@ -284,12 +247,12 @@ const std::string& zielpfad(const Schemaort& quelle, const Schemaort& ziel) {
 Kopie kopieLesen(const Schemaort& ort, const Wahl& wahl) {
     Database datenbank = OpenDatabase(ort.datenbankPfad);
     Kopie kopie;
+    const Seite linke{datenbank, ort, {false, Stickseite::Links, wahl.ebene}};
     datenbank.inEinemLesezug([&] {
-        Recordset linien =
-            linienOeffnen(datenbank, LINKER_STICK, ort); // the left one's, whichever stick it is
+        Recordset linien = linienOeffnen(linke); // the left one's, whichever stick it is
         kopie.linien = linienLesen(linien, wahl.ebene);
-        linienpruefung(LINKER_STICK, ort, kopie.linien.size(), 1);
-        Recordset aktionen = aktionenOeffnen(datenbank, *wahl.stick, ort, wahl.ebene);
+        linienpruefung(linke, kopie.linien.size(), 1);
+        Recordset aktionen = aktionenOeffnen({datenbank, ort, wahl});
         for (; !aktionen.get_EOF(); aktionen.MoveNext())
             kopie.aktionen.push_back(aktionLesen(aktionen));
     });
@@ -297,11 +260,10 @@ Kopie kopieLesen(const Schemaort& ort, const Wahl& wahl) {
 }
 
 void kopieSchreiben(const Kopie& kopie, const Seite& ziel) {
-    Recordset linien = linienOeffnen(ziel.datenbank, *ziel.wahl.stick, ziel.ort);
-    linienpruefung(*ziel.wahl.stick, ziel.ort, static_cast<std::size_t>(linien.get_RecordCount()),
-                   kopie.linien.size());
+    Recordset linien = linienOeffnen(ziel);
+    linienpruefung(ziel, static_cast<std::size_t>(linien.get_RecordCount()), kopie.linien.size());
     linienSchreiben(linien, ziel.wahl.ebene, kopie.linien);
-    Recordset aktionen = aktionenOeffnen(ziel.datenbank, *ziel.wahl.stick, ziel.ort, ziel.wahl.ebene);
+    Recordset aktionen = aktionenOeffnen(ziel);
     aktionenLoeschen(aktionen);
     for (Aktionszeile zeile : kopie.aktionen) {
         zeile[SCHEMANAME] = ziel.ort.schemaName;
@@ -318,7 +280,7 @@ void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_vi
     if (seite.wahl.tasten)
         return datenbank.inEinerTransaktion([&] { tastenLoeschen(seite); });
     datenbank.inEinerTransaktion([&] {
-        Recordset satz = aktionenOeffnen(datenbank, *seite.wahl.stick, ort.schema, seite.wahl.ebene);
+        Recordset satz = aktionenOeffnen(seite);
         aktionenLoeschen(satz);
     });
     // Nothing is locked while the user thinks.

@@ -6,10 +6,9 @@
 //     3 4 5   buttons, D-pad    layer = index - 3   tblTastatur, tblSteuerKreuz
 //     6 7 8   right stick       layer = index - 6   tblStickR, tblStickAktionR
 //
-// The columns of a layer: 12 of tblTastatur from ordinal 1, 14 or 27, 4 of tblSteuerKreuz from 1, 5 or 9, 4
-// of a stick's lines from 2, 6 or 10. The two sides of a swap or a copy may lie in two files. Either of them
-// is all or nothing, also through a crash. All three throw LaufzeitFehler: 3021 where a row of the `Schema`
-// is missing, 3075 for a name with an apostrophe, and what OpenDatabase throws.
+// Ebenenspalten tells which columns belong to a layer. The two sides of a swap or a copy may lie in two
+// files. Either of them is all or nothing, also through a crash. All three throw LaufzeitFehler: 3021 where a
+// row of the `Schema` is missing, 3075 for a name with an apostrophe, and what OpenDatabase throws.
 #pragma once
 
 #include <array>

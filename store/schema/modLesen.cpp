@@ -1,6 +1,6 @@
 #include "store/schema/modLesen.h"
 
-#include "store/schema/Tastenspalten.h"
+#include "store/schema/Ebenenspalten.h"
 
 #include <numeric>
 #include <utility>
@@ -35,7 +35,8 @@ void kreuzLesen(Database& datenbank, const std::string& kreuzanweisung, Laufbild
     for (int ebene = 0; ebene < EBENEN; ++ebene)
         for (int taste = TASTEN; taste < SLOTS; ++taste)
             bild[static_cast<std::size_t>(ebene)][static_cast<std::size_t>(taste)] =
-                fehlt ? std::string(LEERE_BELEGUNG) : belegung(satz.get_Value(kreuzordinal(ebene, taste)));
+                fehlt ? std::string(LEERE_BELEGUNG)
+                      : belegung(satz.get_Value(KREUZSPALTEN.ordinal(ebene, taste - TASTEN)));
 }
 
 Laufbild texteLesen(const std::string& datenbankPfad, const std::string& schemaName,
@@ -64,27 +65,26 @@ void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index
     satz.AddNew();
     satz.put_Value("Schemaname", schemaName);
     satz.put_Value("index", index);
-    if (index == 1) {
-        int ordinal = ERSTE_LINIENSPALTE;
+    if (index == 1)
         for (int ebene = 0; ebene < EBENEN; ++ebene)
-            for (const std::int32_t linie : GRUNDLINIEN)
-                satz.put_Value(ordinal++, linie);
-    }
+            for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
+                satz.put_Value(LINIENSPALTEN.ordinal(ebene, richtung),
+                               GRUNDLINIEN[static_cast<std::size_t>(richtung)]);
     satz.Update();
 }
 
 /// Walks the rows once a layer, so that the cursor stands on row 20 at the end.
 Sticklinien linienAus(Recordset& satz) {
     Sticklinien gelesen;
-    int ordinal = ERSTE_LINIENSPALTE;
-    for (auto& ebene : gelesen.linien) {
+    for (int ebene = 0; ebene < EBENEN; ++ebene) {
+        auto& tabelle = gelesen.linien[static_cast<std::size_t>(ebene)];
         satz.MoveFirst();
         for (std::size_t zeile = 1; zeile < ZEILEN_JE_STICK; ++zeile, satz.MoveNext())
-            for (std::size_t richtung = 0; richtung < RICHTUNGEN; ++richtung)
-                ebene[zeile][richtung] = linienwert(satz.get_Value(ordinal + static_cast<int>(richtung)));
-        ordinal += RICHTUNGEN;
+            for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
+                tabelle[zeile][static_cast<std::size_t>(richtung)] =
+                    linienwert(satz.get_Value(LINIENSPALTEN.ordinal(ebene, richtung)));
     }
-    gelesen.StickSperre = linienwert(satz.get_Value("Links"));
+    gelesen.StickSperre = linienwert(satz.get_Value(SPERRSPALTE));
     return gelesen;
 }
 

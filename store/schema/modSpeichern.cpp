@@ -1,7 +1,7 @@
 #include "store/schema/modSpeichern.h"
 
 #include "store/db/Datenbank.h"
-#include "store/schema/Tastenspalten.h"
+#include "store/schema/Ebenenspalten.h"
 
 #include <cstddef>
 
@@ -48,22 +48,22 @@ void kreuzSchreiben(Recordset& satz, const std::string& schemaName, const VarTas
     }
     for (int ebene = 0; ebene < EBENEN; ++ebene)
         for (int taste = TASTEN; taste < SLOTS; ++taste)
-            satz.put_Value(kreuzordinal(ebene, taste), bild.belegung(taste, ebene));
+            satz.put_Value(KREUZSPALTEN.ordinal(ebene, taste - TASTEN), bild.belegung(taste, ebene));
     satz.Update();
 }
 
 /// Calls `arbeit` with each place that a line or `StickSperre` has in the rows of a stick, row 20 last: with
 /// the cursor on its row, its ordinal and its value in `bild`.
 template <class Arbeit> void jedenWert(Recordset& satz, const Sticklinien& bild, Arbeit&& arbeit) {
-    int ordinal = ERSTE_LINIENSPALTE;
-    for (const auto& ebene : bild.linien) {
+    for (int ebene = 0; ebene < EBENEN; ++ebene) {
+        const auto& tabelle = bild.linien[static_cast<std::size_t>(ebene)];
         satz.MoveFirst();
         for (std::size_t zeile = 1; zeile < ZEILEN_JE_STICK; ++zeile, satz.MoveNext())
-            for (std::size_t richtung = 0; richtung < RICHTUNGEN; ++richtung)
-                arbeit(ordinal + static_cast<int>(richtung), Wert{std::int64_t{ebene[zeile][richtung]}});
-        ordinal += RICHTUNGEN;
+            for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
+                arbeit(LINIENSPALTEN.ordinal(ebene, richtung),
+                       Wert{std::int64_t{tabelle[zeile][static_cast<std::size_t>(richtung)]}});
     }
-    arbeit(ERSTE_LINIENSPALTE, Wert{std::int64_t{bild.StickSperre}});
+    arbeit(SPERRSPALTE, Wert{std::int64_t{bild.StickSperre}});
 }
 
 /// Opens the rows of a stick, all twenty. One that has none gets none: its `Schema` has been deleted.
@@ -121,7 +121,7 @@ constexpr std::int64_t FANGWEITE = 10; ///< how far beside a line an action no l
 void aktionenVerschieben(Database& datenbank, Stickseite seite, const std::string& schemaName,
                          const Linienumzug& umzug) {
     const auto& [ebene, richtung, neu, alt] = umzug;
-    const int ordinal = ERSTE_LINIENSPALTE + richtung;
+    const int ordinal = ERSTE_FELDSPALTE + richtung;
     Recordset genau = aktionszeilen(datenbank, seite, schemaName, ebene, {{richtungsspalte(richtung), alt}});
     if (!genau.get_EOF()) {
         linieSetzen(genau, ordinal, neu, [](std::int64_t) { return true; });
