@@ -1,22 +1,16 @@
 #include "editors/stick/frmJust.h"
 
-#include "base/Ebenennamen.h"
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Ebenenbild.h"
-#include "editors/stick/Schiebetafel.h"
+#include "editors/stick/Justiertafeln.h"
 #include "editors/stick/Stickebene.h"
 #include "store/schema/modKeyCode.h"
 #include "store/schema/modSpeichern.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QCloseEvent>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QScreen>
 #include <QWindow>
 
@@ -33,31 +27,6 @@ constexpr QSize KLEINSTE{640, 480};
 
 constexpr auto LIVE_INTERVALL = 5ms;
 constexpr double PUNKT_ANFANG = 32764.5;
-
-constexpr Schiebemass UMSCHALTEN_MASS{.hoehe = 1000, .offen = 6230, .ruheIntervall = 0ms};
-constexpr Schiebemass SCHALTFLAECHE_MASS{.hoehe = 900, .offen = 7254, .ruheIntervall = 5000ms};
-constexpr int ZURUECKGESTELLT = 1000; // both panels, when a line is picked up
-// Where the panels stand across the plane.
-constexpr double UMSCHALTEN_MITTE = 0.25;
-constexpr double SCHALTFLAECHE_MITTE = 0.75;
-
-// Indices of Command1.
-enum Knopf { ENDE = 0, TEST = 1, HINTERGRUND = 2 };
-constexpr std::array<const char*, 3> KNOPFTEXTE{"End", "Test", "Hintergrund"};
-
-/// A label that does what its control does when it is clicked.
-class Beschriftung final : public QLabel {
-public:
-    Beschriftung(const QString& text, QAbstractButton& knopf) : QLabel(text), knopf_(knopf) {
-        knopf_.setAccessibleName(text.trimmed());
-    }
-
-protected:
-    void mousePressEvent(QMouseEvent*) override { knopf_.click(); }
-
-private:
-    QAbstractButton& knopf_;
-};
 
 constexpr std::int32_t sperrbit(int ebene) {
     return std::int32_t{1} << ebene;
@@ -78,7 +47,7 @@ frmJust::frmJust(const Justiereigenart& art, Laufzustand& zustand, Laufsteuerung
     setWindowTitle(TITEL);
     aufbauen(zeitgeber, tastatur);
     verbinden();
-    Timer1_ = zeitgeber.formularzeitgeber([this] { Timer1Takt(); });
+    liveabfrage_ = zeitgeber.formularzeitgeber([this] { Timer1Takt(); });
 }
 
 frmJust::~frmJust() = default;
@@ -87,61 +56,17 @@ frmJust::~frmJust() = default;
 
 void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
     ebene_ = new Stickebene(this);
-    umschalten_ =
-        benannt(new Schiebetafel(ebene_, "Umschalten", UMSCHALTEN_MASS, UMSCHALTEN_MITTE, zeitgeber),
-                art_.umschalten);
-    umschalten_->inhaltSetzen(umschaltinhalt());
-    schaltflaeche_ =
-        benannt(new Schiebetafel(ebene_, "Schaltfläche", SCHALTFLAECHE_MASS, SCHALTFLAECHE_MITTE, zeitgeber),
-                art_.schaltflaeche);
-    schaltflaeche_->inhaltSetzen(befehlsinhalt());
-
-    fraAktion_ = new Aktionstafel(
+    tafeln_ = new Justiertafeln(*ebene_, art_, zeitgeber);
+    aktionstafel_ = new Aktionstafel(
         art_.tafel, tastatur,
         [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
         ebene_);
 
-    // An open panel has room for what lies on it, also with large letters, and each that slides has a half of
-    // the plane.
-    const int hoehe = std::max(umschalten_->noetigeEbenenhoehe(), schaltflaeche_->noetigeEbenenhoehe());
-    const int breite = 2 * std::max(umschalten_->noetigeBreite(), schaltflaeche_->noetigeBreite());
-    setMinimumSize(KLEINSTE.expandedTo({std::min(breite, screen()->availableSize().width()), hoehe})
-                       .expandedTo(fraAktion_->sizeHint()));
+    const auto noetig = tafeln_->noetigeEbene();
+    setMinimumSize(
+        KLEINSTE.expandedTo({std::min(noetig.width(), screen()->availableSize().width()), noetig.height()})
+            .expandedTo(aktionstafel_->sizeHint()));
     resize(GROESSE.boundedTo(screen()->availableSize()).expandedTo(minimumSize()));
-}
-
-QWidget* frmJust::umschaltinhalt() {
-    auto* inhalt = new QWidget;
-    auto* zeile = new QHBoxLayout(inhalt);
-    zeile->setContentsMargins(12, 4, 12, 4);
-    for (int i = 0; i < EBENEN; ++i) {
-        auto* option = benannt(new QRadioButton, feldname("Uschalt", i));
-        auto* name = benannt(new Beschriftung(EBENENNAMEN[static_cast<std::size_t>(i)], *option),
-                             feldname("Label1", i));
-        zeile->addWidget(option);
-        zeile->addWidget(name);
-        if (i + 1 < EBENEN)
-            zeile->addSpacing(10);
-        Uschalt_[static_cast<std::size_t>(i)] = option;
-    }
-    return inhalt;
-}
-
-QWidget* frmJust::befehlsinhalt() {
-    auto* inhalt = new QWidget;
-    auto* zeile = new QHBoxLayout(inhalt);
-    zeile->setContentsMargins(12, 4, 12, 4);
-    for (const int index : {HINTERGRUND, TEST, ENDE}) {
-        const auto i = static_cast<std::size_t>(index);
-        Command1_[i] = benannt(new QPushButton(KNOPFTEXTE[i]), feldname("Command1", index));
-        Command1_[i]->setFocusPolicy(Qt::TabFocus);
-        zeile->addWidget(Command1_[i]);
-    }
-    zeile->addSpacing(10);
-    Check2_ = benannt(new QCheckBox, "Check2");
-    zeile->addWidget(Check2_);
-    zeile->addWidget(benannt(new Beschriftung("1 to 1 ", *Check2_), feldname("Label1", EBENEN)));
-    return inhalt;
 }
 
 void frmJust::verbinden() {
@@ -154,15 +79,11 @@ void frmJust::verbinden() {
         gesichert([&] { zug_.pfeilGedrueckt(maustaste(taste), static_cast<std::size_t>(richtung)); });
     });
     connect(ebene_, &Stickebene::groesseGeaendert, this, &frmJust::tafelnLegen);
-    for (int i = 0; i < EBENEN; ++i)
-        connect(Uschalt_[static_cast<std::size_t>(i)], &QRadioButton::toggled, this, [this, i](bool an) {
-            if (an)
-                gesichert([&] { Uschalt(i); });
-        });
-    connect(Check2_, &QCheckBox::toggled, this, &frmJust::Check2Klick);
-    for (int i = 0; i < static_cast<int>(Command1_.size()); ++i)
-        connect(Command1_[static_cast<std::size_t>(i)], &QPushButton::clicked, this,
-                [this, i] { gesichert([&] { Command1Klick(i); }); });
+    connect(tafeln_, &Justiertafeln::ebeneGewaehlt, this,
+            [this](int ebene) { gesichert([&] { Uschalt(ebene); }); });
+    connect(tafeln_, &Justiertafeln::einsZuEinsGeaendert, this, &frmJust::Check2Klick);
+    connect(tafeln_, &Justiertafeln::geklickt, this,
+            [this](int knopf) { gesichert([&] { Command1Klick(knopf); }); });
 }
 
 void frmJust::resizeEvent(QResizeEvent*) {
@@ -170,16 +91,14 @@ void frmJust::resizeEvent(QResizeEvent*) {
 }
 
 void frmJust::tafelnLegen() {
-    umschalten_->legen();
-    schaltflaeche_->legen();
-    fraAktionLegen();
+    tafeln_->legen();
+    aktionstafelLegen();
 }
 
-void frmJust::fraAktionLegen() {
-    const auto groesse = ebene_->einheitenVon(fraAktion_->size());
-    const auto platz =
-        aktionstafelplatz(fraAktionKlick_.x(), fraAktionKlick_.y(), groesse.width(), groesse.height());
-    fraAktion_->move(ebenenpixel({platz.links, platz.oben, 0, 0}, ebene_->size()).topLeft().toPoint());
+void frmJust::aktionstafelLegen() {
+    const auto groesse = ebene_->einheitenVon(aktionstafel_->size());
+    const auto platz = aktionstafelplatz(tafelklick_.x(), tafelklick_.y(), groesse.width(), groesse.height());
+    aktionstafel_->move(ebenenpixel({platz.links, platz.oben, 0, 0}, ebene_->size()).topLeft().toPoint());
 }
 
 // --- load and unload ---
@@ -202,17 +121,16 @@ void frmJust::laden() {
     bildLaden(0);
     setWindowTitle(qt(schema_));
     ebene_->Punkt().setzen({PUNKT_ANFANG, PUNKT_ANFANG, 0, 0});
-    Uschalt_[0]->setChecked(true); // places the lines and draws
-    Timer1_->Interval(LIVE_INTERVALL);
-    Timer1_->Enabled(true);
+    tafeln_->waehlen(0); // places the lines and draws
+    liveabfrage_->Interval(LIVE_INTERVALL);
+    liveabfrage_->Enabled(true);
 }
 
 void frmJust::entladen() {
     if (!std::exchange(geladen_, false))
         return;
-    Timer1_.reset();
-    umschalten_->anhalten();
-    schaltflaeche_->anhalten();
+    liveabfrage_.reset();
+    tafeln_->anhalten();
     global_.*art_.beimSchliessen = 0;
 }
 
@@ -275,7 +193,7 @@ void frmJust::freigelegt() {
 
 void frmJust::Uschalt(int ebene) {
     zug_.loslassen(); // a line put down on another one leaves that in hand and the panels open
-    Check2_->setChecked((StickSperre_ & sperrbit(ebene)) != 0);
+    tafeln_->einsZuEinsSetzen((StickSperre_ & sperrbit(ebene)) != 0);
     if (art_.ebeneVerbirgtRechteckB)
         ebene_->RechteckB().hide();
     stand_.EditorEbene = ebene;
@@ -288,7 +206,7 @@ void frmJust::Uschalt(int ebene) {
 }
 
 void frmJust::ebeneWaehlen(int ebene) {
-    Uschalt_[static_cast<std::size_t>(ebene)]->setChecked(true);
+    tafeln_->waehlen(ebene);
 }
 
 void frmJust::linienLegen() {
@@ -302,7 +220,7 @@ void frmJust::linienLegen() {
 void frmJust::Check2Klick(bool an) {
     for (int ebene = 0; ebene < EBENEN; ++ebene) {
         const auto bit = sperrbit(ebene);
-        if (!Uschalt_[static_cast<std::size_t>(ebene)]->isChecked() || ((StickSperre_ & bit) != 0) == an)
+        if (!tafeln_->gewaehlt(ebene) || ((StickSperre_ & bit) != 0) == an)
             continue;
         for (auto* sperre : {&StickSperre_, &(zustand_.*art_.stick).StickSperre})
             *sperre = an ? *sperre | bit : *sperre & ~bit;
@@ -311,14 +229,14 @@ void frmJust::Check2Klick(bool an) {
 
 void frmJust::Command1Klick(int index) {
     global_.SchemaName = global_.Schemaauswahl;
-    if (index == ENDE) {
+    if (index == Justiertafeln::ENDE) {
         laufsteuerung_.entladen();
         close();
-    } else if (index == TEST) {
+    } else if (index == Justiertafeln::TEST) {
         zug_.loslassen();
         StickLinienSpeichern();
         laufsteuerung_.laden();
-    } else if (index == HINTERGRUND) {
+    } else if (index == Justiertafeln::HINTERGRUND) {
         emit hintergrundGewuenscht();
         hide();
         setEnabled(false);
@@ -332,8 +250,8 @@ void frmJust::hintergrundGeaendert() {
         bildLaden(stand_.EditorEbene);
         return;
     }
-    Uschalt_[1]->setChecked(true);
-    Uschalt_[0]->setChecked(true);
+    tafeln_->waehlen(1);
+    tafeln_->waehlen(0);
 }
 
 // --- live point ---
@@ -348,7 +266,7 @@ void frmJust::Timer1Takt() {
         wo.moveTop(*y);
     ebene_->Punkt().setzen(wo);
     const auto feld = BereichFestlegen2(stand_.ebene(), wo.x(), wo.y());
-    if (std::exchange(PunktrechteckAlt_, feld) != feld)
+    if (std::exchange(livefeld_, feld) != feld)
         ebene_->RechteckC().setzen({feld.links, feld.oben, feld.breite, feld.hoehe});
 }
 
@@ -381,7 +299,7 @@ bool frmJust::RechteckBGezeigt() const {
 void frmJust::BereichFestlegen() {
     const auto& klick = stand_.Klickposition;
     const auto feld = ::BereichFestlegen(stand_.ebene(), klick.x, klick.y);
-    Feldanker_ = feld.anker;
+    feldanker_ = feld.anker;
     const auto& r = feld.rechteck;
     ebene_->RechteckB().setzen({double(r.links), double(r.oben), double(r.breite), double(r.hoehe)});
     ebene_->RechteckB().setVisible(!RechteckBGezeigt());
@@ -390,32 +308,32 @@ void frmJust::BereichFestlegen() {
 // --- actions ---
 
 bool frmJust::fraAktionGezeigt() const {
-    return !fraAktion_->isHidden();
+    return !aktionstafel_->isHidden();
 }
 
 void frmJust::fraAktionVerbergen() {
-    fraAktion_->hide();
+    aktionstafel_->hide();
 }
 
 Feldschluessel frmJust::aktionsschluessel() const {
-    return {stand_.EditorEbene, Feldanker_[0], Feldanker_[1], Feldanker_[2], Feldanker_[3]};
+    return {stand_.EditorEbene, feldanker_[0], feldanker_[1], feldanker_[2], feldanker_[3]};
 }
 
 // The text is read before the panel opens: one that opened without it would be saved over it.
 void frmJust::fraAktionOeffnen(double x, double y) {
     emit hauptformVerbergen();
     const auto text = StickAktionLesen(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel());
-    fraAktionKlick_ = {x, y};
-    fraAktionLegen();
-    fraAktion_->oeffnen(text, Feldanker_ == Feldanker{});
+    tafelklick_ = {x, y};
+    aktionstafelLegen();
+    aktionstafel_->oeffnen(text, feldanker_ == Feldanker{});
 }
 
 void frmJust::AktionSpeichern() {
     try {
         StickAktionSpeichern(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel(),
-                             fraAktion_->aktionstext());
+                             aktionstafel_->aktionstext());
     } catch (const LaufzeitFehler&) {
-        fraAktion_->show(); // with all that is set on it, which is nowhere else yet
+        aktionstafel_->show(); // with all that is set on it, which is nowhere else yet
         throw;
     }
     Zeichnen();
@@ -434,13 +352,11 @@ void frmJust::Zeichnen() {
 // --- store and panels ---
 
 void frmJust::tafelnSperren(bool gesperrt) {
-    umschalten_->setEnabled(!gesperrt);
-    schaltflaeche_->setEnabled(!gesperrt);
+    tafeln_->sperren(gesperrt);
 }
 
 void frmJust::tafelnZurueckstellen() {
-    umschalten_->zurueckstellen(ZURUECKGESTELLT);
-    schaltflaeche_->zurueckstellen(ZURUECKGESTELLT);
+    tafeln_->zurueckstellen();
 }
 
 void frmJust::StickLinienSpeichern() {

@@ -12,17 +12,13 @@
 
 #include <QWidget>
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
 
 class Aktionstafel;
+class Justiertafeln;
 class Laufsteuerung;
-class QCheckBox;
-class QPushButton;
-class QRadioButton;
-class Schiebetafel;
 class Stickebene;
 class Tastatur;
 
@@ -63,8 +59,6 @@ protected:
 
 private:
     void aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur);
-    QWidget* umschaltinhalt();
-    QWidget* befehlsinhalt();
     void verbinden();
 
     template <class Arbeit> void gesichert(Arbeit&& arbeit);
@@ -77,7 +71,7 @@ private:
     void Timer1Takt();
     void freigelegt();
     void tafelnLegen();
-    void fraAktionLegen();
+    void aktionstafelLegen();
     Feldschluessel aktionsschluessel() const;
 
     bool linieGezeigt(std::size_t richtung, int index) const override;
@@ -106,21 +100,17 @@ private:
     Laufsteuerung& laufsteuerung_;
     Justierstand stand_;
     Linienzug zug_{stand_, *this};
-    Feldanker Feldanker_{};
-    QPointF fraAktionKlick_; ///< what the action panel was opened by, in plane units
-    Punktrechteck PunktrechteckAlt_;
+    Feldanker feldanker_{};
+    QPointF tafelklick_; ///< what the action panel was opened by, in plane units
+    Punktrechteck livefeld_;
     std::string schema_;           ///< whose lines, actions and pictures these are
     std::int32_t StickSperre_ = 0; ///< as the form shows it; stored with the lines
     bool geladen_ = false;
     std::optional<Fehlernummer> gesagt_; ///< the last error told, until the store can be read again
 
     Stickebene* ebene_ = nullptr;
-    Schiebetafel* umschalten_ = nullptr;
-    Schiebetafel* schaltflaeche_ = nullptr;
-    Aktionstafel* fraAktion_ = nullptr;
-    std::array<QRadioButton*, EBENEN> Uschalt_{};
-    QCheckBox* Check2_ = nullptr;
-    std::array<QPushButton*, 3> Command1_{};
+    Justiertafeln* tafeln_ = nullptr;
+    Aktionstafel* aktionstafel_ = nullptr;
     QSize freieGroesse_; ///< of the window when it was last uncovered
-    std::unique_ptr<Formularzeitgeber> Timer1_;
+    std::unique_ptr<Formularzeitgeber> liveabfrage_;
 };

@@ -1,0 +1,131 @@
+#include "editors/stick/Justiertafeln.h"
+
+#include "base/Ebenennamen.h"
+#include "editors/common/Formhilfen.h"
+#include "editors/stick/Schiebetafel.h"
+#include "editors/stick/Stickebene.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr Schiebemass UMSCHALTEN_MASS{.hoehe = 1000, .offen = 6230, .ruheIntervall = 0ms};
+constexpr Schiebemass SCHALTFLAECHE_MASS{.hoehe = 900, .offen = 7254, .ruheIntervall = 5000ms};
+constexpr int ZURUECKGESTELLT = 1000; // both panels
+// Where the panels stand across the plane.
+constexpr double UMSCHALTEN_MITTE = 0.25;
+constexpr double SCHALTFLAECHE_MITTE = 0.75;
+
+constexpr std::array<const char*, 3> KNOPFTEXTE{"End", "Test", "Hintergrund"};
+
+/// A label that does what its control does when it is clicked.
+class Beschriftung final : public QLabel {
+public:
+    Beschriftung(const QString& text, QAbstractButton& knopf) : QLabel(text), knopf_(knopf) {
+        knopf_.setAccessibleName(text.trimmed());
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent*) override { knopf_.click(); }
+
+private:
+    QAbstractButton& knopf_;
+};
+
+} // namespace
+
+Justiertafeln::Justiertafeln(Stickebene& ebene, const Justiereigenart& art, Zeitgeber& zeitgeber)
+    : QObject(&ebene)
+    , umschalten_(
+          benannt(new Schiebetafel(&ebene, "Umschalten", UMSCHALTEN_MASS, UMSCHALTEN_MITTE, zeitgeber),
+                  art.umschalten))
+    , schaltflaeche_(benannt(
+          new Schiebetafel(&ebene, "Schaltfläche", SCHALTFLAECHE_MASS, SCHALTFLAECHE_MITTE, zeitgeber),
+          art.schaltflaeche)) {
+    umschalten_->inhaltSetzen(umschaltinhalt());
+    schaltflaeche_->inhaltSetzen(befehlsinhalt());
+}
+
+QWidget* Justiertafeln::umschaltinhalt() {
+    auto* inhalt = new QWidget;
+    auto* zeile = new QHBoxLayout(inhalt);
+    zeile->setContentsMargins(12, 4, 12, 4);
+    for (int i = 0; i < EBENEN; ++i) {
+        const auto platz = static_cast<std::size_t>(i);
+        auto* option = benannt(new QRadioButton, feldname("Uschalt", i));
+        zeile->addWidget(option);
+        zeile->addWidget(benannt(new Beschriftung(EBENENNAMEN[platz], *option), feldname("Label1", i)));
+        if (i + 1 < EBENEN)
+            zeile->addSpacing(10);
+        connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
+            if (an)
+                emit ebeneGewaehlt(i);
+        });
+        ebenen_[platz] = option;
+    }
+    return inhalt;
+}
+
+QWidget* Justiertafeln::befehlsinhalt() {
+    auto* inhalt = new QWidget;
+    auto* zeile = new QHBoxLayout(inhalt);
+    zeile->setContentsMargins(12, 4, 12, 4);
+    for (const int index : {HINTERGRUND, TEST, ENDE}) {
+        auto* knopf = benannt(new QPushButton(KNOPFTEXTE[static_cast<std::size_t>(index)]),
+                              feldname("Command1", index));
+        knopf->setFocusPolicy(Qt::TabFocus);
+        connect(knopf, &QPushButton::clicked, this, [this, index] { emit geklickt(index); });
+        zeile->addWidget(knopf);
+    }
+    zeile->addSpacing(10);
+    einsZuEins_ = benannt(new QCheckBox, "Check2");
+    connect(einsZuEins_, &QCheckBox::toggled, this, &Justiertafeln::einsZuEinsGeaendert);
+    zeile->addWidget(einsZuEins_);
+    zeile->addWidget(benannt(new Beschriftung("1 to 1 ", *einsZuEins_), feldname("Label1", EBENEN)));
+    return inhalt;
+}
+
+QSize Justiertafeln::noetigeEbene() const {
+    return {2 * std::max(umschalten_->noetigeBreite(), schaltflaeche_->noetigeBreite()),
+            std::max(umschalten_->noetigeEbenenhoehe(), schaltflaeche_->noetigeEbenenhoehe())};
+}
+
+void Justiertafeln::legen() {
+    umschalten_->legen();
+    schaltflaeche_->legen();
+}
+
+void Justiertafeln::sperren(bool gesperrt) {
+    umschalten_->setEnabled(!gesperrt);
+    schaltflaeche_->setEnabled(!gesperrt);
+}
+
+void Justiertafeln::zurueckstellen() {
+    umschalten_->zurueckstellen(ZURUECKGESTELLT);
+    schaltflaeche_->zurueckstellen(ZURUECKGESTELLT);
+}
+
+void Justiertafeln::anhalten() {
+    umschalten_->anhalten();
+    schaltflaeche_->anhalten();
+}
+
+bool Justiertafeln::gewaehlt(int ebene) const {
+    return ebenen_[static_cast<std::size_t>(ebene)]->isChecked();
+}
+
+void Justiertafeln::waehlen(int ebene) {
+    ebenen_[static_cast<std::size_t>(ebene)]->setChecked(true);
+}
+
+void Justiertafeln::einsZuEinsSetzen(bool an) {
+    einsZuEins_->setChecked(an);
+}
