@@ -1,16 +1,15 @@
 #include "platform/linux/LinuxProzess.h"
 
+#include <QProcess>
+#include <QStandardPaths>
+#include <QString>
+
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <sched.h>
-#include <sstream>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -54,56 +53,32 @@ void besteGuete() {
             return;
 }
 
-std::string imSuchpfad(const std::string& programm) {
-    const char* suchpfad = std::getenv("PATH");
-    std::istringstream ordner(suchpfad != nullptr ? suchpfad : "/usr/local/bin:/usr/bin:/bin");
-    for (std::string einer; std::getline(ordner, einer, ':');) {
-        const auto pfad = (einer.empty() ? "." : einer) + "/" + programm;
-        if (access(pfad.c_str(), X_OK) == 0)
-            return pfad;
-    }
-    return {};
-}
-
-// In the child, between fork and exec: async-signal-safe calls only.
-[[noreturn]] void ersetzen(char* const argumente[], int meldung) {
+// In the child, before it becomes the program: async-signal-safe calls only. The program is nobody's child,
+// as the one in between ends at once; it has none of our priority, of the signals that we keep from ourselves
+// and of the files that are open here.
+void abloesen() {
+    setsid();
+    const pid_t enkel = fork();
+    if (enkel != 0)
+        _exit(enkel > 0 ? 0 : 1);
     setpriority(PRIO_PROCESS, 0, std::max(0, getpriority(PRIO_PROCESS, 0)));
-    signal(SIGXCPU, SIG_DFL);
     sigset_t keine;
     sigemptyset(&keine);
     sigprocmask(SIG_SETMASK, &keine, nullptr);
-    const int leer = open("/dev/null", O_RDWR | O_CLOEXEC);
-    dup2(leer, STDIN_FILENO);
     close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
-    execv(argumente[0], argumente);
-    const char fehlschlag = 1;
-    _exit(write(meldung, &fehlschlag, 1) == 1 ? 127 : 126);
 }
 
-// Starts a program that is nobody's child: the one in between ends at once and is waited for. Returns whether
-// the program was found fit to run.
-bool abgeloestStarten(char* const argumente[]) {
-    std::array<int, 2> rohr{};
-    if (pipe2(rohr.data(), O_CLOEXEC) != 0)
-        return false;
-    const pid_t mittler = fork();
-    if (mittler == 0) {
-        setsid();
-        const pid_t enkel = fork();
-        if (enkel == 0)
-            ersetzen(argumente, rohr[1]);
-        _exit(enkel > 0 ? 0 : 1);
-    }
-    close(rohr[1]);
-    int ausgang = 1;
-    while (mittler > 0 && waitpid(mittler, &ausgang, 0) < 0 && errno == EINTR) {
-    }
-    char fehlschlag = 0;
-    ssize_t gelesen = 0;
-    while ((gelesen = read(rohr[0], &fehlschlag, 1)) < 0 && errno == EINTR) {
-    }
-    close(rohr[0]);
-    return mittler > 0 && ausgang == 0 && gelesen == 0;
+// Returns whether the program was found fit to run. QProcess starts programs that are nobody's child by
+// itself, but with our priority and our signals.
+bool abgeloestStarten(const QString& programm, const QString& argument) {
+    QProcess prozess;
+    prozess.setProgram(programm);
+    prozess.setArguments({argument});
+    prozess.setStandardInputFile(QProcess::nullDevice());
+    prozess.setProcessChannelMode(QProcess::ForwardedChannels);
+    prozess.setChildProcessModifier(abloesen);
+    prozess.start();
+    return prozess.waitForStarted() && prozess.waitForFinished() && prozess.exitCode() == 0;
 }
 
 } // namespace
@@ -131,10 +106,9 @@ bool LinuxProzess::ShellExecuteA(const std::string& datei) {
     std::error_code fehler;
     const bool adresse = datei.find("://") != std::string::npos;
     // In a path that is whole already a "\" is part of a folder's name.
-    auto ziel = adresse || datei.starts_with('/') ? datei : GetFullPathNameA(datei);
-    auto programm = imSuchpfad("xdg-open");
-    if (ziel.empty() || programm.empty() || (!adresse && !std::filesystem::exists(ziel, fehler)))
+    const auto ziel = adresse || datei.starts_with('/') ? datei : GetFullPathNameA(datei);
+    const auto programm = QStandardPaths::findExecutable("xdg-open");
+    if (ziel.empty() || programm.isEmpty() || (!adresse && !std::filesystem::exists(ziel, fehler)))
         return false;
-    char* const argumente[] = {programm.data(), ziel.data(), nullptr};
-    return abgeloestStarten(argumente);
+    return abgeloestStarten(programm, QString::fromStdString(ziel));
 }

@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxProzess.h"
 #include "platform/probe/ProbeProzess.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -193,11 +194,12 @@ protected:
     }
     std::string meldung() const { return ordner / "meldung"; }
 
-    // What was opened, and by which process: fields 4, 19 and 41 of its stat line.
+    // What was opened, and by which process: fields 4, 19, 32 and 41 of its stat line.
     struct Aufruf {
         std::string datei;
         int eltern = 0;
         int guete = 0;
+        unsigned long gesperrt = 0; // signals
         int planung = 0;
     };
     Aufruf aufruf() const {
@@ -213,6 +215,8 @@ protected:
                 ergebnis.eltern = std::stoi(feld);
             if (nummer == 19)
                 ergebnis.guete = std::stoi(feld);
+            if (nummer == 32)
+                ergebnis.gesperrt = std::stoul(feld);
             if (nummer == 41)
                 ergebnis.planung = std::stoi(feld);
         }
@@ -245,6 +249,17 @@ TEST_F(MitXdgOpen, DieEchtzeitGehtNichtMit) {
         return std::to_string(offen.planung) + " " + std::to_string(offen.guete);
     });
     EXPECT_EQ(ergebnis, "0 0");
+}
+
+TEST_F(MitXdgOpen, WelcheSignaleWirSperrenGehtNichtMit) {
+    const auto ergebnis = inEinemKind([this] {
+        sigset_t menge;
+        sigemptyset(&menge);
+        sigaddset(&menge, SIGTERM);
+        sigprocmask(SIG_BLOCK, &menge, nullptr);
+        return LinuxProzess().ShellExecuteA(dokument) ? std::to_string(aufruf().gesperrt) : "nicht gestartet";
+    });
+    EXPECT_EQ(ergebnis, "0");
 }
 
 TEST_F(MitXdgOpen, EineAdresseBleibtWieSieIst) {
