@@ -18,7 +18,7 @@ inline constexpr std::chrono::milliseconds TICK{5};
 struct Messlauf {
     explicit Messlauf(const std::string& sql = "")
         : eingabe([this](const INPUT&) { gesendet = Messuhr::now(); })
-        , fenster({zustand, pad, eingabe, uhr, anzeige, zustand.sticks}) {
+        , fenster({zustand, pad, eingabe, uhr, anzeige}) {
         datenbank.sql("INSERT INTO tblTastatur (Schemaname, btn3, btn9, btn10)"
                       " VALUES ('S', '1,65,0-0-0', '3,0,0-0-0', '4,0,0-0-0');"
                       "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');" +

@@ -77,8 +77,7 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
     berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
     connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
     setWindowTitle("Schema gestartet");
-    lauf_ = std::make_unique<LaufFenster>(
-        Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this, zustand.sticks});
+    lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this});
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());

@@ -14,7 +14,7 @@
 #pragma once
 
 #include "editors/stick/Feldsuche.h"
-#include "engine/stick/Stick.h"
+#include "engine/stick/Stickort.h"
 
 #include <array>
 #include <cstdint>

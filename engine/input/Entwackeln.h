@@ -9,7 +9,7 @@
 
 #include "base/Regler.h"
 #include "base/Stickseite.h"
-#include "engine/stick/Stick.h"
+#include "engine/stick/Stickort.h"
 
 #include <array>
 #include <chrono>

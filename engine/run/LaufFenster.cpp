@@ -33,7 +33,6 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     : zustand_(umgebung.zustand)
     , joystick_(umgebung.joystick)
     , anzeige_(umgebung.anzeige)
-    , sticks_(umgebung.sticks)
     , zeitgeber_(umgebung.zeitgeber, [this](const LaufzeitFehler& fehler) { abbrechen(fehler); })
     , xpTaste_(umgebung.eingabe, [this] { wiederholung_.WiederholungPruefen(); })
     , wiederholung_(zustand_.wiederholung, zustand_.gehaltene, xpTaste_, zeitgeber_)
@@ -196,13 +195,13 @@ void LaufFenster::tastenflanken() {
 }
 
 void LaufFenster::StickAuswerten() {
-    for (auto* stick : sticks_) {
-        auto position = stick->lesen(dienste_);
+    for (auto* stick : zustand_.sticks) {
+        const auto position = stick->lesen(dienste_);
         if (!(static_cast<std::uint32_t>(stick->StickSperre) & bit(ebenen_.Ebene()))) {
             if (!stick->grenzen.enthaeltX(position.x))
-                stick->auswerten(dienste_, position, ebenen_.Ebene());
+                stick->auswerten(dienste_, position);
             if (!stick->grenzen.enthaeltY(position.y))
-                stick->auswerten(dienste_, position, ebenen_.Ebene());
+                stick->auswerten(dienste_, position);
         }
         stick->position = position;
     }
@@ -264,12 +263,12 @@ bool LaufFenster::pollt() const {
 }
 
 void LaufFenster::grenzenLoeschen() {
-    for (auto* stick : sticks_)
+    for (auto* stick : zustand_.sticks)
         stick->grenzen.xMax = stick->grenzen.yMax = 0;
 }
 
 void LaufFenster::sticktabellenLaden(int ebene) {
-    for (auto* stick : sticks_)
+    for (auto* stick : zustand_.sticks)
         stick->tabellenLaden(ebene);
 }
 

@@ -28,13 +28,11 @@
 #include "engine/run/Laufdienste.h"
 #include "engine/run/Laufzustand.h"
 #include "engine/slider/Schubregler.h"
-#include "engine/stick/Stick.h"
 #include "platform/Joystick.h"
 #include "store/schema/modLesen.h"
 
 #include <array>
 #include <optional>
-#include <span>
 #include <string_view>
 
 /// What a run takes from outside; all of it outlives the run.
@@ -44,7 +42,6 @@ struct Laufumgebung {
     Eingabe& eingabe;
     Zeitgeber& zeitgeber;
     LaufAnzeige& anzeige;
-    std::span<Stick* const> sticks; ///< left, right
 };
 
 class LaufFenster {
@@ -97,7 +94,6 @@ private:
     Laufzustand& zustand_;
     Joystick& joystick_;
     LaufAnzeige& anzeige_;
-    std::span<Stick* const> sticks_;
 
     GesicherterZeitgeber zeitgeber_;
     XPTaste xpTaste_;

@@ -12,9 +12,9 @@
 #include "engine/stick/StickMaschine.h"
 #include "store/files/Achsendatei.h"
 
-#include <array>
 #include <string>
 #include <utility>
+#include <vector>
 
 struct Laufzustand {
     /// `gamepadXml` is the path of the axis assignment file.
@@ -35,6 +35,6 @@ struct Laufzustand {
     Stickdatenbank stickdatenbank;
     StickMaschine linkerStick{LINKER_STICK_EIGENART, global, stickdatenbank};
     StickMaschine rechterStick{RECHTER_STICK_EIGENART, global, stickdatenbank};
-    /// In the order in which they are evaluated.
-    const std::array<Stick*, 2> sticks{&linkerStick, &rechterStick};
+    /// Those that a run evaluates, in this order.
+    std::vector<StickMaschine*> sticks{&linkerStick, &rechterStick};
 };

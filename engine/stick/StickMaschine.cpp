@@ -48,11 +48,11 @@ void StickMaschine::tabellenLaden(int ebene) {
     StickSperre = tabellen.StickSperre;
 }
 
-Stickposition StickMaschine::lesen(const Laufdienste& dienste) {
+Stickposition StickMaschine::lesen(const Laufdienste& dienste) const {
     return dienste.entwackeln.stickLesen(art_.seite);
 }
 
-void StickMaschine::auswerten(const Laufdienste& dienste, Stickposition& wo, int) {
+void StickMaschine::auswerten(const Laufdienste& dienste, const Stickposition& wo) {
     const auto feld = anOrt([this] { return stickname(art_.seite, ebene_); }, [&] { return feldSuchen(wo); });
     stand_.xZone = feld.xZone;
     stand_.yZone = feld.yZone;

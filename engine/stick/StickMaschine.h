@@ -3,9 +3,9 @@
 // What goes on inside a field runs on timers (Stickaktion).
 #pragma once
 
-#include "engine/stick/Stick.h"
 #include "engine/stick/StickTabellen.h"
 #include "engine/stick/Stickaktion.h"
+#include "engine/stick/Stickort.h"
 
 #include <array>
 #include <string>
@@ -13,15 +13,27 @@
 
 struct GobalVariable;
 
-class StickMaschine final : public Stick {
+/// A stick outlasts a run, and so do its bounds and position.
+class StickMaschine {
 public:
     StickMaschine(const Stickeigenart& art, const GobalVariable& global, Stickdatenbank& datenbank)
         : art_(art), global_(global), datenbank_(datenbank) {}
 
-    void tabellenLaden(int ebene) override;
-    Stickposition lesen(const Laufdienste& dienste) override;
-    /// Throws LaufzeitFehler 9 for a direction without a line, and as Stickaktion does.
-    void auswerten(const Laufdienste& dienste, Stickposition& wo, int ebene) override;
+    StickMaschine(const StickMaschine&) = delete;
+    StickMaschine& operator=(const StickMaschine&) = delete;
+
+    /// Loads lines, actions and `StickSperre` of a layer.
+    void tabellenLaden(int ebene);
+    /// The smoothed position as it is now.
+    Stickposition lesen(const Laufdienste& dienste) const;
+    /// The stick stands at `wo` and has left `grenzen`: finds the field, ends and starts actions, sets
+    /// `grenzen`. The layer is that of the tables. Throws LaufzeitFehler 9 for a direction without a line,
+    /// and as Stickaktion does.
+    void auswerten(const Laufdienste& dienste, const Stickposition& wo);
+
+    FeldGrenzen grenzen;
+    Stickposition position;       ///< last one handed through the poll cycle
+    std::int32_t StickSperre = 0; ///< bit n: not evaluated in layer n
 
     const Stickaktionsstand& stand() const { return stand_; }
 

@@ -20,8 +20,8 @@
 
 #include "engine/run/Fehlerort.h"
 #include "engine/run/Laufdienste.h"
-#include "engine/stick/Stick.h"
 #include "engine/stick/Stickeigenart.h"
+#include "engine/stick/Stickort.h"
 #include "platform/Eingabe.h"
 
 #include <array>

@@ -106,8 +106,7 @@ private:
         if (lauf_)
             throw Szenariofehler("start while a run is on");
         abgebrochen_ = false;
-        lauf_ = std::make_unique<LaufFenster>(
-            Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this, zustand_.sticks});
+        lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this});
         try {
             lauf_->laden();
         } catch (const LaufzeitFehler& fehler) {

@@ -2,7 +2,6 @@
 
 #include "base/LaufzeitFehler.h"
 #include "tests/engine/run/Probelauf.h"
-#include "tests/engine/stick/Probestick.h"
 #include "tests/hilfen/Dateirechte.h"
 #include "tests/hilfen/StoerVfs.h"
 
@@ -41,14 +40,15 @@ Texte nachDenReglern(const Texte& danach) {
 TEST(LaufFensterLaden, WaehltDieAusgabeLaedtDieSticksUndVerbirgtDannDieHauptform) {
     Probelauf lauf;
     lauf.datenbank.sql("UPDATE tblTastatur SET Funktion = 2");
-    Probestick links("L", lauf.anzeige.protokoll);
-    Probestick rechts("R", lauf.anzeige.protokoll);
-    lauf.sticks = {&links, &rechts};
+    lauf.datenbank.sql("INSERT INTO tblStick (Schemaname, \"index\", Links) VALUES ('S', 20, 5);"
+                       "INSERT INTO tblStickR (Schemaname, \"index\", Links) VALUES ('S', 20, 6)");
+    lauf.mitSticks();
 
     const auto& fenster = lauf.starten();
 
-    EXPECT_EQ(lauf.anzeige.abholen(),
-              nachDenReglern({"Option1 = 2", "L laden 0", "R laden 0", "frmHaupt = verborgen"}));
+    EXPECT_EQ(lauf.anzeige.abholen(), nachDenReglern({"Option1 = 2", "frmHaupt = verborgen"}));
+    EXPECT_EQ(lauf.zustand.linkerStick.StickSperre, 5);
+    EXPECT_EQ(lauf.zustand.rechterStick.StickSperre, 6);
     EXPECT_TRUE(fenster.pollt());
 }
 
@@ -92,7 +92,7 @@ TEST(LaufFensterLaden, EinErsterStartOhneSchreibrechtSpieltMitDenGrundwertenUndS
     lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,66,0,0');"
                        "DELETE FROM tblSteuerKreuz; UPDATE tblTastatur SET Funktion = NULL");
     lauf.zustand.achsendatei.AchsenLaden();
-    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    lauf.mitSticks();
     const auto vorher = lauf.datenbank.inhalt();
     std::optional<LaufzeitFehler> fehler;
     {
@@ -134,7 +134,7 @@ TEST(LaufFensterLaden, AmEndeWirdNurDerStickGenanntDessenZeilenFehlen) {
 TEST(LaufFensterLaden, EinErsterStartAufVollerPlatteSpieltUndSagtEsAmEnde) {
     StoerVfs disk;
     Probelauf lauf{{"btn3", "1,65,0-0-0"}};
-    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    lauf.mitSticks();
     disk.stoereAb(1, StoerVfs::Eingriff::Voll);
     auto& fenster = lauf.starten();
     lauf.takt(4);
@@ -158,7 +158,7 @@ TEST(LaufFensterLaden, EinAbgebrochenerLaufSagtAuchWasErNichtBehaelt) {
 
 TEST(LaufFensterLaden, EineErsetzteDatenbankGiltVomNaechstenLaufAnAuchFuerDieSticks) {
     Probelauf lauf;
-    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    lauf.mitSticks();
     lauf.starten().beenden();
     EXPECT_EQ(lauf.zustand.linkerStick.StickSperre, 0);
     const auto andere = lauf.datenbank.ordner() / "andere";
@@ -188,10 +188,9 @@ TEST(LaufFensterLaden, MitUnlesbarerUmschaltartBeginntNichts) {
 
 TEST(LaufFensterLaden, OhneSticktabellenBeginntNichts) {
     Probelauf lauf;
-    Probestick links("L", lauf.anzeige.protokoll);
-    links.beimLaden = [] { throw LaufzeitFehler(Fehlernummer::Gesperrt, "gesperrt"); };
-    lauf.sticks = {&links};
-    erwarteKeinenLauf(lauf, 3218);
+    lauf.datenbank.sql("DROP TABLE tblStick");
+    lauf.mitSticks();
+    erwarteKeinenLauf(lauf, 3078);
 }
 
 // What has been reached when the buttons, and when the slider, can't be read.
@@ -208,8 +207,8 @@ TEST(LaufFensterLaden, LiestErstDieReglerDannDieTastenDannDenSchubreglerUndZulet
     Probelauf ohneSchub;
     ohneSchub.zustand.achsendatei.AchsenLaden();
     ohneSchub.zustand.achsendatei.GamepadSchreiben("x");
-    Probestick links("L", ohneSchub.anzeige.protokoll);
-    ohneSchub.sticks = {&links};
+    ohneSchub.datenbank.sql("DROP TABLE tblStick");
+    ohneSchub.mitSticks();
     EXPECT_EQ(fehlernummer([&] { ohneSchub.starten(); }), 13);
     EXPECT_EQ(ohneSchub.anzeige.abholen(), nachDenReglern({"Option1 = 0"}));
 }
@@ -219,7 +218,7 @@ TEST(LaufFensterLaden, MitKaputterAchsendateiRuhenSticksUndSchubreglerUndDieTast
     const auto datei = lauf.datenbank.ordner() / "Gamepad.xml";
     std::ofstream(datei) << "<xml";
     lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,66,0,0')");
-    lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+    lauf.mitSticks();
     auto& fenster = lauf.starten();
     lauf.pad.zustand.dwXpos = lauf.pad.zustand.dwUpos = 100;
     lauf.takt(4);
@@ -327,14 +326,12 @@ TEST(LaufFensterFehler, InEinerTimerprozedurEndetDenLauf) {
 
 TEST(LaufFensterFehler, EinesSticksEndetDenLauf) {
     Probelauf lauf;
-    Probestick links("L", lauf.anzeige.protokoll);
-    lauf.sticks = {&links};
+    lauf.datenbank.sql("INSERT INTO tblStick (Schemaname, \"index\") VALUES ('S', 1)"); // no line anywhere
+    lauf.mitSticks();
     lauf.starten();
-    lauf.takt();
     lauf.anzeige.abholen();
-    links.beimLesen = [] { throw std::runtime_error("kein Speicher"); };
     lauf.warten(50);
-    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"L lesen", "frmHaupt = gezeigt", "Fehler = 51"}));
+    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Label1(0) = 0", "frmHaupt = gezeigt", "Fehler = 9"}));
     EXPECT_EQ(lauf.uhr.laufende(), 0U);
 }
 
@@ -362,7 +359,7 @@ TEST(LaufFensterTakt, FragtDasErstePadNachAllenWerten) {
         }
     } pad;
     Probelauf lauf;
-    LaufFenster fenster({lauf.zustand, pad, lauf.eingabe, lauf.uhr, lauf.anzeige, {}});
+    LaufFenster fenster({lauf.zustand, pad, lauf.eingabe, lauf.uhr, lauf.anzeige});
     fenster.laden();
     lauf.warten(10);
     EXPECT_EQ(pad.fragen, (std::vector<std::array<std::uint32_t, 3>>{{0, 64, 255}, {0, 64, 255}}));

@@ -1,4 +1,5 @@
-// A run of the `Schema` "S" on fakes: fresh database, virtual clock, scripted pad.
+// A run of the `Schema` "S" on fakes: fresh database, virtual clock, scripted pad. Without the sticks, until
+// a test takes them in.
 #pragma once
 
 #include "engine/run/LaufFenster.h"
@@ -17,6 +18,7 @@ class Probelauf {
 public:
     /// Lays the rows of the `Schema`, with the given columns of tblTastatur.
     Probelauf(std::initializer_list<std::pair<std::string, std::string>> tasten = {}) {
+        zustand.sticks.clear();
         std::string spalten = "Schemaname";
         std::string werte = "'S'";
         for (const auto& [spalte, wert] : tasten) {
@@ -29,9 +31,9 @@ public:
         zustand.global.SchemaName = zustand.global.Schemaauswahl = "S";
     }
 
+    void mitSticks() { zustand.sticks = {&zustand.linkerStick, &zustand.rechterStick}; }
     LaufFenster& fensterOeffnen() {
-        fenster = std::make_unique<LaufFenster>(
-            Laufumgebung{zustand, pad, eingabe, uhr, anzeige, std::span<Stick* const>(sticks)});
+        fenster = std::make_unique<LaufFenster>(Laufumgebung{zustand, pad, eingabe, uhr, anzeige});
         return *fenster;
     }
     LaufFenster& starten() {
@@ -52,6 +54,5 @@ public:
     Laufzustand zustand{pad, (datenbank.ordner() / "Gamepad.xml").string()};
     ProbeEingabe eingabe;
     ProbeAnzeige anzeige;
-    std::vector<Stick*> sticks;
     std::unique_ptr<LaufFenster> fenster;
 };

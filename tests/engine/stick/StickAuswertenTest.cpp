@@ -1,7 +1,6 @@
 // How the poll cycle treats the sticks: when they are evaluated, in which order, and what a change of layer
-// does.
+// does. An evaluation is seen by the zones that it shows.
 #include "tests/engine/run/Probelauf.h"
-#include "tests/engine/stick/Probestick.h"
 
 #include <gtest/gtest.h>
 
@@ -12,184 +11,190 @@ using Texte = std::vector<std::string>;
 constexpr std::uint32_t UMSCHALT1 = 256;
 constexpr std::uint32_t UMSCHALT2 = 512;
 
+// Axis values of the base layer, whose lines are 20000 and 9000 inward, 45000 and 56000 outward.
+constexpr std::uint32_t MITTE = 32767;
+constexpr std::uint32_t INNERES_BAND = 15000;
+constexpr std::uint32_t AUF_EINER_LINIE = 56000; // belongs to no band, so it stays out of its bounds
+constexpr std::uint32_t GANZ_AUSSEN = 60000;
+
 class StickAuswertenTest : public testing::Test {
 protected:
-    StickAuswertenTest() { lauf.sticks = {&links, &rechts}; }
+    StickAuswertenTest() {
+        lauf.mitSticks();
+        lauf.datenbank.sql("INSERT INTO Sensible VALUES ('S', 1, 1, 0, 0, 0, 0, 0);"
+                           "INSERT INTO SensibleR VALUES ('S', 1, 1, 0, 0, 0, 0);");
+        for (const std::string tabelle : {"tblStick", "tblStickR"})
+            lauf.datenbank.sql("INSERT INTO " + tabelle +
+                               " VALUES ('S', 1, 20000, 45000, 20000, 45000, 21000, 46000, 21000, 46000, "
+                               "22000, 47000, 22000, 47000), "
+                               "('S', 2, 9000, 56000, 9000, 56000, 0, 0, 0, 0, 0, 0, 0, 0), "
+                               "('S', 20, 0,0,0,0, 0,0,0,0, 0,0,0,0)");
+    }
 
-    /// Starts a run with both sticks inside their bounds.
+    void sperren(const std::string& tabelle, int maske) const {
+        lauf.datenbank.sql("UPDATE " + tabelle + " SET Links = " + std::to_string(maske) +
+                           " WHERE \"index\" = 20");
+    }
+    void linksStellen(std::uint32_t x, std::uint32_t y) {
+        lauf.pad.zustand.dwXpos = x;
+        lauf.pad.zustand.dwYpos = y;
+    }
+    void rechtsStellen(std::uint32_t x, std::uint32_t y) {
+        lauf.pad.zustand.dwZpos = x;
+        lauf.pad.zustand.dwRpos = y;
+    }
+    /// Starts a run whose sticks have found their fields.
     void starten() {
-        for (auto* stick : {&links, &rechts}) {
-            stick->ort = {100, 200};
-            stick->grenzen = {150, 50, 250, 150};
-        }
         lauf.starten();
+        lauf.takt();
         lauf.takt();
         lauf.anzeige.titel("");
         lauf.anzeige.abholen();
     }
-    /// What the sticks were asked since the last call.
-    Texte sticks() {
-        auto alles = lauf.anzeige.abholen();
-        std::erase_if(alles,
-                      [](const auto& text) { return !text.starts_with("L ") && !text.starts_with("R "); });
-        return alles;
+    /// The evaluations since the last call: the stick, its x zone with the line, its y zone.
+    Texte auswertungen() {
+        Texte alle;
+        for (const auto& text : lauf.anzeige.abholen()) {
+            const auto zone = [&](std::string_view label) { return text.substr(label.size()); };
+            if (text.starts_with("Erg(0) = "))
+                alle.push_back("L " + zone("Erg(0) = "));
+            else if (text.starts_with("Erg(5) = "))
+                alle.push_back("R " + zone("Erg(5) = "));
+            else if (text.starts_with("Erg(1) = ") || text.starts_with("Erg(6) = "))
+                alle.back() += " | " + zone("Erg(n) = ");
+        }
+        return alle;
     }
+    StickMaschine& links() { return lauf.zustand.linkerStick; }
 
     Probelauf lauf{{"btn9", "3,0,0-0-0"}, {"btn10", "4,0,0-0-0"}};
-    Probestick links{"L", lauf.anzeige.protokoll};
-    Probestick rechts{"R", lauf.anzeige.protokoll};
 };
+
+const std::string IN_DER_MITTE = "Mitte:   | Mitte:  ";
 
 TEST_F(StickAuswertenTest, InnerhalbDerGrenzenWirdNurGelesen) {
     starten();
+    linksStellen(MITTE + 1, MITTE - 1);
     lauf.takt();
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "R lesen"}));
+    EXPECT_EQ(auswertungen(), Texte{});
+    EXPECT_EQ(links().position, (Stickposition{MITTE + 1, MITTE - 1}));
 }
 
 TEST_F(StickAuswertenTest, AusserhalbInXUndYWirdZweimalAusgewertetLinksVorRechts) {
     starten();
-    links.ort = {300, 400};
-    rechts.ort = {301, 401};
+    linksStellen(AUF_EINER_LINIE, AUF_EINER_LINIE);
+    rechtsStellen(AUF_EINER_LINIE, AUF_EINER_LINIE);
     lauf.takt();
-    EXPECT_EQ(sticks(),
-              (Texte{"L lesen", "L auswerten (300,400) in Ebene 0", "L auswerten (300,400) in Ebene 0",
-                     "R lesen", "R auswerten (301,401) in Ebene 0", "R auswerten (301,401) in Ebene 0"}));
+    EXPECT_EQ(auswertungen(), (Texte{"L Rechts:   | Unten:  ", "L Rechts:   | Unten:  ",
+                                     "R Rechts:   | Unten:  ", "R Rechts:   | Unten:  "}));
 }
 
 TEST_F(StickAuswertenTest, GrenzenDieDieErsteAuswertungSetztGeltenFuerDieZweite) {
     starten();
-    links.ort = {300, 400};
-    links.beimAuswerten = [](Probestick& stick, Stickposition&) { stick.grenzen = {400, 250, 500, 300}; };
+    linksStellen(GANZ_AUSSEN, GANZ_AUSSEN);
     lauf.takt();
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "L auswerten (300,400) in Ebene 0", "R lesen"}));
+    EXPECT_EQ(auswertungen(), (Texte{"L Rechts:  56000 | Unten:  56000"}));
 }
 
 TEST_F(StickAuswertenTest, NurInYAusserhalbWirdEinmalAusgewertet) {
     starten();
-    rechts.ort = {100, 251};
+    rechtsStellen(MITTE, AUF_EINER_LINIE);
     lauf.takt();
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "R lesen", "R auswerten (100,251) in Ebene 0"}));
+    EXPECT_EQ(auswertungen(), (Texte{"R Mitte:   | Unten:  "}));
 }
 
 TEST_F(StickAuswertenTest, DieGrenzenGehoerenZumFeld) {
     starten();
     struct Fall {
-        Stickposition ort;
+        std::uint32_t x;
+        std::uint32_t y;
         bool drin;
     };
-    for (const auto& fall :
-         {Fall{{50, 200}, true}, Fall{{49, 200}, false}, Fall{{150, 200}, true}, Fall{{151, 200}, false},
-          Fall{{100, 150}, true}, Fall{{100, 149}, false}, Fall{{100, 250}, true}, Fall{{100, 251}, false}}) {
-        links.ort = fall.ort;
+    for (const auto& fall : {Fall{20000, MITTE, true}, Fall{19999, MITTE, false}, Fall{45000, MITTE, true},
+                             Fall{45001, MITTE, false}, Fall{MITTE, 20000, true}, Fall{MITTE, 19999, false},
+                             Fall{MITTE, 45000, true}, Fall{MITTE, 45001, false}}) {
+        linksStellen(MITTE, MITTE);
         lauf.takt();
-        EXPECT_EQ(sticks().size(), fall.drin ? 2U : 3U) << fall.ort.x << ", " << fall.ort.y;
+        auswertungen();
+        linksStellen(fall.x, fall.y);
+        lauf.takt();
+        EXPECT_EQ(auswertungen().size(), fall.drin ? 0U : 1U) << fall.x << ", " << fall.y;
     }
 }
 
-TEST_F(StickAuswertenTest, GemerktWirdDiePositionAuchOhneAuswertung) {
-    starten();
-    links.ort = {101, 201};
-    lauf.takt();
-    EXPECT_EQ(links.position, (Stickposition{101, 201}));
-}
-
 TEST_F(StickAuswertenTest, EinGesperrterStickMerktSichNurSeinePosition) {
+    sperren("tblStick", 1);
+    sperren("tblStickR", 2 + 4);
     starten();
-    links.StickSperre = 1;
-    links.ort = {300, 400};
-    rechts.StickSperre = 2 + 4;
-    rechts.ort = {301, 200};
+    linksStellen(GANZ_AUSSEN, MITTE);
+    rechtsStellen(GANZ_AUSSEN, MITTE);
     lauf.takt();
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "R lesen", "R auswerten (301,200) in Ebene 0"}));
-    EXPECT_EQ(links.position, (Stickposition{300, 400}));
-}
-
-TEST_F(StickAuswertenTest, WasDieAuswertungAmOrtAendertBleibt) {
-    starten();
-    links.ort = {300, 200};
-    links.beimAuswerten = [](Probestick&, Stickposition& wo) { wo = {7, 200}; };
-    lauf.takt();
-    EXPECT_EQ(links.position, (Stickposition{7, 200}));
-}
-
-TEST_F(StickAuswertenTest, DieZweiteAuswertungSiehtWasDieErsteAmOrtGeaendertHat) {
-    starten();
-    links.ort = {300, 400};
-    links.beimAuswerten = [](Probestick&, Stickposition& wo) { wo.y += 1; };
-    lauf.takt();
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "L auswerten (300,400) in Ebene 0",
-                               "L auswerten (300,401) in Ebene 0", "R lesen"}));
-    EXPECT_EQ(links.position, (Stickposition{300, 402}));
+    EXPECT_EQ(auswertungen(), (Texte{"R Rechts:  56000 | Mitte:  "}));
+    EXPECT_EQ(links().position, (Stickposition{GANZ_AUSSEN, MITTE}));
 }
 
 TEST_F(StickAuswertenTest, BeimLadenWirdNichtAusgewertet) {
     lauf.starten();
-    EXPECT_EQ(sticks(), (Texte{"L laden 0", "R laden 0"}));
+    EXPECT_EQ(auswertungen(), Texte{});
+    EXPECT_EQ(links().grenzen, FeldGrenzen{});
 }
 
-TEST_F(StickAuswertenTest, Umschalt1LoeschtDieGrenzenUndWertetErstInDerAltenEbeneAus) {
+TEST_F(StickAuswertenTest, Umschalt1LoeschtDieGrenzenUndWertetNeuAus) {
+    linksStellen(INNERES_BAND, MITTE);
     starten();
-    links.beimAuswerten = [](Probestick& stick, Stickposition&) {
-        // The upper bounds are gone, the lower ones stand; nothing else sets them here.
-        EXPECT_EQ(stick.grenzen, (FeldGrenzen{0, 50, 0, 150}));
-    };
     lauf.takt(UMSCHALT1);
-    EXPECT_EQ(sticks(),
-              (Texte{"L laden 1", "R laden 1",                                                          //
-                     "L lesen", "L auswerten (100,200) in Ebene 0", "L auswerten (100,200) in Ebene 0", //
-                     "R lesen", "R auswerten (100,200) in Ebene 0", "R auswerten (100,200) in Ebene 0", //
-                     "L lesen", "L auswerten (100,200) in Ebene 1", "L auswerten (100,200) in Ebene 1", //
-                     "R lesen", "R auswerten (100,200) in Ebene 1", "R auswerten (100,200) in Ebene 1"}));
+    EXPECT_EQ(auswertungen(), (Texte{"L Links:  21000 | Mitte:  ", "R " + IN_DER_MITTE}));
+    EXPECT_EQ(links().grenzen, (FeldGrenzen{21000, 0, 46000, 21000}));
 }
 
-TEST_F(StickAuswertenTest, Umschalt1GiltDieSperreDerJeweiligenEbene) {
+// A stick that is locked in the new layer is evaluated before it is entered, one that is locked in the old
+// one after that.
+TEST_F(StickAuswertenTest, Umschalt1WertetNochUnterDenSperrenDerAltenEbeneAus) {
+    linksStellen(INNERES_BAND, MITTE);
+    sperren("tblStick", 1);
+    sperren("tblStickR", 2);
     starten();
-    links.StickSperre = 1;
-    rechts.StickSperre = 2;
     lauf.takt(UMSCHALT1);
-    EXPECT_EQ(sticks(),
-              (Texte{"L laden 1", "R laden 1",                                                          //
-                     "L lesen",                                                                         //
-                     "R lesen", "R auswerten (100,200) in Ebene 0", "R auswerten (100,200) in Ebene 0", //
-                     "L lesen", "L auswerten (100,200) in Ebene 1", "L auswerten (100,200) in Ebene 1", //
-                     "R lesen"}));
+    EXPECT_EQ(auswertungen(), (Texte{"R " + IN_DER_MITTE, "L Links:  21000 | Mitte:  "}));
 }
 
 TEST_F(StickAuswertenTest, Umschalt2LaesstDieGrenzenStehen) {
+    linksStellen(INNERES_BAND, MITTE);
     starten();
     lauf.takt(UMSCHALT2);
-    EXPECT_EQ(sticks(), (Texte{"L laden 2", "R laden 2", "L lesen", "R lesen"}));
-    EXPECT_EQ(links.grenzen, (FeldGrenzen{150, 50, 250, 150}));
-    links.ort.x = 151;
+    EXPECT_EQ(auswertungen(), Texte{});
+    EXPECT_EQ(links().grenzen, (FeldGrenzen{20000, 9000, 45000, 20000}));
+    linksStellen(8999, MITTE);
     lauf.takt(UMSCHALT2);
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "L auswerten (151,200) in Ebene 2", "R lesen"}));
+    EXPECT_EQ(auswertungen(), (Texte{"L Links:  22000 | Mitte:  "}));
 }
 
-TEST_F(StickAuswertenTest, ZurueckInDieGrundebeneWertetErstInDerAltenAus) {
-    for (const auto& [umschalttaste, alte] : {std::pair{UMSCHALT1, "1"}, std::pair{UMSCHALT2, "2"}}) {
+TEST_F(StickAuswertenTest, ZurueckInDieGrundebeneWertetNochUnterDenSperrenDerAltenAus) {
+    linksStellen(INNERES_BAND, MITTE);
+    for (const auto& [umschalttaste, sperre] : {std::pair{UMSCHALT1, 2}, std::pair{UMSCHALT2, 4}}) {
+        sperren("tblStick", 0);
         starten();
         lauf.takt(umschalttaste);
-        links.grenzen = rechts.grenzen = {150, 50, 250, 150};
-        sticks();
+        auswertungen();
         lauf.takt(0);
-        const auto ausgewertet = [](const std::string& stick, const std::string& ebene) {
-            return stick + " auswerten (100,200) in Ebene " + ebene;
-        };
-        EXPECT_EQ(sticks(), (Texte{"L laden 0", "R laden 0",                                  //
-                                   "L lesen", ausgewertet("L", alte), ausgewertet("L", alte), //
-                                   "R lesen", ausgewertet("R", alte), ausgewertet("R", alte), //
-                                   "L lesen", ausgewertet("L", "0"), ausgewertet("L", "0"),   //
-                                   "R lesen", ausgewertet("R", "0"), ausgewertet("R", "0")}));
+        EXPECT_EQ(auswertungen(), (Texte{"L Links:  20000 | Mitte:  ", "R " + IN_DER_MITTE})) << sperre;
+
+        sperren("tblStick", sperre);
+        lauf.takt(umschalttaste);
+        auswertungen();
+        lauf.takt(0);
+        // The lock is that of the tables, which are the new ones already; the layer is the old one.
+        EXPECT_EQ(auswertungen(), (Texte{"R " + IN_DER_MITTE, "L Links:  20000 | Mitte:  "})) << sperre;
         lauf.fenster.reset();
     }
 }
 
-TEST_F(StickAuswertenTest, OhneEbenenwechselWirdBeiLosgelassenenTastenNichtGeladen) {
+TEST_F(StickAuswertenTest, OhneEbenenwechselBleibenDieGrenzenBeiLosgelassenenTasten) {
     starten();
     lauf.takt(4);
     lauf.takt(0);
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "R lesen", "L lesen", "R lesen"}));
-    EXPECT_EQ(links.grenzen, (FeldGrenzen{150, 50, 250, 150}));
+    EXPECT_EQ(auswertungen(), Texte{});
+    EXPECT_EQ(links().grenzen, (FeldGrenzen{45000, 20000, 45000, 20000}));
 }
 
 TEST_F(StickAuswertenTest, EineFestgestellteEbeneBleibtGeladen) {
@@ -199,26 +204,32 @@ TEST_F(StickAuswertenTest, EineFestgestellteEbeneBleibtGeladen) {
     lauf.takt(UMSCHALT2);
     lauf.takt(0);
     lauf.takt(0);
-    sticks();
-    links.ort.x = 49;
+    auswertungen();
+    linksStellen(19999, MITTE);
     lauf.takt(0);
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "L auswerten (49,200) in Ebene 2", "R lesen"}));
+    EXPECT_EQ(auswertungen(), (Texte{"L Links:  22000 | Mitte:  "}));
 }
 
 TEST_F(StickAuswertenTest, DieTastenDesTaktsKommenVorDenSticks) {
     lauf.datenbank.sql("UPDATE tblTastatur SET btn3 = '1,65,0-0-0'");
     starten();
+    linksStellen(GANZ_AUSSEN, MITTE);
     lauf.takt(4);
-    EXPECT_EQ(lauf.anzeige.abholen(), (Texte{"Label1(0) = 4", "Titel = 2-65,", "L lesen", "R lesen"}));
+    auto gezeigt = lauf.anzeige.abholen();
+    ASSERT_GE(gezeigt.size(), 3U);
+    gezeigt.resize(3);
+    EXPECT_EQ(gezeigt, (Texte{"Label1(0) = 4", "Titel = 2-65,", "Erg(0) = Rechts:  56000"}));
 }
 
 TEST_F(StickAuswertenTest, GrenzenUndPositionUeberdauernDenLauf) {
+    linksStellen(INNERES_BAND, MITTE);
     starten();
     lauf.fenster->beenden();
     lauf.starten();
-    sticks();
+    EXPECT_EQ(links().grenzen, (FeldGrenzen{20000, 9000, 45000, 20000}));
+    EXPECT_EQ(links().position, (Stickposition{INNERES_BAND, MITTE}));
     lauf.takt();
-    EXPECT_EQ(sticks(), (Texte{"L lesen", "R lesen"}));
+    EXPECT_EQ(auswertungen(), Texte{});
 }
 
 } // namespace

@@ -173,7 +173,7 @@ TEST_P(StickMaschineTest, ImFeldWirdNichtsGezeigt) {
 TEST_P(StickMaschineTest, DieAndereSeiteBleibtWieSieIst) {
     starten();
     const auto& anderer =
-        lauf.seitig<const Stick*>(&lauf.zustand.rechterStick, &lauf.zustand.linkerStick)->grenzen;
+        lauf.seitig<const StickMaschine*>(&lauf.zustand.rechterStick, &lauf.zustand.linkerStick)->grenzen;
     const auto vorher = anderer;
     nach(NIEDRIG, HOCH);
     EXPECT_EQ(anderer, vorher);

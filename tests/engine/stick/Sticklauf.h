@@ -24,7 +24,7 @@ inline constexpr std::uint32_t HOCH = 55000;
 class Sticklauf : public Probelauf {
 public:
     explicit Sticklauf(Stickseite seite) : seite_(seite) {
-        sticks = {&zustand.linkerStick, &zustand.rechterStick};
+        mitSticks();
         datenbank.sql("INSERT INTO Sensible VALUES ('S', 1, 1, 0, 0, 0, 0, 0);"
                       "INSERT INTO SensibleR VALUES ('S', 1, 1, 0, 0, 0, 0);");
         for (const auto* zusatz : {"", "R"})
