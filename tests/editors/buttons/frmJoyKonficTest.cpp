@@ -724,7 +724,9 @@ TEST_F(FrmJoyKonfic, WhatItDoesNotEditIsNoConditionOfSaving) {
     oeffnen();
     waehlen(12);
     art(5);
+    Boxleser boxen;
     knopf(4).click();
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
     EXPECT_EQ(gespeichert(12), "5,0,0-0-0");
 }
 
