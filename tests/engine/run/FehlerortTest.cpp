@@ -21,8 +21,7 @@ protected:
         return text.starts_with(name) ? text.substr(name.size()) : text;
     }
     void ebene1(const std::string& text) const {
-        lauf.datenbank.sql("INSERT INTO " + std::string(lauf.seitig("tblStickAktion", "tblStickAktionR")) +
-                           " VALUES ('S', 1, 20000, 0, 0, 0, '" + text + "')");
+        Schemabau(lauf.datenbank).feld(GetParam(), {20000, 0, 0, 0}, text, 1).ergaenzen();
         lauf.datenbank.sql("UPDATE tblTastatur SET btn1 = '3,0,0-0-0'");
     }
 

@@ -89,8 +89,8 @@ void erwarteKeinenLauf(Probelauf& lauf, int fehler) {
 
 TEST(LaufFensterLaden, EinErsterStartOhneSchreibrechtSpieltMitDenGrundwertenUndSagtEsAmEnde) {
     Probelauf lauf{{"btn3", "1,65,0-0-0"}};
-    lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,66,0,0');"
-                       "DELETE FROM tblSteuerKreuz; UPDATE tblTastatur SET Funktion = NULL");
+    Schemabau(lauf.datenbank).feld(Stickseite::Links, {27072, 0, 0, 0}, "2,0,66,0,0").ergaenzen();
+    lauf.datenbank.sql("DELETE FROM tblSteuerKreuz; UPDATE tblTastatur SET Funktion = NULL");
     lauf.zustand.achsendatei.AchsenLaden();
     lauf.mitSticks();
     const auto vorher = lauf.datenbank.inhalt();
@@ -122,7 +122,7 @@ TEST(LaufFensterLaden, AmEndeWirdNurDerStickGenanntDessenZeilenFehlen) {
     for (const auto& [tabelle, was] : {std::pair{"tblStick", "die Linien des linken Sticks"},
                                        std::pair{"tblStickR", "die Linien des rechten Sticks"}}) {
         Probelauf lauf;
-        lauf.sticks = {&lauf.zustand.linkerStick, &lauf.zustand.rechterStick};
+        lauf.mitSticks();
         lauf.datenbank.sql("CREATE UNIQUE INDEX enger ON " + std::string(tabelle) + " (Schemaname, Links)");
         const auto fehler = lauf.starten().beenden();
         ASSERT_TRUE(fehler) << tabelle;
@@ -217,7 +217,7 @@ TEST(LaufFensterLaden, MitKaputterAchsendateiRuhenSticksUndSchubreglerUndDieTast
     Probelauf lauf{{"btn3", "1,65,0-0-0"}};
     const auto datei = lauf.datenbank.ordner() / "Gamepad.xml";
     std::ofstream(datei) << "<xml";
-    lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,66,0,0')");
+    Schemabau(lauf.datenbank).feld(Stickseite::Links, {27072, 0, 0, 0}, "2,0,66,0,0").ergaenzen();
     lauf.mitSticks();
     auto& fenster = lauf.starten();
     lauf.pad.zustand.dwXpos = lauf.pad.zustand.dwUpos = 100;

@@ -7,6 +7,7 @@
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
 #include "tests/hilfen/ProbeAnzeige.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <initializer_list>
@@ -19,14 +20,10 @@ public:
     /// Lays the rows of the `Schema`, with the given columns of tblTastatur.
     Probelauf(std::initializer_list<std::pair<std::string, std::string>> tasten = {}) {
         zustand.sticks.clear();
-        std::string spalten = "Schemaname";
-        std::string werte = "'S'";
-        for (const auto& [spalte, wert] : tasten) {
-            spalten += ", " + spalte;
-            werte += ", '" + wert + "'";
-        }
-        datenbank.sql("INSERT INTO tblTastatur (" + spalten + ") VALUES (" + werte + ")");
-        datenbank.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S')");
+        Schemabau schema(datenbank);
+        for (const auto& [spalte, wert] : tasten)
+            schema.spalte(spalte, wert);
+        schema.anlegen();
         zustand.global.DatenbankPfad = datenbank.pfad();
         zustand.global.SchemaName = zustand.global.Schemaauswahl = "S";
     }

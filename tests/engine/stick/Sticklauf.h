@@ -25,13 +25,11 @@ class Sticklauf : public Probelauf {
 public:
     explicit Sticklauf(Stickseite seite) : seite_(seite) {
         mitSticks();
-        datenbank.sql("INSERT INTO Sensible VALUES ('S', 1, 1, 0, 0, 0, 0, 0);"
-                      "INSERT INTO SensibleR VALUES ('S', 1, 1, 0, 0, 0, 0);");
-        for (const auto* zusatz : {"", "R"})
-            datenbank.sql("INSERT INTO tblStick" + std::string(zusatz) +
-                          " VALUES ('S', 1, 20000, 45000, 20000, 45000, 20000, 45000, 20000, 45000, 20000, "
-                          "45000, 20000, 45000), ('S', 2, 0,0,0,0, 0,0,0,0, 0,0,0,0), "
-                          "('S', 20, 0,0,0,0, 0,0,0,0, 0,0,0,0)");
+        Schemabau schema(datenbank);
+        schema.ungeglaettet();
+        for (const auto stick : {Stickseite::Links, Stickseite::Rechts})
+            schema.linien(stick, 1, INNERE_LINIEN).linien(stick, 2, {}).linien(stick, 20, {});
+        schema.ergaenzen();
     }
 
     /// Lines of row `index` in the base layer; row 3 becomes the one that ends the lines.
@@ -43,11 +41,7 @@ public:
                       " (Schemaname, \"index\") VALUES ('S', 3)");
     }
     void aktion(const Linienzeile& schluessel, const std::string& text) const {
-        std::string zahlen;
-        for (const int zahl : schluessel)
-            zahlen += std::to_string(zahl) + ", ";
-        datenbank.sql("INSERT INTO " + tabelle("tblStickAktion") + " VALUES ('S', 0, " + zahlen + "'" + text +
-                      "')");
+        Schemabau(datenbank).feld(seite_, schluessel, text).ergaenzen();
     }
 
     /// Moves the stick and lets the poll cycle see it.

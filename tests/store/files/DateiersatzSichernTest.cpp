@@ -1,8 +1,8 @@
 // What reaches the disk, and in which order: without it a power cut could leave the new name with an empty
 // file behind it, or bring the old one back after the replacement has been told.
+#include "store/files/Achsendatei.h"
 #include "store/files/Dateiersatz.h"
 #include "store/files/Gamepaddatei.h"
-#include "store/files/Achsendatei.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
 

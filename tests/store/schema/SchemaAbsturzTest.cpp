@@ -4,6 +4,7 @@
 #include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Kindprozess.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/StoerVfs.h"
 #include "tests/hilfen/Testdatenbank.h"
 
@@ -84,17 +85,19 @@ class SchemaAbsturz : public testing::TestWithParam<Tat> {
 protected:
     SchemaAbsturz() {
         std::filesystem::create_directory(bilder_);
-        datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S'), ('halb');"
-                  "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');"
-                  "INSERT INTO Sensible (Schemaname) VALUES ('S'); INSERT INTO SensibleR (Schemaname) VALUES "
-                  "('S')");
-        datei.sql("INSERT INTO tblStick (Schemaname, \"index\") VALUES ('halb', 1), ('halb', 7)");
+        Schemabau schema(datei);
+        schema.ungeglaettet();
+        for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
+            for (int i = 0; i < 8; ++i)
+                schema.feld(seite, {20000, 0, i, 0}, "3");
+        schema.anlegen();
+        Schemabau(datei, "halb")
+            .linien(Stickseite::Links, 1, {})
+            .linien(Stickseite::Links, 7, {})
+            .ohneKreuz()
+            .anlegen();
         for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
             StickLinienLesen(datei.pfad(), seite, "S", keineMeldung);
-        for (const std::string tabelle : {"tblStickAktion", "tblStickAktionR"})
-            for (int i = 0; i < 8; ++i)
-                datei.sql("INSERT INTO " + tabelle + " VALUES ('S', 0, 20000, 0, " + std::to_string(i) +
-                          ", 0, '3')");
         dateiSchreiben(bilder_ / "S0L.bmp", "Bild");
         anfang_ = dateiLesen(datei.pfad());
         vorher_ = datei.inhalt();

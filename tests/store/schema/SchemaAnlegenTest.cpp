@@ -1,6 +1,7 @@
 // A new Schema, and the question when its name is taken.
 #include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Dateirechte.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
@@ -64,10 +65,13 @@ TEST_F(SchemaAnlegenTest, DerPfadEinesNeuenWirdNichtGespeichert) {
 }
 
 TEST_F(SchemaAnlegenTest, JaAendertNurDenPfadUndGibtFalsch) {
-    datei.sql(
-        "INSERT INTO tblTastatur (Schemaname, Programmpfad, btn3, Funktion) VALUES"
-        " ('S', '/alt', '1,65,0-0-0', 2), ('T', '/t', '1,66,0-0-0', 1);"
-        "INSERT INTO tblSteuerKreuz (Schemaname, Oben) VALUES ('S', '1,67,0-0-0'), ('T', '1,68,0-0-0')");
+    Schemabau(datei)
+        .spalte("Programmpfad", "/alt")
+        .spalte("Funktion", "2")
+        .taste(2, "1,65,0-0-0")
+        .taste(12, "1,67,0-0-0")
+        .anlegen();
+    Schemabau(datei, "T").spalte("Programmpfad", "/t").taste(12, "1,68,0-0-0").anlegen();
     auto erwartet = datei.inhalt();
     EXPECT_FALSE(anlegen("S", "/neu", true));
     EXPECT_THAT(fragen, ElementsAre(FRAGE));
@@ -85,8 +89,7 @@ TEST_F(SchemaAnlegenTest, JaMitLeeremPfadSchreibtEinLeerzeichen) {
 }
 
 TEST_F(SchemaAnlegenTest, NeinAendertNichtsUndGibtFalsch) {
-    datei.sql("INSERT INTO tblTastatur (Schemaname, Programmpfad) VALUES ('S', '/alt');"
-              "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S')");
+    Schemabau(datei).spalte("Programmpfad", "/alt").anlegen();
     const auto vorher = datei.inhalt();
     EXPECT_FALSE(anlegen("S", "/neu", false));
     EXPECT_THAT(fragen, ElementsAre(FRAGE));

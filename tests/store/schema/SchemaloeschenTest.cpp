@@ -1,6 +1,7 @@
 // A Schema goes: its rows in all eight tables and its pictures.
 #include "store/schema/Schemaloeschen.h"
 #include "tests/hilfen/Dateirechte.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
@@ -102,8 +103,7 @@ TEST_F(SchemaloeschenTest, AlleZeilenDiesesSchemasGehenUndNurDiese) {
 }
 
 TEST_F(SchemaloeschenTest, EinNeuesSchemaMeldetBeideStickschemasUndGehtTrotzdem) {
-    datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S'); INSERT INTO tblSteuerKreuz (Schemaname) "
-              "VALUES ('S')");
+    Schemabau(datei).anlegen();
     loeschen("S");
     EXPECT_THAT(meldungen, ElementsAre(KEIN_LINKER, KEIN_RECHTER));
     EXPECT_THAT(zeilenzahlen("S"), testing::Each(0));

@@ -1,5 +1,6 @@
 // What a Schema looks like when it is read for a run, and the twenty rows of a new stick.
 #include "store/schema/modLesen.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
@@ -50,8 +51,7 @@ Laufbild leeresBild() {
 TEST(TastenLaufLesen, LiestJedeTasteJederEbene) {
     const Testdatenbank datei;
     vollesSchema(datei, "S");
-    datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('T'); INSERT INTO tblSteuerKreuz (Schemaname) "
-              "VALUES ('T')");
+    Schemabau(datei, "T").anlegen();
     EXPECT_EQ(TastenLaufLesen(datei.pfad(), "S"), erwartetesBild());
     EXPECT_EQ(TastenLaufLesen(datei.pfad(), "T"), leeresBild());
 }
@@ -69,7 +69,8 @@ TEST(TastenLaufLesen, LeereSpaltenSindTastenOhneAktion) {
 
 TEST(TastenLaufLesen, OhneZeileOderMitApostrophEndetEs) {
     const Testdatenbank datei;
-    datei.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('halb'), ('O''Brien')");
+    for (const std::string name : {"halb", "O'Brien"})
+        Schemabau(datei, name).ohneKreuz().anlegen();
     EXPECT_EQ(fehlernummer([&] { TastenLaufLesen(datei.pfad(), "fehlt"); }), 3021);
     EXPECT_EQ(TastenLaufLesen(datei.pfad(), "halb"), leeresBild()) << "a missing D-pad is an empty one";
     EXPECT_EQ(fehlernummer([&] { TastenLaufLesen(datei.pfad(), "O'Brien"); }), 3075);
