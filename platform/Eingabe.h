@@ -1,13 +1,12 @@
 // Synthetic keyboard and mouse input towards the program that has the focus.
 #pragma once
 
+#include "base/VirtuelleTaste.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-
-/// Virtual key code as Windows numbers them (winuser.h, VK_*), 1 to 254.
-using VirtuelleTaste = std::uint16_t;
 
 inline constexpr std::uint32_t INPUT_MOUSE = 0;
 inline constexpr std::uint32_t INPUT_KEYBOARD = 1;

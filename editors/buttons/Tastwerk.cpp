@@ -95,7 +95,7 @@ void Tastwerk::setzeFeld(std::size_t feld, std::string wert) {
 
 bool Tastwerk::hatTaste() const {
     const auto& code = feld(TASTE);
-    return !code.empty() && feldzahl(std::string_view{code}) != 0;
+    return !code.empty() && feldzahl(code) != 0;
 }
 
 Tastenart Tastwerk::art() const {

@@ -1,5 +1,7 @@
 #include "editors/slider/Schubaktionsrahmen.h"
 
+#include "editors/slider/Schubzahlen.h"
+
 #include "base/LaufzeitFehler.h"
 #include "base/Text.h"
 #include "editors/common/Formhilfen.h"

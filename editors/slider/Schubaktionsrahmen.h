@@ -4,7 +4,7 @@
 // Only what an action reads is checked, and nothing leaves the frame that would break the slider text.
 #pragma once
 
-#include "editors/slider/Schubtext.h"
+#include "formats/Schubtext.h"
 
 #include <QGroupBox>
 

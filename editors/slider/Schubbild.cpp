@@ -1,7 +1,7 @@
 #include "editors/slider/Schubbild.h"
 
 #include "editors/common/Formhilfen.h"
-#include "editors/slider/Schubtext.h"
+#include "editors/slider/Schubzahlen.h"
 
 #include <QEvent>
 #include <QPainter>

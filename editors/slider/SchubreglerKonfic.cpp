@@ -5,6 +5,7 @@
 #include "editors/common/Optionen.h"
 #include "editors/slider/Schubaktionsrahmen.h"
 #include "editors/slider/Schubbild.h"
+#include "editors/slider/Schubzahlen.h"
 #include "engine/input/Achsen.h"
 #include "engine/run/GobalVariable.h"
 #include "store/files/Achsendatei.h"

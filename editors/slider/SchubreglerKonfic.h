@@ -6,7 +6,7 @@
 // form.
 #pragma once
 
-#include "editors/slider/Schubtext.h"
+#include "formats/Schubtext.h"
 #include "platform/Zeitgeber.h"
 
 #include <QWidget>

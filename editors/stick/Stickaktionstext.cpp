@@ -1,147 +1,132 @@
 #include "editors/stick/Stickaktionstext.h"
 
-#include "formats/Felder.h"
-
-#include <array>
-#include <cstddef>
+using namespace stickaktion;
 
 namespace {
 
 constexpr std::string_view VOR_DER_NUMMER = "Taste: ";
 constexpr std::string_view HINTER_DER_NUMMER = " - ";
 
-// Places of the fields, by type.
-constexpr std::size_t WAHL = 1; // direction, button, property or position
-constexpr std::size_t SCHRITTLAENGE = 2;
-constexpr std::size_t GESCHWINDIGKEIT = 3;
-constexpr std::size_t SCROLLSPRUNG = 2;
-constexpr std::size_t TASTE = 2;
-constexpr std::size_t DRUCKZEIT = 3;
-constexpr std::size_t MIT_WIEDERHOLUNG = 4;
-constexpr std::size_t PAUSENZEIT = 5;
-constexpr std::size_t EGO_X = 2;
-constexpr std::size_t EGO_Y = 3;
-
-class Aktionsfelder {
-public:
-    explicit Aktionsfelder(std::string_view text) : felder_(zerlegen(text, ',')) {}
-
-    std::string_view feld(std::size_t stelle) const {
-        if (stelle >= felder_.size())
-            throw LaufzeitFehler(Fehlernummer::FalscherIndex,
-                                 "Der Aktion des Feldes fehlt das Feld " + std::to_string(stelle) + ".");
-        return felder_[stelle];
-    }
-    std::string text(std::size_t stelle) const { return std::string(feld(stelle)); }
-
-    /// The field as one of `anzahl` choices.
-    int wahl(std::size_t stelle, int anzahl) const {
-        const auto zahl = feldzahl(feld(stelle));
-        if (zahl < 0 || zahl >= anzahl)
-            throw LaufzeitFehler(Fehlernummer::FalscherIndex, "Die Aktion des Feldes hat an der Stelle " +
-                                                                  std::to_string(stelle) + " keine Auswahl " +
-                                                                  std::to_string(zahl) + ".");
-        return zahl;
-    }
-
-    /// Whether the field is this number; a field that is no number is not.
-    bool ist(std::size_t stelle, std::int32_t zahl) const {
-        const auto text = feld(stelle);
-        try {
-            return feldzahl(text) == zahl;
-        } catch (const LaufzeitFehler&) {
-            return false;
-        }
-    }
-
-private:
-    std::vector<std::string_view> felder_;
-};
-
-template <class Lesen> auto wennLesbar(Lesen&& lesen) -> std::optional<decltype(lesen())> {
-    try {
-        return lesen();
-    } catch (const LaufzeitFehler&) {
-        return std::nullopt;
-    }
+// Asks for a field that the text must have, in the words of the editor.
+template <class Aktion> const Feld& gefordert(const Aktion& aktion, Feld Aktion::*feld) {
+    if (!(aktion.*feld).da())
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             "Der Aktion des Feldes fehlt das Feld " + std::to_string(stelle(feld)) + ".");
+    return aktion.*feld;
 }
 
-void mausbewegungLesen(const Aktionsfelder& felder, Stickaktionsbild& bild) {
-    bild.richtung = wennLesbar([&] { return felder.wahl(WAHL, MAUSRICHTUNGEN); });
-    bild.geschwindigkeit = wennLesbar([&] { return felder.text(GESCHWINDIGKEIT); });
-    bild.schrittlaenge = wennLesbar([&] { return felder.text(SCHRITTLAENGE); });
+/// The field as one of `anzahl` choices.
+template <class Aktion> int wahl(const Aktion& aktion, Feld Aktion::*feld, int anzahl) {
+    const auto zahl = gefordert(aktion, feld).zahl();
+    if (zahl < 0 || zahl >= anzahl)
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex, "Die Aktion des Feldes hat an der Stelle " +
+                                                              std::to_string(stelle(feld)) +
+                                                              " keine Auswahl " + std::to_string(zahl) + ".");
+    return zahl;
 }
 
-void maustasteLesen(const Aktionsfelder& felder, Stickaktionsbild& bild) {
-    bild.maustaste = felder.wahl(WAHL, MAUSTASTEN);
-    if (bild.maustaste == SCROLLRAD_PLUS || bild.maustaste == SCROLLRAD_MINUS)
-        bild.scrollsprung = felder.text(SCROLLSPRUNG);
+std::optional<std::string> textWennDa(const Feld& feld) {
+    return feld.da() ? std::optional(feld.text()) : std::nullopt;
 }
 
-void tastaturLesen(const Aktionsfelder& felder, Stickaktionsbild& bild) {
-    bild.eigenschaft = felder.wahl(WAHL, TASTENEIGENSCHAFTEN);
-    bild.taste = felder.text(TASTE);
+bool istRad(int taste) {
+    return taste == SCROLLRAD_PLUS || taste == SCROLLRAD_MINUS;
+}
+
+// --- from a text: one procedure a type of action ---
+
+void lesen(const Mausbewegung& bewegung, Stickaktionsbild& bild) {
+    for (int richtung = 0; richtung < MAUSRICHTUNGEN; ++richtung)
+        if (bewegung.richtung.ist(richtung))
+            bild.richtung = richtung;
+    bild.geschwindigkeit = textWennDa(bewegung.intervall);
+    bild.schrittlaenge = textWennDa(bewegung.schritt);
+}
+
+void lesen(const Maustaste& maustaste, Stickaktionsbild& bild) {
+    bild.maustaste = wahl(maustaste, &Maustaste::knopf, MAUSTASTEN);
+    if (istRad(*bild.maustaste))
+        bild.scrollsprung = gefordert(maustaste, &Maustaste::scrollsprung).text();
+}
+
+void lesen(const Tastatur& tastatur, Stickaktionsbild& bild) {
+    bild.eigenschaft = wahl(tastatur, &Tastatur::eigenschaft, TASTENEIGENSCHAFTEN);
+    bild.taste = gefordert(tastatur, &Tastatur::taste).text();
     if (bild.eigenschaft == TASTE_MIT_ZEIT)
-        bild.druckzeit = felder.text(DRUCKZEIT);
+        bild.druckzeit = gefordert(tastatur, &Tastatur::druckzeit).text();
     // Whatever the property is.
-    bild.wiederholen = felder.ist(MIT_WIEDERHOLUNG, 1);
+    bild.wiederholen = gefordert(tastatur, &Tastatur::wiederholen).ist(1);
     if (bild.wiederholen)
-        bild.pausenzeit = felder.text(PAUSENZEIT);
+        bild.pausenzeit = gefordert(tastatur, &Tastatur::pausenzeit).text();
 }
 
-void ohneFelder(const Aktionsfelder&, Stickaktionsbild&) {}
+void lesen(const Leerfeld&, Stickaktionsbild&) {}
+void lesen(const Sperrfeld&, Stickaktionsbild&) {}
 
-void absolutePositionLesen(const Aktionsfelder& felder, Stickaktionsbild& bild) {
-    if (felder.ist(WAHL, 0) || felder.ist(WAHL, 1)) {
-        bild.position = felder.wahl(WAHL, ABSOLUTE_POSITIONEN);
-        return;
-    }
+void lesen(const AbsolutePosition& absolut, Stickaktionsbild& bild) {
+    const auto& position = gefordert(absolut, &AbsolutePosition::position);
+    for (int eine = 0; eine < EGO_SHOOTER; ++eine)
+        if (position.ist(eine)) {
+            bild.position = eine;
+            return;
+        }
     bild.position = EGO_SHOOTER; // any other text, as at run time
-    bild.egoX = feldzahl(felder.feld(EGO_X));
-    bild.egoY = feldzahl(felder.feld(EGO_Y));
+    bild.egoX = gefordert(absolut, &AbsolutePosition::egoX).zahl();
+    bild.egoY = gefordert(absolut, &AbsolutePosition::egoY).zahl();
 }
 
-using Feldleser = void (*)(const Aktionsfelder&, Stickaktionsbild&);
-constexpr std::array<Feldleser, STICKAKTIONSARTEN> FELDLESER{
-    mausbewegungLesen, maustasteLesen, tastaturLesen, ohneFelder, ohneFelder, absolutePositionLesen};
+// --- to a text ---
 
-std::string maustastentext(const Stickaktionsbild& bild) {
-    const int taste = bild.maustaste.value_or(0);
-    const std::string text = "1," + std::to_string(taste);
-    return taste == SCROLLRAD_PLUS || taste == SCROLLRAD_MINUS ? text + "," + feldtext(bild.scrollsprung)
-                                                               : text;
+Feld nummer(const std::optional<int>& wahl) {
+    return Feld(wahl.value_or(0));
+}
+Feld text(const std::optional<std::string>& feld) {
+    return Feld(feld.value_or(""));
 }
 
-std::string tastaturtext(const Stickaktionsbild& bild) {
-    const int eigenschaft = bild.eigenschaft.value_or(0);
-    std::string text = "2," + std::to_string(eigenschaft) + "," + feldtext(bild.taste);
-    if (eigenschaft == TASTE_MIT_ZEIT) {
-        text += "," + feldtext(bild.druckzeit);
-        if (bild.wiederholen)
-            return text + ",1," + feldtext(bild.pausenzeit);
+Tastatur tastaturAus(const Stickaktionsbild& bild) {
+    Tastatur tastatur{nummer(bild.eigenschaft), text(bild.taste), Feld(0), Feld(0), {}};
+    if (!tastatur.eigenschaft.ist(TASTE_MIT_ZEIT))
+        return tastatur;
+    tastatur.druckzeit = text(bild.druckzeit);
+    tastatur.wiederholen = Feld(bild.wiederholen ? 1 : 0);
+    tastatur.pausenzeit = bild.wiederholen ? text(bild.pausenzeit) : Feld(0);
+    return tastatur;
+}
+
+AbsolutePosition positionAus(const Stickaktionsbild& bild) {
+    if (bild.position != EGO_SHOOTER)
+        return {nummer(bild.position), {}, {}};
+    return {nummer(bild.position), nummer(bild.egoX), nummer(bild.egoY)};
+}
+
+Inhalt inhaltAus(const Stickaktionsbild& bild) {
+    switch (bild.art) {
+    case Stickaktionsart::Mausbewegung:
+        return Mausbewegung{nummer(bild.richtung), text(bild.schrittlaenge), text(bild.geschwindigkeit)};
+    case Stickaktionsart::Maustaste:
+        return Maustaste{nummer(bild.maustaste),
+                         istRad(bild.maustaste.value_or(0)) ? text(bild.scrollsprung) : Feld()};
+    case Stickaktionsart::Tastatur:
+        return tastaturAus(bild);
+    case Stickaktionsart::Leerfeld:
+        return Leerfeld{};
+    case Stickaktionsart::Sperrfeld:
+        return Sperrfeld{};
+    case Stickaktionsart::AbsolutePosition:
+        return positionAus(bild);
     }
-    return text + ",0,0";
-}
-
-std::string positionstext(const Stickaktionsbild& bild) {
-    const int position = bild.position.value_or(0);
-    const std::string text = "5," + std::to_string(position);
-    return position == EGO_SHOOTER ? text + "," + std::to_string(bild.egoX.value_or(0)) + "," +
-                                         std::to_string(bild.egoY.value_or(0))
-                                   : text;
+    return Leerfeld{};
 }
 
 } // namespace
 
 GeleseneStickaktion stickaktionLesen(std::string_view text) {
     GeleseneStickaktion gelesen;
-    if (text.empty())
-        return gelesen;
     try {
-        const Aktionsfelder felder(text);
-        const int art = felder.wahl(0, STICKAKTIONSARTEN);
-        gelesen.bild.art = static_cast<Stickaktionsart>(art);
-        FELDLESER[static_cast<std::size_t>(art)](felder, gelesen.bild);
+        gelesen.bild.art = artImEditor(text);
+        std::visit([&](const auto& aktion) { lesen(aktion, gelesen.bild); },
+                   stickaktionInhalt(text, gelesen.bild.art));
     } catch (const LaufzeitFehler& fehler) {
         gelesen.fehler = fehler;
     }
@@ -149,21 +134,7 @@ GeleseneStickaktion stickaktionLesen(std::string_view text) {
 }
 
 std::string stickaktionstext(const Stickaktionsbild& bild) {
-    switch (bild.art) {
-    case Stickaktionsart::Mausbewegung:
-        return "0," + std::to_string(bild.richtung.value_or(0)) + "," + feldtext(bild.schrittlaenge) + "," +
-               feldtext(bild.geschwindigkeit);
-    case Stickaktionsart::Maustaste:
-        return maustastentext(bild);
-    case Stickaktionsart::Tastatur:
-        return tastaturtext(bild);
-    case Stickaktionsart::AbsolutePosition:
-        return positionstext(bild);
-    case Stickaktionsart::Leerfeld:
-    case Stickaktionsart::Sperrfeld:
-        break;
-    }
-    return std::to_string(static_cast<int>(bild.art));
+    return stickaktionstext(inhaltAus(bild));
 }
 
 std::string tastentitel(const std::string& nummer, const std::string& name) {

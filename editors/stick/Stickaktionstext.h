@@ -1,35 +1,15 @@
-// The action of a stick field between the text that is stored and the panel that edits it.
+// The action of a stick field between what is stored and the panel that edits it.
 //
 // Nothing is checked: what stands in a box goes into the text as it is, so a "," typed there separates fields
 // from then on, and an empty box gives an empty field.
 #pragma once
 
 #include "base/LaufzeitFehler.h"
+#include "formats/Stickaktion.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
-
-/// First field of an action text, and index of the panel's type choice.
-enum class Stickaktionsart {
-    Mausbewegung = 0,
-    Maustaste = 1,
-    Tastatur = 2,
-    Leerfeld = 3,
-    Sperrfeld = 4,
-    AbsolutePosition = 5,
-};
-inline constexpr int STICKAKTIONSARTEN = 6;
-
-// Indices of the choices that decide which fields follow.
-inline constexpr int MAUSRICHTUNGEN = 4;
-inline constexpr int MAUSTASTEN = 5;
-inline constexpr int SCROLLRAD_PLUS = 3;
-inline constexpr int SCROLLRAD_MINUS = 4;
-inline constexpr int TASTENEIGENSCHAFTEN = 2;
-inline constexpr int TASTE_MIT_ZEIT = 1;
-inline constexpr int ABSOLUTE_POSITIONEN = 3;
-inline constexpr int EGO_SHOOTER = 2;
 
 /// What the panel shows of an action. A field that the type has no use for, or that a text does not tell, is
 /// empty: its control stays as it is.

@@ -3,13 +3,15 @@
 #include "base/Rundung.h"
 #include "editors/stick/Ebenenmass.h"
 #include "engine/stick/StickTabellen.h"
+#include "formats/Stickaktion.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
 constexpr std::size_t LAENGSTE_LISTE = 20;
-constexpr const char* LEERFELD = "3";
+constexpr const char* LEERFELD = "3"; // as the editors write it; any other text takes its place on the plane
 
 constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSNAMEN{"Links", "Rechts", "Oben", "Unten"};
 
@@ -18,15 +20,26 @@ constexpr std::size_t UNTEN_LINKS = 1;
 constexpr std::size_t OBEN_RECHTS = 2;
 constexpr std::size_t UNTEN_RECHTS = 3;
 
-struct Symbolwahl {
-    char art; // first character of the action
-    Feldsymbol (*zeichnen)(const Feldecken&);
-};
-constexpr std::array<Symbolwahl, 5> SYMBOLE{{{'0', KreisBlauZeichnen},
-                                             {'1', KreisGruenZeichnen},
-                                             {'2', RechteckZeichnen},
-                                             {'4', KreuzZeichnen},
-                                             {'5', KreisGelbZeichnen}}};
+/// The symbol of an action; nothing for a type that has none.
+std::optional<Feldsymbol> symbol(std::optional<Stickaktionsart> art, const Feldecken& ecken) {
+    if (!art)
+        return std::nullopt;
+    switch (*art) {
+    case Stickaktionsart::Mausbewegung:
+        return KreisBlauZeichnen(ecken);
+    case Stickaktionsart::Maustaste:
+        return KreisGruenZeichnen(ecken);
+    case Stickaktionsart::Tastatur:
+        return RechteckZeichnen(ecken);
+    case Stickaktionsart::Leerfeld:
+        return std::nullopt;
+    case Stickaktionsart::Sperrfeld:
+        return KreuzZeichnen(ecken);
+    case Stickaktionsart::AbsolutePosition:
+        return KreisGelbZeichnen(ecken);
+    }
+    return std::nullopt;
+}
 
 /// A number of the plane's tables. A foreign database may hold any; none of them wraps.
 std::int32_t plangroesse(const Wert& wert) {
@@ -135,11 +148,9 @@ private:
     void FeldSymbolZeichnen(const Zonenzeile& zeile) {
         const auto x = waagrecht(zeile.waagrecht, zeile.wertWaagrecht);
         const auto y = senkrecht(zeile.senkrecht, zeile.wertSenkrecht);
-        const char art = zeile.aktion.empty() ? '\0' : zeile.aktion.front();
-        const auto symbol = std::ranges::find(SYMBOLE, art, &Symbolwahl::art);
-        if (symbol != SYMBOLE.end())
-            flaeche_.zeichnen(
-                symbol->zeichnen({{{x.von, y.von}, {x.von, y.bis}, {x.bis, y.von}, {x.bis, y.bis}}}));
+        const Feldecken ecken{{{x.von, y.von}, {x.von, y.bis}, {x.bis, y.von}, {x.bis, y.bis}}};
+        if (const auto eines = symbol(artImLauf(zeile.aktion), ecken))
+            flaeche_.zeichnen(*eines);
     }
 
     Strecke waagrecht(std::string_view gruppe, std::int32_t wert) const {

@@ -1,9 +1,6 @@
 #include "engine/buttons/Ebenenwechsel.h"
 
 #include "engine/run/Fehlerort.h"
-#include "formats/Felder.h"
-
-#include <string_view>
 
 namespace {
 
@@ -13,30 +10,17 @@ constexpr int STANDART = 0;
 constexpr int UMSCHALT_1 = 1;
 constexpr int UMSCHALT_2 = 2;
 
-// The mode of a shift key: the character at position 5 of a `Belegung` whose first two fields have one digit
-// each. 1 is latching; any other is `Halten ---> Loslassen`.
-bool stelltFest(std::string_view belegung) {
-    constexpr std::size_t MODUSZEICHEN = 4;
-    constexpr std::int16_t FESTSTELLEN = 1;
-    const auto zeichen =
-        belegung.size() > MODUSZEICHEN ? belegung.substr(MODUSZEICHEN, 1) : std::string_view{};
-    return static_cast<std::int16_t>(feldzahl(zeichen)) == FESTSTELLEN;
-}
-
-int ebeneDerUmschalttaste(std::string_view belegung) {
-    return belegung.starts_with('3') ? UMSCHALT_1 : belegung.starts_with('4') ? UMSCHALT_2 : STANDART;
-}
+constexpr std::int16_t FESTSTELLEN = 1; // mode of a shift key; any other is `Halten ---> Loslassen`
 
 } // namespace
 
-void Ebenenwechsel::TasteBelegen(std::span<const std::string, SLOTS> belegungen) {
+void Ebenenwechsel::TasteBelegen(std::span<const Belegung, SLOTS> belegungen) {
     for (int slot = 0; slot < TASTEN; ++slot) {
-        const auto& text = belegungen[static_cast<std::size_t>(slot)];
-        const int ebene = ebeneDerUmschalttaste(text);
-        if (ebene != STANDART)
-            umschalttasten_[static_cast<std::size_t>(ebene)] = {
-                1U << slot, anOrt([&] { return slotname(slot, STANDART) + ": " + angefuehrt(text); },
-                                  [&] { return stelltFest(text); })};
+        const auto& taste = belegungen[static_cast<std::size_t>(slot)];
+        if (const auto ebene = taste.umschalttaste())
+            umschalttasten_[static_cast<std::size_t>(*ebene)] = {
+                1U << slot, anOrt([&] { return slotname(slot, STANDART) + ": " + angefuehrt(taste.text()); },
+                                  [&] { return taste.umschaltmodus() == FESTSTELLEN; })};
     }
 }
 

@@ -36,6 +36,7 @@
 // a press, in the new layer, of the `Belegung` that stands there.
 #pragma once
 
+#include "formats/Belegung.h"
 #include "store/schema/VarTastenbelegung.h"
 
 #include <array>
@@ -59,7 +60,7 @@ public:
 
     /// Finds the shift keys among the `Belegung`s of the base layer, by slot; of several the last one counts.
     /// Throws LaufzeitFehler 13 for a mode that is no number, with the button's name in the text.
-    void TasteBelegen(std::span<const std::string, SLOTS> belegungen);
+    void TasteBelegen(std::span<const Belegung, SLOTS> belegungen);
 
     /// No button is pressed.
     std::optional<Schritt> nichtsGedrueckt();

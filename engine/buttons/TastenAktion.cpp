@@ -21,8 +21,8 @@ constexpr std::uint32_t bit(int slot) {
     return 1U << slot;
 }
 
-std::string zifferntaste(int zaehler) {
-    return std::to_string('0' + zaehler);
+Feld zifferntaste(int zaehler) {
+    return Feld('0' + zaehler);
 }
 
 bool hatTaste(Tastenart art) {
@@ -30,7 +30,7 @@ bool hatTaste(Tastenart art) {
 }
 
 std::chrono::milliseconds dauer(const Feld& feld) {
-    return std::chrono::milliseconds{feldzahl(feld)};
+    return std::chrono::milliseconds{feld.zahl()};
 }
 
 // Runs a step that reads a `Belegung`; its errors name the slot and the text.
@@ -49,43 +49,26 @@ TastenAktion::TastenAktion(Tastenstand& stand, GehalteneTasten& gehaltene, Wiede
     , zeitgeber_(zeitgeber)
     , anzeige_(anzeige) {}
 
-void TastenAktion::BelegungZerlegen(std::string_view text) {
-    std::size_t naechstes = 0;
-    const auto ablegen = [&](std::string_view stueck) {
-        if (naechstes >= stand_.Felder.size())
-            throw LaufzeitFehler(Fehlernummer::FalscherIndex,
-                                 "Index außerhalb des gültigen Bereichs: zu viele Felder");
-        stand_.Felder[naechstes++] = std::string(stueck);
-    };
-    const auto stuecke = zerlegen(text, ',');
-    for (std::size_t i = 0; i + 1 < stuecke.size(); ++i)
-        ablegen(stuecke[i]);
-    if (!stuecke.empty())
-        for (const auto stueck : zerlegen(stuecke.back(), '-'))
-            ablegen(stueck);
-}
-
-void TastenAktion::TasteDrueckAktion(std::string_view belegung, int slot, int ebene) {
+void TastenAktion::TasteDrueckAktion(const Belegung& belegung, int slot, int ebene) {
     stand_.AktSlot = static_cast<std::int16_t>(slot);
     stand_.AktTimerId = slotTimerId(slot);
-    const Belegungsort ort{slot, ebene, std::string(belegung)};
-    benannt(ort, [&] { druecken(ort); });
+    const Belegungsort ort{slot, ebene, belegung.text()};
+    benannt(ort, [&] { druecken(belegung, ort); });
 }
 
-void TastenAktion::TasteLoesAktion(std::string_view belegung, int slot, int ebene) {
-    const Belegungsort ort{slot, ebene, std::string(belegung)};
-    benannt(ort, [&] { loesen(ort); });
+void TastenAktion::TasteLoesAktion(const Belegung& belegung, int slot, int ebene) {
+    benannt({slot, ebene, belegung.text()}, [&] { loesen(belegung, slot); });
 }
 
-void TastenAktion::druecken(const Belegungsort& ort) {
+void TastenAktion::druecken(const Belegung& belegung, const Belegungsort& ort) {
     const int slot = ort.slot;
-    BelegungZerlegen(ort.belegung);
+    BelegungZerlegen(belegung);
 
     const auto& felder = stand_.Felder;
-    const auto modus = feldzahl(felder[MODUS]);
-    const auto druckzeit = feldzahl(felder[DRUCKZEIT]);
+    const auto modus = felder[MODUS].zahl();
+    const auto druckzeit = felder[DRUCKZEIT].zahl();
     const bool impuls = modus == MODUS_IMPULS && druckzeit > 0;
-    const auto art = static_cast<Tastenart>(feldzahl(felder[ART]));
+    const auto art = static_cast<Tastenart>(felder[ART].zahl());
 
     if (art == Tastenart::ZaehlerAuf)
         zaehlen(+1);
@@ -93,7 +76,7 @@ void TastenAktion::druecken(const Belegungsort& ort) {
         zaehlen(-1);
 
     if (hatTaste(art)) {
-        const auto taste = art == Tastenart::Taste ? feldtext(felder[TASTE]) : zifferntaste(stand_.Zaehler);
+        const auto taste = art == Tastenart::Taste ? felder[TASTE] : zifferntaste(stand_.Zaehler);
         if (!impuls) {
             tasteDruecken(slot, taste);
         } else if (slot <= LETZTER_SLOT) {
@@ -109,26 +92,23 @@ void TastenAktion::druecken(const Belegungsort& ort) {
     titelZeigen();
 }
 
-void TastenAktion::loesen(const Belegungsort& ort) {
-    BelegungZerlegen(ort.belegung);
-    const auto art = static_cast<Tastenart>(feldzahl(stand_.Felder[ART]));
+void TastenAktion::loesen(const Belegung& belegung, int slot) {
+    BelegungZerlegen(belegung);
+    const auto art = static_cast<Tastenart>(stand_.Felder[ART].zahl());
     if (hatTaste(art))
-        tasteLoesen(art, ort.slot);
+        tasteLoesen(art, slot);
     else if (art == Tastenart::Maus)
-        xpTaste_.MausLoesen(feldzahl(stand_.Felder[MODUS]));
+        xpTaste_.MausLoesen(stand_.Felder[MODUS].zahl());
 }
 
 void TastenAktion::tasteLoesen(Tastenart art, int slot) {
-    const auto taste =
-        art == Tastenart::Taste ? feldtext(stand_.Felder[TASTE]) : zifferntaste(stand_.Zaehler);
-
-    if (feldzahl(stand_.Felder[DRUCKZEIT]) <= 0)
-        TasteFreigeben(slot, taste);
+    if (stand_.Felder[DRUCKZEIT].zahl() <= 0)
+        TasteFreigeben(slot);
 
     if (stand_.DrueckMaske & bit(slot)) {
         zeitgeber_.KillTimer(slotTimerId(slot));
         stand_.DrueckMaske &= ~bit(slot);
-        TasteFreigeben(slot, taste);
+        TasteFreigeben(slot);
         if (art != Tastenart::ZaehlerAuf)
             drueckmaskeZeigen();
     }
@@ -137,7 +117,7 @@ void TastenAktion::tasteLoesen(Tastenart art, int slot) {
         stand_.PausenMaske &= ~bit(slot);
         drueckmaskeZeigen();
     } else {
-        TasteFreigeben(slot, taste);
+        TasteFreigeben(slot);
     }
 }
 
@@ -149,10 +129,10 @@ void TastenAktion::SlotTakt(int slot) {
     };
 
     if (stand_.DrueckMaske & bit(slot)) {
-        TasteFreigeben(slot, feldtext(satz[TASTE]));
+        TasteFreigeben(slot);
         zeitgeber_.KillTimer(id);
         stand_.DrueckMaske &= ~bit(slot);
-        if (feldzahl(satz[PAUSENZEIT]) > 0) {
+        if (satz[PAUSENZEIT].zahl() > 0) {
             stand_.PausenMaske |= bit(slot);
             zeitgeber_.SetTimer(id, dauer(satz[PAUSENZEIT]), wiederkommen);
         }
@@ -162,33 +142,32 @@ void TastenAktion::SlotTakt(int slot) {
         stand_.PausenMaske &= ~bit(slot);
         zeitgeber_.KillTimer(id);
     }
-    const auto taste = tastencode(feldzahl(satz[TASTE]));
-    gehaltene_.GehaltenPflegen(halteeintrag(slot, feldtext(satz[TASTE])), 0, xpTaste_);
+    const auto eintrag = Halteeintrag::aus(slot, satz[TASTE]);
+    gehaltene_.aufnehmen(eintrag);
     if (slot != 0) // the caption of slot 0 lags until the next action
         titelZeigen();
-    xpTaste_.TasteAbSenden(taste);
-    if (feldzahl(satz[MODUS]) == MODUS_IMPULS) {
+    xpTaste_.TasteAbSenden(eintrag.taste);
+    if (satz[MODUS].zahl() == MODUS_IMPULS) {
         stand_.DrueckMaske |= bit(slot);
         zeitgeber_.SetTimer(id, dauer(satz[DRUCKZEIT]), wiederkommen);
     }
 }
 
-void TastenAktion::TasteFreigeben(int slot, std::string_view taste) {
-    // The gate is a plain search: "2-" is also found in "12-65,". What follows goes by the whole slot number.
-    if (gehaltene_.GehaltenText().find(std::to_string(slot) + "-") == std::string::npos)
+void TastenAktion::TasteFreigeben(int slot) {
+    // The gate is a plain search in the text. What follows goes by the whole slot number.
+    if (!slotKommtVor(gehaltene_.GehaltenText(), slot))
         return;
-    const auto eintrag = halteeintrag(slot, taste);
-    wiederholung_.WiederholungStoppen(eintrag);
-    gehaltene_.GehaltenPflegen(eintrag, 1, xpTaste_);
+    wiederholung_.WiederholungStoppen(slot);
+    if (const auto eintrag = gehaltene_.herausnehmen(slot))
+        xpTaste_.TasteAufSenden(eintrag->taste);
     wiederholung_.abgleichen();
     titelZeigen();
 }
 
-void TastenAktion::tasteDruecken(int slot, const std::string& taste) {
-    // Read as a number before it is entered: an entry that is no key could never be released.
-    const auto code = tastencode(feldzahl(std::string_view{taste}));
-    gehaltene_.GehaltenPflegen(halteeintrag(slot, taste), 0, xpTaste_);
-    xpTaste_.TasteAbSenden(code);
+void TastenAktion::tasteDruecken(int slot, const Feld& taste) {
+    const auto eintrag = Halteeintrag::aus(slot, taste);
+    gehaltene_.aufnehmen(eintrag);
+    xpTaste_.TasteAbSenden(eintrag.taste);
 }
 
 void TastenAktion::zaehlen(int schritt) {

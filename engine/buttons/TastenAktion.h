@@ -11,40 +11,17 @@
 //   pause     0            1            Pausenzeit          over -> key down; release -> idle
 #pragma once
 
-#include "formats/Felder.h"
+#include "formats/Belegung.h"
 
 #include <array>
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 class GehalteneTasten;
 class LaufAnzeige;
 class Wiederholung;
 class XPTaste;
 class Zeitgeber;
-
-/// Type of action, the first field of a `Belegung`. Other numbers do nothing.
-enum class Tastenart : std::int32_t {
-    ZaehlerAuf = 0, ///< "1,2,3,4..."
-    Taste = 1,
-    ZaehlerAb = 2, ///< "9,8,7,6..."
-    Umschalt1 = 3,
-    Umschalt2 = 4,
-    Maus = 5,
-    Leer = 10,
-};
-
-/// Places in a `Belegung`, "Art,Taste,Modus-Druckzeit-Pausenzeit".
-namespace belegungsfeld {
-inline constexpr std::size_t ART = 0;
-inline constexpr std::size_t TASTE = 1;
-inline constexpr std::size_t MODUS = 2;
-inline constexpr std::size_t DRUCKZEIT = 3;  ///< ms
-inline constexpr std::size_t PAUSENZEIT = 4; ///< ms
-} // namespace belegungsfeld
-
-using Belegungsfelder = std::array<Feld, 5>;
 
 /// Where a `Belegung` stands and what it says, for messages.
 struct Belegungsort {
@@ -72,23 +49,22 @@ public:
 
     /// Press edge of `slot`, 0 to 15. Throws LaufzeitFehler for a `Belegung` that does not parse; `ebene`, 0
     /// to 2, is where it stands, for the error's text.
-    void TasteDrueckAktion(std::string_view belegung, int slot, int ebene = 0);
+    void TasteDrueckAktion(const Belegung& belegung, int slot, int ebene = 0);
     /// Release edge of `slot`. Throws as above.
-    void TasteLoesAktion(std::string_view belegung, int slot, int ebene = 0);
+    void TasteLoesAktion(const Belegung& belegung, int slot, int ebene = 0);
 
-    /// Fills `Felder`: the pieces between ",", the last of them split at "-". Fields beyond the last piece
-    /// keep what they held. Throws LaufzeitFehler 9 for more than five fields.
-    void BelegungZerlegen(std::string_view text);
-    /// Releases what a slot holds, whatever key that is; `taste` is only the text looked for among the
-    /// repeats.
-    void TasteFreigeben(int slot, std::string_view taste);
+    /// Fills `Felder`; fields beyond the last piece keep what they held. Throws LaufzeitFehler 9 for more
+    /// than five fields.
+    void BelegungZerlegen(const Belegung& belegung) { belegung.legenUeber(stand_.Felder); }
+    /// Releases what a slot holds, whatever key that is, and stops its repeat.
+    void TasteFreigeben(int slot);
     /// Timer procedure of a slot's pulse; also entered at the press.
     void SlotTakt(int slot);
 
 private:
-    void druecken(const Belegungsort& ort);
-    void loesen(const Belegungsort& ort);
-    void tasteDruecken(int slot, const std::string& taste);
+    void druecken(const Belegung& belegung, const Belegungsort& ort);
+    void loesen(const Belegung& belegung, int slot);
+    void tasteDruecken(int slot, const Feld& taste);
     void tasteLoesen(Tastenart art, int slot);
     void zaehlen(int schritt);
     void titelZeigen();

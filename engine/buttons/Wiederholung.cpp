@@ -2,7 +2,6 @@
 
 #include "engine/buttons/GehalteneTasten.h"
 #include "engine/output/XPTaste.h"
-#include "formats/Felder.h"
 
 #include <algorithm>
 
@@ -21,44 +20,40 @@ Wiederholung::Wiederholung(Wiederholstand& stand, const GehalteneTasten& gehalte
 }
 
 void Wiederholung::WiederholungPruefen() {
-    const auto& text = gehaltene_.GehaltenText();
-    if (text == stand_.GehaltenTextAlt)
+    if (gehaltene_.GehaltenText() == stand_.GehaltenTextAlt)
         return;
-    auto stuecke = zerlegen(text, ',');
-    if (!stuecke.empty())
-        stuecke.pop_back(); // behind the last ","
+    const auto& eintraege = gehaltene_.eintraege();
     // Entries beyond the last place can't be repeated.
-    const auto anzahl = std::min(stuecke.size(), stand_.WiederholSlots.size());
+    const auto anzahl = std::min(eintraege.size(), stand_.WiederholSlots.size());
     for (std::size_t platz = 0; platz < anzahl; ++platz) {
-        if (stand_.GehaltenTextAlt.find(stuecke[platz]) != std::string::npos)
+        if (eintragKommtVor(stand_.GehaltenTextAlt, eintraege[platz]))
             continue;
         if (platz < Timer1_.size()) {
             Timer1_[platz]->Enabled(true);
             Timer1_[platz]->Interval(intervall_);
         }
-        stand_.WiederholSlots[platz] = std::string(stuecke[platz]) + ",";
+        stand_.WiederholSlots[platz] = eintraege[platz];
     }
     abgleichen();
 }
 
-void Wiederholung::WiederholungStoppen(std::string_view eintrag) {
-    const auto slot = davor(eintrag, '-');
+void Wiederholung::WiederholungStoppen(int slot) {
     for (std::size_t platz = 0; platz < DURCHSUCHTE_PLAETZE; ++platz) {
         auto& inhalt = stand_.WiederholSlots[platz];
-        if (inhalt.empty() || davor(inhalt, '-') != slot)
+        if (!inhalt || inhalt->slot != slot)
             continue;
         if (platz < Timer1_.size())
             Timer1_[platz]->Enabled(false);
-        inhalt.clear();
+        inhalt.reset();
         return;
     }
 }
 
 void Wiederholung::slotsLeeren() {
-    if (stand_.WiederholSlots.front().empty())
+    if (!stand_.WiederholSlots.front())
         return;
     for (std::size_t platz = 0; platz < DURCHSUCHTE_PLAETZE; ++platz)
-        stand_.WiederholSlots[platz].clear();
+        stand_.WiederholSlots[platz].reset();
 }
 
 void Wiederholung::anhalten() {
@@ -72,9 +67,6 @@ void Wiederholung::abgleichen() {
 
 void Wiederholung::takt(std::size_t platz) {
     // A place can be emptied while its timer runs; the timer then goes on in silence.
-    const std::string_view inhalt = stand_.WiederholSlots[platz];
-    if (inhalt.empty())
-        return;
-    const auto eintrag = davor(inhalt, ',');
-    xpTaste_.TasteAbSenden(feldzahl(eintrag.substr(davor(eintrag, '-').size() + 1)));
+    if (const auto& inhalt = stand_.WiederholSlots[platz])
+        xpTaste_.TasteAbSenden(inhalt->taste);
 }

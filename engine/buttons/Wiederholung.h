@@ -2,24 +2,26 @@
 //
 // Sixteen timers, one for each of the first sixteen places of the list of held keys. A timer is picked by the
 // place at which a new entry appears; what it repeats stands in the repeat slot of that number. Entries move
-// up when one before them goes, slots do not: from then on place and entry part, and the slot's text decides.
+// up when one before them goes, slots do not: from then on place and entry part, and the slot decides.
 #pragma once
 
+#include "formats/Halteliste.h"
 #include "platform/Zeitgeber.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
 
 class GehalteneTasten;
 class XPTaste;
 
 /// What outlasts a run.
 struct Wiederholstand {
-    std::array<std::string, 21> WiederholSlots; ///< held-key entries or ""; places 16 to 20 have no timer
-    std::string GehaltenTextAlt;                ///< `GehaltenText` as of the last comparison
+    /// What is repeated; places 16 to 20 have no timer.
+    std::array<std::optional<Halteeintrag>, 21> WiederholSlots;
+    std::string GehaltenTextAlt; ///< `GehaltenText` as of the last comparison
 };
 
 class Wiederholung {
@@ -34,11 +36,11 @@ public:
 
     /// Starts the timer of every entry of `GehaltenText` that is new since the last comparison.
     void WiederholungPruefen();
-    /// Stops the first repeat of the entry's slot among places 0 to 19.
-    void WiederholungStoppen(std::string_view eintrag);
+    /// Stops the first repeat of a slot among places 0 to 19.
+    void WiederholungStoppen(int slot);
     /// All buttons are up: empties places 0 to 19 if place 0 holds anything. Timers go on, over empty places.
     void slotsLeeren();
-    /// The run is over: stops all timers. The places keep their texts.
+    /// The run is over: stops all timers. The places keep their entries.
     void anhalten();
     /// Takes the held keys as they are now for known.
     void abgleichen();

@@ -1,22 +1,29 @@
-// Mouse buttons and wheel by their number, as the assignments of sticks and slider name them.
+// Mouse buttons, wheel and steps by their number, as assignments name them.
+//
+//   number      0     1      2        3         4
+//   button      left  right  middle   wheel up  wheel down
+//   direction   left  right  up       down
+//
+// A pad button's wheel moves by its number, +3 and -4. Sticks and slider have an amount of their own.
 #pragma once
 
 #include <cstdint>
 #include <functional>
-#include <string_view>
+#include <optional>
 
 class Eingabe;
 
 namespace maus {
 
-/// Presses by the digit of the choice: "0" left, "1" right, "2" middle button, "3" wheel up, "4" wheel down
-/// by `menge`, which is only asked for then. Any other text does nothing.
-void druecken(Eingabe& eingabe, std::string_view wahl, const std::function<std::int32_t()>& menge);
-/// Releases the button of the choice; the wheel has nothing to release.
-void loslassen(Eingabe& eingabe, std::string_view wahl);
-/// Moves by `schritt` counts: "0" to the left, "1" right, "2" up, "3" down. Gives whether the text is one of
-/// them; any other moves nothing and does not ask for the counts.
-bool bewegen(Eingabe& eingabe, std::string_view richtung, const std::function<std::int32_t()>& schritt);
+/// Presses for a pad button. Any other number does nothing.
+void festDruecken(Eingabe& eingabe, int knopf);
+/// Presses for a stick or the slider; `menge` is only asked for the wheel. Anything else does nothing.
+void druecken(Eingabe& eingabe, std::optional<int> knopf, const std::function<std::int32_t()>& menge);
+/// Releases the button; the wheel has nothing to release.
+void loslassen(Eingabe& eingabe, std::optional<int> knopf);
+/// Moves by `schritt` counts. Gives whether there is such a direction; another one moves nothing and does not
+/// ask for the counts.
+bool bewegen(Eingabe& eingabe, std::optional<int> richtung, const std::function<std::int32_t()>& schritt);
 
 /// The number with its sign turned. Throws LaufzeitFehler 6 for the one that has no counterpart.
 std::int32_t negativ(std::int32_t zahl);

@@ -14,28 +14,22 @@ constexpr bool istErweitert(VirtuelleTaste taste) {
     return taste > 33 && taste < 48;
 }
 
-/// The number as a key code; throws LaufzeitFehler 6 where it does not fit 16 bits or is negative.
-VirtuelleTaste tastencode(std::int32_t zahl);
-
 class XPTaste {
 public:
     /// `WiederholungPruefen` is called after every key-down.
     XPTaste(Eingabe& eingabe, std::function<void()> WiederholungPruefen)
         : eingabe_(eingabe), WiederholungPruefen_(std::move(WiederholungPruefen)) {}
 
-    /// Key-down and key-up of a virtual key code. Throws LaufzeitFehler 6 for a number that is no 16-bit
-    /// code.
-    void TasteAbSenden(std::int32_t taste);
-    void TasteAufSenden(std::int32_t taste);
+    /// Key-down and key-up.
+    void TasteAbSenden(VirtuelleTaste taste);
+    void TasteAufSenden(VirtuelleTaste taste);
 
-    /// Presses by the selector of a mouse action: 0 left, 1 right, 2 middle button, 3 wheel up, 4 wheel down.
-    /// The wheel moves by the selector itself, +3 and -4. Others do nothing.
+    /// Presses and releases by the selector of a button's mouse action (maus::festDruecken).
     void MausDruecken(int selektor);
-    /// Releases the button of the selector; the wheel has nothing to release.
     void MausLoesen(int selektor);
 
 private:
-    void tasteSenden(std::int32_t taste, std::uint32_t flags);
+    void tasteSenden(VirtuelleTaste taste, std::uint32_t flags);
 
     Eingabe& eingabe_;
     std::function<void()> WiederholungPruefen_;

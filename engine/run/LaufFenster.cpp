@@ -27,6 +27,15 @@ constexpr std::uint32_t bit(int slot) {
     return 1U << slot;
 }
 
+// Reads the texts of a run once.
+Laufbelegungen belegungen(const Laufbild& texte) {
+    Laufbelegungen gelesen;
+    for (std::size_t ebene = 0; ebene < texte.size(); ++ebene)
+        for (std::size_t slot = 0; slot < texte[ebene].size(); ++slot)
+            gelesen[ebene][slot] = Belegung(texte[ebene][slot]);
+    return gelesen;
+}
+
 } // namespace
 
 LaufFenster::LaufFenster(const Laufumgebung& umgebung)
@@ -54,7 +63,7 @@ void LaufFenster::laden() {
     global.Alle_Variablen_loeschen();
     zustand_.stickdatenbank.laufBeginnt();
     reglerLesen();
-    Aktionen_ = TastenLaufLesen(global.DatenbankPfad, global.SchemaName);
+    Aktionen_ = belegungen(TastenLaufLesen(global.DatenbankPfad, global.SchemaName));
     ebenen_.TasteBelegen(Aktionen_[STANDART]);
     if (const auto funktion = FunktionLesen(global.DatenbankPfad, global.SchemaName))
         anzeige_.Option1(*funktion);
@@ -272,6 +281,6 @@ void LaufFenster::sticktabellenLaden(int ebene) {
         stick->tabellenLaden(ebene);
 }
 
-const std::string& LaufFenster::belegung(int slot) const {
+const Belegung& LaufFenster::belegung(int slot) const {
     return Aktionen_[static_cast<std::size_t>(ebenen_.Ebene())][static_cast<std::size_t>(slot)];
 }

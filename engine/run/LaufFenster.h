@@ -28,6 +28,7 @@
 #include "engine/run/Laufdienste.h"
 #include "engine/run/Laufzustand.h"
 #include "engine/slider/Schubregler.h"
+#include "formats/Belegung.h"
 #include "platform/Joystick.h"
 #include "store/schema/modLesen.h"
 
@@ -43,6 +44,9 @@ struct Laufumgebung {
     Zeitgeber& zeitgeber;
     LaufAnzeige& anzeige;
 };
+
+/// [layer][slot], as Laufbild.
+using Laufbelegungen = std::array<std::array<Belegung, SLOTS>, EBENEN>;
 
 class LaufFenster {
 public:
@@ -89,7 +93,7 @@ private:
     void tastenflanken();
     void grenzenLoeschen();
     void sticktabellenLaden(int ebene);
-    const std::string& belegung(int slot) const;
+    const Belegung& belegung(int slot) const;
 
     Laufzustand& zustand_;
     Joystick& joystick_;
@@ -106,7 +110,7 @@ private:
     std::unique_ptr<Formularzeitgeber> tmrSpiel_;
     std::unique_ptr<Formularzeitgeber> Timer1_; // has no procedure
 
-    Laufbild Aktionen_;
+    Laufbelegungen Aktionen_;
     JOYINFOEX JoyInfo_;
     JOYINFOEX JoyInfoAlt_;
     std::uint16_t TastenWort_ = 0;

@@ -6,12 +6,10 @@
 #include "engine/output/XPTaste.h"
 #include "engine/run/Fehlerort.h"
 #include "engine/run/TimerUeberwachung.h"
-#include "formats/Felder.h"
 #include "platform/Eingabe.h"
 #include "platform/Zeitgeber.h"
 #include "store/files/Achsendatei.h"
 
-#include <limits>
 #include <utility>
 
 namespace {
@@ -21,53 +19,38 @@ constexpr std::int32_t UNTERES_ENDE = 130;  // below this an end is reached
 constexpr std::int32_t OBERES_ENDE = 65400; // above this
 constexpr double ACHSENLAENGE = 65535;
 
-enum Art : std::int32_t { KEINE = -1, MAUSBEWEGUNG = 0, MAUSTASTE = 1, TASTATUR = 2, LEERFELD = 3 };
-
-// Pieces of a record.
-constexpr std::size_t NUR_AUSWAERTS = 0;
-constexpr std::size_t NUMMER = 1;
-constexpr std::size_t ART = 2;
-constexpr std::size_t UNTERWAHL = 3;
-
 // Parameters; what they mean goes by the type of action.
 constexpr std::size_t INTERVALL = 0;
 constexpr std::size_t SCHRITT = 1;
 constexpr std::size_t RADMENGE = 0;
 constexpr std::size_t TASTE = 0;
 constexpr std::size_t DRUCKZEIT = 1;
-constexpr std::size_t PAUSE = 2;
 
-constexpr const char* TASTE_GEHALTEN = "0";
-constexpr const char* TASTE_ZEITGESTEUERT = "1";
+constexpr int TASTE_GEHALTEN = 0;
+constexpr int TASTE_ZEITGESTEUERT = 1;
 
 [[noreturn]] void falscherIndex() {
     throw LaufzeitFehler(Fehlernummer::FalscherIndex,
                          "Index außerhalb des gültigen Bereichs: zu wenige Angaben");
 }
 
-template <class Liste> const std::string& stueck(const Liste& liste, std::size_t stelle) {
-    if (stelle >= liste.size())
+const Feld& verlangt(const Feld& feld) {
+    if (!feld.da())
         falscherIndex();
-    return liste[stelle];
+    return feld;
 }
 
-std::vector<std::string> stuecke(std::string_view text, char trenner) {
-    const auto teile = zerlegen(text, trenner);
-    return {teile.begin(), teile.end()};
-}
-
-std::int16_t ganzzahl16(std::string_view text) {
-    const auto zahl = feldzahl(text);
-    if (zahl < std::numeric_limits<std::int16_t>::min() || zahl > std::numeric_limits<std::int16_t>::max())
-        throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: " + angefuehrt(text));
+std::int16_t ganzzahl16(const Feld& feld) {
+    const auto zahl = feld.zahl();
+    if (!std::in_range<std::int16_t>(zahl))
+        throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: " + angefuehrt(feld.text()));
     return static_cast<std::int16_t>(zahl);
 }
 
 // A record by its number, as far as it has one, and its text.
-std::string satzname(const std::string& text) {
-    const auto satz = zerlegen(text, '-');
-    return "Schubregler" + (satz.size() > NUMMER ? ", Feld " + std::string(satz[NUMMER]) : "") + ": " +
-           angefuehrt(text);
+std::string satzname(const Schubsatz& satz) {
+    return "Schubregler" + (satz.nummer.da() ? ", Feld " + satz.nummer.text() : "") + ": " +
+           angefuehrt(satz.text);
 }
 
 // Runs one step with its errors ignored; gives whether there was one.
@@ -84,25 +67,20 @@ template <class Schritt> bool misslingt(Schritt&& schritt) {
 
 void Schubregler::erstellen() {
     achsendatei_.AchsenLaden();
-    const auto teile = stuecke(achsendatei_.SchubreglerText(), '/');
-    if (teile.empty())
+    const auto lauf = schubtextImLauf(achsendatei_.SchubreglerText());
+    if (!lauf)
         return;
     anOrt([] { return std::string("Schubregler, Anzahl der Felder"); },
-          [&] { SchubAnzahl_ = ganzzahl16(teile.front()); });
-    std::size_t massgebend = 0;
-    for (std::size_t i = 1; i < teile.size(); ++i) {
-        const auto satz = stuecke(teile[i], '-');
-        anOrt([&] { return satzname(teile[i]); },
+          [&] { SchubAnzahl_ = ganzzahl16(lauf->anzahl); });
+    for (const auto& satz : lauf->saetze)
+        anOrt([&] { return satzname(satz); },
               [&] {
-                  if (!SchubFelder_.emplace(stueck(satz, NUMMER), satz).second)
+                  if (!SchubFelder_.emplace(verlangt(satz.nummer).text(), satz).second)
                       throw LaufzeitFehler(Fehlernummer::SchluesselVergeben, "Dieses Feld gibt es zweimal");
               });
-        if (massgebend == 0 || satz[NUMMER] == "1")
-            massgebend = i;
-    }
-    if (massgebend > 0)
-        anOrt([&] { return satzname(teile[massgebend]); },
-              [&] { SchubNurAuswaerts_ = ganzzahl16(stuecke(teile[massgebend], '-')[NUR_AUSWAERTS]); });
+    if (!lauf->saetze.empty())
+        anOrt([&] { return satzname(lauf->massgebend()); },
+              [&] { SchubNurAuswaerts_ = ganzzahl16(lauf->massgebend().nurAuswaerts); });
 }
 
 void Schubregler::auswerten() {
@@ -117,7 +95,7 @@ void Schubregler::auswerten() {
     // An error does not end the tick but keeps the new action from starting in it: where the end of the old
     // one fails, the new one starts a tick later.
     bool fehler = !SchubFelder_.contains(std::to_string(feld));
-    if (feld != SchubFeldAlt_ && SchubArtAlt_ != KEINE)
+    if (feld != SchubFeldAlt_ && SchubArtAlt_)
         fehler = !aktionBeenden() || fehler;
     if (!fehler && feld != SchubFeldAlt_)
         misslingt([&] { aktionStarten(feld, darf); });
@@ -153,44 +131,44 @@ int Schubregler::feldVon(std::int32_t wert) const {
 
 // Gives whether it went without an error; the action counts as ended in any case.
 bool Schubregler::aktionBeenden() {
-    const auto art = std::exchange(SchubArtAlt_, KEINE);
+    const auto art = std::exchange(SchubArtAlt_, std::nullopt);
     SchubFeldAlt_ = 0;
     return !misslingt([&] {
-        switch (art) {
-        case MAUSBEWEGUNG:
+        switch (*art) {
+        case Schubart::Mausbewegung:
             SchubMausStop();
             break;
-        case MAUSTASTE:
+        case Schubart::Maustaste:
             SchubMausTasteLoslassen();
             break;
-        case TASTATUR:
+        case Schubart::Tastatur:
             stand_.SchubPause = 0;
             SchubTasteLoslassen();
             break;
-        default:
+        case Schubart::Leerfeld:
             break;
         }
     });
 }
 
 void Schubregler::aktionStarten(int feld, bool erlaubt) {
-    const auto& e = SchubFelder_.at(std::to_string(feld));
-    const auto art = feldzahl(std::string_view(stueck(e, ART)));
-    if (art == LEERFELD || !erlaubt)
+    const auto& satz = SchubFelder_.at(std::to_string(feld));
+    const auto art = static_cast<Schubart>(verlangt(satz.art).zahl());
+    if (art == Schubart::Leerfeld || !erlaubt)
         return;
     SchubFeldAlt_ = static_cast<std::int16_t>(feld);
     SchubArtAlt_ = art; // before the start: what an ill-formed record has begun must find its end
     switch (art) {
-    case MAUSBEWEGUNG:
-        SchubMausBewegen(e);
+    case Schubart::Mausbewegung:
+        SchubMausBewegen(satz);
         break;
-    case MAUSTASTE:
-        SchubMausTaste(e);
+    case Schubart::Maustaste:
+        SchubMausTaste(satz);
         break;
-    case TASTATUR:
-        SchubTaste(e);
+    case Schubart::Tastatur:
+        SchubTaste(satz);
         break;
-    default:
+    case Schubart::Leerfeld:
         break;
     }
 }
@@ -198,14 +176,14 @@ void Schubregler::aktionStarten(int feld, bool erlaubt) {
 // --- parameters ---
 
 // They are kept while the field stays the same, through the end of a run too.
-void Schubregler::parameterFuellen(const Satz& e) {
-    const auto teile = stuecke(stueck(e, UNTERWAHL), '(');
-    auto werte = stuecke(stueck(teile, 1), ',');
-    const auto feld = ganzzahl16(e[NUMMER]);
+void Schubregler::parameterFuellen(const Schubsatz& satz) {
+    if (!satz.angaben)
+        falscherIndex();
+    const auto feld = ganzzahl16(satz.nummer);
     if (feld == stand_.SchubParameterFeld)
         return;
     stand_.SchubParameterFeld = feld;
-    stand_.SchubParameter = Schubstand::Parameter{teile.front(), std::move(werte)};
+    stand_.SchubParameter = satz.angaben;
 }
 
 void Schubregler::parameterLeeren() {
@@ -213,23 +191,29 @@ void Schubregler::parameterLeeren() {
     stand_.SchubParameter.reset();
 }
 
-const std::string& Schubregler::unterwahl() const {
+const Schubangaben& Schubregler::angaben() const {
     if (!stand_.SchubParameter)
         falscherIndex();
-    return stand_.SchubParameter->unterwahl;
+    return *stand_.SchubParameter;
+}
+
+std::optional<int> Schubregler::unterwahl() const {
+    return angaben().unterwahl.ziffer();
 }
 
 std::int32_t Schubregler::parameter(std::size_t stelle) const {
-    if (!stand_.SchubParameter)
-        falscherIndex();
-    return feldzahl(std::string_view(stueck(stand_.SchubParameter->werte, stelle)));
+    return angaben().wert(stelle).zahl();
+}
+
+VirtuelleTaste Schubregler::taste() const {
+    return tastencode(parameter(TASTE));
 }
 
 // --- mouse ---
 
-void Schubregler::SchubMausBewegen(const Satz& e) {
+void Schubregler::SchubMausBewegen(const Schubsatz& satz) {
     const auto vorher = stand_.SchubParameterFeld;
-    parameterFuellen(e);
+    parameterFuellen(satz);
     if (stand_.SchubParameterFeld != vorher)
         timerStoppen();
     mausschritt();
@@ -250,8 +234,8 @@ void Schubregler::SchubMausStop() {
     parameterLeeren();
 }
 
-void Schubregler::SchubMausTaste(const Satz& e) {
-    parameterFuellen(e);
+void Schubregler::SchubMausTaste(const Schubsatz& satz) {
+    parameterFuellen(satz);
     maus::druecken(dienste_.eingabe, unterwahl(), [this] { return parameter(RADMENGE); });
 }
 
@@ -262,38 +246,37 @@ void Schubregler::SchubMausTasteLoslassen() {
 
 // --- keys: they go straight out and are not entered among the held ones ---
 
-void Schubregler::SchubTaste(const Satz& e) {
-    parameterFuellen(e);
+void Schubregler::SchubTaste(const Schubsatz& satz) {
+    parameterFuellen(satz);
     if (unterwahl() == TASTE_GEHALTEN) {
         druecken();
     } else if (unterwahl() == TASTE_ZEITGESTEUERT) {
         druecken();
-        const auto& pause = stueck(stand_.SchubParameter->werte, PAUSE);
-        stand_.SchubPause = pause == ")" ? 0 : feldzahl(davor(pause, ')'));
+        stand_.SchubPause = angaben().pause();
         druckzeitStarten();
     }
 }
 
 // A key that another run has left down for a time belongs to this press from now on.
 void Schubregler::druecken() {
-    dienste_.xpTaste.TasteAbSenden(parameter(TASTE));
-    stand_.Druckenden.erase(parameter(TASTE));
+    dienste_.xpTaste.TasteAbSenden(taste());
+    stand_.Druckenden.erase(taste());
 }
 
 void Schubregler::druckzeitStarten() {
-    const auto taste = parameter(TASTE);
+    const auto code = taste();
     const std::chrono::milliseconds druckzeit{parameter(DRUCKZEIT)};
-    auto& ende = stand_.Druckenden[taste];
+    auto& ende = stand_.Druckenden[code];
     ende.lauf = this;
     ende.zeitgeber = dienste_.zeitgeber.formularzeitgeber(
-        [&stand = stand_, &eingabe = dienste_.eingabe, taste] { druckzeitVorbei(stand, eingabe, taste); });
+        [&stand = stand_, &eingabe = dienste_.eingabe, code] { druckzeitVorbei(stand, eingabe, code); });
     ende.zeitgeber->Interval(druckzeit < std::chrono::milliseconds{1} ? SETTIMER_MINDESTENS : druckzeit);
     ende.zeitgeber->Enabled(true);
 }
 
 // Outlasts the run, so it may look at the run's own things only while that is on. Cannot fail after it: the
 // code has been pressed.
-void Schubregler::druckzeitVorbei(Schubstand& stand, Eingabe& eingabe, std::int32_t taste) {
+void Schubregler::druckzeitVorbei(Schubstand& stand, Eingabe& eingabe, VirtuelleTaste taste) {
     const auto ende = stand.Druckenden.extract(taste);
     if (ende.mapped().lauf)
         ende.mapped().lauf->SchubTasteLoslassen();
@@ -304,7 +287,7 @@ void Schubregler::druckzeitVorbei(Schubstand& stand, Eingabe& eingabe, std::int3
 void Schubregler::SchubTasteLoslassen() {
     timerStoppen();
     std::erase_if(stand_.Druckenden, [this](const auto& eintrag) { return eintrag.second.lauf == this; });
-    dienste_.xpTaste.TasteAufSenden(parameter(TASTE));
+    dienste_.xpTaste.TasteAufSenden(taste());
     if (stand_.SchubPause == 0)
         parameterLeeren();
     else

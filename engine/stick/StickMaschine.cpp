@@ -13,8 +13,6 @@ constexpr std::int32_t EBENENRAND = 65535; // the plane ends here
 
 constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSTEXTE{"Links", "Rechts", "Oben", "Unten"};
 
-constexpr auto NICHT_DA = std::string_view::npos;
-
 // Both searches give the line at which they stop, or the number of lines.
 //
 // Falling lists, `Links` and `Oben`: the last line always stops the search, so a position on an inner line
@@ -44,7 +42,7 @@ void StickMaschine::tabellenLaden(int ebene) {
     auto tabellen = datenbank_.tabellen(global_.DatenbankPfad, global_.SchemaName, art_.seite, ebene);
     ebene_ = ebene;
     StickLinien_ = std::move(tabellen.StickLinien);
-    StickAktionen_ = std::move(tabellen.StickAktionen);
+    StickAktionen_ = Aktionsliste(std::move(tabellen.StickAktionen));
     StickSperre = tabellen.StickSperre;
 }
 
@@ -93,8 +91,7 @@ void StickMaschine::xBandSuchen(std::int32_t x, Feldort& feld) {
         grenzen.xMin = wertOder(links[i + 1], 0);
         feld.xLinie = links[i].text();
         feld.name.linien[richtung::LINKS] = links[i].wert();
-        feld.schluessel = feld.xLinie + "0";
-        feld.xSchluessel = feld.xLinie + "000";
+        feld.xHaelfte = haelfteLinksOderOben(feld.xLinie);
     } else if (x > linien(richtung::RECHTS).front().wert()) {
         const auto& rechts = linien(richtung::RECHTS);
         const auto i = nachAussensteigend(rechts, x);
@@ -105,13 +102,12 @@ void StickMaschine::xBandSuchen(std::int32_t x, Feldort& feld) {
         grenzen.xMax = wertOder(rechts[i + 1], EBENENRAND);
         feld.xLinie = rechts[i].text();
         feld.name.linien[richtung::RECHTS] = rechts[i].wert();
-        feld.schluessel = "0" + feld.xLinie;
-        feld.xSchluessel = "0" + feld.xLinie + "00";
+        feld.xHaelfte = haelfteRechtsOderUnten(feld.xLinie);
     } else {
         feld.xZone = "Mitte";
         grenzen.xMax = linien(richtung::RECHTS).front().wert();
         grenzen.xMin = linien(richtung::LINKS).front().wert();
-        feld.schluessel = "00";
+        feld.xHaelfte = MITTELHAELFTE;
     }
 }
 
@@ -124,8 +120,7 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
         grenzen.yMin = wertOder(oben[i + 1], 0);
         feld.yLinie = oben[i].text();
         feld.name.linien[richtung::OBEN] = oben[i].wert();
-        feld.schluessel += feld.yLinie + "0";
-        feld.ySchluessel = "00" + feld.yLinie + "0";
+        feld.yHaelfte = haelfteLinksOderOben(feld.yLinie);
     } else if (y > linien(richtung::UNTEN).front().wert()) {
         const auto& unten = linien(richtung::UNTEN);
         const auto i = nachAussensteigend(unten, y);
@@ -136,11 +131,10 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
         }
         // On a line too, unlike `Rechts`: the line is then the empty end mark.
         feld.yLinie = unten[i].text();
-        feld.schluessel += "0" + feld.yLinie;
-        feld.ySchluessel = "000" + feld.yLinie;
+        feld.yHaelfte = haelfteRechtsOderUnten(feld.yLinie);
     } else {
         feld.yZone = "Mitte";
-        feld.schluessel += "00";
+        feld.yHaelfte = MITTELHAELFTE;
         grenzen.yMax = linien(richtung::UNTEN).front().wert();
         grenzen.yMin = linien(richtung::OBEN).front().wert();
     }
@@ -148,71 +142,50 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
 
 // --- the action ---
 
-// Finds the first place where the text stands; nothing is found in a layer without actions.
-std::size_t StickMaschine::suchen(const std::string& text) const {
-    return StickAktionen_.empty() ? NICHT_DA : StickAktionen_.find(text);
-}
-
-// The text between the first "+" behind `stelle` and the next ";".
-std::string StickMaschine::AktionLesen(std::size_t stelle) const {
-    if (stelle == NICHT_DA)
-        return "";
-    const auto plus = StickAktionen_.find('+', stelle);
-    if (plus == NICHT_DA)
-        return "";
-    return StickAktionen_.substr(plus + 1, StickAktionen_.find(';', plus) - plus - 1);
-}
-
 void StickMaschine::aktionWechseln(const Laufdienste& dienste, const Feldort& feld) {
-    // Not the whole key but its beginning is looked for: the first entry that begins with it counts.
-    const auto stelle = suchen(";" + feld.schluessel);
-    const auto eigene = AktionLesen(stelle);
+    const auto eigene = StickAktionen_.suchen(feld.schluessel());
     using Felder = std::array<Feldname, AKTIONSSEITEN>;
-    const auto felder =
-        stelle != NICHT_DA ? Felder{feld.name, feld.name} : Felder{feld.name.xBand(), feld.name.yBand()};
-    const Stickaktion aktion(stand_, grenzen, art_, dienste, felder);
-    aktion.AktionBeenden(eigene);
+    const auto felder = eigene ? Felder{feld.name, feld.name} : Felder{feld.name.xBand(), feld.name.yBand()};
+    const Aktionslauf lauf(stand_, grenzen, art_, dienste, felder);
+    lauf.AktionBeenden(eigene);
 
     const bool imXBand = !feld.xLinie.empty();
     const bool imYBand = !feld.yLinie.empty();
     stand_.DiagonalFlag = false;
-    if (stelle != NICHT_DA) {
+    if (eigene) {
         // The action of a field of its own starts on the x side, also when it is a movement in y.
         if (imYBand && !imXBand)
-            aktion.YAktionStarten(eigene);
+            lauf.YAktionStarten(eigene);
         else
-            aktion.XAktionStarten(eigene);
+            lauf.XAktionStarten(eigene);
     } else if (imXBand && imYBand) {
-        bandaktionenStarten(aktion, feld);
+        bandaktionenStarten(lauf, feld);
     }
 }
 
-void StickMaschine::bandaktionenStarten(const Stickaktion& aktion, const Feldort& feld) {
-    const auto xStelle = suchen(";" + feld.xSchluessel);
-    const auto yStelle = suchen(";" + feld.ySchluessel);
-    const auto xAktion = AktionLesen(xStelle);
-    stand_.DiagonalFlag = xStelle != NICHT_DA;
-    if (yStelle == NICHT_DA) {
-        if (stand_.DiagonalFlag)
-            aktion.XAktionStarten(xAktion);
+void StickMaschine::bandaktionenStarten(const Aktionslauf& lauf, const Feldort& feld) {
+    const auto xAktion = StickAktionen_.suchen(feld.xSchluessel());
+    const auto yAktion = StickAktionen_.suchen(feld.ySchluessel());
+    stand_.DiagonalFlag = xAktion != nullptr;
+    if (!yAktion) {
+        if (xAktion)
+            lauf.XAktionStarten(xAktion);
         stand_.DiagonalFlag = false;
-    } else if (stand_.DiagonalFlag) {
-        aktion.XYAktionStarten(xAktion, AktionLesen(yStelle));
+    } else if (xAktion) {
+        lauf.XYAktionStarten(xAktion, yAktion);
     } else {
-        aktion.YAktionStarten(AktionLesen(yStelle));
+        lauf.YAktionStarten(yAktion);
     }
 }
 
 void StickMaschine::aktionZeigen(LaufAnzeige& anzeige, const Feldort& feld) const {
     std::string erste;
     std::string zweite;
-    if (const auto stelle = suchen(";" + feld.schluessel); stelle != NICHT_DA) {
-        erste = AktionLesen(stelle);
+    if (const auto eigene = StickAktionen_.suchen(feld.schluessel())) {
+        erste = eigene->text();
     } else if (!feld.mitte()) {
-        // Without the leading ";" the digits may also be found inside another entry: only what is shown
-        // suffers.
-        erste = AktionLesen(suchen(feld.xSchluessel));
-        zweite = AktionLesen(suchen(feld.ySchluessel));
+        erste = StickAktionen_.anzeigesuche(feld.xSchluessel());
+        zweite = StickAktionen_.anzeigesuche(feld.ySchluessel());
     }
     anzeige.Erg(art_.Erg[2], erste);
     anzeige.Erg(art_.Erg[3], zweite);

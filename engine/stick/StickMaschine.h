@@ -1,11 +1,12 @@
 // The engine of one stick. It is called only when the stick has left the bounds of its field: it finds the
 // new field, ends what the old one started, starts the action of the new one and writes the status texts.
-// What goes on inside a field runs on timers (Stickaktion).
+// What goes on inside a field runs on timers (Aktionslauf).
 #pragma once
 
+#include "engine/stick/Aktionslauf.h"
 #include "engine/stick/StickTabellen.h"
-#include "engine/stick/Stickaktion.h"
 #include "engine/stick/Stickort.h"
+#include "formats/Aktionsliste.h"
 
 #include <array>
 #include <string>
@@ -28,7 +29,7 @@ public:
     Stickposition lesen(const Laufdienste& dienste) const;
     /// The stick stands at `wo` and has left `grenzen`: finds the field, ends and starts actions, sets
     /// `grenzen`. The layer is that of the tables. Throws LaufzeitFehler 9 for a direction without a line,
-    /// and as Stickaktion does.
+    /// and as Aktionslauf does.
     void auswerten(const Laufdienste& dienste, const Stickposition& wo);
 
     FeldGrenzen grenzen;
@@ -39,17 +40,20 @@ public:
 
 private:
     // Where a position lies: the names of its two zones, the inner lines of its bands ("" in a centre band or
-    // on a line), and the keys of the field, its x band and its y band.
+    // on a line), and the two halves of its key, "" in x on a line.
     struct Feldort {
         std::string_view xZone;
         std::string xLinie;
         std::string_view yZone;
         std::string yLinie;
-        std::string schluessel;
-        std::string xSchluessel;
-        std::string ySchluessel;
+        std::string xHaelfte;
+        std::string yHaelfte;
         Feldname name;
 
+        std::string schluessel() const { return xHaelfte + yHaelfte; }
+        /// Keys of its bands; "" for x on a line.
+        std::string xSchluessel() const { return xHaelfte.empty() ? "" : xBandschluessel(xHaelfte); }
+        std::string ySchluessel() const { return yBandschluessel(yHaelfte); }
         bool mitte() const { return xZone == "Mitte" || yZone == "Mitte"; }
     };
 
@@ -57,10 +61,8 @@ private:
     Feldort feldSuchen(const Stickposition& wo);
     void xBandSuchen(std::int32_t x, Feldort& feld);
     void yBandSuchen(std::int32_t y, Feldort& feld);
-    std::size_t suchen(const std::string& text) const;
-    std::string AktionLesen(std::size_t stelle) const;
     void aktionWechseln(const Laufdienste& dienste, const Feldort& feld);
-    void bandaktionenStarten(const Stickaktion& aktion, const Feldort& feld);
+    void bandaktionenStarten(const Aktionslauf& lauf, const Feldort& feld);
     void aktionZeigen(LaufAnzeige& anzeige, const Feldort& feld) const;
 
     const Stickeigenart& art_;
@@ -68,7 +70,7 @@ private:
     Stickdatenbank& datenbank_;
     int ebene_ = 0; // of the tables
     std::array<Linienliste, RICHTUNGEN> StickLinien_;
-    std::string StickAktionen_;
+    Aktionsliste StickAktionen_;
     FeldGrenzen grenzenAlt_;
     Stickaktionsstand stand_;
 };

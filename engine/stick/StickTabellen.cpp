@@ -1,6 +1,6 @@
 #include "engine/stick/StickTabellen.h"
 
-#include "formats/Felder.h"
+#include "formats/Aktionsliste.h"
 
 #include <algorithm>
 #include <sys/stat.h>
@@ -33,16 +33,14 @@ private:
             anweisung("SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '", schemaName_,
                       "' AND (" + tabelle + ".Umschalt)= " + std::to_string(Umschalt_) +
                           " Order by tblstickAktion" + zusatz_ + ".Links;"));
-        if (satz.get_EOF())
-            return "";
-        std::string text;
+        std::string liste;
         for (; !satz.get_EOF(); satz.MoveNext()) {
-            text += ';';
+            std::string schluessel;
             for (const char* richtung : RICHTUNGSNAMEN)
-                text += alsText(satz.get_Value(richtung));
-            text += '+' + alsText(satz.get_Value("Aktion"));
+                schluessel += alsText(satz.get_Value(richtung));
+            eintragAnhaengen(liste, schluessel, alsText(satz.get_Value("Aktion")));
         }
-        return text + ';';
+        return liste;
     }
 
     void linien() {
@@ -67,7 +65,7 @@ private:
             const auto wert = satz.get_EOF() ? grundlinie(index, richtung) : linie(satz, richtung);
             if (wert == 0)
                 continue; // leaves no gap: the lines of a direction close up
-            gesammelt[richtung] += std::to_string(wert) + ';';
+            linieAnhaengen(gesammelt[richtung], wert);
             eine = true;
         }
         return eine;
@@ -96,14 +94,6 @@ private:
     Sticktabellen tabellen_;
 };
 
-std::optional<std::int32_t> zahlOderNichts(const std::string& text) {
-    try {
-        return feldzahl(std::string_view(text));
-    } catch (const LaufzeitFehler&) {
-        return std::nullopt;
-    }
-}
-
 } // namespace
 
 const char* ebenenendung(int Umschalt) {
@@ -115,32 +105,6 @@ const char* ebenenendung(int Umschalt) {
     default:
         return "";
     }
-}
-
-Linie::Linie(std::string text) : text_(std::move(text)), wert_(zahlOderNichts(text_)) {}
-
-// Reads the text once more, for what is wrong with it.
-std::int32_t Linie::keineLinie() const {
-    try {
-        return feldzahl(std::string_view(text_));
-    } catch (const LaufzeitFehler& fehler) {
-        throw LaufzeitFehler(fehler.nummer(), std::string("Linie des Sticks: ") + fehler.what());
-    }
-}
-
-Linienliste linienliste(std::string_view gesammelt) {
-    Linienliste liste;
-    // At most one piece less than there are characters: that is one for "5;".
-    const std::size_t grenze = gesammelt.empty() ? 0 : gesammelt.size() - 1;
-    while (liste.size() < grenze) {
-        const auto ende = gesammelt.find(';');
-        const bool letztes = ende == std::string_view::npos || liste.size() + 1 == grenze;
-        liste.emplace_back(std::string(letztes ? gesammelt : gesammelt.substr(0, ende)));
-        if (letztes)
-            break;
-        gesammelt.remove_prefix(ende + 1);
-    }
-    return liste;
 }
 
 Sticktabellen StickTabellenLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,

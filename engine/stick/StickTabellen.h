@@ -1,10 +1,8 @@
 // The run image of one stick: the lines that cut its plane, and the actions of its fields as one text.
-//
-// A field is named by four numbers, the inner line of its band to the left, right, up and down or 0; its key
-// is their digits one after the other. StickAktionen holds the action rows as ";key+action;key+action;".
 #pragma once
 
 #include "base/Stickseite.h"
+#include "formats/Linienliste.h"
 #include "store/db/Datenbank.h"
 #include "store/schema/modLesen.h"
 
@@ -12,8 +10,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 /// Order of the four lists of lines.
 namespace richtung {
@@ -26,37 +22,12 @@ inline constexpr std::size_t UNTEN = 3;
 /// What stands behind the names of a layer's columns; nothing for the layer 0 and for a layer that is none.
 const char* ebenenendung(int Umschalt);
 
-/// A line as its decimal text; the empty text ends a list.
-class Linie {
-public:
-    explicit Linie(std::string text);
-
-    const std::string& text() const { return text_; }
-    bool endmarke() const { return text_.empty(); }
-    /// Position in the plane; the end mark lies behind every position. Throws LaufzeitFehler 13 for a text
-    /// that is no number and 6 for one beyond 32 bits.
-    std::int32_t wert() const { return wert_ ? *wert_ : keineLinie(); }
-
-private:
-    std::int32_t keineLinie() const;
-
-    std::string text_;
-    std::optional<std::int32_t> wert_;
-};
-
-/// Lines of one direction from the centre outward, closed by the end mark.
-using Linienliste = std::vector<Linie>;
-
 struct Sticktabellen {
     std::array<Linienliste, RICHTUNGEN> StickLinien;
-    std::string StickAktionen;    ///< "" for a layer without actions
+    std::string StickAktionen;    ///< text of an Aktionsliste
     std::int32_t StickSperre = 0; ///< bit n: the stick is not evaluated in layer n
     bool zeilenFehlen = false;    ///< a row that was looked for is missing; its default stands in for it
 };
-
-/// The lines of one direction as a list, out of the text "line;line;". Only one line of one digit gives a
-/// list without end mark whose entry still holds the ";": it can't be played with.
-Linienliste linienliste(std::string_view gesammelt);
 
 /// Reads the tables of a stick for a layer, 0 to 2; a row that is missing reads as that of a new stick.
 /// Throws LaufzeitFehler of the store, 13 for a text where a number belongs, 6 for a `StickSperre` beyond 32

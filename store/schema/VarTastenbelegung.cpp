@@ -1,28 +1,6 @@
 #include "store/schema/VarTastenbelegung.h"
 
 #include "base/LaufzeitFehler.h"
-#include "formats/Zerlegen.h"
-
-#include <optional>
-
-namespace {
-
-constexpr std::size_t KOMMAFELDER = 3;  ///< the third of them is split on
-constexpr std::size_t STRICHFELDER = 3; ///< Modus, Druckzeit, Pausenzeit
-
-using Felderblick = std::array<std::string_view, BELEGUNGSFELDER>;
-
-std::optional<Felderblick> felderVon(std::string_view text) {
-    const auto aussen = zerlegen(text, ',');
-    if (aussen.size() != KOMMAFELDER)
-        return std::nullopt;
-    const auto innen = zerlegen(aussen[2], '-');
-    if (innen.size() != STRICHFELDER)
-        return std::nullopt;
-    return Felderblick{aussen[0], aussen[1], innen[0], innen[1], innen[2]};
-}
-
-} // namespace
 
 std::size_t VarTastenbelegung::stelle(int taste, int ebene, int feld) {
     if (taste < 0 || taste >= SLOTS || ebene < 0 || ebene >= EBENEN || feld < 0 || feld >= BELEGUNGSFELDER)
@@ -33,12 +11,14 @@ std::size_t VarTastenbelegung::stelle(int taste, int ebene, int feld) {
 }
 
 std::string VarTastenbelegung::belegung(int taste, int ebene) const {
-    return field(taste, ebene, 0) + ',' + field(taste, ebene, 1) + ',' + field(taste, ebene, 2) + '-' +
-           field(taste, ebene, 3) + '-' + field(taste, ebene, 4);
+    Belegungstexte felder;
+    for (int feld = 0; feld < BELEGUNGSFELDER; ++feld)
+        felder[static_cast<std::size_t>(feld)] = field(taste, ebene, feld);
+    return belegungstext(felder);
 }
 
 void VarTastenbelegung::setzeBelegung(int taste, int ebene, std::string_view text) {
-    const auto felder = felderVon(text);
+    const auto felder = belegungStrengLesen(text);
     if (!felder)
         throw LaufzeitFehler(Fehlernummer::FalscherIndex,
                              "Die Belegung „" + std::string(text) +

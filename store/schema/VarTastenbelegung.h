@@ -6,6 +6,8 @@
 // are kept here.
 #pragma once
 
+#include "formats/Belegung.h"
+
 #include <array>
 #include <cstddef>
 #include <string>
@@ -14,12 +16,6 @@
 inline constexpr int EBENEN = 3;
 inline constexpr int TASTEN = 12;        ///< slots 0 to 11
 inline constexpr int SLOTS = TASTEN + 4; ///< slots 12 to 15 are the D-pad: Oben, Rechts, Unten, Links
-
-/// The `Belegung` of a slot without action.
-inline constexpr std::string_view LEERE_BELEGUNG = "10,0,0-0-0";
-
-/// Art, Taste, Modus, Druckzeit, Pausenzeit
-inline constexpr int BELEGUNGSFELDER = 5;
 
 class VarTastenbelegung {
 public:

@@ -1,5 +1,6 @@
 #include "store/schema/modLesen.h"
 
+#include "formats/Stickaktion.h"
 #include "store/schema/Ebenenspalten.h"
 
 #include <numeric>
@@ -88,14 +89,6 @@ Sticklinien linienAus(Recordset& satz) {
     return gelesen;
 }
 
-/// Only the digit 3 by itself, blanks around it allowed. A looser comparison of numbers would depend on the
-/// user's locale, where a comma groups digits or ends a number: "0,0,0,3" would count as 3 in some, and a
-/// real action would be lost.
-bool istLeerfeld(const std::string& aktion) {
-    const std::size_t von = aktion.find_first_not_of(' ');
-    return von != std::string::npos && aktion.substr(von, aktion.find_last_not_of(' ') - von + 1) == "3";
-}
-
 /// Calls `arbeit` with the cursor on each row of a field at a line that holds a `Leerfeld`. True when no
 /// other row is there.
 template <class Arbeit>
@@ -104,7 +97,7 @@ bool aktionenAnLinie(Database& datenbank, Stickseite seite, const std::string& s
     bool nurLeerfelder = true;
     Recordset satz = aktionszeilen(datenbank, seite, schemaName, ebene, {{richtungsspalte(richtung), linie}});
     for (; !satz.get_EOF(); satz.MoveNext()) {
-        if (istLeerfeld(alsText(satz.get_Value("Aktion"))))
+        if (istNurLeerfeld(alsText(satz.get_Value("Aktion"))))
             arbeit(satz);
         else
             nurLeerfelder = false;

@@ -57,14 +57,35 @@ TEST(Feldzahl, AllesAndereIstFehler13) {
 }
 
 TEST(Feld, UngefuelltesIstNullUndLeer) {
-    EXPECT_EQ(feldzahl(Feld{}), 0);
-    EXPECT_EQ(feldtext(Feld{}), "");
+    EXPECT_EQ(Feld{}.zahl(), 0);
+    EXPECT_EQ(Feld{}.text(), "");
+    EXPECT_FALSE(Feld{}.da());
+    EXPECT_FALSE(Feld{}.ist(0));
 }
 
 TEST(Feld, GefuelltesGibtSeinenInhalt) {
-    EXPECT_EQ(feldzahl(Feld{" 65"}), 65);
-    EXPECT_EQ(feldtext(Feld{" 65"}), " 65");
-    EXPECT_EQ(fehlernummer([] { feldzahl(Feld{""}); }), 13);
+    EXPECT_EQ(Feld{" 65"}.zahl(), 65);
+    EXPECT_EQ(Feld{" 65"}.text(), " 65");
+    EXPECT_EQ(fehlernummer([] { Feld{""}.zahl(); }), 13);
+    EXPECT_EQ(fehlernummer([] { Feld{"2147483648"}.zahl(); }), 6);
+    EXPECT_TRUE(Feld{""}.da());
+    EXPECT_EQ(Feld{-65}.text(), "-65");
+    EXPECT_EQ(Feld{-65}, Feld{"-65"});
+}
+
+TEST(Feld, EineZahlIstEsWieImmerSieGeschriebenIst) {
+    for (const auto* text : {"1", " 1", "01"})
+        EXPECT_TRUE(Feld{text}.ist(1)) << text;
+    for (const auto* text : {"", "x", "2", "11"})
+        EXPECT_FALSE(Feld{text}.ist(1)) << text;
+    EXPECT_FALSE(Feld{"x"}.ist(0));
+}
+
+TEST(Feld, EineZifferIstEsNurAllein) {
+    EXPECT_EQ(Feld{"1"}.ziffer(), 1);
+    for (const auto* text : {"", " ", "x", "-", " 1", "01", "10"})
+        EXPECT_EQ(Feld{text}.ziffer(), std::nullopt) << text;
+    EXPECT_EQ(Feld{}.ziffer(), std::nullopt);
 }
 
 } // namespace

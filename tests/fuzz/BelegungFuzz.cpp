@@ -2,11 +2,10 @@
 #include "tests/fuzz/Fuzzlauf.h"
 
 #include <cstdint>
-#include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t groesse) {
     constexpr int SLOT = 3;
-    const std::string_view belegung(reinterpret_cast<const char*>(daten), groesse);
+    const Belegung belegung({reinterpret_cast<const char*>(daten), groesse});
     Fuzzlauf lauf;
     lauf.wiederholung.intervall(std::chrono::milliseconds{30});
     for (int mal = 0; mal < 2; ++mal) {

@@ -95,7 +95,7 @@ TEST(Stickaktionstext, ACommaTypedInABoxBecomesASeparator) {
 TEST(Stickaktionstext, AnEmptyTextIsALeerfeld) {
     EXPECT_EQ(bildVon(""), Stickaktionsbild{});
     EXPECT_EQ(fehlerVon(""), 0);
-    EXPECT_EQ(stickaktionstext({}), "3");
+    EXPECT_EQ(stickaktionstext(Stickaktionsbild{}), "3");
 }
 
 TEST(Stickaktionstext, WhatIsNotSetIsTheFirstChoice) {

@@ -13,7 +13,7 @@
 
 namespace {
 
-using Belegungen = std::array<std::string, SLOTS>;
+using Belegungen = std::array<Belegung, SLOTS>;
 using Zustand = Ebenenwechsel::Zustand;
 
 constexpr std::uint32_t TASTE_1 = 1U << 8;
@@ -31,9 +31,9 @@ std::uint32_t wortVon(char zeichen) {
 
 Ebenenwechsel belegt(const std::string& modus1, const std::string& modus2) {
     Belegungen belegungen;
-    belegungen.fill(std::string(LEERE_BELEGUNG));
-    belegungen[8] = "3,0," + modus1;
-    belegungen[9] = "4,0," + modus2;
+    belegungen.fill(Belegung(LEERE_BELEGUNG));
+    belegungen[8] = Belegung("3,0," + modus1);
+    belegungen[9] = Belegung("4,0," + modus2);
     Ebenenwechsel ebenen;
     ebenen.TasteBelegen(belegungen);
     return ebenen;
@@ -149,8 +149,8 @@ TEST(Ebenenwechsel, BisEinSchrittVollzogenIstGiltDieAlteEbene) {
 
 TEST(Ebenenwechsel, VonMehrerenUmschalttastenGiltDieLetzte) {
     Belegungen belegungen;
-    belegungen[3] = belegungen[5] = "3,0,0-0-0";
-    belegungen[12] = "3,0,0-0-0"; // the D-pad shifts nothing
+    belegungen[3] = belegungen[5] = Belegung("3,0,0-0-0");
+    belegungen[12] = Belegung("3,0,0-0-0"); // the D-pad shifts nothing
     Ebenenwechsel ebenen;
     ebenen.TasteBelegen(belegungen);
     EXPECT_FALSE(ebenen.gedrueckt(1U << 3));
@@ -160,7 +160,7 @@ TEST(Ebenenwechsel, VonMehrerenUmschalttastenGiltDieLetzte) {
 
 TEST(Ebenenwechsel, EinModusDerKeineZahlIstNenntSeineTaste) {
     Belegungen belegungen;
-    belegungen[8] = "3,0,x-0-0";
+    belegungen[8] = Belegung("3,0,x-0-0");
     Ebenenwechsel ebenen;
     try {
         ebenen.TasteBelegen(belegungen);

@@ -112,8 +112,8 @@ TEST_F(XPTasteTest, LoesenNachSelektor) {
 }
 
 TEST_F(XPTasteTest, CodeAusserhalbIstFehler6UndSendetNichts) {
-    EXPECT_EQ(fehlernummer([this] { xpTaste.TasteAbSenden(32768); }), 6);
-    EXPECT_EQ(fehlernummer([this] { xpTaste.TasteAufSenden(-1); }), 6);
+    EXPECT_EQ(fehlernummer([this] { xpTaste.TasteAbSenden(tastencode(32768)); }), 6);
+    EXPECT_EQ(fehlernummer([this] { xpTaste.TasteAufSenden(tastencode(-1)); }), 6);
     EXPECT_EQ(probe.texteAbholen(), Texte{});
     EXPECT_EQ(pruefungen, 0);
     xpTaste.TasteAbSenden(32767);

@@ -13,6 +13,13 @@ using Texte = std::vector<std::string>;
 
 constexpr std::uint32_t RUHE = 32767;
 
+Texte texte(const std::vector<Feld>& felder) {
+    Texte alle;
+    for (const auto& feld : felder)
+        alle.push_back(feld.text());
+    return alle;
+}
+
 // A run whose slider is the raw axis U.
 class Schublauf : public Probelauf {
 public:
@@ -270,8 +277,8 @@ TEST(SchubreglerParameter, StehenSolangeDieAktionLaeuft) {
     lauf.stellen(65534);
     EXPECT_EQ(lauf.schub().SchubParameterFeld, 3);
     ASSERT_TRUE(lauf.schub().SchubParameter);
-    EXPECT_EQ(lauf.schub().SchubParameter->unterwahl, "1");
-    EXPECT_EQ(lauf.schub().SchubParameter->werte, (Texte{"65", "20", "30)"}));
+    EXPECT_EQ(lauf.schub().SchubParameter->unterwahl.text(), "1");
+    EXPECT_EQ(texte(lauf.schub().SchubParameter->werte), (Texte{"65", "20", "30)"}));
     EXPECT_EQ(lauf.schub().SchubPause, 30);
     lauf.stellen(RUHE);
     EXPECT_EQ(lauf.schub().SchubParameterFeld, 0);

@@ -115,7 +115,7 @@ TEST_P(StickMaschineTest, DieBaenderWerdenMittenImSchluesselEinesAnderenGefunden
     lauf.aktion({120000, 0, 0, 0}, "3,fremd");
     starten();
     EXPECT_EQ(nach(NIEDRIG, NIEDRIG), (Texte{"x Links:  20000", "y Oben:  20000", "a 3,fremd", "b "}));
-    EXPECT_TRUE(lauf.stand().AktionAlt[X_SEITE].empty()) << "what is shown is not started";
+    EXPECT_EQ(aktionstext(lauf.stand().AktionAlt[X_SEITE]), "") << "what is shown is not started";
 }
 
 TEST_P(StickMaschineTest, DieBaenderWerdenMittenInEinerAktionGefunden) {
@@ -123,7 +123,7 @@ TEST_P(StickMaschineTest, DieBaenderWerdenMittenInEinerAktionGefunden) {
     lauf.aktion({2, 0, 0, 0}, "3,dahinter");
     starten();
     EXPECT_EQ(nach(HOCH, NIEDRIG), (Texte{"x Rechts:  45000", "y Oben:  20000", "a ", "b 3,dahinter"}));
-    EXPECT_TRUE(lauf.stand().AktionAlt[Y_SEITE].empty());
+    EXPECT_EQ(aktionstext(lauf.stand().AktionAlt[Y_SEITE]), "");
 }
 
 TEST_P(StickMaschineTest, DieAktionReichtVomErstenPlusBisZumStrichpunkt) {

@@ -1,24 +1,23 @@
-#include "editors/slider/Schubtext.h"
+#include "formats/Schubtext.h"
 
 #include "base/LaufzeitFehler.h"
-#include "base/Text.h"
-#include "formats/Felder.h"
 
 #include <algorithm>
-#include <charconv>
-#include <vector>
 
 namespace {
 
-constexpr double ACHSENLAENGE = 65535;
-
-// Pieces of a record.
+// Pieces of a record with and without its c.
+constexpr std::size_t LAUF_NUR_AUSWAERTS = 0;
+constexpr std::size_t LAUF_NUMMER = 1;
+constexpr std::size_t LAUF_ART = 2;
+constexpr std::size_t LAUF_ANGABEN = 3;
 constexpr std::size_t ART = 1;
 constexpr std::size_t ANGABEN = 2;
 
 // Pieces of S(a,b,d).
 constexpr std::size_t UNTERWAHL = 0;
 constexpr std::size_t ERSTER_WERT = 1;
+constexpr std::size_t PAUSE = 2;
 
 [[noreturn]] void falscherIndex(const std::string& was) {
     throw LaufzeitFehler(Fehlernummer::FalscherIndex,
@@ -43,22 +42,63 @@ std::vector<std::string_view> angaben(std::string_view text) {
     }
 }
 
-bool istZiffer(char zeichen) {
-    return zeichen >= '0' && zeichen <= '9';
+Feld feldAus(const std::vector<std::string_view>& stuecke, std::size_t stelle) {
+    return stelle < stuecke.size() ? Feld(stuecke[stelle]) : Feld();
 }
 
-// A sign, digits and one comma or point among them.
-bool siehtNachZahlAus(std::string_view text) {
-    if (text.starts_with('-') || text.starts_with('+'))
-        text.remove_prefix(1);
-    if (const auto komma = text.find_first_of(".,"); komma != std::string_view::npos)
-        return std::ranges::any_of(text, istZiffer) &&
-               std::ranges::all_of(text.substr(0, komma), istZiffer) &&
-               std::ranges::all_of(text.substr(komma + 1), istZiffer);
-    return !text.empty() && std::ranges::all_of(text, istZiffer);
+// What stands behind the first "(" up to the next one, and S before it.
+std::optional<Schubangaben> angabenImLauf(std::string_view text) {
+    const auto teile = zerlegen(text, '(');
+    if (teile.size() <= ERSTER_WERT)
+        return std::nullopt;
+    Schubangaben angaben{Feld(teile[UNTERWAHL]), {}};
+    for (const auto wert : zerlegen(teile[ERSTER_WERT], ','))
+        angaben.werte.emplace_back(wert);
+    return angaben;
+}
+
+Schubsatz satzImLauf(std::string_view text) {
+    const auto stuecke = zerlegen(text, '-');
+    Schubsatz satz{std::string(text), feldAus(stuecke, LAUF_NUR_AUSWAERTS), feldAus(stuecke, LAUF_NUMMER),
+                   feldAus(stuecke, LAUF_ART), std::nullopt};
+    if (LAUF_ANGABEN < stuecke.size())
+        satz.angaben = angabenImLauf(stuecke[LAUF_ANGABEN]);
+    return satz;
 }
 
 } // namespace
+
+// --- as a run reads it ---
+
+const Feld& Schubangaben::wert(std::size_t stelle) const {
+    if (stelle >= werte.size())
+        throw LaufzeitFehler(Fehlernummer::FalscherIndex,
+                             "Index außerhalb des gültigen Bereichs: zu wenige Angaben");
+    return werte[stelle];
+}
+
+std::int32_t Schubangaben::pause() const {
+    const auto& text = wert(PAUSE).text();
+    return text == ")" ? 0 : feldzahl(davor(text, ')'));
+}
+
+const Schubsatz& Schubsaetze::massgebend() const {
+    const auto erstes =
+        std::ranges::find_if(saetze, [](const auto& satz) { return satz.nummer.ziffer() == 1; });
+    return erstes != saetze.end() ? *erstes : saetze.front();
+}
+
+std::optional<Schubsaetze> schubtextImLauf(std::string_view text) {
+    const auto teile = zerlegen(text, '/');
+    if (teile.empty())
+        return std::nullopt;
+    Schubsaetze lauf{Feld(teile.front()), {}};
+    for (std::size_t i = 1; i < teile.size(); ++i)
+        lauf.saetze.push_back(satzImLauf(teile[i]));
+    return lauf;
+}
+
+// --- as an editor reads it ---
 
 std::string alsSatz(int nummer, const Schubaktion& aktion) {
     return std::to_string(nummer) + "-" + std::to_string(static_cast<int>(aktion.art)) + "-" +
@@ -127,30 +167,4 @@ std::string Schubtext::text(bool nurAuswaerts) const {
     for (const auto& [index, satz] : FeldListe_)
         text += std::string(nurAuswaerts ? "/1-" : "/0-") + satz;
     return text;
-}
-
-Zahlbefund zahlPruefen(std::string_view text) {
-    const auto kern = ohneRand(text);
-    if (!siehtNachZahlAus(kern))
-        return Zahlbefund::KeineZahl;
-    std::int32_t zahl = 0;
-    const auto [ende, fehler] = std::from_chars(kern.data(), kern.data() + kern.size(), zahl);
-    const bool ganz = fehler == std::errc{} && ende == kern.data() + kern.size();
-    return ganz && istZiffer(kern.front()) ? Zahlbefund::Gut : Zahlbefund::PasstNicht;
-}
-
-// Here and for a line one division of whole numbers: where both mean the same place, both come out the same.
-double schubstelle(std::int32_t wert, int breite) {
-    return static_cast<double>(wert) * breite / ACHSENLAENGE;
-}
-
-double linienstelle(int linie, int linien, int breite) {
-    return static_cast<double>(linie) * breite / (linien + 1);
-}
-
-int feldAnStelle(double stelle, int linien, int breite) {
-    int feld = 1;
-    while (feld <= linien && linienstelle(feld, linien, breite) <= stelle)
-        ++feld;
-    return feld;
 }

@@ -1,9 +1,7 @@
-#include "editors/slider/Schubtext.h"
+#include "formats/Schubtext.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gtest/gtest.h>
-
-#include <array>
 
 namespace {
 
@@ -148,64 +146,52 @@ TEST(SchubtextTest, EinSatzDerKeinerIstWirdNichtGelesen) {
     EXPECT_EQ(satzfehler("1-3"), 0) << "nobody asks what stands behind";
 }
 
-// --- numbers ---
+// --- as a run reads it ---
 
-TEST(SchubtextTest, NurZiffernBisZumGroesstenWertGehenInDenText) {
-    for (const auto* text : {"0", "1", "007", "2147483647", " 5 ", "00000000000000000000000000001"})
-        EXPECT_EQ(zahlPruefen(text), Zahlbefund::Gut) << text;
-    for (const auto* text : {"-1", "+1", "1,5", "1.5", "-1,5", "5.", ",5", "2147483648", "99999999999999"})
-        EXPECT_EQ(zahlPruefen(text), Zahlbefund::PasstNicht) << text;
-    for (const auto* text : {"",    " ",   "-",     "+",   ",",   ".",   "(",  ")",    "/",   "1(",
-                             "(1)", "1-2", "1,2,3", "--1", "1/2", "abc", "1a", "0x10", "1 2", "１"})
-        EXPECT_EQ(zahlPruefen(text), Zahlbefund::KeineZahl) << text;
+TEST(SchubtextTest, EinLeererTextIstKeinRegler) {
+    EXPECT_FALSE(schubtextImLauf(""));
 }
 
-// What zahlPruefen lets through comes back from the text as it went in, in whatever place it stands.
-TEST(SchubtextTest, WasAlsZahlGiltBringtDenTextNichtDurcheinander) {
-    std::string zeichen = "019-+,.()/ x";
-    std::vector<std::string> texte{""};
-    for (int laenge = 0; laenge < 3; ++laenge) {
-        const auto bisher = texte;
-        for (const auto& text : bisher)
-            for (const char eines : zeichen)
-                texte.push_back(text + eines);
-    }
-    int gute = 0;
-    for (const auto& text : texte) {
-        if (zahlPruefen(text) != Zahlbefund::Gut)
-            continue;
-        ++gute;
-        for (std::size_t platz = 0; platz < 3; ++platz) {
-            Schubaktion aktion{Schubart::Tastatur, "1", {}};
-            aktion.werte[platz] = text;
-            Schubtext fertig;
-            fertig.satzSetzen(0, alsSatz(1, aktion));
-            const Schubtext gelesen(fertig.text(true));
-            EXPECT_EQ(aktionAus(gelesen.satz(0)), aktion) << "\"" << text << "\"";
-            EXPECT_EQ(gelesen.felder(), 1);
-        }
-    }
-    EXPECT_GT(gute, 3 + 9 + 27);
+TEST(SchubtextTest, EinLaufLiestJedenTextSoWeitErReicht) {
+    const auto lauf = *schubtextImLauf("x/0-2-2-1(65,50,9)/y");
+    EXPECT_EQ(lauf.anzahl.text(), "x");
+    ASSERT_EQ(lauf.saetze.size(), 2U);
+    const auto& satz = lauf.saetze[0];
+    EXPECT_EQ(satz.text, "0-2-2-1(65,50,9)");
+    EXPECT_EQ(satz.nurAuswaerts.zahl(), 0);
+    EXPECT_EQ(satz.nummer.zahl(), 2);
+    EXPECT_EQ(satz.art.zahl(), 2);
+    EXPECT_EQ(satz.angaben->unterwahl.ziffer(), 1);
+    EXPECT_EQ(satz.angaben->wert(1).zahl(), 50);
+    EXPECT_EQ(satz.angaben->pause(), 9);
+    EXPECT_EQ(lauf.saetze[1].nurAuswaerts.text(), "y");
+    EXPECT_FALSE(lauf.saetze[1].nummer.da());
 }
 
-// --- places ---
-
-TEST(SchubtextTest, DieLinienTeilenDasBildInGleicheFelder) {
-    EXPECT_EQ(linienstelle(1, 1, 600), 300);
-    EXPECT_EQ(linienstelle(1, 19, 600), 30);
-    EXPECT_EQ(linienstelle(19, 19, 600), 570);
-    EXPECT_EQ(schubstelle(0, 600), 0);
-    EXPECT_EQ(schubstelle(13107, 600), 120); // a fifth
-    EXPECT_EQ(schubstelle(65535, 600), 600);
+TEST(SchubtextTest, OhneKlammerGibtEsKeineAngaben) {
+    for (const auto* text : {"1/0-1", "1/0-1-2", "1/0-1-2-", "1/0-1-2-0"})
+        EXPECT_FALSE(schubtextImLauf(text)->saetze[0].angaben) << text;
+    EXPECT_TRUE(schubtextImLauf("1/0-1-2-0(")->saetze[0].angaben);
 }
 
-// The picture shows the field whose action a run starts.
-TEST(SchubtextTest, DasFeldIstInJedemBildDasDesLaufs) {
-    for (const int breite : {1, 601, 676})
-        for (int felder = 1; felder <= 20; ++felder)
-            for (std::int32_t wert = 0; wert < 65535; ++wert)
-                ASSERT_EQ(feldAnStelle(schubstelle(wert, breite), felder - 1, breite),
-                          static_cast<std::int64_t>(wert) * felder / 65535 + 1)
-                    << wert << " of " << felder << " fields, " << breite << " pixels";
-    EXPECT_EQ(feldAnStelle(schubstelle(65535, 600), 3, 600), 4) << "the end lies right of all lines";
+TEST(SchubtextTest, ZuWenigeAngabenSindErstEinFehlerWoSieGefragtWerden) {
+    const auto angaben = *schubtextImLauf("1/0-1-2-0(65")->saetze[0].angaben;
+    EXPECT_EQ(angaben.wert(0).zahl(), 65);
+    EXPECT_EQ(fehlernummer([&] { angaben.wert(1); }), 9);
+    EXPECT_EQ(fehlernummer([&] { angaben.pause(); }), 9);
+}
+
+TEST(SchubtextTest, EineLeerePauseIstNull) {
+    EXPECT_EQ(schubtextImLauf("1/0-1-2-1(65,50,)")->saetze[0].angaben->pause(), 0);
+    EXPECT_EQ(schubtextImLauf("1/0-1-2-1(65,50,7")->saetze[0].angaben->pause(), 7);
+    EXPECT_EQ(fehlernummer([] { (void)schubtextImLauf("1/0-1-2-1(65,50,x)")->saetze[0].angaben->pause(); }),
+              13);
+    EXPECT_EQ(fehlernummer([] { (void)schubtextImLauf("1/0-1-2-1(65,50,")->saetze[0].angaben->pause(); }),
+              13);
+}
+
+TEST(SchubtextTest, ImLaufGiltDasCDesFeldsEinsSonstDasErste) {
+    EXPECT_EQ(schubtextImLauf("3/0-2-3-(,,)/1-1-3-(,,)")->massgebend().text, "1-1-3-(,,)");
+    EXPECT_EQ(schubtextImLauf("3/0-2-3-(,,)/1-01-3-(,,)")->massgebend().text, "0-2-3-(,,)")
+        << "by its spelling";
 }

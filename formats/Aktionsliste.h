@@ -1,0 +1,64 @@
+// The fields of a stick's layer with their actions, as a run finds them.
+//
+//   key    four numbers, the inner line of the field's band to the left, right, up and down or 0, their
+//          digits one after the other: "27072000" is the band left of 27072, "270720259410" its corner above
+//          25941
+//   list   ";key+action;key+action;"   ";27072000+0,0,5,10;00259410+2,0,65,0,0;"
+//          "" for a layer without actions
+//
+// The search goes by the beginning: the first entry that begins with a key counts, also one whose key is
+// longer. What is shown is found without the leading ";", so also inside another key or action. Both searches
+// go on from the place that they find to the next "+": an action with a ";" in it ends there, and what stands
+// behind it counts as an entry without action of its own, which takes that of the next one.
+#pragma once
+
+#include "formats/Stickaktion.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The half of a key that a band gives: of x for the bands left and right, of y for those above and below.
+inline constexpr std::string_view MITTELHAELFTE = "00";
+inline std::string haelfteLinksOderOben(const std::string& linie) {
+    return linie + "0";
+}
+inline std::string haelfteRechtsOderUnten(const std::string& linie) {
+    return "0" + linie;
+}
+/// The keys of the fields that are a whole band.
+inline std::string xBandschluessel(const std::string& xHaelfte) {
+    return xHaelfte + "00";
+}
+inline std::string yBandschluessel(const std::string& yHaelfte) {
+    return "00" + yHaelfte;
+}
+
+class Aktionsliste {
+public:
+    Aktionsliste() = default;
+    explicit Aktionsliste(std::string text);
+
+    const std::string& text() const { return text_; }
+
+    /// The action of the first entry that begins with `schluessel`, that of the empty text for an entry
+    /// without one; null where there is no such entry.
+    Aktionszeiger suchen(std::string_view schluessel) const;
+
+    /// The action text behind the first place at which `schluessel` stands, wherever that is; "" for none.
+    std::string anzeigesuche(std::string_view schluessel) const;
+
+private:
+    std::string_view aktionAb(std::size_t stelle) const;
+
+    struct Eintrag {
+        std::size_t anfang; ///< of its key
+        std::size_t laenge; ///< up to the next ";"
+        Aktionszeiger aktion;
+    };
+    std::string text_;
+    std::vector<Eintrag> eintraege_;
+};
+
+/// Adds an entry to the text of a list.
+void eintragAnhaengen(std::string& liste, std::string_view schluessel, std::string_view aktion);
