@@ -4,13 +4,14 @@
 #include "editors/stick/Ebenenmass.h"
 #include "engine/stick/StickTabellen.h"
 #include "formats/Stickaktion.h"
+#include "store/schema/Stickanweisung.h"
+#include "store/schema/Zonenlesen.h"
 
 #include <algorithm>
 #include <optional>
 
 namespace {
 
-constexpr std::size_t LAENGSTE_LISTE = 20;
 constexpr const char* LEERFELD = "3"; // as the editors write it; any other text takes its place on the plane
 
 constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSNAMEN{"Links", "Rechts", "Oben", "Unten"};
@@ -39,11 +40,6 @@ std::optional<Feldsymbol> symbol(std::optional<Stickaktionsart> art, const Felde
         return KreisGelbZeichnen(ecken);
     }
     return std::nullopt;
-}
-
-/// A number of the plane's tables. A foreign database may hold any; none of them wraps.
-std::int32_t plangroesse(const Wert& wert) {
-    return gerundet(static_cast<double>(alsZahl(wert)));
 }
 
 double breite(const Feldecken& ecken) {
@@ -85,64 +81,23 @@ class Zeichner {
 public:
     Zeichner(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
              Zeichenflaeche& flaeche)
-        : datenbank_(datenbank)
-        , zusatz_(tabellenzusatz(seite))
-        , schemaName_(schemaName)
-        , ebene_(ebene)
-        , flaeche_(flaeche) {}
+        : datenbank_(datenbank), seite_(seite), schemaName_(schemaName), ebene_(ebene), flaeche_(flaeche) {}
 
     void zeichnen() {
         linienLesen();
-        for (const char* gruppe : {"Links", "Rechts"})
-            gruppeZeichnen(gruppe, " AND (tblStickAktion" + zusatz_ + "." + gruppe +
-                                       ")<> 0 ORDER BY tblStickAktion" + zusatz_ + "." + gruppe +
-                                       ", tblStickAktion" + zusatz_ + ".Oben, tblStickAktion" + zusatz_ +
-                                       ".Unten DESC;");
-        gruppeZeichnen("Mitte", " AND (tblStickAktion" + zusatz_ + ".Links) = 0 And (tblStickAktion" +
-                                    zusatz_ + ".Rechts) = 0 ORDER BY tblStickAktion" + zusatz_ +
-                                    ".Oben, tblStickAktion" + zusatz_ + ".Unten DESC;");
+        for (const char* gruppe : {"Links", "Rechts", "Mitte"})
+            ZonenzeilenLesen(datenbank_, seite_, schemaName_, ebene_, gruppe,
+                             [this](const Zonenzeile& zeile) {
+                                 if (zeile.aktion != LEERFELD)
+                                     FeldSymbolZeichnen(zeile);
+                             });
     }
 
 private:
-    /// The action row that is being drawn: its band in y, the band's value, its band in x, the action.
-    struct Zonenzeile {
-        std::string_view senkrecht;
-        std::int32_t wertSenkrecht = 0;
-        std::string_view waagrecht;
-        std::int32_t wertWaagrecht = 0;
-        std::string aktion;
-    };
-
     void linienLesen() {
-        auto satz = datenbank_.OpenRecordset(
-            anweisung("SELECT * FROM tblStick" + zusatz_ + " WHERE (tblStick" + zusatz_ + ".Schemaname)= '",
-                      schemaName_, "' ORDER BY TBLSTICK" + zusatz_ + ".INDEX;"));
-        for (std::size_t i = 0; i < RICHTUNGSNAMEN.size(); ++i)
+        auto satz = linienzeilen(datenbank_, seite_, schemaName_);
+        for (std::size_t i = 0; i < linien_.size(); ++i)
             linien_[i] = LinienListeLesen(satz, RICHTUNGSNAMEN[i], ebene_);
-    }
-
-    void gruppeZeichnen(std::string_view gruppe, const std::string& bedingung) {
-        const auto satzText = anweisung(
-            "SELECT * FROM tblStickAktion" + zusatz_ + " WHERE (tblStickAktion" + zusatz_ + ".Schemaname)= '",
-            schemaName_,
-            "' AND (tblStickAktion" + zusatz_ + ".Umschalt)= " + std::to_string(ebene_) + bedingung);
-        for (auto satz = datenbank_.OpenRecordset(satzText); !satz.get_EOF(); satz.MoveNext())
-            if (auto zeile = zeileLesen(satz, gruppe); zeile.aktion != LEERFELD)
-                FeldSymbolZeichnen(zeile);
-    }
-
-    static Zonenzeile zeileLesen(const Recordset& satz, std::string_view gruppe) {
-        Zonenzeile zeile{"Mitte", 0, gruppe, 0, alsText(satz.get_Value("Aktion"))};
-        if (const auto oben = plangroesse(satz.get_Value("Oben")); oben != 0) {
-            zeile.senkrecht = "Oben";
-            zeile.wertSenkrecht = oben;
-        } else if (const auto unten = plangroesse(satz.get_Value("Unten")); unten != 0) {
-            zeile.senkrecht = "Unten";
-            zeile.wertSenkrecht = unten;
-        }
-        if (gruppe != "Mitte")
-            zeile.wertWaagrecht = plangroesse(satz.get_Value(gruppe));
-        return zeile;
     }
 
     void FeldSymbolZeichnen(const Zonenzeile& zeile) {
@@ -189,7 +144,7 @@ private:
     }
 
     Database& datenbank_;
-    std::string zusatz_;
+    Stickseite seite_;
     const std::string& schemaName_;
     int ebene_;
     Zeichenflaeche& flaeche_;
@@ -222,22 +177,6 @@ Feldsymbol RechteckZeichnen(const Feldecken& ecken) {
 Feldsymbol KreuzZeichnen(const Feldecken& ecken) {
     return {Symbolkreuz{{ecken[OBEN_LINKS], ecken[UNTEN_RECHTS]}, {ecken[UNTEN_LINKS], ecken[OBEN_RECHTS]}},
             symbolfarbe::ROT};
-}
-
-Zonenlinien LinienListeLesen(Recordset& satz, std::string_view richtungsname, int ebene) {
-    Zonenlinien linien;
-    if (satz.get_RecordCount() == 0)
-        return linien;
-    const auto spalte = std::string(richtungsname) + ebenenendung(ebene);
-    for (satz.MoveFirst(); !satz.get_EOF() && linien.size() < LAENGSTE_LISTE; satz.MoveNext()) {
-        if (alsZahl(satz.get_Value("index")) == ZEILEN_JE_STICK)
-            continue;
-        const auto linie = plangroesse(satz.get_Value(spalte));
-        if (linie == 0)
-            break;
-        linien.push_back(linie);
-    }
-    return linien;
 }
 
 void ZonenZeichnen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,

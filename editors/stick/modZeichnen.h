@@ -5,7 +5,6 @@
 #pragma once
 
 #include "base/Stickseite.h"
-#include "store/db/Datenbank.h"
 
 #include <array>
 #include <cstdint>
@@ -74,13 +73,6 @@ Feldsymbol KreisGruenZeichnen(const Feldecken& ecken); ///< `Maustaste drücken`
 Feldsymbol RechteckZeichnen(const Feldecken& ecken);   ///< `Tastatur drücken`
 Feldsymbol KreuzZeichnen(const Feldecken& ecken);      ///< `Sperrfeld`
 Feldsymbol KreisGelbZeichnen(const Feldecken& ecken);  ///< `Absolute Position`
-
-/// Lines of one direction from the centre outward, without empties.
-using Zonenlinien = std::vector<std::int32_t>;
-
-/// Reads the lines of a direction ("Links", "Rechts", "Oben", "Unten") on a layer out of a set on tblStick or
-/// tblStickR: from the first row to the first value 0, at most 20. Row 20 is skipped, as it holds no line.
-Zonenlinien LinienListeLesen(Recordset& satz, std::string_view richtungsname, int ebene);
 
 /// Clears `flaeche` and draws the symbols of a layer, 0 to 2, on it. The tables are those of `seite`.
 ///

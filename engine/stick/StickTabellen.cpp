@@ -1,115 +1,22 @@
 #include "engine/stick/StickTabellen.h"
 
-#include "formats/Aktionsliste.h"
+#include "store/schema/StickLaufLesen.h"
+#include "store/schema/modLesen.h"
 
 #include <algorithm>
 #include <sys/stat.h>
 #include <utility>
 
-namespace {
-
-constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSNAMEN{"Links", "Rechts", "Oben", "Unten"};
-
-class Leser {
-public:
-    Leser(Database& datenbank, const std::string& schemaName, Stickseite seite, int Umschalt)
-        : datenbank_(datenbank)
-        , schemaName_(schemaName)
-        , zusatz_(tabellenzusatz(seite))
-        , Umschalt_(Umschalt) {}
-
-    Sticktabellen lesen() {
-        datenbank_.inEinemLesezug([&] {
-            tabellen_.StickAktionen = aktionen();
-            linien();
-        });
-        return std::move(tabellen_);
-    }
-
-private:
-    std::string aktionen() {
-        const std::string tabelle = "tblStickAktion" + zusatz_;
-        auto satz = datenbank_.OpenRecordset(
-            anweisung("SELECT * FROM " + tabelle + " WHERE (" + tabelle + ".Schemaname)= '", schemaName_,
-                      "' AND (" + tabelle + ".Umschalt)= " + std::to_string(Umschalt_) +
-                          " Order by tblstickAktion" + zusatz_ + ".Links;"));
-        std::string liste;
-        for (; !satz.get_EOF(); satz.MoveNext()) {
-            std::string schluessel;
-            for (const char* richtung : RICHTUNGSNAMEN)
-                schluessel += alsText(satz.get_Value(richtung));
-            eintragAnhaengen(liste, schluessel, alsText(satz.get_Value("Aktion")));
-        }
-        return liste;
-    }
-
-    void linien() {
-        std::array<std::string, RICHTUNGEN> gesammelt;
-        for (int i = 1; i <= ZEILEN_JE_STICK; ++i) {
-            const auto satz = zeile(i);
-            tabellen_.zeilenFehlen |= satz.get_EOF();
-            if (i == ZEILEN_JE_STICK) // holds no lines
-                tabellen_.StickSperre = satz.get_EOF() ? 0 : linienwert(satz.get_Value("Links"));
-            else if (!linienEinerZeile(satz, i, gesammelt))
-                i = ZEILEN_JE_STICK - 1; // rows behind the first empty one are never read
-        }
-        for (std::size_t richtung = 0; richtung < RICHTUNGSNAMEN.size(); ++richtung)
-            tabellen_.StickLinien[richtung] = linienliste(gesammelt[richtung]);
-    }
-
-    // Whether the row holds any line in this layer.
-    bool linienEinerZeile(const Recordset& satz, int index,
-                          std::array<std::string, RICHTUNGEN>& gesammelt) const {
-        bool eine = false;
-        for (std::size_t richtung = 0; richtung < RICHTUNGSNAMEN.size(); ++richtung) {
-            const auto wert = satz.get_EOF() ? grundlinie(index, richtung) : linie(satz, richtung);
-            if (wert == 0)
-                continue; // leaves no gap: the lines of a direction close up
-            linieAnhaengen(gesammelt[richtung], wert);
-            eine = true;
-        }
-        return eine;
-    }
-
-    std::int64_t linie(const Recordset& satz, std::size_t richtung) const {
-        return alsZahl(satz.get_Value(std::string(RICHTUNGSNAMEN[richtung]) + ebenenendung(Umschalt_)));
-    }
-
-    // What stands in a row of a new stick.
-    static std::int64_t grundlinie(int index, std::size_t richtung) {
-        return index == 1 ? GRUNDLINIEN[richtung] : 0;
-    }
-
-    Recordset zeile(int index) {
-        const std::string tabelle = "tblStick" + zusatz_;
-        return datenbank_.OpenRecordset(
-            anweisung("Select * from " + tabelle + " Where (" + tabelle + ".Schemaname) = '", schemaName_,
-                      "' and (" + tabelle + ".Index) = " + std::to_string(index) + ";"));
-    }
-
-    Database& datenbank_;
-    const std::string& schemaName_;
-    std::string zusatz_;
-    int Umschalt_;
-    Sticktabellen tabellen_;
-};
-
-} // namespace
-
-const char* ebenenendung(int Umschalt) {
-    switch (Umschalt) {
-    case 1:
-        return "2";
-    case 2:
-        return "3";
-    default:
-        return "";
-    }
-}
-
 Sticktabellen StickTabellenLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,
                                  int Umschalt) {
-    return Leser(datenbank, schemaName, seite, Umschalt).lesen();
+    auto bild = StickLaufLesen(datenbank, schemaName, seite, Umschalt);
+    Sticktabellen tabellen;
+    for (std::size_t richtung = 0; richtung < bild.linien.size(); ++richtung)
+        tabellen.StickLinien[richtung] = linienliste(bild.linien[richtung]);
+    tabellen.StickAktionen = std::move(bild.aktionen);
+    tabellen.StickSperre = bild.StickSperre;
+    tabellen.zeilenFehlen = bild.zeilenFehlen;
+    return tabellen;
 }
 
 namespace {

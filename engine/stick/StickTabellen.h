@@ -4,7 +4,7 @@
 #include "base/Stickseite.h"
 #include "formats/Linienliste.h"
 #include "store/db/Datenbank.h"
-#include "store/schema/modLesen.h"
+#include "store/schema/Stickanweisung.h"
 
 #include <array>
 #include <cstdint>
@@ -18,9 +18,6 @@ inline constexpr std::size_t RECHTS = 1;
 inline constexpr std::size_t OBEN = 2;
 inline constexpr std::size_t UNTEN = 3;
 } // namespace richtung
-
-/// What stands behind the names of a layer's columns; nothing for the layer 0 and for a layer that is none.
-const char* ebenenendung(int Umschalt);
 
 struct Sticktabellen {
     std::array<Linienliste, RICHTUNGEN> StickLinien;

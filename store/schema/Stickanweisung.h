@@ -26,6 +26,9 @@ using Feldschluessel = std::array<std::int32_t, 1 + RICHTUNGEN>;
 /// a name with an apostrophe.
 Recordset linienzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName);
 
+/// Opens one row of a stick by its index, 1 to ZEILEN_JE_STICK.
+Recordset linienzeile(Database& datenbank, Stickseite seite, const std::string& schemaName, int index);
+
 /// Throws 3021 when `satz`, the rows of a stick, has none: then the `Schema` is gone.
 void linienzeilenPruefen(const Recordset& satz, Stickseite seite, const std::string& schemaName);
 
@@ -36,6 +39,18 @@ Recordset aktionszeilen(Database& datenbank, Stickseite seite, const std::string
 /// Opens the action of one field.
 Recordset feldzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName,
                      const Feldschluessel& feld);
+
+/// Opens the actions of a layer in the order in which a run searches them.
+Recordset aktionszeilenNachLinks(Database& datenbank, Stickseite seite, const std::string& schemaName,
+                                 int ebene);
+
+/// Opens the actions of a layer whose field lies to the left ("Links"), to the right ("Rechts") or in the
+/// middle of the x axis ("Mitte"), in the order in which they are drawn.
+Recordset aktionszeilenDerGruppe(Database& datenbank, Stickseite seite, const std::string& schemaName,
+                                 int ebene, std::string_view gruppe);
+
+/// What stands behind the names of a layer's columns; nothing for the layer 0 and for a layer that is none.
+const char* ebenenendung(int Umschalt);
 
 /// Column of a direction; throws 9 for one that is not 0 to 3.
 std::string_view richtungsspalte(int richtung);

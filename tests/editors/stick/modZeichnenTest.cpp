@@ -1,4 +1,5 @@
 #include "editors/stick/modZeichnen.h"
+#include "store/schema/Zonenlesen.h"
 
 #include "tests/hilfen/Testdatenbank.h"
 
