@@ -206,7 +206,7 @@ QWidget* frmHaupt::fusszeile() {
         knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
     connect(achsen, &QPushButton::clicked, this, &frmHaupt::achsenGewuenscht);
     connect(schubregler, &QPushButton::clicked, this, &frmHaupt::schubreglerGewuenscht);
-    connect(hilfe, &QPushButton::clicked, this, [this] { prozess_.ShellExecuteA(global_.HilfePfad); });
+    connect(hilfe, &QPushButton::clicked, this, &frmHaupt::hilfeOeffnen);
     auto* hinweis =
         benannt(new QLabel("Die Hilfe ist mit Java geschrieben. Bitte lassen Sie diese in Ihrem Browser zu!"),
                 "Label3");
@@ -390,6 +390,12 @@ bool frmHaupt::nameAnlegen(const QString& name) {
 void frmHaupt::namenseingabeZeigen(bool an) {
     Command1_[SCHEMA_LOESCHEN]->setEnabled(!an);
     volleHoehe(!an);
+}
+
+void frmHaupt::hilfeOeffnen() {
+    if (!prozess_.ShellExecuteA(global_.HilfePfad))
+        meldung(this, QString("Die Hilfe konnte nicht geöffnet werden:\n%1").arg(qt(global_.HilfePfad)),
+                windowTitle(), QMessageBox::Warning);
 }
 
 void frmHaupt::hauptformZurueck(bool zeigen) {

@@ -72,6 +72,7 @@ private:
     void nameSpeichern();
     bool nameAnlegen(const QString& name);
     void namenseingabeZeigen(bool an);
+    void hilfeOeffnen();
     void hauptformZurueck(bool zeigen);
 
     GobalVariable& global_;

@@ -20,11 +20,12 @@ public:
     }
     bool ShellExecuteA(const std::string& datei) override {
         geoeffnet.push_back(datei);
-        return true;
+        return oeffnet;
     }
 
     std::vector<std::uint32_t> klassen;
     std::vector<std::string> geoeffnet;
+    bool oeffnet = true; ///< what ShellExecuteA answers
 
 private:
     std::string verzeichnis_;

@@ -406,6 +406,19 @@ TEST_F(FrmHaupt, HelpOpensThePageBesideTheDatabase) {
               std::vector<std::string>{datenbank_.ordner().string() + "/Beschreibung\\Startfenster.htm"});
 }
 
+TEST_F(FrmHaupt, HelpThatCannotBeOpenedIsTold) {
+    starten();
+    prozess_.oeffnet = false;
+    Boxleser boxen;
+    control<QPushButton>(haupt(), "Command2").click();
+    const auto seite = datenbank_.ordner().string() + "/Beschreibung\\Startfenster.htm";
+    EXPECT_EQ(
+        boxen.gesehen(),
+        (std::vector<Gesehen>{{"Game-Pad-Konfic",
+                               QString::fromStdString("Die Hilfe konnte nicht geöffnet werden:\n" + seite),
+                               QMessageBox::Warning, QMessageBox::Ok}}));
+}
+
 TEST_F(FrmHaupt, ScrollBarsShowTheirValues) {
     schema("S");
     starten();
