@@ -2,6 +2,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/main/Stickrahmen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "platform/Prozess.h"
 #include "store/files/Achsendatei.h"
@@ -11,12 +12,10 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -28,7 +27,6 @@ constexpr int VOLLE_HOEHE = twips(5250);
 constexpr int KURZE_HOEHE = twips(2700);
 constexpr int BREITE = 640;
 constexpr int KNOPFHOEHE = 28;
-constexpr int REGLER_MAX = 2000;
 
 // Indices of Command1.
 enum Knopf {
@@ -45,14 +43,6 @@ constexpr const char* NEU = "Schema neu";
 constexpr const char* SPEICHERN = "Schema Speichern";
 constexpr const char* STARTEN = "Schema starten";
 constexpr const char* STOPPEN = "Schema stoppen";
-
-QScrollBar* scrollleiste(Qt::Orientation richtung, const QString& name) {
-    auto* leiste = benannt(new QScrollBar(richtung), name);
-    leiste->setRange(0, REGLER_MAX);
-    leiste->setPageStep(REGLER_MAX / 10);
-    leiste->setFocusPolicy(Qt::StrongFocus);
-    return leiste;
-}
 
 /// Gives the button room for `text`, which it shows in turn with its own.
 void platzFuer(QPushButton& knopf, const char* text) {
@@ -74,13 +64,6 @@ void gleichBreit(QLabel& eines, QLabel& anderes) {
 void setzeText(QLineEdit& feld, const std::string& text) {
     feld.setText(qt(text));
     feld.home(false);
-}
-
-QLineEdit* anzeigefeld(const QString& name, const QString& text) {
-    auto* feld = benannt(new QLineEdit(text), name);
-    feld->setReadOnly(true);
-    feld->setFocusPolicy(Qt::ClickFocus);
-    return feld;
 }
 
 } // namespace
@@ -115,18 +98,18 @@ QWidget* frmHaupt::kopf() {
     auto* gitter = new QGridLayout(bereich);
     gitter->setContentsMargins(0, 0, 0, 0);
 
-    Combo1_ = schemaauswahl("Combo1");
-    connect(Combo1_, &QComboBox::editTextChanged, this,
+    schemaauswahl_ = schemaauswahl("Combo1");
+    connect(schemaauswahl_, &QComboBox::editTextChanged, this,
             [this](const QString& text) { global_.SchemaName = global_.Schemaauswahl = text.toStdString(); });
-    connect(Combo1_, &QComboBox::activated, this, [this] { Combo1Klick(); });
+    connect(schemaauswahl_, &QComboBox::activated, this, [this] { Combo1Klick(); });
     auto* name = benannt(new QLabel("Schema wählen:"), feldname("Label1", 0));
-    name->setBuddy(Combo1_);
+    name->setBuddy(schemaauswahl_);
     gitter->addWidget(name, 0, 0);
-    gitter->addWidget(Combo1_, 0, 1, 1, 2);
+    gitter->addWidget(schemaauswahl_, 0, 1, 1, 2);
 
     auto* knoepfe = new QGridLayout;
     knoepfe->addWidget(Command1(SCHEMA_NEU, NEU), 0, 0);
-    platzFuer(*Command1_[SCHEMA_NEU], SPEICHERN);
+    platzFuer(*knoepfe_[SCHEMA_NEU], SPEICHERN);
     knoepfe->addWidget(Command1(SCHEMA_LOESCHEN, "Schema löschen"), 0, 1);
     auto* starten = Command1(SCHEMA_STARTEN, STARTEN);
     auto fett = starten->font();
@@ -137,7 +120,7 @@ QWidget* frmHaupt::kopf() {
     knoepfe->addWidget(starten, 0, 2, 2, 1);
     knoepfe->addWidget(Command1(BUTTON_BEARBEITEN, "Button bearbeiten"), 1, 0);
     knoepfe->addWidget(Command1(DATENBANK, "Datenbank"), 1, 1);
-    Command1_[DATENBANK]->setToolTip("Übersicht über die Schemata der Datenbank: Strg+D");
+    knoepfe_[DATENBANK]->setToolTip("Übersicht über die Schemata der Datenbank: Strg+D");
     gitter->addLayout(knoepfe, 1, 0, 1, 3);
     gitter->setColumnStretch(1, 1);
     return bereich;
@@ -149,8 +132,8 @@ QWidget* frmHaupt::unterteil() {
     anordnung->setContentsMargins(0, 0, 0, 0);
     anordnung->addWidget(pfadzeile());
     auto* sticks = new QHBoxLayout;
-    sticks->addWidget(stickgruppe(0, LINKEN_STICK_BEARBEITEN));
-    sticks->addWidget(stickgruppe(1, RECHTEN_STICK_BEARBEITEN));
+    sticks->addWidget(new Stickrahmen(0, *Command1(LINKEN_STICK_BEARBEITEN, "Bearbeiten")));
+    sticks->addWidget(new Stickrahmen(1, *Command1(RECHTEN_STICK_BEARBEITEN, "Bearbeiten")));
     anordnung->addLayout(sticks, 1);
     anordnung->addWidget(fusszeile());
     return bereich;
@@ -160,39 +143,12 @@ QWidget* frmHaupt::pfadzeile() {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
-    Text1_ = benannt(new QLineEdit, feldname("Text1", 0));
+    programmpfad_ = benannt(new QLineEdit, feldname("Text1", 0));
     auto* name = benannt(new QLabel("Programmpfad:"), feldname("Label1", 1));
-    name->setBuddy(Text1_);
+    name->setBuddy(programmpfad_);
     zeile->addWidget(name);
-    zeile->addWidget(Text1_, 1);
+    zeile->addWidget(programmpfad_, 1);
     return bereich;
-}
-
-QGroupBox* frmHaupt::stickgruppe(int stick, int knopf) {
-    auto* gruppe = new QGroupBox;
-    auto* gitter = new QGridLayout(gruppe);
-    gitter->setVerticalSpacing(3);
-    gitter->addWidget(
-        benannt(new QLabel(stick == 0 ? "Linken Stick" : "Rechten Stick"), feldname("Label2", stick)), 0, 0);
-    gitter->addWidget(Command1(knopf, "Bearbeiten"), 1, 0);
-    Command1_[knopf]->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
-
-    auto* waagrecht = scrollleiste(Qt::Horizontal, feldname("HScroll1", stick));
-    auto* sensible = anzeigefeld(feldname("Text2", stick), "Sensible: 0");
-    connect(waagrecht, &QScrollBar::valueChanged, sensible,
-            [sensible](int wert) { sensible->setText(QString("Sensible: %1").arg(wert)); });
-    gitter->addWidget(waagrecht, 2, 0);
-    gitter->addWidget(sensible, 3, 0);
-
-    auto* senkrecht = scrollleiste(Qt::Vertical, feldname("VScroll1", stick));
-    auto* wert = anzeigefeld(feldname("Text3", stick), "0");
-    wert->setFixedWidth(wert->fontMetrics().horizontalAdvance("00000") + 12);
-    connect(senkrecht, &QScrollBar::valueChanged, wert,
-            [wert](int neu) { wert->setText(QString::number(neu)); });
-    gitter->addWidget(senkrecht, 0, 1, 3, 1, Qt::AlignHCenter);
-    gitter->setRowStretch(1, 1);
-    gitter->addWidget(wert, 3, 1);
-    return gruppe;
 }
 
 QWidget* frmHaupt::fusszeile() {
@@ -223,7 +179,7 @@ QPushButton* frmHaupt::Command1(int index, const QString& text) {
     knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
     connect(knopf, &QPushButton::clicked, this,
             [this, index] { mitFehlermeldung(this, FEHLERTITEL, [this, index] { Command1Klick(index); }); });
-    Command1_[index] = knopf;
+    knoepfe_[index] = knopf;
     return knopf;
 }
 
@@ -238,7 +194,7 @@ void frmHaupt::laden() {
     prozess_.SetPriorityClass(REALTIME_PRIORITY_CLASS);
     global_.PfadeSetzen(prozess_);
     mitFehlermeldung(nullptr, qt(global_.DatenbankPfad), [this] { schemataLesen(); });
-    if (Combo1_->count() == 0) {
+    if (schemaauswahl_->count() == 0) {
         volleHoehe(false);
         achsendatei_.AchsenLaden(); // makes the file in which a first Schema finds its row
         return;
@@ -252,23 +208,24 @@ void frmHaupt::schemataLesen() {
     for (const auto& name : schemata_.SchemaNamen)
         namen << qt(name);
     namen.removeLast(); // the spare entry is no name
-    Combo1_->clear();
-    Combo1_->addItems(namen);
+    schemaauswahl_->clear();
+    schemaauswahl_->addItems(namen);
 }
 
 void frmHaupt::erstesWaehlen() {
-    Combo1_->setCurrentIndex(0);
-    Combo1_->setEditText(Combo1_->itemText(0)); // where the entry was the current one, its text may be gone
+    schemaauswahl_->setCurrentIndex(0);
+    schemaauswahl_->setEditText(
+        schemaauswahl_->itemText(0)); // where the entry was the current one, its text may be gone
     Combo1Klick();
 }
 
 void frmHaupt::Combo1Klick() {
-    const auto name = Combo1_->currentText().toStdString();
+    const auto name = schemaauswahl_->currentText().toStdString();
     const auto& namen = schemata_.SchemaNamen;
     const auto stelle = std::find(namen.begin(), namen.end(), name);
     if (stelle != namen.end())
-        setzeText(*Text1_, schemata_.SchemaPfade[static_cast<std::size_t>(stelle - namen.begin())]);
-    Combo1_->lineEdit()->home(false);
+        setzeText(*programmpfad_, schemata_.SchemaPfade[static_cast<std::size_t>(stelle - namen.begin())]);
+    schemaauswahl_->lineEdit()->home(false);
     global_.SchemaName = name;
     achsendatei_.AchsenLaden();
 }
@@ -276,8 +233,8 @@ void frmHaupt::Combo1Klick() {
 // --- the buttons ---
 
 void frmHaupt::Command1Klick(int index) {
-    if (Combo1_->count() > 0) {
-        global_.SchemaName = Combo1_->currentText().toStdString();
+    if (schemaauswahl_->count() > 0) {
+        global_.SchemaName = schemaauswahl_->currentText().toStdString();
     } else if (index != SCHEMA_NEU) {
         meldung(this, "Es muß ein Schema erstellt werden", "Kein Schema!", QMessageBox::Information);
         return;
@@ -304,7 +261,7 @@ void frmHaupt::Command1Klick(int index) {
 }
 
 void frmHaupt::starten() {
-    auto* knopf = Command1_[SCHEMA_STARTEN];
+    auto* knopf = knoepfe_[SCHEMA_STARTEN];
     if (knopf->text() != STARTEN) {
         laufsteuerung_.entladen();
         knopf->setText(STARTEN);
@@ -325,9 +282,9 @@ void frmHaupt::loeschen() {
     const bool weg = std::find(namen.begin(), namen.end() - 1, name) == namen.end() - 1; // without the spare
     if (weg)
         emit schemaGeloescht(name);
-    setzeText(*Combo1_->lineEdit(), schemata_.SchemaNamen.front());
-    setzeText(*Text1_, schemata_.SchemaPfade.front());
-    global_.SchemaName = Combo1_->currentText().toStdString();
+    setzeText(*schemaauswahl_->lineEdit(), schemata_.SchemaNamen.front());
+    setzeText(*programmpfad_, schemata_.SchemaPfade.front());
+    global_.SchemaName = schemaauswahl_->currentText().toStdString();
     if (weg && !zeileWeg)
         meldung(this,
                 QString("Die Achsenzuordnung und der Schubregler des Schemas „%1“ konnten nicht gelöscht "
@@ -337,7 +294,7 @@ void frmHaupt::loeschen() {
 }
 
 void frmHaupt::neu() {
-    if (Command1_[SCHEMA_NEU]->text() == NEU)
+    if (knoepfe_[SCHEMA_NEU]->text() == NEU)
         nameErfragen();
     else
         nameSpeichern();
@@ -345,27 +302,28 @@ void frmHaupt::neu() {
 
 void frmHaupt::nameErfragen() {
     namenseingabeZeigen(true);
-    Command1_[SCHEMA_NEU]->setText(SPEICHERN);
-    Text1_->clear();
-    Combo1_->clear();
-    Combo1_->clearEditText(); // a list that is empty already has nothing to clear, and keeps what was typed
-    Combo1_->setFocus();
+    knoepfe_[SCHEMA_NEU]->setText(SPEICHERN);
+    programmpfad_->clear();
+    schemaauswahl_->clear();
+    schemaauswahl_
+        ->clearEditText(); // a list that is empty already has nothing to clear, and keeps what was typed
+    schemaauswahl_->setFocus();
 }
 
 void frmHaupt::nameSpeichern() {
     namenseingabeZeigen(false);
-    const auto name = Combo1_->currentText();
+    const auto name = schemaauswahl_->currentText();
     bool angelegt = false;
     if (!name.isEmpty())
         angelegt = nameAnlegen(name);
-    else if (Combo1_->currentIndex() >= 0)
+    else if (schemaauswahl_->currentIndex() >= 0)
         erstesWaehlen();
     else
         volleHoehe(false);
-    global_.SchemaName = Combo1_->currentText().toStdString();
-    Command1_[SCHEMA_NEU]->setText(NEU);
+    global_.SchemaName = schemaauswahl_->currentText().toStdString();
+    knoepfe_[SCHEMA_NEU]->setText(NEU);
     if (angelegt)
-        Combo1_->addItem(name);
+        schemaauswahl_->addItem(name);
     const bool gespeichert = achsendatei_.GamepadSchreiben(""); // whether or not there is a new `Schema`
     if (!gespeichert && !name.isEmpty())
         meldung(this,
@@ -379,7 +337,7 @@ void frmHaupt::nameSpeichern() {
 /// Makes the `Schema`. An error leaves the form as the first stroke left it, the name still typed.
 bool frmHaupt::nameAnlegen(const QString& name) {
     try {
-        return SchemaAnlegen(global_.DatenbankPfad, name.toStdString(), Text1_->text().toStdString(),
+        return SchemaAnlegen(global_.DatenbankPfad, name.toStdString(), programmpfad_->text().toStdString(),
                              [this](std::string_view text) { return frage(this, qt(text), ""); });
     } catch (const LaufzeitFehler&) {
         namenseingabeZeigen(true);
@@ -388,7 +346,7 @@ bool frmHaupt::nameAnlegen(const QString& name) {
 }
 
 void frmHaupt::namenseingabeZeigen(bool an) {
-    Command1_[SCHEMA_LOESCHEN]->setEnabled(!an);
+    knoepfe_[SCHEMA_LOESCHEN]->setEnabled(!an);
     volleHoehe(!an);
 }
 
@@ -399,7 +357,7 @@ void frmHaupt::hilfeOeffnen() {
 }
 
 void frmHaupt::hauptformZurueck(bool zeigen) {
-    Command1_[SCHEMA_STARTEN]->setText(STARTEN);
+    knoepfe_[SCHEMA_STARTEN]->setText(STARTEN);
     if (zeigen)
         show();
 }

@@ -17,7 +17,6 @@ class Achsendatei;
 class Laufsteuerung;
 class Prozess;
 class QComboBox;
-class QGroupBox;
 class QLineEdit;
 class QPushButton;
 
@@ -56,7 +55,6 @@ private:
     QWidget* kopf();
     QWidget* unterteil();
     QWidget* pfadzeile();
-    QGroupBox* stickgruppe(int stick, int knopf);
     QWidget* fusszeile();
     QPushButton* Command1(int index, const QString& text);
     void volleHoehe(bool voll);
@@ -81,8 +79,8 @@ private:
     Prozess& prozess_;
     Schemaliste schemata_;
 
-    QComboBox* Combo1_ = nullptr;
-    QLineEdit* Text1_ = nullptr;
+    QComboBox* schemaauswahl_ = nullptr;
+    QLineEdit* programmpfad_ = nullptr;
     QWidget* unterteil_ = nullptr;
-    std::map<int, QPushButton*> Command1_;
+    std::map<int, QPushButton*> knoepfe_;
 };
