@@ -41,14 +41,13 @@ struct Achsenzeile {
 constexpr std::array<Achsenzeile, 4> ACHSENZEILEN{
     {{"Links x", 2, 3, 5}, {"Links y", 0, 1, 4}, {"Rechts x", 6, 7, 10}, {"Rechts y", 8, 9, 11}}};
 
-// Where the sticks say what they do: x zone, y zone, action of the field or the x band, action of the y band.
+// Where the sticks say what they do.
 struct Stickzeile {
     const char* name;
-    std::array<std::size_t, 4> Erg;
+    Stickspuren Erg;
 };
 constexpr std::array<Stickzeile, 2> STICKZEILEN{
-    {{"Linker Stick:", {0, 1, 3, 4}}, {"Rechter Stick:", {5, 6, 7, 8}}}};
-constexpr std::size_t DRUCKMASKE_ERG = 2;
+    {{"Linker Stick:", stickspuren(Stickseite::Links)}, {"Rechter Stick:", stickspuren(Stickseite::Rechts)}}};
 constexpr int ZONENSPALTEN = 2;
 
 QScrollBar* scrollleiste(const QString& name, const Reglerbereich& bereich) {
@@ -267,11 +266,11 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
         gitter->addWidget(new QLabel(stick.name), reihe, 0);
         int spalte = 1;
         for (const auto index : stick.Erg)
-            gitter->addWidget(Erg_[index], reihe, spalte++);
+            gitter->addWidget(Erg_[static_cast<std::size_t>(index)], reihe, spalte++);
         ++reihe;
     }
     gitter->addWidget(new QLabel("Druckmaske:"), reihe, 0);
-    gitter->addWidget(Erg_[DRUCKMASKE_ERG], reihe, 1);
+    gitter->addWidget(Erg_[DRUECKMASKE_SPUR], reihe, 1);
     for (int spalte = 1; spalte <= ZONENSPALTEN; ++spalte)
         gitter->setColumnMinimumWidth(spalte, bereich->fontMetrics().horizontalAdvance("Rechts:  65535  "));
     gitter->setColumnStretch(ZONENSPALTEN + 1, 1);

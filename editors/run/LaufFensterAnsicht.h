@@ -1,6 +1,7 @@
 // The window of a running `Schema`: controls on one side, the engine's output on the other.
 #pragma once
 
+#include "base/Spuren.h"
 #include "engine/run/LaufAnzeige.h"
 #include "engine/run/LaufFenster.h"
 
@@ -22,7 +23,6 @@ class LaufFensterAnsicht final : public QWidget, private LaufAnzeige {
     Q_OBJECT
 
 public:
-    static constexpr int SPUREN = 9;         ///< `Erg`(0 to 8)
     static constexpr int ACHSENBERICHTE = 4; ///< `Text3`(0 to 3)
 
     /// `umgebung` without its display, which this window is.

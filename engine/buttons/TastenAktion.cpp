@@ -1,6 +1,7 @@
 #include "engine/buttons/TastenAktion.h"
 
 #include "base/LaufzeitFehler.h"
+#include "base/Spuren.h"
 #include "engine/buttons/GehalteneTasten.h"
 #include "engine/buttons/Wiederholung.h"
 #include "engine/output/XPTaste.h"
@@ -15,7 +16,6 @@ namespace {
 
 constexpr std::int32_t MODUS_IMPULS = 1; // press and release by itself
 constexpr int LETZTER_SLOT = 15;
-constexpr int DRUECKMASKE_ERG = 2; // trace label of DrueckMaske
 
 constexpr std::uint32_t bit(int slot) {
     return 1U << slot;
@@ -180,5 +180,5 @@ void TastenAktion::titelZeigen() {
 }
 
 void TastenAktion::drueckmaskeZeigen() {
-    anzeige_.Erg(DRUECKMASKE_ERG, std::to_string(stand_.DrueckMaske));
+    anzeige_.Erg(DRUECKMASKE_SPUR, std::to_string(stand_.DrueckMaske));
 }

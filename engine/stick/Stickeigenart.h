@@ -4,6 +4,7 @@
 // Feld binden` are as they have always been; assignments in use were tuned with them.
 #pragma once
 
+#include "base/Spuren.h"
 #include "base/Stickseite.h"
 #include "engine/run/TimerUeberwachung.h"
 
@@ -34,8 +35,7 @@ struct Stickeigenart {
     bool rechtsMitSendInput; ///< a step to the right goes out through SendInput instead of mouse_event
     bool diagonaleMitBit;    ///< a diagonal sets the mask bit of its timer
 
-    /// Indices of `Erg`: x zone, y zone, action of the field or the x band, action of the y band.
-    std::array<int, 4> Erg;
+    Stickspuren Erg;
 };
 
 inline constexpr std::chrono::milliseconds EGO_INTERVALL{4};
@@ -52,7 +52,7 @@ inline constexpr Stickeigenart LINKER_STICK_EIGENART{
     .bindenIntervall = std::chrono::milliseconds{2},
     .rechtsMitSendInput = true,
     .diagonaleMitBit = true,
-    .Erg = {0, 1, 3, 4},
+    .Erg = stickspuren(Stickseite::Links),
 };
 
 inline constexpr Stickeigenart RECHTER_STICK_EIGENART{
@@ -67,5 +67,5 @@ inline constexpr Stickeigenart RECHTER_STICK_EIGENART{
     .bindenIntervall = std::chrono::milliseconds{1},
     .rechtsMitSendInput = false,
     .diagonaleMitBit = false,
-    .Erg = {5, 6, 7, 8},
+    .Erg = stickspuren(Stickseite::Rechts),
 };
