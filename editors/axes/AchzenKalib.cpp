@@ -82,13 +82,13 @@ AchzenKalib::AchzenKalib(Achsendatei& achsendatei, Joystick& joystick, Zeitgeber
 
     belegungZeigen();
     zeilen_[0].Auswahl->setFocus();
-    Timer1_ = zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
-    Timer1_->Interval(ABFRAGE);
-    Timer1_->Enabled(true);
+    abfrage_ = zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
+    abfrage_->Interval(ABFRAGE);
+    abfrage_->Enabled(true);
 }
 
 void AchzenKalib::closeEvent(QCloseEvent* ereignis) {
-    Timer1_->Enabled(false);
+    abfrage_->Enabled(false);
     ereignis->accept();
 }
 

@@ -50,5 +50,5 @@ private:
     Joystick& joystick_;
     JOYINFOEX joystickinfo_;
     std::array<Zeile, ACHSEN> zeilen_{};
-    std::unique_ptr<Formularzeitgeber> Timer1_;
+    std::unique_ptr<Formularzeitgeber> abfrage_;
 };

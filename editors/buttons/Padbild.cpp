@@ -114,19 +114,19 @@ Padbild::Padbild(QWidget* eltern) : QWidget(eltern) {
                                 : nummer < ERSTE_ZWEITMARKE ? nummer - 4
                                                             : nummer - ERSTE_ZWEITMARKE);
         auto* marke = new Padmarke(this, ort.rundung + (ring ? RING : 0), ring);
-        Shape2_[static_cast<std::size_t>(nummer)] = benannt(marke, feldname("Shape2", nummer));
+        marken_[static_cast<std::size_t>(nummer)] = benannt(marke, feldname("Shape2", nummer));
     }
     for (int taste = 0; taste < SCHILDER; ++taste) {
         auto* schild = benannt(new Padschild(this), feldname("lblInfo", taste));
         connect(schild, &Padschild::geklickt, this, [this, taste] { emit geklickt(taste); });
-        lblInfo_[static_cast<std::size_t>(taste)] = schild;
+        schilder_[static_cast<std::size_t>(taste)] = schild;
     }
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void Padbild::markenZeigen(int erste, int zweite) {
     for (int nummer = 0; nummer < MARKEN; ++nummer)
-        Shape2_[static_cast<std::size_t>(nummer)]->setVisible(nummer == erste || nummer == zweite);
+        marken_[static_cast<std::size_t>(nummer)]->setVisible(nummer == erste || nummer == zweite);
 }
 
 void Padbild::setGewaehlt(int taste) {
@@ -140,7 +140,7 @@ int Padbild::schildbreite() const {
 }
 
 QSize Padbild::minimumSizeHint() const {
-    const qreal mass = (lblInfo_[0]->minimumSizeHint().height() + SCHILDLUECKE) / ZEILENABSTAND;
+    const qreal mass = (schilder_[0]->minimumSizeHint().height() + SCHILDLUECKE) / ZEILENABSTAND;
     return {2 * schildbreite() + qCeil(ZEICHNUNG.width() * mass), qCeil(ZEICHNUNG.height() * mass)};
 }
 
@@ -172,7 +172,7 @@ void Padbild::anordnen() {
         lblInfo(ort.taste).setGeometry(qRound(kante.x()) - (links ? breite : 0),
                                        qRound(kante.y()) - hoehe / 2, breite, hoehe);
         const auto marke = [&](int nummer, const QRectF& rechteck) {
-            static_cast<Padmarke*>(Shape2_[static_cast<std::size_t>(nummer)])->anordnen(lage, rechteck);
+            static_cast<Padmarke*>(marken_[static_cast<std::size_t>(nummer)])->anordnen(lage, rechteck);
         };
         marke(ort.taste, ort.marke);
         const auto aussen = ort.marke.adjusted(-RING, -RING, RING, RING);

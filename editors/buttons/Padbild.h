@@ -44,7 +44,7 @@ public:
 
     explicit Padbild(QWidget* eltern = nullptr);
 
-    Padschild& lblInfo(int taste) { return *lblInfo_[static_cast<std::size_t>(taste)]; }
+    Padschild& lblInfo(int taste) { return *schilder_[static_cast<std::size_t>(taste)]; }
     /// Shows the marks `erste` and `zweite` and hides all others; a number that no mark has shows none.
     void markenZeigen(int erste, int zweite);
     /// Highlights the label of the chosen button, none for -1.
@@ -71,8 +71,8 @@ private:
     int schildbreite() const;
     std::optional<int> tasteBei(QPointF stelle) const;
 
-    std::array<Padschild*, SCHILDER> lblInfo_{};
-    std::array<QWidget*, MARKEN> Shape2_{};
+    std::array<Padschild*, SCHILDER> schilder_{};
+    std::array<QWidget*, MARKEN> marken_{};
     QPixmap imgHintergrund_; ///< the drawing at the present size; null when it must be made anew
     int gewaehlt_ = -1;
 };

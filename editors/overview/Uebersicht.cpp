@@ -81,9 +81,9 @@ Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht>
     : global_(global), info_(std::move(info)) {
     setObjectName("Uebersicht");
     setWindowTitle("Ubersicht für SchemaDatenbank");
-    Option1_ = optionen("Option1", EBENENTEXTE);
+    quellebenen_ = optionen("Option1", EBENENTEXTE);
     for (std::size_t i = 0; i < EBENENWAHLEN; ++i)
-        Check1_[i] = benannt(new QCheckBox(EBENENTEXTE[i]), feldname("Check1", static_cast<int>(i)));
+        zielebenen_[i] = benannt(new QCheckBox(EBENENTEXTE[i]), feldname("Check1", static_cast<int>(i)));
 
     auto* anordnung = new QVBoxLayout(this);
     auto* spalten = new QHBoxLayout;
@@ -93,7 +93,7 @@ Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht>
     anordnung->addWidget(knopfzeile());
     hoeheSetzen(*this, 0);
 
-    for (auto* option : Option1_) {
+    for (auto* option : quellebenen_) {
         connect(option, &QRadioButton::toggled, this, [this](bool an) {
             if (an)
                 Option1Klick();
@@ -102,12 +102,12 @@ Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht>
                 &Uebersicht::Option1Klick); // also on the one that is set
     }
     for (int i = 0; i < static_cast<int>(EBENENWAHLEN); ++i)
-        connect(Check1_[static_cast<std::size_t>(i)], &QCheckBox::toggled, this,
+        connect(zielebenen_[static_cast<std::size_t>(i)], &QCheckBox::toggled, this,
                 [this, i] { Check1Klick(i); });
     // Nobody is left who could be unlocked by "Abbrechen".
     connect(info_.get(), &Infoansicht::leer, this, [this] {
-        Command2_[0]->setEnabled(true);
-        Combo1_[0]->setEnabled(true);
+        dateiwahl_[0]->setEnabled(true);
+        schemalisten_[0]->setEnabled(true);
     });
 }
 
@@ -120,9 +120,9 @@ QWidget* Uebersicht::schemaspalte(int seite) {
     anordnung->addWidget(pfadrahmen(seite));
     anordnung->addWidget(namensrahmen(seite));
     if (seite == 0)
-        ebenenrahmen(*spalte, 0, Option1_);
+        ebenenrahmen(*spalte, 0, quellebenen_);
     else
-        ebenenrahmen(*spalte, ZIELRAHMEN, Check1_);
+        ebenenrahmen(*spalte, ZIELRAHMEN, zielebenen_);
     anordnung->addStretch();
     return spalte;
 }
@@ -132,16 +132,16 @@ QGroupBox* Uebersicht::pfadrahmen(int seite) {
     auto* rahmen = new QGroupBox("Pfad");
     if (seite == 0)
         rahmen->setObjectName("Frame2");
-    Text1_[i] = benannt(new QLineEdit, feldname("Text1", seite));
-    Text1_[i]->setMinimumWidth(FELDBREITE);
-    connect(Text1_[i], &QLineEdit::textChanged, Text1_[i],
-            [feld = Text1_[i]](const QString& pfad) { feld->setToolTip(pfad.toHtmlEscaped()); });
-    Command2_[i] = benannt(new QPushButton("..."), feldname("Command2", seite));
-    Command2_[i]->setToolTip(DIALOGTITEL);
-    connect(Command2_[i], &QPushButton::clicked, this, [this, seite] { Command2Klick(seite); });
+    pfadfelder_[i] = benannt(new QLineEdit, feldname("Text1", seite));
+    pfadfelder_[i]->setMinimumWidth(FELDBREITE);
+    connect(pfadfelder_[i], &QLineEdit::textChanged, pfadfelder_[i],
+            [feld = pfadfelder_[i]](const QString& pfad) { feld->setToolTip(pfad.toHtmlEscaped()); });
+    dateiwahl_[i] = benannt(new QPushButton("..."), feldname("Command2", seite));
+    dateiwahl_[i]->setToolTip(DIALOGTITEL);
+    connect(dateiwahl_[i], &QPushButton::clicked, this, [this, seite] { Command2Klick(seite); });
     auto* zeile = new QHBoxLayout(rahmen);
-    zeile->addWidget(Text1_[i], 1);
-    zeile->addWidget(Command2_[i]);
+    zeile->addWidget(pfadfelder_[i], 1);
+    zeile->addWidget(dateiwahl_[i]);
     return rahmen;
 }
 
@@ -150,10 +150,10 @@ QGroupBox* Uebersicht::namensrahmen(int seite) {
     auto* rahmen = new QGroupBox("Schema");
     if (seite == 0)
         rahmen->setObjectName("Schema");
-    Combo1_[i] = schemaauswahl(feldname("Combo1", seite));
-    connect(Combo1_[i], &QComboBox::activated, this, [this] { frameEnable(1); });
+    schemalisten_[i] = schemaauswahl(feldname("Combo1", seite));
+    connect(schemalisten_[i], &QComboBox::activated, this, [this] { frameEnable(1); });
     auto* zeile = new QHBoxLayout(rahmen);
-    zeile->addWidget(Combo1_[i]);
+    zeile->addWidget(schemalisten_[i]);
     return rahmen;
 }
 
@@ -162,7 +162,7 @@ void Uebersicht::ebenenrahmen(QWidget& spalte, int ersterRahmen, const Knoepfe& 
     int nummer = ersterRahmen;
     for (const auto& [text, ersteEbene] : RAHMEN) {
         auto* rahmen = benannt(new QGroupBox(text), feldname("Frame3", nummer));
-        Frame3_[static_cast<std::size_t>(nummer++)] = rahmen;
+        ebenenrahmen_[static_cast<std::size_t>(nummer++)] = rahmen;
         auto* zeile = new QHBoxLayout(rahmen);
         for (std::size_t ebene = 0; ebene < EBENEN; ++ebene)
             zeile->addWidget(knoepfe[ersteEbene + ebene], 1);
@@ -174,14 +174,14 @@ QWidget* Uebersicht::knopfzeile() {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
-    for (int i = 0; i < static_cast<int>(Command1_.size()); ++i) {
+    for (int i = 0; i < static_cast<int>(knoepfe_.size()); ++i) {
         const auto platz = static_cast<std::size_t>(i);
-        Command1_[platz] = benannt(new QPushButton(KNOPFTEXTE[platz]), feldname("Command1", i));
-        connect(Command1_[platz], &QPushButton::clicked, this,
+        knoepfe_[platz] = benannt(new QPushButton(KNOPFTEXTE[platz]), feldname("Command1", i));
+        connect(knoepfe_[platz], &QPushButton::clicked, this,
                 [this, i] { mitFehlermeldung(this, FEHLERTITEL, [this, i] { Command1Klick(i); }); });
         if (i == OK)
             zeile->addStretch();
-        zeile->addWidget(Command1_[platz]);
+        zeile->addWidget(knoepfe_[platz]);
     }
     return bereich;
 }
@@ -198,13 +198,13 @@ void Uebersicht::laden() {
         QStringList liste;
         for (const auto& name : namen)
             liste << qt(name);
-        for (auto* combo : Combo1_)
+        for (auto* combo : schemalisten_)
             combo->addItems(liste); // the first one is selected by that
     });
 }
 
 void Uebersicht::closeEvent(QCloseEvent* ereignis) {
-    for (auto* knopf : Command1_)
+    for (auto* knopf : knoepfe_)
         knopf->setEnabled(false);
     info_->alleEntladen(); // nobody could close one that stayed by "Abbrechen"
     ereignis->accept();
@@ -214,49 +214,49 @@ void Uebersicht::closeEvent(QCloseEvent* ereignis) {
 
 void Uebersicht::frameEnable(const std::int16_t& art) {
     if (art == 0) {
-        const bool tasten = istTastenebene(gesetzte(Option1_));
-        Frame3_[ZIEL_LINKER_STICK]->setEnabled(!tasten);
-        Frame3_[ZIEL_RECHTER_STICK]->setEnabled(!tasten);
-        Frame3_[ZIEL_BUTTONS]->setEnabled(tasten);
+        const bool tasten = istTastenebene(gesetzte(quellebenen_));
+        ebenenrahmen_[ZIEL_LINKER_STICK]->setEnabled(!tasten);
+        ebenenrahmen_[ZIEL_RECHTER_STICK]->setEnabled(!tasten);
+        ebenenrahmen_[ZIEL_BUTTONS]->setEnabled(tasten);
         return;
     }
     for (const auto rahmen : {ZIEL_LINKER_STICK, ZIEL_RECHTER_STICK, ZIEL_BUTTONS})
-        Frame3_[rahmen]->setEnabled(false);
-    for (auto* ziel : Check1_)
+        ebenenrahmen_[rahmen]->setEnabled(false);
+    for (auto* ziel : zielebenen_)
         ziel->setChecked(false); // its click locks others, which the following undoes
-    for (auto* knopf : Command1_)
+    for (auto* knopf : knoepfe_)
         knopf->setEnabled(true);
-    for (auto* ziel : Check1_)
+    for (auto* ziel : zielebenen_)
         ziel->setEnabled(true);
-    Command1_[OK]->setEnabled(false);
+    knoepfe_[OK]->setEnabled(false);
 }
 
 void Uebersicht::command1Enable(int art) {
     for (const int knopf : {art == 0 ? WECHSEL : KOPIEREN, LOESCHEN, INFO})
-        Command1_[static_cast<std::size_t>(knopf)]->setEnabled(false);
+        knoepfe_[static_cast<std::size_t>(knopf)]->setEnabled(false);
 }
 
 void Uebersicht::Option1Klick() {
     frameEnable(1);
-    for (auto* knopf : Command1_)
+    for (auto* knopf : knoepfe_)
         knopf->setEnabled(true);
-    Command1_[OK]->setEnabled(false);
+    knoepfe_[OK]->setEnabled(false);
 }
 
 // A swap has one target only.
 void Uebersicht::Check1Klick(int index) {
-    Command1_[OK]->setEnabled(true);
-    if (!Command1_[WECHSEL]->isEnabled())
+    knoepfe_[OK]->setEnabled(true);
+    if (!knoepfe_[WECHSEL]->isEnabled())
         return;
-    for (std::size_t k = 0; k < Check1_.size(); ++k)
-        Check1_[k]->setEnabled(k == static_cast<std::size_t>(index));
+    for (std::size_t k = 0; k < zielebenen_.size(); ++k)
+        zielebenen_[k]->setEnabled(k == static_cast<std::size_t>(index));
 }
 
 // --- files ---
 
 void Uebersicht::Command2Klick(int seite) {
     frameEnable(1);
-    auto& feld = *Text1_[static_cast<std::size_t>(seite)];
+    auto& feld = *pfadfelder_[static_cast<std::size_t>(seite)];
     const QPointer<QFileDialog> dialog =
         new QFileDialog(this, DIALOGTITEL, QFileInfo(feld.text()).absolutePath());
     dialog->setObjectName("cdlDateiOeffnen");
@@ -271,7 +271,7 @@ void Uebersicht::Command2Klick(int seite) {
 
 /// The end of a long path, with the name of the file, is what stays in sight.
 void Uebersicht::pfadSetzen(int seite, const QString& pfad) {
-    auto* feld = Text1_[static_cast<std::size_t>(seite)];
+    auto* feld = pfadfelder_[static_cast<std::size_t>(seite)];
     feld->setText(pfad);
     feld->end(false);
 }
@@ -279,8 +279,8 @@ void Uebersicht::pfadSetzen(int seite, const QString& pfad) {
 // --- the buttons ---
 
 void Uebersicht::Command1Klick(int index) {
-    Command2_[0]->setEnabled(true);
-    Combo1_[0]->setEnabled(true);
+    dateiwahl_[0]->setEnabled(true);
+    schemalisten_[0]->setEnabled(true);
     switch (index) {
     case KOPIEREN:
         frameEnable(0);
@@ -302,17 +302,17 @@ void Uebersicht::Command1Klick(int index) {
 /// The program's own database is opened by its own name, whatever name leads to it: what a crash leaves of a
 /// change lies beside the name that it was made by, and another hard link would not lead to it.
 std::string Uebersicht::pfad(int seite) const {
-    const auto gewaehlter = Text1_[static_cast<std::size_t>(seite)]->text().toStdString();
+    const auto gewaehlter = pfadfelder_[static_cast<std::size_t>(seite)]->text().toStdString();
     std::error_code egal; // a file that is not there is told of when it is opened
     return fs::equivalent(gewaehlter, global_.DatenbankPfad, egal) ? global_.DatenbankPfad : gewaehlter;
 }
 
 Schemaort Uebersicht::schema(int seite) const {
-    return {pfad(seite), Combo1_[static_cast<std::size_t>(seite)]->currentText().toStdString()};
+    return {pfad(seite), schemalisten_[static_cast<std::size_t>(seite)]->currentText().toStdString()};
 }
 
 Ebenenort Uebersicht::quelle() const {
-    return {schema(0), gesetzte(Option1_)};
+    return {schema(0), gesetzte(quellebenen_)};
 }
 
 /// Whether one of the first `anzahl` sides names no `Schema`; then a message box says so.
@@ -331,15 +331,15 @@ void Uebersicht::InfoAusgabe() {
     const auto ort = quelle();
     info_->zeigen(ort.index, ort.schema.schemaName, *this);
     InfoEditor_ = Infoansicht::editorVon(ort.index);
-    Command2_[0]->setEnabled(false);
-    Combo1_[0]->setEnabled(false);
+    dateiwahl_[0]->setEnabled(false);
+    schemalisten_[0]->setEnabled(false);
     nachVorn(*this);
 }
 
 void Uebersicht::ausfuehren() {
     if (schemaFehlt(2))
         return;
-    if (Command1_[KOPIEREN]->isEnabled())
+    if (knoepfe_[KOPIEREN]->isEnabled())
         kopieren();
     else
         wechseln();
@@ -366,7 +366,7 @@ void Uebersicht::loeschen() {
 
 void Uebersicht::wechseln() {
     for (int i = 0; i < static_cast<int>(EBENENWAHLEN); ++i)
-        if (Check1_[static_cast<std::size_t>(i)]->isChecked())
+        if (zielebenen_[static_cast<std::size_t>(i)]->isChecked())
             return LayerWechseln(quelle(), {schema(1), i},
                                  [this](std::string_view text) { meldung(this, qt(text), ""); });
 }
@@ -374,6 +374,6 @@ void Uebersicht::wechseln() {
 void Uebersicht::kopieren() {
     std::array<bool, EBENENWAHLEN> ziele{};
     for (std::size_t k = 0; k < ziele.size(); ++k)
-        ziele[k] = Check1_[k]->isChecked();
+        ziele[k] = zielebenen_[k]->isChecked();
     LayerKopieren(quelle(), schema(1), ziele);
 }

@@ -73,11 +73,11 @@ private:
     std::unique_ptr<Infoansicht> info_;
     InfoEditor InfoEditor_ = InfoEditor::Keiner;
 
-    std::array<QLineEdit*, 2> Text1_{};
-    std::array<QPushButton*, 2> Command2_{};
-    std::array<QComboBox*, 2> Combo1_{};
-    std::array<QRadioButton*, EBENENWAHLEN> Option1_{};
-    std::array<QCheckBox*, EBENENWAHLEN> Check1_{};
-    std::array<QGroupBox*, 6> Frame3_{};
-    std::array<QPushButton*, 6> Command1_{};
+    std::array<QLineEdit*, 2> pfadfelder_{};
+    std::array<QPushButton*, 2> dateiwahl_{};
+    std::array<QComboBox*, 2> schemalisten_{};
+    std::array<QRadioButton*, EBENENWAHLEN> quellebenen_{};
+    std::array<QCheckBox*, EBENENWAHLEN> zielebenen_{};
+    std::array<QGroupBox*, 6> ebenenrahmen_{};
+    std::array<QPushButton*, 6> knoepfe_{};
 };

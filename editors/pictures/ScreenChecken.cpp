@@ -134,7 +134,7 @@ ScreenChecken::ScreenChecken(std::string ordner, std::string schema, const Schir
     aufbauen();
     verbinden();
     bilderLaden();
-    Timer1_ = geraete_.zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
+    abfrage_ = geraete_.zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
     for (auto& lieferung : lieferungen_)
         lieferung.frist = geraete_.zeitgeber.formularzeitgeber([this, &lieferung] {
             aufgeben(lieferung);
@@ -164,12 +164,12 @@ void ScreenChecken::aufbauen() {
             neue->setAccessibleName(
                 QString("%1, %2").arg(name, SEITENNAMEN[static_cast<std::size_t>(seite)]));
             gitter->addWidget(neue, 1 + ebene, 1 + seite);
-            Image1_[static_cast<std::size_t>(i)] = neue;
+            vorschauen_[static_cast<std::size_t>(i)] = neue;
         }
     }
     anordnung->addLayout(gitter, 1);
-    Image1_[HALTEPLATZ] = benannt(new Bildvorschau(this), feldname("Image1", HALTEPLATZ));
-    Image1_[HALTEPLATZ]->hide();
+    vorschauen_[HALTEPLATZ] = benannt(new Bildvorschau(this), feldname("Image1", HALTEPLATZ));
+    vorschauen_[HALTEPLATZ]->hide();
 
     auto* hinweis = new QLabel(HINWEIS);
     hinweis->setWordWrap(true);
@@ -180,7 +180,7 @@ void ScreenChecken::aufbauen() {
         zeile->addWidget(benannt(new QPushButton(text), feldname("Command1", index)));
     anordnung->addLayout(zeile);
 
-    Shape1_ = benannt(new Auswahlrahmen(this), "Shape1");
+    auswahlrahmen_ = benannt(new Auswahlrahmen(this), "Shape1");
     Frame1Bauen();
     resize(GROESSE.boundedTo(screen()->availableSize()).expandedTo(minimumSizeHint()));
 }
@@ -194,13 +194,13 @@ QWidget* ScreenChecken::kopf(const char* text) {
 }
 
 void ScreenChecken::Frame1Bauen() {
-    Frame1_ = benannt(new Auswahltafel("Bitte wählen", this), "Frame1");
-    auto* zeile = new QHBoxLayout(Frame1_);
+    auswahltafel_ = benannt(new Auswahltafel("Bitte wählen", this), "Frame1");
+    auto* zeile = new QHBoxLayout(auswahltafel_);
     const int rand = Auswahltafel::RAND;
     zeile->setContentsMargins(zeile->contentsMargins() + QMargins(rand, rand, rand, rand));
     for (const auto& [index, text] : {std::pair{NEU, "Neu"}, std::pair{WECHSELN, "Wechseln"}})
         zeile->addWidget(benannt(new QPushButton(text), feldname("Command2", index)));
-    Frame1_->hide();
+    auswahltafel_->hide();
 }
 
 void ScreenChecken::verbinden() {
@@ -219,21 +219,21 @@ void ScreenChecken::verbinden() {
 }
 
 void ScreenChecken::Shape1Legen() {
-    Shape1_->setGeometry(vorschau(ScreenWahl_).geometry().adjusted(-RAHMEN, -RAHMEN, RAHMEN, RAHMEN));
-    Shape1_->raise();
-    Frame1_->raise();
+    auswahlrahmen_->setGeometry(vorschau(ScreenWahl_).geometry().adjusted(-RAHMEN, -RAHMEN, RAHMEN, RAHMEN));
+    auswahlrahmen_->raise();
+    auswahltafel_->raise();
 }
 
 void ScreenChecken::Frame1Zeigen(int index) {
     const auto ort = vorschau(index).geometry();
-    Frame1_->adjustSize();
-    const auto rest = size() - Frame1_->size();
-    auto ecke = ort.center() - Frame1_->rect().center();
+    auswahltafel_->adjustSize();
+    const auto rest = size() - auswahltafel_->size();
+    auto ecke = ort.center() - auswahltafel_->rect().center();
     ecke.setX(std::clamp(ecke.x(), 0, std::max(0, rest.width())));
     ecke.setY(std::clamp(ecke.y(), 0, std::max(0, rest.height())));
-    Frame1_->move(ecke);
-    Frame1_->show();
-    Frame1_->raise();
+    auswahltafel_->move(ecke);
+    auswahltafel_->show();
+    auswahltafel_->raise();
 }
 
 // --- load and unload ---
@@ -256,7 +256,7 @@ void ScreenChecken::bilderLaden() {
 }
 
 void ScreenChecken::entladen() {
-    Timer1_.reset();
+    abfrage_.reset();
     for (auto& lieferung : lieferungen_)
         lieferung.frist.reset();
     ladeende_.request_stop();
@@ -265,7 +265,7 @@ void ScreenChecken::entladen() {
 
 void ScreenChecken::closeEvent(QCloseEvent* ereignis) {
     ereignis->accept();
-    if (!Timer1_)
+    if (!abfrage_)
         return;
     entladen();
     emit geschlossen();
@@ -275,15 +275,15 @@ void ScreenChecken::closeEvent(QCloseEvent* ereignis) {
 
 void ScreenChecken::Command1Klick(int index) {
     if (index == STOP) {
-        Timer1_->Enabled(false);
-        Timer1_->Interval(0ms);
+        abfrage_->Enabled(false);
+        abfrage_->Interval(0ms);
         if (std::ranges::count_if(lieferungen_, aufgeben) > 0)
             fehlerton(); // one for all of them
         return;
     }
     ScreenEbene_ = 0;
-    Timer1_->Interval(ABFRAGE);
-    Timer1_->Enabled(true);
+    abfrage_->Interval(ABFRAGE);
+    abfrage_->Enabled(true);
 }
 
 void ScreenChecken::Timer1_Timer() {
@@ -314,7 +314,7 @@ void ScreenChecken::SnapSh(std::string_view Seite) {
     lieferung.frist->Enabled(true);
     geraete_.aufnahme.aufnehmen(
         [form = QPointer(this), index, bestellung = ++lieferung.bestellung](const Schirmbild& bild) {
-            if (form && form->Timer1_)
+            if (form && form->abfrage_)
                 form->aufgenommen(index, bestellung, bild);
         });
 }
@@ -363,7 +363,7 @@ void ScreenChecken::Image1_MouseDown(int index, Qt::MouseButton knopf) {
     Shape1Legen();
     if (ScreenTausch_ != KEIN_TAUSCH)
         tauschen(std::exchange(ScreenTausch_, KEIN_TAUSCH), index);
-    Frame1_->hide();
+    auswahltafel_->hide();
 }
 
 void ScreenChecken::Neu() {

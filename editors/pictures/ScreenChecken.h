@@ -110,7 +110,7 @@ private:
     void Shape1Legen();
     void Frame1Zeigen(int index);
 
-    Bildvorschau& vorschau(int index) { return *Image1_[static_cast<std::size_t>(index)]; }
+    Bildvorschau& vorschau(int index) { return *vorschauen_[static_cast<std::size_t>(index)]; }
     const std::string& dateiname(int index) const { return dateinamen_[static_cast<std::size_t>(index)]; }
 
     Schirmgeraete geraete_;
@@ -122,10 +122,10 @@ private:
     std::int16_t ScreenTausch_ = KEIN_TAUSCH;
     std::array<Lieferung, VORSCHAUEN> lieferungen_; ///< by the preview
 
-    std::array<Bildvorschau*, VORSCHAUEN + 1> Image1_{};
-    QWidget* Shape1_ = nullptr;
-    QGroupBox* Frame1_ = nullptr;
+    std::array<Bildvorschau*, VORSCHAUEN + 1> vorschauen_{};
+    QWidget* auswahlrahmen_ = nullptr;
+    QGroupBox* auswahltafel_ = nullptr;
     Bildschreiber* schreiber_ = nullptr;
     std::stop_source ladeende_; ///< what is not read by then is not wanted any more
-    std::unique_ptr<Formularzeitgeber> Timer1_;
+    std::unique_ptr<Formularzeitgeber> abfrage_;
 };

@@ -123,15 +123,15 @@ QWidget* LaufFensterAnsicht::kopf() {
         knopf->setFocusPolicy(Qt::TabFocus);
         connect(knopf, &QPushButton::clicked, this, [this, i] { Command1Klick(i); });
         knoepfe->addWidget(knopf);
-        Command1_[static_cast<std::size_t>(i)] = knopf;
+        knoepfe_[static_cast<std::size_t>(i)] = knopf;
     }
     knoepfe->addStretch();
 
     auto* stand = new QFormLayout;
-    lblUmschalt_ = benannt(new QLabel, "lblUmschalt");
-    Label1_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
-    stand->addRow("Ebene betreten:", lblUmschalt_);
-    stand->addRow("Gedrückte Knöpfe:", Label1_);
+    umschaltung_ = benannt(new QLabel, "lblUmschalt");
+    gedrueckte_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
+    stand->addRow("Ebene betreten:", umschaltung_);
+    stand->addRow("Gedrückte Knöpfe:", gedrueckte_);
 
     gitter->addLayout(knoepfe, 0, 0);
     gitter->addWidget(ausgabegruppe(), 0, 1);
@@ -154,7 +154,7 @@ QWidget* LaufFensterAnsicht::ausgabegruppe() {
                 Option1Klick(i);
         });
         zeile->addWidget(option);
-        Option1_[static_cast<std::size_t>(i)] = option;
+        ausgabearten_[static_cast<std::size_t>(i)] = option;
     }
     return gruppe;
 }
@@ -163,7 +163,7 @@ QWidget* LaufFensterAnsicht::wiederholungszeile() {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
-    auto* leiste = HScroll2_ = scrollleiste("HScroll2", HSCROLL2_BEREICH);
+    auto* leiste = wiederholregler_ = scrollleiste("HScroll2", HSCROLL2_BEREICH);
     auto* wert = wertlabel("Label4", HSCROLL2_BEREICH.start);
     connect(leiste, &QScrollBar::valueChanged, this, [this, wert](int neu) {
         wert->setText(QString::number(neu));
@@ -183,9 +183,9 @@ QWidget* LaufFensterAnsicht::testfeldBauen() {
     testfeld_ = new QWidget;
     auto* anordnung = new QVBoxLayout(testfeld_);
     anordnung->setContentsMargins(0, 0, 0, 0);
-    Text2_ = benannt(new QPlainTextEdit(ANLEITUNG), "Text2");
-    Text2_->setFixedHeight(Text2_->fontMetrics().lineSpacing() * 4 + 12);
-    anordnung->addWidget(Text2_);
+    testtext_ = benannt(new QPlainTextEdit(ANLEITUNG), "Text2");
+    testtext_->setFixedHeight(testtext_->fontMetrics().lineSpacing() * 4 + 12);
+    anordnung->addWidget(testtext_);
     anordnung->addWidget(reglergitter());
     anordnung->addWidget(meldungszeile());
     anordnung->addWidget(ausgabezeile());
@@ -216,8 +216,8 @@ QWidget* LaufFensterAnsicht::reglergitter() {
         ++reihe;
     }
     // The one scroll bar more of the right stick: its margins are not what their rows say.
-    HScroll1_[10]->setToolTip("Rand von „Rechts x“ und oberer Rand von „Rechts y“");
-    HScroll1_[11]->setToolTip("Unterer Rand von „Rechts y“");
+    regler_[10]->setToolTip("Rand von „Rechts x“ und oberer Rand von „Rechts y“");
+    regler_[11]->setToolTip("Unterer Rand von „Rechts y“");
     return bereich;
 }
 
@@ -228,7 +228,7 @@ QScrollBar* LaufFensterAnsicht::regler(int index) {
         if (lauf_)
             lauf_->HScroll1Aenderung(index, neu);
     });
-    return HScroll1_[i] = leiste;
+    return regler_[i] = leiste;
 }
 
 QLabel* LaufFensterAnsicht::reglerwert(int index) {
@@ -243,7 +243,7 @@ QWidget* LaufFensterAnsicht::meldungszeile() {
     for (int i = 0; i < ACHSENBERICHTE; ++i) {
         auto* text = benannt(new QPlainTextEdit("Text3"), feldname("Text3", i));
         text->setReadOnly(true);
-        Text3_[static_cast<std::size_t>(i)] = text;
+        achsenberichte_[static_cast<std::size_t>(i)] = text;
         text->setFixedHeight(text->fontMetrics().lineSpacing() * 4 + 12);
         zeile->addWidget(new QLabel(ACHSENZEILEN[static_cast<std::size_t>(i)].name), 0, i);
         zeile->addWidget(text, 1, i);
@@ -259,18 +259,18 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
     for (int i = 0; i < SPUREN; ++i) {
         auto* label = benannt(new QLabel, feldname("Erg", i));
         label->setTextFormat(Qt::PlainText); // an action text is nobody's markup
-        Erg_[static_cast<std::size_t>(i)] = label;
+        spurfelder_[static_cast<std::size_t>(i)] = label;
     }
     int reihe = 0;
     for (const auto& stick : STICKZEILEN) {
         gitter->addWidget(new QLabel(stick.name), reihe, 0);
         int spalte = 1;
         for (const auto index : stick.Erg)
-            gitter->addWidget(Erg_[static_cast<std::size_t>(index)], reihe, spalte++);
+            gitter->addWidget(spurfelder_[static_cast<std::size_t>(index)], reihe, spalte++);
         ++reihe;
     }
     gitter->addWidget(new QLabel("Druckmaske:"), reihe, 0);
-    gitter->addWidget(Erg_[DRUECKMASKE_SPUR], reihe, 1);
+    gitter->addWidget(spurfelder_[DRUECKMASKE_SPUR], reihe, 1);
     for (int spalte = 1; spalte <= ZONENSPALTEN; ++spalte)
         gitter->setColumnMinimumWidth(spalte, bereich->fontMetrics().horizontalAdvance("Rechts:  65535  "));
     gitter->setColumnStretch(ZONENSPALTEN + 1, 1);
@@ -313,11 +313,11 @@ void LaufFensterAnsicht::titel(const std::string& text) {
 }
 
 void LaufFensterAnsicht::lblUmschalt(std::string_view text) {
-    lblUmschalt_->setText(qt(text));
+    umschaltung_->setText(qt(text));
 }
 
 void LaufFensterAnsicht::gedrueckteTasten(int zahl) {
-    Label1_->setNum(zahl);
+    gedrueckte_->setNum(zahl);
 }
 
 void LaufFensterAnsicht::Erg(int index, const std::string& text) {
@@ -327,17 +327,17 @@ void LaufFensterAnsicht::Erg(int index, const std::string& text) {
 }
 
 void LaufFensterAnsicht::spurenSchreiben() {
-    for (std::size_t i = 0; i < Erg_.size(); ++i)
-        if (Erg_[i]->text() != spuren_[i])
-            Erg_[i]->setText(spuren_[i]);
+    for (std::size_t i = 0; i < spurfelder_.size(); ++i)
+        if (spurfelder_[i]->text() != spuren_[i])
+            spurfelder_[i]->setText(spuren_[i]);
 }
 
 void LaufFensterAnsicht::HScroll1(int index, int wert) {
-    HScroll1_[static_cast<std::size_t>(index)]->setValue(wert);
+    regler_[static_cast<std::size_t>(index)]->setValue(wert);
 }
 
 void LaufFensterAnsicht::HScroll2(int wert) {
-    HScroll2_->setValue(wert);
+    wiederholregler_->setValue(wert);
 }
 
 void LaufFensterAnsicht::Text3(int index, const std::string& text) {
@@ -347,27 +347,27 @@ void LaufFensterAnsicht::Text3(int index, const std::string& text) {
 }
 
 void LaufFensterAnsicht::berichteSchreiben() {
-    for (std::size_t i = 0; i < Text3_.size(); ++i)
-        if (!berichte_[i].isNull() && Text3_[i]->toPlainText() != berichte_[i])
-            Text3_[i]->setPlainText(berichte_[i]);
+    for (std::size_t i = 0; i < achsenberichte_.size(); ++i)
+        if (!berichte_[i].isNull() && achsenberichte_[i]->toPlainText() != berichte_[i])
+            achsenberichte_[i]->setPlainText(berichte_[i]);
 }
 
 void LaufFensterAnsicht::Command1(int index, std::string_view text) {
-    Command1_[static_cast<std::size_t>(index)]->setText(qt(text));
+    knoepfe_[static_cast<std::size_t>(index)]->setText(qt(text));
 }
 
 void LaufFensterAnsicht::testfeld(bool offen) {
     testfeld_->setVisible(offen);
     if (offen) {
         spurenSchreiben();
-        Text2_->setFocus();
+        testtext_->setFocus();
     }
     hoeheSetzen(*this, offen ? HOEHE_AUSGEKLAPPT : HOEHE_EINGEKLAPPT);
 }
 
 void LaufFensterAnsicht::Option1(int index) {
-    if (index >= 0 && static_cast<std::size_t>(index) < Option1_.size())
-        Option1_[static_cast<std::size_t>(index)]->setChecked(true);
+    if (index >= 0 && static_cast<std::size_t>(index) < ausgabearten_.size())
+        ausgabearten_[static_cast<std::size_t>(index)]->setChecked(true);
 }
 
 void LaufFensterAnsicht::hauptformVerbergen() {

@@ -75,18 +75,18 @@ private:
     void hauptformZurueck(bool zeigen) override;
     void abgebrochen(const LaufzeitFehler& fehler) override;
 
-    std::array<QPushButton*, 2> Command1_{};
-    std::array<QRadioButton*, 3> Option1_{};
-    QLabel* lblUmschalt_ = nullptr;
-    QLabel* Label1_ = nullptr;
+    std::array<QPushButton*, 2> knoepfe_{};
+    std::array<QRadioButton*, 3> ausgabearten_{};
+    QLabel* umschaltung_ = nullptr;
+    QLabel* gedrueckte_ = nullptr;
     QWidget* testfeld_ = nullptr;
-    QPlainTextEdit* Text2_ = nullptr;
-    std::array<QScrollBar*, REGLER> HScroll1_{};
-    QScrollBar* HScroll2_ = nullptr;
-    std::array<QPlainTextEdit*, ACHSENBERICHTE> Text3_{};
+    QPlainTextEdit* testtext_ = nullptr;
+    std::array<QScrollBar*, REGLER> regler_{};
+    QScrollBar* wiederholregler_ = nullptr;
+    std::array<QPlainTextEdit*, ACHSENBERICHTE> achsenberichte_{};
     std::array<QString, ACHSENBERICHTE> berichte_; // what Text3 shows from the next time it is written
     QTimer* berichtstakt_;
-    std::array<QLabel*, SPUREN> Erg_{};
+    std::array<QLabel*, SPUREN> spurfelder_{};
     std::array<QString, SPUREN> spuren_; // what Erg shows as soon as the test panel does
     std::unique_ptr<LaufFenster> lauf_;
 };

@@ -57,13 +57,13 @@ Schubaktionsrahmen::Schubaktionsrahmen(const std::string& datenbankPfad, Tastatu
     setObjectName("Aktion");
     auto* gitter = new QGridLayout(this);
     auto* arten = new QVBoxLayout;
-    Option1_ = optionen<SCHUBARTEN>("Option1",
-                                    {"Mausbewegung", "Maustaste drücken", "Tastatur drücken", "Leerfeld"});
+    arten_ = optionen<SCHUBARTEN>("Option1",
+                                  {"Mausbewegung", "Maustaste drücken", "Tastatur drücken", "Leerfeld"});
     rahmen_ = new QStackedWidget;
     for (auto* rahmen : {mausbewegung(), maustaste(), tastendruck(tastatur), leerfeld()})
         rahmen_->addWidget(rahmen);
     for (int i = 0; i < SCHUBARTEN; ++i) {
-        auto* option = Option1_[static_cast<std::size_t>(i)];
+        auto* option = arten_[static_cast<std::size_t>(i)];
         connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
             if (an)
                 rahmen_->setCurrentIndex(i);
@@ -71,7 +71,7 @@ Schubaktionsrahmen::Schubaktionsrahmen(const std::string& datenbankPfad, Tastatu
         arten->addWidget(option);
     }
     arten->addStretch();
-    Option1_[static_cast<std::size_t>(Schubart::Leerfeld)]->setChecked(true);
+    arten_[static_cast<std::size_t>(Schubart::Leerfeld)]->setChecked(true);
 
     auto* uebernehmen = benannt(new QPushButton("Aktion übernehmen"), "Command2");
     connect(uebernehmen, &QPushButton::clicked, this, &Schubaktionsrahmen::uebernehmenGewuenscht);
@@ -86,20 +86,20 @@ Schubaktionsrahmen::Schubaktionsrahmen(const std::string& datenbankPfad, Tastatu
 QGroupBox* Schubaktionsrahmen::mausbewegung() {
     auto* gruppe = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 0));
     auto* gitter = new QGridLayout(gruppe);
-    Option2_ = optionen<RICHTUNGEN>("Option2", {"Links", "Rechts", "Oben", "Unten"});
+    richtungen_ = optionen<RICHTUNGEN>("Option2", {"Links", "Rechts", "Oben", "Unten"});
     int reihe = 0;
-    for (auto* option : Option2_)
+    for (auto* option : richtungen_)
         gitter->addWidget(option, reihe++, 0);
     const std::array<const char*, 2> texte{"Geschwindigkeit", "Schrittlänge"};
     const std::array<int, 2> label{1, 0};
-    for (std::size_t i = 0; i < txtSchritt_.size(); ++i) {
-        txtSchritt_[i] = zahlfeld(feldname("txtSchritt", static_cast<int>(i)), GRUNDWERT);
-        gitter->addWidget(beschriftung(texte[i], feldname("Label2", label[i]), txtSchritt_[i]),
+    for (std::size_t i = 0; i < schritte_.size(); ++i) {
+        schritte_[i] = zahlfeld(feldname("txtSchritt", static_cast<int>(i)), GRUNDWERT);
+        gitter->addWidget(beschriftung(texte[i], feldname("Label2", label[i]), schritte_[i]),
                           static_cast<int>(i), 2);
-        gitter->addWidget(txtSchritt_[i], static_cast<int>(i), 3);
+        gitter->addWidget(schritte_[i], static_cast<int>(i), 3);
     }
-    txtSchritt_[GESCHWINDIGKEIT]->setToolTip("Millisekunden von Schritt zu Schritt");
-    txtSchritt_[SCHRITTLAENGE]->setToolTip("Bildpunkte je Schritt");
+    schritte_[GESCHWINDIGKEIT]->setToolTip("Millisekunden von Schritt zu Schritt");
+    schritte_[SCHRITTLAENGE]->setToolTip("Bildpunkte je Schritt");
     gitter->setColumnMinimumWidth(1, 24);
     gitter->setColumnStretch(4, 1);
     gitter->setRowStretch(reihe, 1);
@@ -109,20 +109,20 @@ QGroupBox* Schubaktionsrahmen::mausbewegung() {
 QGroupBox* Schubaktionsrahmen::maustaste() {
     auto* gruppe = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 1));
     auto* gitter = new QGridLayout(gruppe);
-    optMaus_ = optionen<MAUSTASTEN>("optMaus", {"Linke Maustaste", "Rechte Maustaste", "Maustaste Mitte",
-                                                "Scrollrad Plus", "Scrollrad Minus"});
+    maustasten_ = optionen<MAUSTASTEN>("optMaus", {"Linke Maustaste", "Rechte Maustaste", "Maustaste Mitte",
+                                                   "Scrollrad Plus", "Scrollrad Minus"});
     for (int i = 0; i < MAUSTASTEN; ++i) {
-        auto* option = optMaus_[static_cast<std::size_t>(i)];
+        auto* option = maustasten_[static_cast<std::size_t>(i)];
         connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
             if (an)
                 optMaus_Click(i);
         });
         gitter->addWidget(option, i, 0);
     }
-    txtScrollPlus_ = zahlfeld("txtScrollPlus", GRUNDWERT);
-    txtScrollMinus_ = zahlfeld("txtScrollMinus", GRUNDWERT);
+    scrollPlus_ = zahlfeld("txtScrollPlus", GRUNDWERT);
+    scrollMinus_ = zahlfeld("txtScrollMinus", GRUNDWERT);
     int reihe = SCROLLRAD_PLUS;
-    for (auto* feld : {txtScrollPlus_, txtScrollMinus_}) {
+    for (auto* feld : {scrollPlus_, scrollMinus_}) {
         feld->setToolTip("120 ist eine Raste");
         gitter->addWidget(
             beschriftung("Scrollsprung", feldname("Scrollsprung", reihe - SCROLLRAD_PLUS), feld), reihe, 2);
@@ -138,36 +138,36 @@ QGroupBox* Schubaktionsrahmen::maustaste() {
 QGroupBox* Schubaktionsrahmen::tastendruck(Tastatur& tastatur) {
     auto* gruppe = tastenrahmen_ = benannt(new QGroupBox("Eigenschaft"), feldname("Frame1", 2));
     auto* gitter = new QGridLayout(gruppe);
-    txtTaste_ = benannt(new Tastenfang(tastatur), "txtTaste");
-    txtTaste_->setToolTip("Mit Doppelklick Tabtaste bestätigen");
-    connect(txtTaste_, &Tastenfang::tasteGeloest, this, &Schubaktionsrahmen::tasteGefangen);
-    connect(txtTaste_, &Tastenfang::tabBestaetigt, this, [this] { emit tasteGefangen(TABULATOR); });
+    tastenfang_ = benannt(new Tastenfang(tastatur), "txtTaste");
+    tastenfang_->setToolTip("Mit Doppelklick Tabtaste bestätigen");
+    connect(tastenfang_, &Tastenfang::tasteGeloest, this, &Schubaktionsrahmen::tasteGefangen);
+    connect(tastenfang_, &Tastenfang::tabBestaetigt, this, [this] { emit tasteGefangen(TABULATOR); });
     // The box falls back to its invitation when it loses the focus; here it keeps the key that it has.
-    connect(txtTaste_, &QLineEdit::textChanged, this, [this] {
+    connect(tastenfang_, &QLineEdit::textChanged, this, [this] {
         if (taste_ != 0)
-            txtTaste_->setText(tastenname_);
+            tastenfang_->setText(tastenname_);
     });
-    optEig_ = optionen<TASTENARTEN>("optEig", {"Real", "Taste bei Tastendruck drücken und loslassen"});
-    txtZeit_[DRUCKZEIT] = zahlfeld(feldname("txtZeit", DRUCKZEIT), GRUNDZEIT);
-    txtZeit_[PAUSE] = zahlfeld(feldname("txtZeit", PAUSE), GRUNDPAUSE);
-    Check1_ = benannt(new QCheckBox("Tastendruck wiederholen"), "Check1");
-    for (auto* option : optEig_)
+    eigenschaften_ = optionen<TASTENARTEN>("optEig", {"Real", "Taste bei Tastendruck drücken und loslassen"});
+    zeiten_[DRUCKZEIT] = zahlfeld(feldname("txtZeit", DRUCKZEIT), GRUNDZEIT);
+    zeiten_[PAUSE] = zahlfeld(feldname("txtZeit", PAUSE), GRUNDPAUSE);
+    wiederholen_ = benannt(new QCheckBox("Tastendruck wiederholen"), "Check1");
+    for (auto* option : eigenschaften_)
         connect(option, &QRadioButton::toggled, this, &Schubaktionsrahmen::tastenzeitenSchalten);
-    connect(Check1_, &QCheckBox::toggled, this, &Schubaktionsrahmen::tastenzeitenSchalten);
+    connect(wiederholen_, &QCheckBox::toggled, this, &Schubaktionsrahmen::tastenzeitenSchalten);
     tastenzeitenSchalten();
 
     // The number of the label before the box and of the one behind it.
     const std::array<std::array<int, 2>, 2> lblZ{{{0, 2}, {3, 1}}};
     const auto zeitzeile = [&](std::size_t zeit, int reihe) {
-        gitter->addWidget(beschriftung("Zeit:", feldname("lblZ", lblZ[zeit][0]), txtZeit_[zeit]), reihe, 1);
-        gitter->addWidget(txtZeit_[zeit], reihe, 2);
+        gitter->addWidget(beschriftung("Zeit:", feldname("lblZ", lblZ[zeit][0]), zeiten_[zeit]), reihe, 1);
+        gitter->addWidget(zeiten_[zeit], reihe, 2);
         gitter->addWidget(beschriftung("mSek", feldname("lblZ", lblZ[zeit][1])), reihe, 3);
     };
-    gitter->addWidget(txtTaste_, 0, 0, 1, 3);
-    gitter->addWidget(optEig_[REAL], 1, 0, 1, 5);
-    gitter->addWidget(optEig_[ZEITGESTEUERT], 2, 0, 1, 5);
+    gitter->addWidget(tastenfang_, 0, 0, 1, 3);
+    gitter->addWidget(eigenschaften_[REAL], 1, 0, 1, 5);
+    gitter->addWidget(eigenschaften_[ZEITGESTEUERT], 2, 0, 1, 5);
     zeitzeile(DRUCKZEIT, 3);
-    gitter->addWidget(Check1_, 4, 1, 1, 4);
+    gitter->addWidget(wiederholen_, 4, 1, 1, 4);
     zeitzeile(PAUSE, 5);
     gitter->setColumnMinimumWidth(0, 20); // sets the times in under their option
     gitter->setColumnStretch(4, 1);
@@ -196,15 +196,15 @@ QLineEdit* Schubaktionsrahmen::zahlfeld(const QString& name, const QString& text
 // --- what the controls do ---
 
 void Schubaktionsrahmen::optMaus_Click(int index) {
-    txtScrollPlus_->setEnabled(index == SCROLLRAD_PLUS);
-    txtScrollMinus_->setEnabled(index == SCROLLRAD_MINUS);
+    scrollPlus_->setEnabled(index == SCROLLRAD_PLUS);
+    scrollMinus_->setEnabled(index == SCROLLRAD_MINUS);
 }
 
 void Schubaktionsrahmen::tastenzeitenSchalten() {
-    const bool zeitgesteuert = optEig_[ZEITGESTEUERT]->isChecked();
-    txtZeit_[DRUCKZEIT]->setEnabled(zeitgesteuert);
-    Check1_->setEnabled(zeitgesteuert);
-    txtZeit_[PAUSE]->setEnabled(zeitgesteuert && Check1_->isChecked());
+    const bool zeitgesteuert = eigenschaften_[ZEITGESTEUERT]->isChecked();
+    zeiten_[DRUCKZEIT]->setEnabled(zeitgesteuert);
+    wiederholen_->setEnabled(zeitgesteuert);
+    zeiten_[PAUSE]->setEnabled(zeitgesteuert && wiederholen_->isChecked());
 }
 
 bool Schubaktionsrahmen::eventFilter(QObject* control, QEvent* ereignis) {
@@ -231,7 +231,7 @@ void Schubaktionsrahmen::tasteGewaehlt(int code) {
     const auto nummer = std::to_string(code);
     tastenname_ = qt(ohneRand(KeyCodeSuchen(datenbankPfad_, 0, nummer)));
     taste_ = code;
-    txtTaste_->setText(tastenname_);
+    tastenfang_->setText(tastenname_);
     tastenrahmen_->setTitle(QString("Taste: %1 - %2").arg(qt(nummer), tastenname_));
 }
 
@@ -239,26 +239,26 @@ void Schubaktionsrahmen::tasteGewaehlt(int code) {
 
 void Schubaktionsrahmen::zeigen(const Schubaktion& aktion) {
     const auto wert = [&](Wert stelle) { return qt(aktion.werte[stelle]); };
-    Option1_[static_cast<std::size_t>(aktion.art)]->setChecked(true);
+    arten_[static_cast<std::size_t>(aktion.art)]->setChecked(true);
     switch (aktion.art) {
     case Schubart::Mausbewegung:
-        optionSetzen(Option2_, aktion.unterwahl);
-        txtSchritt_[GESCHWINDIGKEIT]->setText(wert(A));
-        txtSchritt_[SCHRITTLAENGE]->setText(wert(B));
+        optionSetzen(richtungen_, aktion.unterwahl);
+        schritte_[GESCHWINDIGKEIT]->setText(wert(A));
+        schritte_[SCHRITTLAENGE]->setText(wert(B));
         break;
     case Schubart::Maustaste:
-        optionSetzen(optMaus_, aktion.unterwahl);
-        if (optMaus_[SCROLLRAD_PLUS]->isChecked())
-            txtScrollPlus_->setText(wert(A));
-        if (optMaus_[SCROLLRAD_MINUS]->isChecked())
-            txtScrollMinus_->setText(wert(A));
+        optionSetzen(maustasten_, aktion.unterwahl);
+        if (maustasten_[SCROLLRAD_PLUS]->isChecked())
+            scrollPlus_->setText(wert(A));
+        if (maustasten_[SCROLLRAD_MINUS]->isChecked())
+            scrollMinus_->setText(wert(A));
         break;
     case Schubart::Tastatur:
-        optionSetzen(optEig_, aktion.unterwahl);
-        txtZeit_[DRUCKZEIT]->setText(wert(B).isEmpty() ? GRUNDZEIT : wert(B)); // "Real" has none
-        Check1_->setChecked(!aktion.werte[D].empty());
-        if (Check1_->isChecked())
-            txtZeit_[PAUSE]->setText(wert(D));
+        optionSetzen(eigenschaften_, aktion.unterwahl);
+        zeiten_[DRUCKZEIT]->setText(wert(B).isEmpty() ? GRUNDZEIT : wert(B)); // "Real" has none
+        wiederholen_->setChecked(!aktion.werte[D].empty());
+        if (wiederholen_->isChecked())
+            zeiten_[PAUSE]->setText(wert(D));
         tasteGewaehlt(feldzahl(std::string_view{aktion.werte[A]}));
         break;
     case Schubart::Leerfeld:
@@ -267,32 +267,32 @@ void Schubaktionsrahmen::zeigen(const Schubaktion& aktion) {
 }
 
 bool Schubaktionsrahmen::lesen(Schubaktion& aktion) {
-    aktion.art = static_cast<Schubart>(gesetzte(Option1_));
+    aktion.art = static_cast<Schubart>(gesetzte(arten_));
     switch (aktion.art) {
     case Schubart::Mausbewegung:
-        aktion.unterwahl = std::to_string(gesetzte(Option2_));
-        return zahlLesen(*txtSchritt_[GESCHWINDIGKEIT], aktion.werte[A]) &&
-               zahlLesen(*txtSchritt_[SCHRITTLAENGE], aktion.werte[B]);
+        aktion.unterwahl = std::to_string(gesetzte(richtungen_));
+        return zahlLesen(*schritte_[GESCHWINDIGKEIT], aktion.werte[A]) &&
+               zahlLesen(*schritte_[SCHRITTLAENGE], aktion.werte[B]);
     case Schubart::Maustaste: {
-        const int taste = gesetzte(optMaus_);
+        const int taste = gesetzte(maustasten_);
         aktion.unterwahl = std::to_string(taste);
         if (taste == SCROLLRAD_PLUS)
-            return zahlLesen(*txtScrollPlus_, aktion.werte[A]);
-        return taste != SCROLLRAD_MINUS || zahlLesen(*txtScrollMinus_, aktion.werte[A]);
+            return zahlLesen(*scrollPlus_, aktion.werte[A]);
+        return taste != SCROLLRAD_MINUS || zahlLesen(*scrollMinus_, aktion.werte[A]);
     }
     case Schubart::Tastatur: {
         if (taste_ == 0) {
             meldung(window(), "Sie müssen eine Taste drücken!", "");
-            txtTaste_->setFocus();
+            tastenfang_->setFocus();
             return false;
         }
-        const int art = gesetzte(optEig_);
+        const int art = gesetzte(eigenschaften_);
         aktion.unterwahl = std::to_string(art);
         aktion.werte[A] = std::to_string(taste_);
         if (art != ZEITGESTEUERT)
             return true;
-        return zahlLesen(*txtZeit_[DRUCKZEIT], aktion.werte[B]) &&
-               (!Check1_->isChecked() || zahlLesen(*txtZeit_[PAUSE], aktion.werte[D]));
+        return zahlLesen(*zeiten_[DRUCKZEIT], aktion.werte[B]) &&
+               (!wiederholen_->isChecked() || zahlLesen(*zeiten_[PAUSE], aktion.werte[D]));
     }
     case Schubart::Leerfeld:
         break;

@@ -65,16 +65,16 @@ private:
     int taste_ = 0; // code of the key in txtTaste, 0 none
     QString tastenname_;
 
-    std::array<QRadioButton*, SCHUBARTEN> Option1_{};
+    std::array<QRadioButton*, SCHUBARTEN> arten_{};
     QStackedWidget* rahmen_ = nullptr;
-    std::array<QRadioButton*, RICHTUNGEN> Option2_{};
-    std::array<QLineEdit*, 2> txtSchritt_{};
-    std::array<QRadioButton*, MAUSTASTEN> optMaus_{};
-    QLineEdit* txtScrollPlus_ = nullptr;
-    QLineEdit* txtScrollMinus_ = nullptr;
+    std::array<QRadioButton*, RICHTUNGEN> richtungen_{};
+    std::array<QLineEdit*, 2> schritte_{};
+    std::array<QRadioButton*, MAUSTASTEN> maustasten_{};
+    QLineEdit* scrollPlus_ = nullptr;
+    QLineEdit* scrollMinus_ = nullptr;
     QGroupBox* tastenrahmen_ = nullptr;
-    Tastenfang* txtTaste_ = nullptr;
-    std::array<QRadioButton*, TASTENARTEN> optEig_{};
-    std::array<QLineEdit*, 2> txtZeit_{};
-    QCheckBox* Check1_ = nullptr;
+    Tastenfang* tastenfang_ = nullptr;
+    std::array<QRadioButton*, TASTENARTEN> eigenschaften_{};
+    std::array<QLineEdit*, 2> zeiten_{};
+    QCheckBox* wiederholen_ = nullptr;
 };

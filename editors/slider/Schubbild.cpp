@@ -31,7 +31,7 @@ QWidget* flaeche(const QString& name, QWidget* eltern) {
 
 Schubbild::Schubbild(QWidget* eltern) : QWidget(eltern) {
     for (int i = 0; i < LINIEN; ++i)
-        Line1_[static_cast<std::size_t>(i)] = flaeche(feldname("Line1", i), this);
+        striche_[static_cast<std::size_t>(i)] = flaeche(feldname("Line1", i), this);
     marke_ = flaeche("Marke", this);
     farbenSetzen();
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -46,7 +46,7 @@ QSize Schubbild::sizeHint() const {
 void Schubbild::linienSetzen(int anzahl) {
     linien_ = anzahl;
     for (int i = 1; i < LINIEN; ++i)
-        Line1_[static_cast<std::size_t>(i)]->setVisible(i <= anzahl);
+        striche_[static_cast<std::size_t>(i)]->setVisible(i <= anzahl);
     linienStellen();
     update();
 }
@@ -64,12 +64,12 @@ void Schubbild::markeSetzen(double stelle) {
 
 void Schubbild::linienStellen() {
     for (int i = 1; i <= linien_; ++i)
-        Line1_[static_cast<std::size_t>(i)]->setGeometry(
+        striche_[static_cast<std::size_t>(i)]->setGeometry(
             static_cast<int>(std::lround(linienstelle(i, linien_, width()))), 0, LINIENBREITE, height());
 }
 
 void Schubbild::farbenSetzen() {
-    for (auto* linie : Line1_)
+    for (auto* linie : striche_)
         faerben(*linie, palette().color(QPalette::Text));
     faerben(*marke_, palette().color(QPalette::Highlight));
 }

@@ -35,6 +35,6 @@ private:
 
     int linien_ = 0;
     int hervorgehoben_ = -1;
-    std::array<QWidget*, LINIEN> Line1_{};
+    std::array<QWidget*, LINIEN> striche_{};
     QWidget* marke_;
 };

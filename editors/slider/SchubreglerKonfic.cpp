@@ -40,28 +40,28 @@ SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, Achsendatei& a
     : achsendatei_(achsendatei)
     , achsen_(achsen)
     , schema_(achsendatei.Schema())
-    , Aktion_(new Schubaktionsrahmen(global.DatenbankPfad, tastatur)) {
+    , aktionsrahmen_(new Schubaktionsrahmen(global.DatenbankPfad, tastatur)) {
     setObjectName("SchubreglerKonfic");
     setWindowTitle("Schubregler konfigurieren");
     auto* anordnung = new QVBoxLayout(this);
     anordnung->setSpacing(10);
     anordnung->addWidget(reglerzeile());
-    anordnung->addWidget(Picture1_ = benannt(new Schubbild, "Picture1"));
-    anordnung->addWidget(Label1_ = benannt(new QLabel(feldtext(1)), "Label1"));
+    anordnung->addWidget(bild_ = benannt(new Schubbild, "Picture1"));
+    anordnung->addWidget(aktuellesFeld_ = benannt(new QLabel(feldtext(1)), "Label1"));
     anordnung->addWidget(feldbereich(), 1);
-    anordnung->addWidget(Check2_ = benannt(new QCheckBox(NUR_AUSWAERTS), "Check2"));
+    anordnung->addWidget(nurAuswaerts_ = benannt(new QCheckBox(NUR_AUSWAERTS), "Check2"));
     anordnung->addWidget(fusszeile());
     breiteSetzen(*this, 0);
     hoeheSetzen(*this, 0);
 
     laden();
-    Timer1_ = zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
-    Timer1_->Interval(ABFRAGE);
-    Timer1_->Enabled(true);
+    abfrage_ = zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
+    abfrage_->Interval(ABFRAGE);
+    abfrage_->Enabled(true);
 }
 
 void SchubreglerKonfic::closeEvent(QCloseEvent* ereignis) {
-    Timer1_->Enabled(false);
+    abfrage_->Enabled(false);
     ereignis->accept();
 }
 
@@ -71,9 +71,9 @@ QWidget* SchubreglerKonfic::reglerzeile() {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
-    Option3_ = optionen<REGLER>("Option3", {"Schubregler 1", "Schubregler 2"});
+    reglerwahl_ = optionen<REGLER>("Option3", {"Schubregler 1", "Schubregler 2"});
     for (int i = 0; i < REGLER; ++i) {
-        auto* option = Option3_[static_cast<std::size_t>(i)];
+        auto* option = reglerwahl_[static_cast<std::size_t>(i)];
         connect(option, &QRadioButton::toggled, this, [this, i](bool an) {
             if (an)
                 Option3_Click(i);
@@ -95,11 +95,12 @@ QWidget* SchubreglerKonfic::feldbereich() {
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
     zeile->addWidget(listenspalte());
-    connect(Aktion_, &Schubaktionsrahmen::uebernehmenGewuenscht, this, &SchubreglerKonfic::Command2_Click);
-    connect(Aktion_, &Schubaktionsrahmen::tasteGefangen, this, [this](int code) {
-        mitFehlermeldung(this, windowTitle(), [&] { Aktion_->tasteGewaehlt(code); });
+    connect(aktionsrahmen_, &Schubaktionsrahmen::uebernehmenGewuenscht, this,
+            &SchubreglerKonfic::Command2_Click);
+    connect(aktionsrahmen_, &Schubaktionsrahmen::tasteGefangen, this, [this](int code) {
+        mitFehlermeldung(this, windowTitle(), [&] { aktionsrahmen_->tasteGewaehlt(code); });
     });
-    zeile->addWidget(Aktion_, 1);
+    zeile->addWidget(aktionsrahmen_, 1);
     return bereich;
 }
 
@@ -107,14 +108,14 @@ QWidget* SchubreglerKonfic::listenspalte() {
     auto* bereich = new QWidget;
     auto* spalte = new QVBoxLayout(bereich);
     spalte->setContentsMargins(0, 0, 0, 0);
-    List1_ = benannt(new QListWidget, "List1");
-    connect(List1_, &QListWidget::itemSelectionChanged, this, &SchubreglerKonfic::List1_Click);
-    connect(List1_, &QListWidget::itemClicked, this, &SchubreglerKonfic::List1_Click);
+    felder_ = benannt(new QListWidget, "List1");
+    connect(felder_, &QListWidget::itemSelectionChanged, this, &SchubreglerKonfic::List1_Click);
+    connect(felder_, &QListWidget::itemClicked, this, &SchubreglerKonfic::List1_Click);
     auto* bitte = benannt(new QLabel("Bitte ein Feld in der Liste auswählen"), "Label4");
-    bitte->setBuddy(List1_);
+    bitte->setBuddy(felder_);
     bitte->setWordWrap(true);
     spalte->addWidget(bitte);
-    spalte->addWidget(List1_, 1);
+    spalte->addWidget(felder_, 1);
     bereich->setFixedWidth(bereich->fontMetrics().horizontalAdvance("Bitte ein Feld in der ") + 24);
     return bereich;
 }
@@ -123,16 +124,16 @@ QWidget* SchubreglerKonfic::fusszeile() {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
-    lblHinweis_ = benannt(new QLabel, "lblHinweis");
-    lblHinweis_->setWordWrap(true);
-    lblHinweis_->setMinimumHeight(2 * lblHinweis_->fontMetrics().lineSpacing()); // it comes and goes
+    hinweis_ = benannt(new QLabel, "lblHinweis");
+    hinweis_->setWordWrap(true);
+    hinweis_->setMinimumHeight(2 * hinweis_->fontMetrics().lineSpacing()); // it comes and goes
     auto* speichern = benannt(new QPushButton("Schema speichern"), "Command3");
     auto* abbrechen = benannt(new QPushButton("Abbrechen"), "Command4");
     // A click on it takes no focus away, so nobody is asked for a number that is not wanted any more.
     abbrechen->setFocusPolicy(Qt::TabFocus);
     connect(speichern, &QPushButton::clicked, this, &SchubreglerKonfic::Command3_Click);
     connect(abbrechen, &QPushButton::clicked, this, &QWidget::close);
-    zeile->addWidget(lblHinweis_, 1);
+    zeile->addWidget(hinweis_, 1);
     zeile->addWidget(speichern);
     zeile->addWidget(abbrechen);
     return bereich;
@@ -148,15 +149,15 @@ void SchubreglerKonfic::laden() {
         QMetaObject::invokeMethod(
             this, [this, fehler] { fehlermeldung(this, fehler, windowTitle()); }, Qt::QueuedConnection);
     }
-    Check2_->setChecked(regler_[0].nurAuswaerts());
+    nurAuswaerts_->setChecked(regler_[0].nurAuswaerts());
     felderZeigen();
 }
 
 void SchubreglerKonfic::Option3_Click(int index) {
     gewaehlt_ = index;
-    lblHinweis_->setText(index == 0 ? ""
-                                    : "Schubregler 2 löst im Spiel nichts aus. Seine Felder werden nicht "
-                                      "gespeichert.");
+    hinweis_->setText(index == 0 ? ""
+                                 : "Schubregler 2 löst im Spiel nichts aus. Seine Felder werden nicht "
+                                   "gespeichert.");
     felderZeigen();
 }
 
@@ -170,21 +171,21 @@ void SchubreglerKonfic::Timer1_Timer() {
     const auto wert = achsen_.AchsenWert(Achse::Z1);
     if (!wert)
         return;
-    const double stelle = schubstelle(*wert, Picture1_->width());
-    Picture1_->markeSetzen(stelle);
-    const auto text = feldtext(feldAnStelle(stelle, regler().linien(), Picture1_->width()));
-    if (Label1_->text() != text)
-        Label1_->setText(text);
+    const double stelle = schubstelle(*wert, bild_->width());
+    bild_->markeSetzen(stelle);
+    const auto text = feldtext(feldAnStelle(stelle, regler().linien(), bild_->width()));
+    if (aktuellesFeld_->text() != text)
+        aktuellesFeld_->setText(text);
 }
 
 void SchubreglerKonfic::List1_Click() {
     const int index = gewaehltesFeld();
-    Picture1_->feldHervorheben(index);
+    bild_->feldHervorheben(index);
     if (index < 0)
         return;
     const auto satz = regler().satz(index);
     mitFehlermeldung(this, windowTitle(),
-                     [&] { Aktion_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
+                     [&] { aktionsrahmen_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
 }
 
 void SchubreglerKonfic::Command2_Click() {
@@ -194,7 +195,7 @@ void SchubreglerKonfic::Command2_Click() {
         return;
     }
     Schubaktion aktion;
-    if (!Aktion_->lesen(aktion))
+    if (!aktionsrahmen_->lesen(aktion))
         return;
     const auto satz = alsSatz(index + 1, aktion);
     regler().satzSetzen(index, satz);
@@ -204,7 +205,7 @@ void SchubreglerKonfic::Command2_Click() {
 void SchubreglerKonfic::Command3_Click() {
     if (!darfSpeichern(this, schema_, achsendatei_.Schema()))
         return;
-    const auto text = regler_[0].text(Check2_->isChecked());
+    const auto text = regler_[0].text(nurAuswaerts_->isChecked());
     if (!gamepadNimmt(SPALTE_SCHUBREGLER, text)) {
         meldung(this,
                 QString("Der Text des Schubreglers ist zu lang: er hat %1 Zeichen, höchstens 1000 werden "
@@ -227,17 +228,17 @@ void SchubreglerKonfic::Command3_Click() {
 
 void SchubreglerKonfic::felderZeigen() {
     {
-        const QSignalBlocker stumm(*List1_);
-        List1_->clear();
+        const QSignalBlocker stumm(*felder_);
+        felder_->clear();
         for (int nummer = 1; nummer <= regler().felder(); ++nummer)
-            List1_->addItem(feldtext(nummer));
+            felder_->addItem(feldtext(nummer));
     }
-    Picture1_->linienSetzen(regler().linien());
-    Picture1_->feldHervorheben(-1);
+    bild_->linienSetzen(regler().linien());
+    bild_->feldHervorheben(-1);
 }
 
 // Index in List1, -1 when no entry is selected. The focus alone makes one of them current, too.
 int SchubreglerKonfic::gewaehltesFeld() const {
-    const auto gewaehlt = List1_->selectedItems();
-    return gewaehlt.isEmpty() ? -1 : List1_->row(gewaehlt.front());
+    const auto gewaehlt = felder_->selectedItems();
+    return gewaehlt.isEmpty() ? -1 : felder_->row(gewaehlt.front());
 }

@@ -69,12 +69,12 @@ private:
     std::array<Schubtext, REGLER> regler_;
     int gewaehlt_ = 0; // whose fields the form shows
 
-    std::array<QRadioButton*, REGLER> Option3_{};
-    QLabel* lblHinweis_ = nullptr;
-    Schubbild* Picture1_ = nullptr;
-    QLabel* Label1_ = nullptr;
-    QListWidget* List1_ = nullptr;
-    Schubaktionsrahmen* Aktion_;
-    QCheckBox* Check2_ = nullptr;
-    std::unique_ptr<Formularzeitgeber> Timer1_;
+    std::array<QRadioButton*, REGLER> reglerwahl_{};
+    QLabel* hinweis_ = nullptr;
+    Schubbild* bild_ = nullptr;
+    QLabel* aktuellesFeld_ = nullptr;
+    QListWidget* felder_ = nullptr;
+    Schubaktionsrahmen* aktionsrahmen_;
+    QCheckBox* nurAuswaerts_ = nullptr;
+    std::unique_ptr<Formularzeitgeber> abfrage_;
 };
