@@ -68,7 +68,7 @@ Inhalt stickaktionInhalt(std::string_view text, Stickaktionsart art) {
     return inhalt;
 }
 
-std::string stickaktionstext(const Inhalt& inhalt) {
+std::string stickaktionSchreiben(const Inhalt& inhalt) {
     auto text = std::to_string(inhalt.index());
     std::visit(
         [&]<class Aktion>(const Aktion& aktion) {

@@ -143,7 +143,7 @@ Stickaktionsart artImEditor(std::string_view text);
 stickaktion::Inhalt stickaktionInhalt(std::string_view text, Stickaktionsart art);
 
 /// The text of an action: its type and its fields up to the first that is not there.
-std::string stickaktionstext(const stickaktion::Inhalt& inhalt);
+std::string stickaktionSchreiben(const stickaktion::Inhalt& inhalt);
 
 /// Whether the text is a `Leerfeld` and nothing else: the digit 3, blanks around it allowed. A looser
 /// comparison of numbers would depend on the user's locale, where a comma groups digits or ends a number:

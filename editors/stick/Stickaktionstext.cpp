@@ -134,7 +134,7 @@ GeleseneStickaktion stickaktionLesen(std::string_view text) {
 }
 
 std::string stickaktionstext(const Stickaktionsbild& bild) {
-    return stickaktionstext(inhaltAus(bild));
+    return stickaktionSchreiben(inhaltAus(bild));
 }
 
 std::string tastentitel(const std::string& nummer, const std::string& name) {

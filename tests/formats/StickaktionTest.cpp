@@ -82,10 +82,11 @@ TEST(StickaktionTest, DasDritteZeichenUndDasLetzteHaengenNichtAnFeldern) {
 TEST(StickaktionTest, GeschriebenWirdBisZumErstenFeldDasFehlt) {
     for (const auto* text : {"0,2,5,10", "0,,x, 1", "1,0", "1,3,120", "2,0,65,0,0", "2,1,65,50,1,200", "3",
                              "4", "5,1", "5,2,40,30"})
-        EXPECT_EQ(stickaktionstext(Stickaktion(text).inhalt()), text);
-    EXPECT_EQ(stickaktionstext(Stickaktion("0,1,2,3,4").inhalt()), "0,1,2,3") << "nothing behind the last";
-    EXPECT_EQ(stickaktionstext(Maustaste{Feld(2), {}}), "1,2");
-    EXPECT_EQ(stickaktionstext(Tastatur{Feld(0), {}, Feld(50), {}, {}}), "2,0");
+        EXPECT_EQ(stickaktionSchreiben(Stickaktion(text).inhalt()), text);
+    EXPECT_EQ(stickaktionSchreiben(Stickaktion("0,1,2,3,4").inhalt()), "0,1,2,3")
+        << "nothing behind the last";
+    EXPECT_EQ(stickaktionSchreiben(Maustaste{Feld(2), {}}), "1,2");
+    EXPECT_EQ(stickaktionSchreiben(Tastatur{Feld(0), {}, Feld(50), {}, {}}), "2,0");
 }
 
 TEST(StickaktionTest, EinLeerfeldIstNurDieZifferDrei) {
