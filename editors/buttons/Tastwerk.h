@@ -4,7 +4,7 @@
 // The image is in memory only; whoever owns the object reads and stores it.
 #pragma once
 
-#include "editors/buttons/Tastennamen.h"
+#include "base/Tastennamen.h"
 #include "engine/buttons/TastenAktion.h"
 #include "store/schema/VarTastenbelegung.h"
 

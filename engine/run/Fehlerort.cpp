@@ -1,12 +1,11 @@
 #include "engine/run/Fehlerort.h"
 
 #include "base/Ebenennamen.h"
-#include "engine/run/LaufFenster.h"
+#include "base/Tastennamen.h"
 
 namespace {
 
 constexpr std::array<const char*, 4> RICHTUNGEN_DER_LINIEN{"Links", "Rechts", "Oben", "Unten"};
-constexpr std::array<const char*, 4> KREUZRICHTUNGEN{"Oben", "Rechts", "Unten", "Links"};
 
 } // namespace
 
@@ -29,8 +28,8 @@ std::string feldname(Stickseite seite, const Feldname& feld) {
 
 std::string slotname(int slot, int ebene) {
     const auto i = static_cast<std::size_t>(slot);
-    const std::string name = i < LaufFenster::TastenNamen.size()
-                                 ? "Taste " + std::string(LaufFenster::TastenNamen[i])
+    const std::string name = i < LAUFNAMEN.size()
+                                 ? "Taste " + std::string(LAUFNAMEN[i])
                                  : std::string("Steuerkreuz ") + KREUZRICHTUNGEN.at(i - TASTEN);
     return name + ", " + ebenenname(ebene);
 }

@@ -50,11 +50,6 @@ using Laufbelegungen = std::array<std::array<Belegung, SLOTS>, EBENEN>;
 
 class LaufFenster {
 public:
-    /// In bit order.
-    static constexpr std::array<std::string_view, TASTEN> TastenNamen{
-        "Dreieck", "Kreis", "Kreuz",  "Viereck", "L 2",     "L 1",
-        "R 2",     "R 1",   "Select", "Start",   "L-Stick", "R-Stick"};
-
     explicit LaufFenster(const Laufumgebung& umgebung);
     ~LaufFenster();
 

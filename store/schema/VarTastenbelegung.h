@@ -6,16 +6,13 @@
 // are kept here.
 #pragma once
 
+#include "base/Slots.h"
 #include "formats/Belegung.h"
 
 #include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
-
-inline constexpr int EBENEN = 3;
-inline constexpr int TASTEN = 12;        ///< slots 0 to 11
-inline constexpr int SLOTS = TASTEN + 4; ///< slots 12 to 15 are the D-pad: Oben, Rechts, Unten, Links
 
 class VarTastenbelegung {
 public:

@@ -1,6 +1,7 @@
 #include "engine/run/LaufFenster.h"
 
 #include "base/LaufzeitFehler.h"
+#include "base/Tastennamen.h"
 #include "tests/engine/run/Probelauf.h"
 #include "tests/hilfen/Dateirechte.h"
 #include "tests/hilfen/StoerVfs.h"
@@ -19,7 +20,7 @@ namespace {
 using Texte = std::vector<std::string>;
 
 TEST(LaufFenster, TastenNamenInDerReihenfolgeDerBits) {
-    EXPECT_EQ(Texte(LaufFenster::TastenNamen.begin(), LaufFenster::TastenNamen.end()),
+    EXPECT_EQ(Texte(LAUFNAMEN.begin(), LAUFNAMEN.end()),
               (Texte{"Dreieck", "Kreis", "Kreuz", "Viereck", "L 2", "L 1", "R 2", "R 1", "Select", "Start",
                      "L-Stick", "R-Stick"}));
 }
