@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # hilfeseite.sh BUILD: the help page stands by itself: its pictures lie beside it, its jumps have a target, nothing comes
-# out of the net, and what it calls a caption is one: each text in „quotes“ is a whole literal of the editors, but for
+# out of the net, and what it calls a caption is one: each text in „quotes“ is a whole literal of the forms, but for
 # the mark of its shortcut and for blanks at its end.
 set -euo pipefail
 wurzel=$(cd "$(dirname "$0")/../.." && pwd)
@@ -15,7 +15,7 @@ beschriftungen() {
     tr '\n' ' ' <"$seite" | tr -s ' ' | grep -o '„[^“]*“' | sed 's/^„//; s/“$//; s/&gt;/>/g; s/&lt;/</g; s/&amp;/\&/g' |
         sort -u
 }
-literale() { find "$wurzel/editors" \( -name '*.h' -o -name '*.cpp' \) -exec cat {} + | grep -o '"[^"]*"' | sed 's/^"&\{0,1\}//; s/ *"$//'; }
+literale() { find "$wurzel/base" "$wurzel/editors" \( -name '*.h' -o -name '*.cpp' \) -exec cat {} + | grep -o '"[^"]*"' | sed 's/^"&\{0,1\}//; s/ *"$//'; }
 
 ! grep -qiE '<script|<link|<iframe|@import|url\(|https?:|//[a-z]' "$seite" || fehlschlag "it has a script or needs the net"
 

@@ -7,6 +7,7 @@
 
 #include <QGroupBox>
 #include <QImage>
+#include <QSemaphore>
 
 #include <algorithm>
 #include <array>
@@ -124,6 +125,15 @@ protected:
         vergehen(ABFRAGE);
         EXPECT_TRUE(QTest::qWaitFor([&] { return ton_.toene.size() >= vorher + toene; }))
             << ton_.toene.size() - vorher << " of " << toene << " tones";
+    }
+    /// Keeps the writer busy until the semaphore is released: no picture reaches its file before.
+    void schreiberAufhalten(QSemaphore& frei) {
+        schirm().findChild<Bildschreiber*>()->auftrag(
+            [&frei] {
+                frei.acquire();
+                return true;
+            },
+            [](bool) {});
     }
     /// The tones since the last time.
     Toene toene() { return std::exchange(ton_.toene, {}); }
@@ -319,12 +329,15 @@ TEST_F(Hintergrundtest, NurEineTasteAlleinZaehlt) {
 TEST_F(Hintergrundtest, EineGehalteneSticktasteNimmtBeiJederAbfrageEinBild) {
     oeffnen();
     knopf("Command1(0)");
-    for (int i = 1; i <= 5; ++i) { // no event loop between them, so none of them knows of a written file
+    QSemaphore frei;
+    schreiberAufhalten(frei);
+    for (int i = 1; i <= 5; ++i) {
         schirm_.farbe = static_cast<std::uint32_t>(i);
         abfrage(LSTICK, 0);
         EXPECT_EQ(schirm_.aufnahmen, i);
         EXPECT_EQ(toene(), Toene{});
     }
+    frei.release();
     EXPECT_TRUE(QTest::qWaitFor([&] { return ton_.toene.size() == 5; }));
     EXPECT_EQ(toene(), Toene(5, BILDTON));
     EXPECT_EQ(dateifarbe("S0L.BMP"), 5);
@@ -333,13 +346,16 @@ TEST_F(Hintergrundtest, EineGehalteneSticktasteNimmtBeiJederAbfrageEinBild) {
 TEST_F(Hintergrundtest, AchtUngeschriebeneBilderEinerVorschauSindGenug) {
     oeffnen();
     knopf("Command1(0)");
-    for (int i = 1; i <= 10; ++i) { // no event loop, so none of them counts as written
+    QSemaphore frei;
+    schreiberAufhalten(frei);
+    for (int i = 1; i <= 10; ++i) {
         schirm_.farbe = static_cast<std::uint32_t>(i);
         abfrage(LSTICK, 0);
         EXPECT_EQ(schirm_.aufnahmen, std::min(i, 8));
     }
     abfrage(RSTICK, 0);
     EXPECT_EQ(schirm_.aufnahmen, 9) << "each preview has its own";
+    frei.release();
     EXPECT_TRUE(QTest::qWaitFor([&] { return ton_.toene.size() == 9; }));
     EXPECT_EQ(toene(), Toene(9, BILDTON));
     EXPECT_EQ(dateifarbe("S0L.BMP"), 8);
