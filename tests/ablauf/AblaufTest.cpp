@@ -52,7 +52,7 @@ std::string auf(const std::string& taste) {
 
 } // namespace
 
-TEST_F(Ablauf, APlainKeyIsHeldAsLongAsTheButton) {
+TEST_F(Ablauf, EineEinfacheTasteWirdSoLangeGehaltenWieDerButton) {
     starten(SCHEMA_S);
     druecken(DREIECK);
     EXPECT_EQ(laufFenster()->windowTitle(), "0-65,");
@@ -60,7 +60,7 @@ TEST_F(Ablauf, APlainKeyIsHeldAsLongAsTheButton) {
     EXPECT_EQ(angekommen(), (Ereignisse{ab(A), auf(A)}));
 }
 
-TEST_F(Ablauf, APulsedKeyGoesOnUntilItsButtonIsLetGo) {
+TEST_F(Ablauf, EineTasteMitImpulsGehtWeiterBisIhrButtonLosgelassenWird) {
     starten(SCHEMA_S);
     druecken(KREIS);
     QTest::qWait(400); // pulses of 40 ms down and 60 ms up
@@ -73,7 +73,7 @@ TEST_F(Ablauf, APulsedKeyGoesOnUntilItsButtonIsLetGo) {
     EXPECT_LE(alle.size() / 2, 6U);
 }
 
-TEST_F(Ablauf, TheCounterTypesDigitsUpAndDown) {
+TEST_F(Ablauf, DerZaehlerTipptZiffernAufUndAb) {
     starten(SCHEMA_S);
     tippen(KREUZ);
     tippen(KREUZ);
@@ -85,7 +85,7 @@ TEST_F(Ablauf, TheCounterTypesDigitsUpAndDown) {
               (Ereignisse{"+10", "-10", "+11", "-11", "+10", "-10", "+19", "-19", "+18", "-18"}));
 }
 
-TEST_F(Ablauf, TheFirstShiftKeyHoldsItsLayer) {
+TEST_F(Ablauf, DieErsteUmschalttasteHaeltIhreEbene) {
     starten(SCHEMA_S);
     ziehen(L2, true);
     tippen(DREIECK); // C on layer 1
@@ -94,7 +94,7 @@ TEST_F(Ablauf, TheFirstShiftKeyHoldsItsLayer) {
     EXPECT_EQ(angekommen(), (Ereignisse{"+54", "-54", ab(A), auf(A)}));
 }
 
-TEST_F(Ablauf, TheSecondShiftKeyLatchesItsLayer) {
+TEST_F(Ablauf, DieZweiteUmschalttasteStelltIhreEbeneFest) {
     starten(SCHEMA_S);
     tippen(L1);
     tippen(DREIECK); // D on layer 2
@@ -103,7 +103,7 @@ TEST_F(Ablauf, TheSecondShiftKeyLatchesItsLayer) {
     EXPECT_EQ(angekommen(), (Ereignisse{"+40", "-40", ab(A), auf(A)}));
 }
 
-TEST_F(Ablauf, TheFirstShiftKeyDoesNotStayLatched) {
+TEST_F(Ablauf, DieErsteUmschalttasteBleibtNichtFestgestellt) {
     starten(SCHEMA_T);
     ziehen(L2, true);
     tippen(DREIECK);
@@ -112,7 +112,7 @@ TEST_F(Ablauf, TheFirstShiftKeyDoesNotStayLatched) {
     EXPECT_EQ(angekommen(), (Ereignisse{"+54", "-54", ab(A), auf(A)}));
 }
 
-TEST_F(Ablauf, TheSecondShiftKeyHoldsItsLayer) {
+TEST_F(Ablauf, DieZweiteUmschalttasteHaeltIhreEbene) {
     starten(SCHEMA_T);
     druecken(L1);
     tippen(DREIECK);
@@ -121,7 +121,7 @@ TEST_F(Ablauf, TheSecondShiftKeyHoldsItsLayer) {
     EXPECT_EQ(angekommen(), (Ereignisse{"+40", "-40", ab(A), auf(A)}));
 }
 
-TEST_F(Ablauf, TheCrossPressesTwoKeysOnADiagonal) {
+TEST_F(Ablauf, DasSteuerkreuzDruecktAufEinerDiagonaleZweiTasten) {
     starten(SCHEMA_S);
     druecken(OBEN);
     druecken(RECHTS); // up and right
@@ -130,7 +130,7 @@ TEST_F(Ablauf, TheCrossPressesTwoKeysOnADiagonal) {
     EXPECT_EQ(angekommen(), (Ereignisse{"+111", "+114", "-111", "-114"}));
 }
 
-TEST_F(Ablauf, MouseButtonAndWheelArrive) {
+TEST_F(Ablauf, MaustasteUndRadKommenAn) {
     starten(SCHEMA_S);
     ziehen(R2, true);
     ziehen(R2, false);
@@ -139,7 +139,7 @@ TEST_F(Ablauf, MouseButtonAndWheelArrive) {
     EXPECT_EQ(angekommen(), (Ereignisse{"K1+", "K1-", "K4+", "K4-", "K5+", "K5-"}));
 }
 
-TEST_F(Ablauf, AHeldKeyRepeatsEvery30Milliseconds) {
+TEST_F(Ablauf, EineGehalteneTasteWiederholtSichAlle30Millisekunden) {
     starten(SCHEMA_S);
     auto& wiederholung = *laufFenster()->findChild<QScrollBar*>("HScroll2");
     wiederholung.setValue(30);
@@ -155,7 +155,7 @@ TEST_F(Ablauf, AHeldKeyRepeatsEvery30Milliseconds) {
     EXPECT_EQ(alle.back(), auf(A));
 }
 
-TEST_F(Ablauf, AStopLeavesAHeldKeyDownAndASecondRunLetsItGo) {
+TEST_F(Ablauf, EinStoppLaesstEineGehalteneTasteUntenUndEinZweiterLaufLoestSie) {
     starten(SCHEMA_S);
     druecken(DREIECK);
     umschalten();
@@ -172,7 +172,7 @@ TEST_F(Ablauf, AStopLeavesAHeldKeyDownAndASecondRunLetsItGo) {
     EXPECT_EQ(angekommen(), (Ereignisse{auf(A), ab(A), auf(A)}));
 }
 
-TEST_F(Ablauf, APadThatIsPulledOutKeepsItsButtonDownUntilItIsBack) {
+TEST_F(Ablauf, EinAbgezogenesPadHaeltSeinenButtonUntenBisEsWiederDaIst) {
     starten(SCHEMA_S);
     druecken(DREIECK);
     pad_.reset();
@@ -183,7 +183,7 @@ TEST_F(Ablauf, APadThatIsPulledOutKeepsItsButtonDownUntilItIsBack) {
     EXPECT_EQ(angekommen(), Ereignisse{auf(A)});
 }
 
-TEST_F(Ablauf, APadMayComeAfterTheStart) {
+TEST_F(Ablauf, EinPadDarfNachDemStartKommen) {
     starten(SCHEMA_S);
     pad_.reset();
     takte(10);
@@ -193,7 +193,7 @@ TEST_F(Ablauf, APadMayComeAfterTheStart) {
     EXPECT_EQ(angekommen(), (Ereignisse{ab(A), auf(A)}));
 }
 
-TEST_F(Ablauf, ASignalEndsTheProgramAndLetsItsKeysGo) {
+TEST_F(Ablauf, EinSignalBeendetDasProgrammUndLoestSeineTasten) {
     Endsignale endsignale;
     endsignale.verbinden();
     starten(SCHEMA_S);

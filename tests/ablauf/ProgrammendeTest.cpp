@@ -15,14 +15,14 @@ protected:
 
 } // namespace
 
-TEST_P(Programmende, ASignalEndsTheProgramInOrder) {
+TEST_P(Programmende, EinSignalBeendetDasProgrammGeordnet) {
     Programmprozess prozess(datenbank_.ordner());
     ASSERT_TRUE(prozess.nimmtAn(GetParam()));
     prozess.senden(GetParam());
     EXPECT_EQ(prozess.ausgang(), "exit 0");
 }
 
-TEST_P(Programmende, ASignalEndsTheMessageBoxOfTheStartToo) {
+TEST_P(Programmende, EinSignalBeendetAuchDieMeldungBeimStart) {
     std::filesystem::remove(datenbank_.pfad());
     Programmprozess prozess(datenbank_.ordner());
     ASSERT_TRUE(prozess.nimmtAn(GetParam()));
@@ -32,7 +32,7 @@ TEST_P(Programmende, ASignalEndsTheMessageBoxOfTheStartToo) {
 
 INSTANTIATE_TEST_SUITE_P(JedesSignal, Programmende, ::testing::Values(SIGTERM, SIGINT, SIGHUP));
 
-TEST_F(Programmende, AnIgnoredHangUpStaysIgnored) {
+TEST_F(Programmende, EinIgnoriertesSighupBleibtIgnoriert) {
     Programmprozess prozess(datenbank_.ordner(), SIGHUP);
     ASSERT_TRUE(prozess.nimmtAn(SIGTERM));
     EXPECT_FALSE(prozess.nimmtAn(SIGHUP));

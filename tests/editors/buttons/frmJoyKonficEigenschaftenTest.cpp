@@ -34,7 +34,7 @@ const std::vector<const char*> Tastwerkeigenschaften::ZEITEN{"Text1(0)", "Check1
 
 // --- actions ---
 
-TEST_F(Tastwerkeigenschaften, EachActionShowsItsLabelAndItsFrame) {
+TEST_F(Tastwerkeigenschaften, JedeAktionZeigtIhrSchildUndIhrenRahmen) {
     struct Fall {
         const char* schild;
         Zahlen rahmen;
@@ -60,7 +60,7 @@ TEST_F(Tastwerkeigenschaften, EachActionShowsItsLabelAndItsFrame) {
         }
 }
 
-TEST_F(Tastwerkeigenschaften, AnotherActionStartsCleanTheSameClearsNothing) {
+TEST_F(Tastwerkeigenschaften, EineAndereAktionBeginntLeerDieselbeLeertNichts) {
     belegt(0, "1,65,1-100-50");
     oeffnen();
     waehlen(0);
@@ -77,7 +77,7 @@ TEST_F(Tastwerkeigenschaften, AnotherActionStartsCleanTheSameClearsNothing) {
     EXPECT_EQ(gesetzt("optEig", 2), Zahlen{0});
 }
 
-TEST_F(Tastwerkeigenschaften, SettingAnOptionInCodeIsAsAClick) {
+TEST_F(Tastwerkeigenschaften, EineImCodeGesetzteOptionIstWieEinKlick) {
     oeffnen();
     waehlen(0);
     option("Option1", 5).setChecked(true);
@@ -87,7 +87,7 @@ TEST_F(Tastwerkeigenschaften, SettingAnOptionInCodeIsAsAClick) {
     EXPECT_EQ(belegung(0), "5,0,3-0-0");
 }
 
-TEST_F(Tastwerkeigenschaften, WithNoButtonChosenNothingChanges) {
+TEST_F(Tastwerkeigenschaften, OhneGewaehltenButtonAendertSichNichts) {
     belegt(0, "1,65,1-100-50");
     oeffnen();
     const auto vorher = datenbank_.inhalt();
@@ -117,7 +117,7 @@ TEST_F(Tastwerkeigenschaften, WithNoButtonChosenNothingChanges) {
 
 // --- properties of a key ---
 
-TEST_F(Tastwerkeigenschaften, TheRealVariantHasNoTimes) {
+TEST_F(Tastwerkeigenschaften, DieVarianteRealHatKeineZeiten) {
     belegt(0, "1,65,0-0-0");
     oeffnen();
     waehlen(0);
@@ -128,7 +128,7 @@ TEST_F(Tastwerkeigenschaften, TheRealVariantHasNoTimes) {
     EXPECT_EQ(box("Text2(0)").text(), "0");
 }
 
-TEST_F(Tastwerkeigenschaften, TheTimedVariantHasTimesAndAPauseOnlyWithRepeat) {
+TEST_F(Tastwerkeigenschaften, DieZeitgesteuerteVarianteHatZeitenUndNurMitWiederholungEinePause) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -150,7 +150,7 @@ TEST_F(Tastwerkeigenschaften, TheTimedVariantHasTimesAndAPauseOnlyWithRepeat) {
     EXPECT_EQ(nutzbar(ZEITEN), (Namen{"Text1(0)", "Check1(0)"}));
 }
 
-TEST_F(Tastwerkeigenschaften, TheVariantLeavesTheRepeatAsItIsUntilTheButtonIsPickedAnew) {
+TEST_F(Tastwerkeigenschaften, DieVarianteLaesstDieWiederholungWieSieIstBisZurNeuenWahlDesButtons) {
     belegt(0, "1,65,1-100-50");
     oeffnen();
     waehlen(0);
@@ -165,7 +165,7 @@ TEST_F(Tastwerkeigenschaften, TheVariantLeavesTheRepeatAsItIsUntilTheButtonIsPic
     EXPECT_EQ(belegung(0), "1,65,0-100-0");
 }
 
-TEST_F(Tastwerkeigenschaften, TimesOfOneButtonDoNotReachAnother) {
+TEST_F(Tastwerkeigenschaften, ZeitenEinesButtonsErreichenKeinenAnderen) {
     belegt(0, "1,65,1-100-50");
     belegt(1, "1,66,1-200-0");
     belegt(2, "0,0,0-300-0");
@@ -181,7 +181,7 @@ TEST_F(Tastwerkeigenschaften, TimesOfOneButtonDoNotReachAnother) {
     EXPECT_EQ(belegung(3), "1,67,1-400-70");
 }
 
-TEST_F(Tastwerkeigenschaften, APauseOfTheRealVariantGoesOnlyWhenTheBoxChanges) {
+TEST_F(Tastwerkeigenschaften, EinePauseDerVarianteRealGehtNurWennSichDieBoxAendert) {
     belegt(0, "1,65,0-0-500");
     belegt(1, "1,66,1-0-7");
     oeffnen();
@@ -193,7 +193,7 @@ TEST_F(Tastwerkeigenschaften, APauseOfTheRealVariantGoesOnlyWhenTheBoxChanges) {
     EXPECT_EQ(belegung(1), "1,66,1-0-7");
 }
 
-TEST_F(Tastwerkeigenschaften, GivingTheRepeatUpEndsAPauseThatTheBoxDoesNotShow) {
+TEST_F(Tastwerkeigenschaften, DasAufgebenDerWiederholungBeendetEinePauseDieDieBoxNichtZeigt) {
     belegt(0, "1,65,0-0-500");
     oeffnen();
     waehlen(0);
@@ -205,7 +205,7 @@ TEST_F(Tastwerkeigenschaften, GivingTheRepeatUpEndsAPauseThatTheBoxDoesNotShow) 
     EXPECT_EQ(belegung(0), "1,65,1-0-0");
 }
 
-TEST_F(Tastwerkeigenschaften, ARepeatTimeOfZeroOrLessIsNoRepeat) {
+TEST_F(Tastwerkeigenschaften, EineWiederholzeitVonNullOderWenigerIstKeineWiederholung) {
     belegt(0, "1,65,1-10-1");
     belegt(1, "1,65,1-10-0");
     oeffnen();
@@ -217,7 +217,7 @@ TEST_F(Tastwerkeigenschaften, ARepeatTimeOfZeroOrLessIsNoRepeat) {
 
 // --- properties of the mouse and of layer keys ---
 
-TEST_F(Tastwerkeigenschaften, TheMouseHasItsButtonsAndWheelBoxes) {
+TEST_F(Tastwerkeigenschaften, DieMausHatIhreTastenUndDieBoxenDesRads) {
     const std::vector<const char*> raeder{"txtScrollPlus", "txtScrollMinus"};
     const std::vector<Namen> an{{}, {}, {}, {"txtScrollPlus"}, {"txtScrollMinus"}};
     oeffnen();
@@ -231,7 +231,7 @@ TEST_F(Tastwerkeigenschaften, TheMouseHasItsButtonsAndWheelBoxes) {
     }
 }
 
-TEST_F(Tastwerkeigenschaften, BothWheelBoxesWriteTheSameField) {
+TEST_F(Tastwerkeigenschaften, BeideBoxenDesRadsSchreibenDasselbeFeld) {
     oeffnen();
     waehlen(0);
     art(5);
@@ -245,7 +245,7 @@ TEST_F(Tastwerkeigenschaften, BothWheelBoxesWriteTheSameField) {
     EXPECT_EQ(box("txtScrollPlus").text(), "7");
 }
 
-TEST_F(Tastwerkeigenschaften, AWheelActionShowsItsJumpInItsBox) {
+TEST_F(Tastwerkeigenschaften, EineRadaktionZeigtIhrenScrollsprungInIhrerBox) {
     belegt(0, "5,0,3-7-0");
     belegt(1, "5,0,4-9-0");
     belegt(2, "5,0,1-5-0");
@@ -262,7 +262,7 @@ TEST_F(Tastwerkeigenschaften, AWheelActionShowsItsJumpInItsBox) {
     EXPECT_EQ(belegung(2), "5,0,1-5-0");
 }
 
-TEST_F(Tastwerkeigenschaften, ALayerKeyHoldsOrLatches) {
+TEST_F(Tastwerkeigenschaften, EineUmschalttasteHaeltOderStelltFest) {
     oeffnen();
     for (const int index : {3, 4}) {
         waehlen(index);
@@ -278,7 +278,7 @@ TEST_F(Tastwerkeigenschaften, ALayerKeyHoldsOrLatches) {
     }
 }
 
-TEST_F(Tastwerkeigenschaften, AnUnknownVariantIsToldOnceAndChangesNothing) {
+TEST_F(Tastwerkeigenschaften, EineUnbekannteVarianteWirdEinmalGesagtUndAendertNichts) {
     belegt(0, "1,65,2-0-0");
     belegt(1, "3,0,2-0-0");
     belegt(2, "5,0,5-0-0");
@@ -300,7 +300,7 @@ TEST_F(Tastwerkeigenschaften, AnUnknownVariantIsToldOnceAndChangesNothing) {
 
 // --- number boxes ---
 
-TEST_F(Tastwerkeigenschaften, ANumberIsStoredAsItsDecimalText) {
+TEST_F(Tastwerkeigenschaften, EineZahlWirdAlsIhrDezimalerTextGespeichert) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -316,7 +316,7 @@ TEST_F(Tastwerkeigenschaften, ANumberIsStoredAsItsDecimalText) {
     }
 }
 
-TEST_F(Tastwerkeigenschaften, WhatIsNoNumberIsToldAndBecomesOne) {
+TEST_F(Tastwerkeigenschaften, WasKeineZahlIstWirdGesagtUndZurEins) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -350,7 +350,7 @@ TEST_F(Tastwerkeigenschaften, WhatIsNoNumberIsToldAndBecomesOne) {
     }
 }
 
-TEST_F(Tastwerkeigenschaften, ThePadPicksNoOtherButtonUnderAMessageBox) {
+TEST_F(Tastwerkeigenschaften, UnterEinerMeldungWaehltDasPadKeinenAnderenButton) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -368,7 +368,7 @@ TEST_F(Tastwerkeigenschaften, ThePadPicksNoOtherButtonUnderAMessageBox) {
     EXPECT_EQ(marken(), (Zahlen{0, 20}));
 }
 
-TEST_F(Tastwerkeigenschaften, ANumberOutOfRangeIsNeitherStoredNorTold) {
+TEST_F(Tastwerkeigenschaften, EineZahlAusserhalbDesBereichsWirdWederGespeichertNochGesagt) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -383,7 +383,7 @@ TEST_F(Tastwerkeigenschaften, ANumberOutOfRangeIsNeitherStoredNorTold) {
     EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
 }
 
-TEST_F(Tastwerkeigenschaften, ANumberBelowZeroIsNeitherStoredNorToldAndTheSchemaStaysReadable) {
+TEST_F(Tastwerkeigenschaften, EineZahlUnterNullWirdWederGespeichertNochGesagtDasSchemaBleibtLesbar) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -419,7 +419,7 @@ TEST_F(Tastwerkeigenschaften, ANumberBelowZeroIsNeitherStoredNorToldAndTheSchema
     EXPECT_EQ(belegung(0), "1,0,1-0-50");
 }
 
-TEST_F(Tastwerkeigenschaften, ANumberIsTypedDigitByDigit) {
+TEST_F(Tastwerkeigenschaften, EineZahlWirdZifferFuerZifferGetippt) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -431,7 +431,7 @@ TEST_F(Tastwerkeigenschaften, ANumberIsTypedDigitByDigit) {
     EXPECT_EQ(belegung(0), "1,0,1-12345-0") << "the last one that fitted";
 }
 
-TEST_F(Tastwerkeigenschaften, ABrokenTimeInTheDatabaseIsToldAndBecomesOne) {
+TEST_F(Tastwerkeigenschaften, EineKaputteZeitInDerDatenbankWirdGesagtUndZurEins) {
     belegt(0, "1,65,1-x-0");
     oeffnen();
     Boxleser boxen;
@@ -443,7 +443,7 @@ TEST_F(Tastwerkeigenschaften, ABrokenTimeInTheDatabaseIsToldAndBecomesOne) {
 
 // --- capture of keys ---
 
-TEST_F(Tastwerkeigenschaften, AKeyIsTakenWhenItIsLetGo) {
+TEST_F(Tastwerkeigenschaften, EineTasteWirdBeimLoslassenGenommen) {
     oeffnen();
     waehlen(5);
     art(1);
@@ -461,7 +461,7 @@ TEST_F(Tastwerkeigenschaften, AKeyIsTakenWhenItIsLetGo) {
     EXPECT_EQ(belegung(5), "1,121,0-0-0");
 }
 
-TEST_F(Tastwerkeigenschaften, ARepeatedKeyIsNotTakenBeforeItIsLetGo) {
+TEST_F(Tastwerkeigenschaften, EineWiederholteTasteWirdNichtVorDemLoslassenGenommen) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -470,7 +470,7 @@ TEST_F(Tastwerkeigenschaften, ARepeatedKeyIsNotTakenBeforeItIsLetGo) {
     EXPECT_EQ(belegung(0), "1,0,0-0-0");
 }
 
-TEST_F(Tastwerkeigenschaften, NamesAreShownUntrimmedWhereTheyAreTaken) {
+TEST_F(Tastwerkeigenschaften, NamenStehenMitIhremRandDaWoSieGenommenWerden) {
     datenbank_.sql("UPDATE tblKeyCode SET Keye = ' A ' WHERE Keyc = '65';");
     oeffnen();
     waehlen(0);
@@ -483,7 +483,7 @@ TEST_F(Tastwerkeigenschaften, NamesAreShownUntrimmedWhereTheyAreTaken) {
     EXPECT_EQ(txtTaste().text(), "A");
 }
 
-TEST_F(Tastwerkeigenschaften, AKeyWithoutANameLeavesTheLabelEmpty) {
+TEST_F(Tastwerkeigenschaften, EineTasteOhneNamenLaesstDasSchildLeer) {
     datenbank_.sql("DELETE FROM tblKeyCode WHERE Keyc = '65';");
     oeffnen();
     waehlen(0);
@@ -494,7 +494,7 @@ TEST_F(Tastwerkeigenschaften, AKeyWithoutANameLeavesTheLabelEmpty) {
     EXPECT_EQ(belegung(0), "1,65,0-0-0");
 }
 
-TEST_F(Tastwerkeigenschaften, TheTabulatorIsTakenByDoubleClick) {
+TEST_F(Tastwerkeigenschaften, DerTabulatorWirdPerDoppelklickGenommen) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -508,7 +508,7 @@ TEST_F(Tastwerkeigenschaften, TheTabulatorIsTakenByDoubleClick) {
     EXPECT_EQ(belegung(0), "1,9,0-0-0");
 }
 
-TEST_F(Tastwerkeigenschaften, AfterAKeyADoubleClickTakesNothing) {
+TEST_F(Tastwerkeigenschaften, NachEinerTasteNimmtEinDoppelklickNichts) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -519,7 +519,7 @@ TEST_F(Tastwerkeigenschaften, AfterAKeyADoubleClickTakesNothing) {
     EXPECT_EQ(belegung(0), "1,65,0-0-0");
 }
 
-TEST_F(Tastwerkeigenschaften, WithoutTheFocusTheBoxAsksForAClickAgain) {
+TEST_F(Tastwerkeigenschaften, OhneFokusBittetDieBoxWiederUmEinenKlick) {
     oeffnen();
     waehlen(0);
     art(1);
@@ -531,7 +531,7 @@ TEST_F(Tastwerkeigenschaften, WithoutTheFocusTheBoxAsksForAClickAgain) {
     EXPECT_EQ(txtTaste().text(), "A");
 }
 
-TEST_F(Tastwerkeigenschaften, AnErrorOfTheDatabaseWhileAKeyIsTakenLeavesTheForm) {
+TEST_F(Tastwerkeigenschaften, EinFehlerDerDatenbankBeimNehmenEinerTasteLaesstDieFormStehen) {
     oeffnen();
     waehlen(0);
     art(1);

@@ -26,7 +26,7 @@ class FrmJoyKonfic : public Tastwerktest {};
 
 // --- load ---
 
-TEST_F(FrmJoyKonfic, ShowsTheGivenTexts) {
+TEST_F(FrmJoyKonfic, ZeigtDieGegebenenTexte) {
     oeffnen();
     EXPECT_EQ(form().windowTitle(), "Tastwerk");
     const std::map<QString, QString> texte{
@@ -82,7 +82,7 @@ TEST_F(FrmJoyKonfic, ShowsTheGivenTexts) {
     EXPECT_EQ(fang().toolTip(), "Mit Doppelklick Tabtaste bestätigen");
 }
 
-TEST_F(FrmJoyKonfic, BeforeTheLoadTheCaptionsOfTheDesignStand) {
+TEST_F(FrmJoyKonfic, VorDemLadenStehenDieAufschriftenDesEntwurfs) {
     GobalVariable global;
     const frmJoyKonfic form(global, pad_, uhr_, tastatur_);
     std::vector<std::string> texte;
@@ -101,7 +101,7 @@ TEST_F(FrmJoyKonfic, BeforeTheLoadTheCaptionsOfTheDesignStand) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(FrmJoyKonfic, AFreshSchemaShowsTheNamesAndNothingElse) {
+TEST_F(FrmJoyKonfic, EinFrischesSchemaZeigtDieNamenUndSonstNichts) {
     oeffnen();
     EXPECT_EQ(schilder(), NAMEN);
     EXPECT_EQ(marken(), Zahlen{});
@@ -113,7 +113,7 @@ TEST_F(FrmJoyKonfic, AFreshSchemaShowsTheNamesAndNothingElse) {
     EXPECT_FALSE(txtTaste().isEnabled());
 }
 
-TEST_F(FrmJoyKonfic, LabelsShowKeysAndActionsOfTheLayer) {
+TEST_F(FrmJoyKonfic, SchilderZeigenTastenUndAktionenDerEbene) {
     belegt(0, "1,65,0-0-0");
     belegt(1, "0,0,0-0-0");
     belegt(2, "2,0,0-0-0");
@@ -128,7 +128,7 @@ TEST_F(FrmJoyKonfic, LabelsShowKeysAndActionsOfTheLayer) {
                                                     "R-Stick", "Pfeil auf", "Rechts", "Unten", "Links"}));
 }
 
-TEST_F(FrmJoyKonfic, NamesOfKeysAreTrimmedOnLabels) {
+TEST_F(FrmJoyKonfic, TastennamenStehenAufSchildernOhneRand) {
     datenbank_.sql("UPDATE tblKeyCode SET Keye = '  A B  ' WHERE Keyc = '65';");
     belegt(0, "1,65,0-0-0");
     oeffnen();
@@ -138,7 +138,7 @@ TEST_F(FrmJoyKonfic, NamesOfKeysAreTrimmedOnLabels) {
     EXPECT_EQ(txtTaste().text(), "A B");
 }
 
-TEST_F(FrmJoyKonfic, ASchemaThatCannotBeReadTellsOnceAndOpensNothing) {
+TEST_F(FrmJoyKonfic, EinUnlesbaresSchemaWirdEinmalGesagtUndOeffnetNichts) {
     starten();
     RoheVerbindung andere(datenbank_.pfad());
     andere.sql("BEGIN EXCLUSIVE;");
@@ -157,7 +157,7 @@ TEST_F(FrmJoyKonfic, ASchemaThatCannotBeReadTellsOnceAndOpensNothing) {
     EXPECT_NE(offenes(), nullptr);
 }
 
-TEST_F(FrmJoyKonfic, AssignmentsThatCannotBeReadStandThereAsEmptyAndAreNamedInOneBox) {
+TEST_F(FrmJoyKonfic, UnlesbareBelegungenStehenAlsLeerDaUndWerdenInEinerBoxGenannt) {
     belegt(0, "1,65,0-0-0,1");
     belegt(1, "1,66,0-0-0");
     belegt(4, "x");
@@ -193,7 +193,7 @@ TEST_F(FrmJoyKonfic, AssignmentsThatCannotBeReadStandThereAsEmptyAndAreNamedInOn
     EXPECT_EQ(gespeichert(15, 2), LEER);
 }
 
-TEST_F(FrmJoyKonfic, TheBoxOfUnreadableAssignmentsComesWhenTheFormIsInSight) {
+TEST_F(FrmJoyKonfic, DieBoxUnlesbarerBelegungenKommtWennDieFormZuSehenIst) {
     belegt(0, "x");
     starten();
     QWidget* davor = nullptr;
@@ -209,7 +209,7 @@ TEST_F(FrmJoyKonfic, TheBoxOfUnreadableAssignmentsComesWhenTheFormIsInSight) {
     EXPECT_NE(davor, nullptr);
 }
 
-TEST_F(FrmJoyKonfic, AnApostropheInTheNameTellsOnce) {
+TEST_F(FrmJoyKonfic, EinApostrophImNamenWirdEinmalGesagt) {
     datenbank_.sql(
         "UPDATE tblTastatur SET Schemaname = 'O''Brien'; UPDATE tblSteuerKreuz SET Schemaname = 'O''Brien';");
     starten();
@@ -220,7 +220,7 @@ TEST_F(FrmJoyKonfic, AnApostropheInTheNameTellsOnce) {
     EXPECT_EQ(offenes(), nullptr);
 }
 
-TEST_F(FrmJoyKonfic, AMissingDatabaseTellsOnceAndIsNotMade) {
+TEST_F(FrmJoyKonfic, EineFehlendeDatenbankWirdEinmalGesagtUndNichtAngelegt) {
     starten();
     std::filesystem::remove(datenbank_.pfad());
     Boxleser boxen;
@@ -232,7 +232,7 @@ TEST_F(FrmJoyKonfic, AMissingDatabaseTellsOnceAndIsNotMade) {
 
 // --- picking by label ---
 
-TEST_F(FrmJoyKonfic, AClickOnALabelLightsItsMarks) {
+TEST_F(FrmJoyKonfic, EinKlickAufEinSchildLaesstSeineMarkenLeuchten) {
     oeffnen();
     for (int taste = 0; taste < 16; ++taste) {
         waehlen(taste);
@@ -240,7 +240,7 @@ TEST_F(FrmJoyKonfic, AClickOnALabelLightsItsMarks) {
     }
 }
 
-TEST_F(FrmJoyKonfic, AClickOnALabelShowsItsKeyAndProperties) {
+TEST_F(FrmJoyKonfic, EinKlickAufEinSchildZeigtSeineTasteUndEigenschaften) {
     belegt(2, "1,65,1-100-50");
     oeffnen();
     waehlen(2);
@@ -256,7 +256,7 @@ TEST_F(FrmJoyKonfic, AClickOnALabelShowsItsKeyAndProperties) {
     EXPECT_EQ(belegung(2), "1,65,1-100-50");
 }
 
-TEST_F(FrmJoyKonfic, PickingEveryButtonChangesNothingInTheDatabase) {
+TEST_F(FrmJoyKonfic, DasWaehlenJedesButtonsAendertNichtsInDerDatenbank) {
     const std::vector<std::string> belegungen{"1,65,0-0-0", "1,66,1-100-50", "0,0,0-0-0",  "2,0,1-10-20",
                                               "3,0,1-0-0",  "4,0,0-0-0",     "5,0,0-0-0",  "5,0,3-7-0",
                                               "5,0,4-9-0",  "10,0,0-0-0",    "1,0,1-30-0", "5,0,2-0-0",
@@ -276,7 +276,7 @@ TEST_F(FrmJoyKonfic, PickingEveryButtonChangesNothingInTheDatabase) {
     EXPECT_EQ(datenbank_.inhalt(), vorher);
 }
 
-TEST_F(FrmJoyKonfic, ALabelWithoutKeyLeavesTheNameOfTheLastKey) {
+TEST_F(FrmJoyKonfic, EinSchildOhneTasteLaesstDenNamenDerLetztenTaste) {
     belegt(0, "1,65,0-0-0");
     belegt(1, "1,0,0-0-0");
     oeffnen();
@@ -288,7 +288,7 @@ TEST_F(FrmJoyKonfic, ALabelWithoutKeyLeavesTheNameOfTheLastKey) {
     EXPECT_EQ(rahmen(), Zahlen{0});
 }
 
-TEST_F(FrmJoyKonfic, AnEmptyButtonHidesThePropertiesAndClearsTheOptions) {
+TEST_F(FrmJoyKonfic, EinLeererButtonVerbirgtDieEigenschaftenUndLeertDieOptionen) {
     belegt(0, "5,0,0-0-0");
     oeffnen();
     waehlen(0);
@@ -299,7 +299,7 @@ TEST_F(FrmJoyKonfic, AnEmptyButtonHidesThePropertiesAndClearsTheOptions) {
     EXPECT_FALSE(fang().isVisible());
 }
 
-TEST_F(FrmJoyKonfic, AnEmptyButtonLeavesTheFirstOptionAlone) {
+TEST_F(FrmJoyKonfic, EinLeererButtonLaesstDieErsteOptionInRuhe) {
     belegt(0, "0,0,0-0-0");
     oeffnen();
     waehlen(0);
@@ -311,7 +311,7 @@ TEST_F(FrmJoyKonfic, AnEmptyButtonLeavesTheFirstOptionAlone) {
     EXPECT_EQ(text(1), "1,2,3,4...");
 }
 
-TEST_F(FrmJoyKonfic, AKeyOnAnUnassignedButtonKeepsTheFrameThatIsInSight) {
+TEST_F(FrmJoyKonfic, EineTasteAufEinemUnbelegtenButtonBehaeltDenSichtbarenRahmen) {
     belegt(0, "5,0,0-0-0");
     belegt(1, "10,65,0-0-0");
     oeffnen();
@@ -322,7 +322,7 @@ TEST_F(FrmJoyKonfic, AKeyOnAnUnassignedButtonKeepsTheFrameThatIsInSight) {
     EXPECT_EQ(gesetzt("Option1", 6), Zahlen{});
 }
 
-TEST_F(FrmJoyKonfic, AButtonOfThePictureIsPickedAsByItsLabel) {
+TEST_F(FrmJoyKonfic, EinButtonDesBildesWirdGewaehltWieDurchSeinSchild) {
     oeffnen();
     auto& bild = control<QWidget>(form(), "imgHintergrund");
     for (int taste = 0; taste < 16; ++taste) {
@@ -337,7 +337,7 @@ TEST_F(FrmJoyKonfic, AButtonOfThePictureIsPickedAsByItsLabel) {
     EXPECT_EQ(marken(), Zahlen{15});
 }
 
-TEST_F(FrmJoyKonfic, TheArrowKeysGoThroughTheLabels) {
+TEST_F(FrmJoyKonfic, DiePfeiltastenGehenDurchDieSchilder) {
     oeffnen();
     auto& bild = control<QWidget>(form(), "imgHintergrund");
     Zahlen gewaehlt;
@@ -349,7 +349,7 @@ TEST_F(FrmJoyKonfic, TheArrowKeysGoThroughTheLabels) {
     EXPECT_EQ(gewaehlt, (Zahlen{4, 4, 5, 7, 9, 8, 8, 8}));
 }
 
-TEST_F(FrmJoyKonfic, ALabelLeavesTheFocusWhereItIs) {
+TEST_F(FrmJoyKonfic, EinSchildLaesstDenFokusWoErIst) {
     belegt(0, "1,65,0-0-0");
     belegt(1, "1,66,0-0-0");
     oeffnen();
@@ -361,7 +361,7 @@ TEST_F(FrmJoyKonfic, ALabelLeavesTheFocusWhereItIs) {
 
 // --- layer keys ---
 
-TEST_F(FrmJoyKonfic, ALayerKeyCanBeChosenOnOneButtonOnly) {
+TEST_F(FrmJoyKonfic, EineUmschalttasteLaesstSichNurAufEinemButtonWaehlen) {
     const std::vector<const char*> optionen{"Option1(3)", "Option1(4)"};
     using Namen = std::vector<std::string>;
     belegt(4, "3,0,0-0-0");
@@ -383,7 +383,7 @@ TEST_F(FrmJoyKonfic, ALayerKeyCanBeChosenOnOneButtonOnly) {
     }
 }
 
-TEST_F(FrmJoyKonfic, ALayerKeyThatIsGivenUpIsFreeForOthers) {
+TEST_F(FrmJoyKonfic, EineAufgegebeneUmschalttasteIstFuerAndereFrei) {
     const std::vector<const char*> optionen{"Option1(3)", "Option1(4)"};
     using Namen = std::vector<std::string>;
     oeffnen();
@@ -398,7 +398,7 @@ TEST_F(FrmJoyKonfic, ALayerKeyThatIsGivenUpIsFreeForOthers) {
     EXPECT_EQ(nutzbar(optionen), (Namen{"Option1(3)", "Option1(4)"}));
 }
 
-TEST_F(FrmJoyKonfic, AClearedLayerKeyStaysTakenUntilAllLabelsAreDoneAnew) {
+TEST_F(FrmJoyKonfic, EineGeleerteUmschalttasteBleibtVergebenBisAlleSchilderNeuSind) {
     const std::vector<const char*> optionen{"Option1(3)", "Option1(4)"};
     using Namen = std::vector<std::string>;
     oeffnen();
@@ -414,7 +414,7 @@ TEST_F(FrmJoyKonfic, AClearedLayerKeyStaysTakenUntilAllLabelsAreDoneAnew) {
     }
 }
 
-TEST_F(FrmJoyKonfic, LayersAboveTheFirstDisableTheLayerKeysUntilALabelIsClicked) {
+TEST_F(FrmJoyKonfic, EbenenUeberDerErstenSperrenDieUmschalttastenBisZumKlickAufEinSchild) {
     const std::vector<const char*> optionen{"Option1(3)", "Option1(4)"};
     using Namen = std::vector<std::string>;
     const Namen beide{"Option1(3)", "Option1(4)"};
@@ -440,7 +440,7 @@ TEST_F(FrmJoyKonfic, LayersAboveTheFirstDisableTheLayerKeysUntilALabelIsClicked)
 
 // --- the pad ---
 
-TEST_F(FrmJoyKonfic, AButtonOnThePadIsPickedEveryTenMilliseconds) {
+TEST_F(FrmJoyKonfic, EinButtonAmPadWirdAlleZehnMillisekundenGewaehlt) {
     belegt(2, "1,65,0-0-0");
     oeffnen();
     tastenDruecken(4);
@@ -460,7 +460,7 @@ TEST_F(FrmJoyKonfic, AButtonOnThePadIsPickedEveryTenMilliseconds) {
     EXPECT_EQ(marken(), (Zahlen{3, 23}));
 }
 
-TEST_F(FrmJoyKonfic, EachBitOfThePadHasItsButton) {
+TEST_F(FrmJoyKonfic, JedesBitDesPadsHatSeinenButton) {
     oeffnen();
     for (int bit = 0; bit < 12; ++bit) {
         amPad(1U << bit);
@@ -468,7 +468,7 @@ TEST_F(FrmJoyKonfic, EachBitOfThePadHasItsButton) {
     }
 }
 
-TEST_F(FrmJoyKonfic, TwoButtonsTogetherAndOtherBitsPickNothingNew) {
+TEST_F(FrmJoyKonfic, ZweiButtonsZugleichUndAndereBitsWaehlenNichtsNeues) {
     oeffnen();
     for (const std::uint32_t wort : {3U, 0x1000U, 0x1001U, 0xFFFU}) {
         amPad(wort);
@@ -481,14 +481,14 @@ TEST_F(FrmJoyKonfic, TwoButtonsTogetherAndOtherBitsPickNothingNew) {
     EXPECT_EQ(marken(), (Zahlen{1, 21}));
 }
 
-TEST_F(FrmJoyKonfic, TheDPadPicksNothing) {
+TEST_F(FrmJoyKonfic, DasSteuerkreuzWaehltNichts) {
     oeffnen();
     pad_.zustand.dwPOV = 0;
     vergehen(50);
     EXPECT_EQ(marken(), Zahlen{});
 }
 
-TEST_F(FrmJoyKonfic, WithoutAPadTheLabelsServe) {
+TEST_F(FrmJoyKonfic, OhnePadDienenDieSchilder) {
     pad_.da = false;
     oeffnen();
     tastenDruecken(1);
@@ -505,7 +505,7 @@ TEST_F(FrmJoyKonfic, WithoutAPadTheLabelsServe) {
     EXPECT_EQ(marken(), (Zahlen{0, 20}));
 }
 
-TEST_F(FrmJoyKonfic, TheRecordIsAskedForWithItsSizeAndFlags) {
+TEST_F(FrmJoyKonfic, DerSatzWirdMitSeinerGroesseUndSeinenFlaggenVerlangt) {
     struct Mithoerer final : Joystick {
         std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override {
             anfragen.push_back({id, info.dwSize, info.dwFlags});
@@ -523,7 +523,7 @@ TEST_F(FrmJoyKonfic, TheRecordIsAskedForWithItsSizeAndFlags) {
     EXPECT_EQ(pad.anfragen, (std::vector{anfrage, anfrage}));
 }
 
-TEST_F(FrmJoyKonfic, AHeldButtonSetsTheRepeatBackThatHasNoTimeYet) {
+TEST_F(FrmJoyKonfic, EinGehaltenerButtonSetztEineWiederholungNochOhneZeitZurueck) {
     belegt(0, "1,65,1-100-0");
     oeffnen();
     amPad(1);
@@ -537,7 +537,7 @@ TEST_F(FrmJoyKonfic, AHeldButtonSetsTheRepeatBackThatHasNoTimeYet) {
     EXPECT_TRUE(wiederholen().isChecked());
 }
 
-TEST_F(FrmJoyKonfic, ANameIsLookedUpAtEachPressAndForEachKeyButNotAtEachTick) {
+TEST_F(FrmJoyKonfic, EinNameWirdJeDruckUndJeTasteNachgeschlagenAberNichtJeTakt) {
     belegt(0, "1,65,0-0-0");
     oeffnen();
     datenbank_.sql("UPDATE tblKeyCode SET Keye = 'neu' WHERE Keyc = '65';");
@@ -558,7 +558,7 @@ TEST_F(FrmJoyKonfic, ANameIsLookedUpAtEachPressAndForEachKeyButNotAtEachTick) {
     EXPECT_EQ(text(0), "B");
 }
 
-TEST_F(FrmJoyKonfic, ABrokenAssignmentIsToldOnceWhileItsButtonIsHeld) {
+TEST_F(FrmJoyKonfic, EineKaputteBelegungWirdEinmalGesagtSolangeIhrButtonGehaltenIst) {
     belegt(0, "1,65,2-0-0"); // a variant that does not exist
     belegt(1, "7,0,0-0-0");  // nor does this action
     oeffnen();
@@ -587,7 +587,7 @@ TEST_F(FrmJoyKonfic, ABrokenAssignmentIsToldOnceWhileItsButtonIsHeld) {
 
 // --- layers, "Neu", "Taste neu", "Speichern" ---
 
-TEST_F(FrmJoyKonfic, ALayerShowsItsLabelsAndForgetsTheChoice) {
+TEST_F(FrmJoyKonfic, EineEbeneZeigtIhreSchilderUndVergisstDieWahl) {
     belegt(0, "1,65,0-0-0");
     belegt(0, "1,66,0-0-0", 1);
     belegt(0, "1,67,0-0-0", 2);
@@ -614,7 +614,7 @@ TEST_F(FrmJoyKonfic, ALayerShowsItsLabelsAndForgetsTheChoice) {
     }
 }
 
-TEST_F(FrmJoyKonfic, ALayerLeavesTheFirstOptionAlone) {
+TEST_F(FrmJoyKonfic, EineEbeneLaesstDieErsteOptionInRuhe) {
     belegt(0, "0,0,0-0-0");
     oeffnen();
     waehlen(0);
@@ -622,7 +622,7 @@ TEST_F(FrmJoyKonfic, ALayerLeavesTheFirstOptionAlone) {
     EXPECT_EQ(gesetzt("Option1", 6), Zahlen{0});
 }
 
-TEST_F(FrmJoyKonfic, EachLayerIsStoredInItsColumns) {
+TEST_F(FrmJoyKonfic, JedeEbeneWirdInIhrenSpaltenGespeichert) {
     oeffnen();
     for (int ebene = 0; ebene < 3; ++ebene) {
         knopf(ebene).click();
@@ -639,7 +639,7 @@ TEST_F(FrmJoyKonfic, EachLayerIsStoredInItsColumns) {
                 << taste << " " << ebene;
 }
 
-TEST_F(FrmJoyKonfic, NewClearsTheButtonsOfTheLayerAndLeavesTheDPad) {
+TEST_F(FrmJoyKonfic, NeuLeertDieButtonsDerEbeneUndLaesstDasSteuerkreuz) {
     for (int ebene = 0; ebene < 3; ++ebene)
         for (int taste = 0; taste < 16; ++taste)
             belegt(taste, "1,65,0-0-0", ebene);
@@ -656,7 +656,7 @@ TEST_F(FrmJoyKonfic, NewClearsTheButtonsOfTheLayerAndLeavesTheDPad) {
             EXPECT_EQ(gespeichert(taste, ebene), ebene == 1 && taste < 12 ? LEER : "1,65,0-0-0");
 }
 
-TEST_F(FrmJoyKonfic, NewKeepsTheChoiceAndWhatItShows) {
+TEST_F(FrmJoyKonfic, NeuBehaeltDieWahlUndWasSieZeigt) {
     belegt(0, "5,0,0-0-0");
     oeffnen();
     waehlen(0);
@@ -668,7 +668,7 @@ TEST_F(FrmJoyKonfic, NewKeepsTheChoiceAndWhatItShows) {
     EXPECT_EQ(text(0), "Maus");
 }
 
-TEST_F(FrmJoyKonfic, KeyNewClearsTheChosenButtonOnly) {
+TEST_F(FrmJoyKonfic, TasteNeuLeertNurDenGewaehltenButton) {
     belegt(0, "1,65,1-2-3");
     belegt(0, "1,66,1-2-3", 1);
     belegt(12, "1,38,1-2-3");
@@ -689,7 +689,7 @@ TEST_F(FrmJoyKonfic, KeyNewClearsTheChosenButtonOnly) {
     EXPECT_EQ(gespeichert(0, 1), "1,66,1-2-3");
 }
 
-TEST_F(FrmJoyKonfic, ALockedDatabaseIsToldOnceAndNothingIsLost) {
+TEST_F(FrmJoyKonfic, EineGesperrteDatenbankWirdEinmalGesagtUndNichtsGehtVerloren) {
     oeffnen();
     waehlen(0);
     art(5);
@@ -730,7 +730,7 @@ TEST_F(FrmJoyKonfic, WhatItDoesNotEditIsNoConditionOfSaving) {
     EXPECT_EQ(gespeichert(12), "5,0,0-0-0");
 }
 
-TEST_F(FrmJoyKonfic, ASchemaThatWasDeletedMeanwhileStaysDeleted) {
+TEST_F(FrmJoyKonfic, EinInzwischenGeloeschtesSchemaBleibtGeloescht) {
     oeffnen();
     waehlen(0);
     art(5);
@@ -749,7 +749,7 @@ TEST_F(FrmJoyKonfic, ASchemaThatWasDeletedMeanwhileStaysDeleted) {
     EXPECT_EQ(text(0), "Maus") << "nothing of the work is lost";
 }
 
-TEST_F(FrmJoyKonfic, GoesWithItsSchemaAndWithNoOther) {
+TEST_F(FrmJoyKonfic, GehtMitSeinemSchemaUndMitKeinemAnderen) {
     datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('T');"
                    "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('T');");
     oeffnen();
@@ -771,7 +771,7 @@ TEST_F(FrmJoyKonfic, GoesWithItsSchemaAndWithNoOther) {
 
 // --- opening and closing ---
 
-TEST_F(FrmJoyKonfic, ClosingDiscardsWithoutAQuestionAndEndsThePoll) {
+TEST_F(FrmJoyKonfic, SchliessenVerwirftOhneFrageUndBeendetDieAbfrage) {
     oeffnen();
     waehlen(0);
     art(5);
@@ -787,7 +787,7 @@ TEST_F(FrmJoyKonfic, ClosingDiscardsWithoutAQuestionAndEndsThePoll) {
     EXPECT_EQ(marken(), Zahlen{});
 }
 
-TEST_F(FrmJoyKonfic, ASecondClickBringsTheOpenFormForwardAsItIs) {
+TEST_F(FrmJoyKonfic, EinZweiterKlickHoltDieOffeneFormNachVornWieSieIst) {
     oeffnen();
     waehlen(0);
     art(5);
@@ -803,7 +803,7 @@ TEST_F(FrmJoyKonfic, ASecondClickBringsTheOpenFormForwardAsItIs) {
     EXPECT_EQ(offene, 1);
 }
 
-TEST_F(FrmJoyKonfic, WorksOnTheSchemaThatWasChosenWhenItOpened) {
+TEST_F(FrmJoyKonfic, ArbeitetAmSchemaDasBeimOeffnenGewaehltWar) {
     datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('T');"
                    "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('T');");
     oeffnen();
@@ -817,7 +817,7 @@ TEST_F(FrmJoyKonfic, WorksOnTheSchemaThatWasChosenWhenItOpened) {
     EXPECT_EQ(control<QLabel>(form(), "lblSchemaName(0)").text(), "S");
 }
 
-TEST_F(FrmJoyKonfic, AnEmptyListOpensNothing) {
+TEST_F(FrmJoyKonfic, EineLeereListeOeffnetNichts) {
     datenbank_.sql("DELETE FROM tblTastatur;");
     starten();
     Boxleser boxen;
@@ -827,7 +827,7 @@ TEST_F(FrmJoyKonfic, AnEmptyListOpensNothing) {
     EXPECT_EQ(offenes(), nullptr);
 }
 
-TEST_F(FrmJoyKonfic, TheProgramEndsWithTheFormOpen) {
+TEST_F(FrmJoyKonfic, DasProgrammEndetBeiOffenerForm) {
     oeffnen();
     amPad(1);
     programm_.reset();
@@ -836,7 +836,7 @@ TEST_F(FrmJoyKonfic, TheProgramEndsWithTheFormOpen) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(FrmJoyKonfic, ARunGoesOnBesideTheOpenForm) {
+TEST_F(FrmJoyKonfic, EinLaufGehtNebenDerOffenenFormWeiter) {
     belegt(2, "1,65,0-0-0");
     oeffnen();
     control<QPushButton>(haupt(), "Command1(5)").click();
@@ -847,7 +847,7 @@ TEST_F(FrmJoyKonfic, ARunGoesOnBesideTheOpenForm) {
 
 // --- looks ---
 
-TEST_F(FrmJoyKonfic, GrowsWithTheLettersSoThatNothingIsCut) {
+TEST_F(FrmJoyKonfic, WaechstMitDerSchriftSodassNichtsBeschnittenIst) {
     belegt(0, "1,168,1-100-50");
     belegt(1, "5,0,3-1-0");
     belegt(2, "3,0,0-0-0");
@@ -866,7 +866,7 @@ TEST_F(FrmJoyKonfic, GrowsWithTheLettersSoThatNothingIsCut) {
     }
 }
 
-TEST_F(FrmJoyKonfic, LabelsNeitherOverlapNorLeaveThePicture) {
+TEST_F(FrmJoyKonfic, SchilderUeberlappenNichtUndVerlassenDasBildNicht) {
     oeffnen();
     for (const QSize groesse :
          {form().minimumSizeHint(), QSize(1000, 700), QSize(1600, 600), QSize(760, 1000)}) {
@@ -881,7 +881,7 @@ TEST_F(FrmJoyKonfic, LabelsNeitherOverlapNorLeaveThePicture) {
     }
 }
 
-TEST_F(FrmJoyKonfic, ALongNameOfTheSchemaNeedsNoMoreRoom) {
+TEST_F(FrmJoyKonfic, EinLangerNameDesSchemasBrauchtNichtMehrPlatz) {
     oeffnen();
     const int schmal = form().minimumSizeHint().width();
     form().close();
@@ -894,7 +894,7 @@ TEST_F(FrmJoyKonfic, ALongNameOfTheSchemaNeedsNoMoreRoom) {
     EXPECT_EQ(control<QLabel>(form(), "lblSchemaName(0)").text(), QString(255, 'W'));
 }
 
-TEST_F(FrmJoyKonfic, TabGoesFromTopToBottomAndPassesByTheCaptureBox) {
+TEST_F(FrmJoyKonfic, DerTabulatorGehtVonObenNachUntenUndAnDerFangboxVorbei) {
     belegt(0, "1,65,1-100-50");
     oeffnen();
     waehlen(0);
@@ -915,7 +915,7 @@ TEST_F(FrmJoyKonfic, TabGoesFromTopToBottomAndPassesByTheCaptureBox) {
                   .join(" "));
 }
 
-TEST_F(FrmJoyKonfic, ButtonsHaveShortcutsThatDoNotChangeTheirCaptions) {
+TEST_F(FrmJoyKonfic, KnoepfeHabenTastenkuerzelDieIhreAufschriftenNichtAendern) {
     oeffnen();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&form()));
     auto* fenster = form().windowHandle();
@@ -931,7 +931,7 @@ TEST_F(FrmJoyKonfic, ButtonsHaveShortcutsThatDoNotChangeTheirCaptions) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return text(0) == "Dreieck"; }));
 }
 
-TEST_F(FrmJoyKonfic, ThePictureFollowsThePalette) {
+TEST_F(FrmJoyKonfic, DasBildFolgtDerPalette) {
     oeffnen();
     auto& bild = control<QWidget>(form(), "imgHintergrund");
     const auto hell = bild.grab().toImage();

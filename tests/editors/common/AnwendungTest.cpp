@@ -22,7 +22,7 @@ public:
 
 } // namespace
 
-TEST(AnwendungTest, AnErrorThatAHandlerLetsThroughEndsOnlyTheHandlerAndIsToldOnce) {
+TEST(AnwendungTest, EinFehlerDenEineProzedurDurchlaesstBeendetNurSieUndWirdEinmalGesagt) {
     Boxleser boxen;
     Empfaenger empfaenger;
     empfaenger.beiEreignis = [] { throw LaufzeitFehler(Fehlernummer::Gesperrt, "Die Datei ist gesperrt."); };
@@ -37,7 +37,7 @@ TEST(AnwendungTest, AnErrorThatAHandlerLetsThroughEndsOnlyTheHandlerAndIsToldOnc
         << boxen.gesehen()[1].text.toStdString();
 }
 
-TEST(AnwendungTest, TheBoxOfAnErrorThatQuotesALongTextStaysSmall) {
+TEST(AnwendungTest, DieBoxEinesFehlersDerEinenLangenTextZitiertBleibtKlein) {
     Boxleser boxen;
     Empfaenger empfaenger;
     for (const std::size_t laenge : {399U, 400U, 401U, 100000U}) {

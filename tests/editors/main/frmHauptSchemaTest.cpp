@@ -137,7 +137,7 @@ protected:
 
 // --- Schema neu ---
 
-TEST_F(FrmHauptSchema, TheFirstStrokeAsksForAName) {
+TEST_F(FrmHauptSchema, DerErsteKlickFragtNachEinemNamen) {
     schema("Eins", "/eins");
     schema("Zwei");
     starten();
@@ -154,7 +154,7 @@ TEST_F(FrmHauptSchema, TheFirstStrokeAsksForAName) {
     EXPECT_EQ(gamepadnamen(), Namen{"Eins"});
 }
 
-TEST_F(FrmHauptSchema, TheSecondStrokeMakesTheSchemaAndListsOnlyIt) {
+TEST_F(FrmHauptSchema, DerZweiteKlickLegtDasSchemaAnUndListetNurDiesesAuf) {
     schema("Eins", "/eins");
     starten();
     Boxleser boxen;
@@ -174,7 +174,7 @@ TEST_F(FrmHauptSchema, TheSecondStrokeMakesTheSchemaAndListsOnlyIt) {
     knopf(5).click();
 }
 
-TEST_F(FrmHauptSchema, TheNewRowOfTheAxisFileHoldsTheDefaults) {
+TEST_F(FrmHauptSchema, DieNeueZeileDerAchsendateiHatDieVorgaben) {
     schema("Eins");
     starten();
     neu("Neu");
@@ -185,7 +185,7 @@ TEST_F(FrmHauptSchema, TheNewRowOfTheAxisFileHoldsTheDefaults) {
     EXPECT_EQ(achsen, (Namen{"lx", "ly", "rx", "ry", "Z1", "Z2"}));
 }
 
-TEST_F(FrmHauptSchema, TheFirstStartLeadsFromAnEmptyDatabaseToASchema) {
+TEST_F(FrmHauptSchema, DerErsteStartFuehrtVonEinerLeerenDatenbankZuEinemSchema) {
     starten();
     EXPECT_EQ(knopf(2).text(), "Schema neu");
     EXPECT_EQ(haupt().height(), KURZ);
@@ -203,7 +203,7 @@ TEST_F(FrmHauptSchema, TheFirstStartLeadsFromAnEmptyDatabaseToASchema) {
     EXPECT_EQ(boxen.gesehen().size(), 6U);
 }
 
-TEST_F(FrmHauptSchema, ThePathOfANewSchemaIsNotStored) {
+TEST_F(FrmHauptSchema, DerPfadEinesNeuenSchemasWirdNichtGespeichert) {
     starten();
     klicken(2);
     tippen("S");
@@ -212,7 +212,7 @@ TEST_F(FrmHauptSchema, ThePathOfANewSchemaIsNotStored) {
     EXPECT_EQ(pfadVon("S"), "NULL");
 }
 
-TEST_F(FrmHauptSchema, AnEmptyNameMakesNothingAndLeavesTheFormShort) {
+TEST_F(FrmHauptSchema, EinLeererNameLegtNichtsAnUndLaesstDieFormKurz) {
     schema("Eins", "/eins");
     starten();
     klicken(2);
@@ -234,7 +234,7 @@ TEST_F(FrmHauptSchema, AnEmptyNameMakesNothingAndLeavesTheFormShort) {
     EXPECT_EQ(schemata(), (Namen{"Eins", "Zwei"}));
 }
 
-TEST_F(FrmHauptSchema, AnEmptyNameWithAnEntryChosenSelectsTheFirst) {
+TEST_F(FrmHauptSchema, EinLeererNameBeiGewaehltemEintragWaehltDenErsten) {
     schema("Eins", "/eins");
     starten();
     klicken(2);
@@ -251,7 +251,7 @@ TEST_F(FrmHauptSchema, AnEmptyNameWithAnEntryChosenSelectsTheFirst) {
     EXPECT_EQ(schemata(), Namen{"Eins"});
 }
 
-TEST_F(FrmHauptSchema, WhileANameIsTypedNothingElseWorks) {
+TEST_F(FrmHauptSchema, SolangeEinNameGetipptWirdGehtNichtsAnderes) {
     schema("Eins");
     starten();
     klicken(2);
@@ -266,7 +266,7 @@ TEST_F(FrmHauptSchema, WhileANameIsTypedNothingElseWorks) {
     EXPECT_EQ(combo().currentText(), "Eins");
 }
 
-TEST_F(FrmHauptSchema, EnterInTheNameSavesAndInsertsNothing) {
+TEST_F(FrmHauptSchema, EnterImNamenSpeichertNichtsUndFuegtNichtsEin) {
     schema("Eins");
     starten();
     klicken(2);
@@ -281,7 +281,7 @@ TEST_F(FrmHauptSchema, EnterInTheNameSavesAndInsertsNothing) {
     EXPECT_EQ(liste(), Namen{"Neu"});
 }
 
-TEST_F(FrmHauptSchema, JaChangesThePathOfAnExistingSchemaAndListsNothing) {
+TEST_F(FrmHauptSchema, JaAendertDenPfadEinesVorhandenenSchemasUndListetNichtsAuf) {
     schema("Eins", "/eins");
     schema("Zwei", "/zwei");
     starten();
@@ -299,7 +299,7 @@ TEST_F(FrmHauptSchema, JaChangesThePathOfAnExistingSchemaAndListsNothing) {
     EXPECT_EQ(gamepadnamen(), (Namen{"Eins", "Zwei"}));
 }
 
-TEST_F(FrmHauptSchema, TheFirstStrokeEmptiesTheNameAlsoWhereTheListIsEmpty) {
+TEST_F(FrmHauptSchema, DerErsteKlickLeertDenNamenAuchWoDieListeLeerIst) {
     schema("Eins", "/eins");
     starten();
     {
@@ -321,7 +321,7 @@ TEST_F(FrmHauptSchema, TheFirstStrokeEmptiesTheNameAlsoWhereTheListIsEmpty) {
     EXPECT_EQ(combo().currentText(), "");
 }
 
-TEST_F(FrmHauptSchema, JaStoresThePathThatStandsInTheForm) {
+TEST_F(FrmHauptSchema, JaSpeichertDenPfadDerInDerFormSteht) {
     schema("S", "/alt");
     starten();
     Boxleser boxen({JA});
@@ -332,7 +332,7 @@ TEST_F(FrmHauptSchema, JaStoresThePathThatStandsInTheForm) {
     EXPECT_EQ(pfadVon("S"), "/neu");
 }
 
-TEST_F(FrmHauptSchema, NeinLeavesAnExistingSchemaAsItWas) {
+TEST_F(FrmHauptSchema, NeinLaesstEinVorhandenesSchemaWieEsWar) {
     schema("Eins", "/eins");
     schema("Zwei", "/zwei");
     starten();
@@ -347,7 +347,7 @@ TEST_F(FrmHauptSchema, NeinLeavesAnExistingSchemaAsItWas) {
     EXPECT_EQ(gamepadnamen(), (Namen{"Eins", "Zwei"})) << "the axis file gets it whatever the answer";
 }
 
-TEST_F(FrmHauptSchema, ClosingTheQuestionIsANein) {
+TEST_F(FrmHauptSchema, DasSchliessenDerFrageIstEinNein) {
     schema("S", "/alt");
     starten();
     QTimer taste;
@@ -364,7 +364,7 @@ TEST_F(FrmHauptSchema, ClosingTheQuestionIsANein) {
     EXPECT_EQ(pfadVon("S"), "/alt");
 }
 
-TEST_F(FrmHauptSchema, TheQuestionIsAnsweredInGermanAndEnterIsJa) {
+TEST_F(FrmHauptSchema, DieFrageWirdAufDeutschBeantwortetUndEnterIstJa) {
     schema("S", "/alt");
     starten();
     QTimer taste;
@@ -382,7 +382,7 @@ TEST_F(FrmHauptSchema, TheQuestionIsAnsweredInGermanAndEnterIsJa) {
     EXPECT_EQ(pfadVon("S"), " ");
 }
 
-TEST_F(FrmHauptSchema, ASchemaThatLostItsDPadGetsItAndIsListed) {
+TEST_F(FrmHauptSchema, EinSchemaDasSeinSteuerkreuzVerlorBekommtEsUndStehtInDerListe) {
     datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('halb')");
     starten();
     Boxleser boxen({NEIN});
@@ -392,7 +392,7 @@ TEST_F(FrmHauptSchema, ASchemaThatLostItsDPadGetsItAndIsListed) {
     EXPECT_EQ(datenbank_.zeilen("SELECT Schemaname FROM tblSteuerKreuz"), (Tabellenbild{{"halb"}}));
 }
 
-TEST_F(FrmHauptSchema, ClickingTheNewEntryLeavesThePath) {
+TEST_F(FrmHauptSchema, EinKlickAufDenNeuenEintragLaesstDenPfad) {
     schema("Eins", "/eins");
     starten();
     neu("Neu");
@@ -402,7 +402,7 @@ TEST_F(FrmHauptSchema, ClickingTheNewEntryLeavesThePath) {
     EXPECT_EQ(combo().currentText(), "Neu");
 }
 
-TEST_F(FrmHauptSchema, OddNamesBecomeSchemasAsTheyAreTyped) {
+TEST_F(FrmHauptSchema, UngewoehnlicheNamenWerdenSchemataWieSieGetipptSind) {
     starten();
     Boxleser boxen;
     Namen erwartet;
@@ -420,7 +420,7 @@ TEST_F(FrmHauptSchema, OddNamesBecomeSchemasAsTheyAreTyped) {
     EXPECT_EQ(boxen.gesehen(), Boxen{});
 }
 
-TEST_F(FrmHauptSchema, ANameWithAnApostropheBecomesASchemaWithoutARowInTheAxisFile) {
+TEST_F(FrmHauptSchema, EinNameMitApostrophWirdEinSchemaOhneZeileInDerAchsendatei) {
     schema("Eins");
     starten();
     Boxleser boxen;
@@ -432,7 +432,7 @@ TEST_F(FrmHauptSchema, ANameWithAnApostropheBecomesASchemaWithoutARowInTheAxisFi
     erwarteGrundzustand();
 }
 
-TEST_F(FrmHauptSchema, AnAxisFileThatTakesNoRowIsToldWithEachNameButNotWithoutOne) {
+TEST_F(FrmHauptSchema, NimmtDieAchsendateiKeineZeileWirdEsBeiJedemNamenGesagtOhneNamenNicht) {
     schema("Eins");
     starten();
     dateiSchreiben(datenbank_.ordner() / "Gamepad.xml", "kaputt");
@@ -446,7 +446,7 @@ TEST_F(FrmHauptSchema, AnAxisFileThatTakesNoRowIsToldWithEachNameButNotWithoutOn
     EXPECT_EQ(dateiLesen(datenbank_.ordner() / "Gamepad.xml"), "kaputt");
 }
 
-TEST_F(FrmHauptSchema, ANameThatTheAxisFileDoesNotHoldIsASchemaAllTheSame) {
+TEST_F(FrmHauptSchema, EinNameDenDieAchsendateiNichtFasstIstDennochEinSchema) {
     starten();
     const auto vorher = gamepadnamen();
     const std::string lang(101, 'n');
@@ -461,7 +461,7 @@ TEST_F(FrmHauptSchema, ANameThatTheAxisFileDoesNotHoldIsASchemaAllTheSame) {
     knopf(5).click();
 }
 
-TEST_F(FrmHauptSchema, ALockedDatabaseTellsOnceAndTheNameCanBeSavedAgain) {
+TEST_F(FrmHauptSchema, BeiGesperrterDatenbankEineMeldungUndDerNameLaesstSichErneutSpeichern) {
     schema("Eins");
     starten();
     RoheVerbindung andere(datenbank_.pfad());
@@ -482,7 +482,7 @@ TEST_F(FrmHauptSchema, ALockedDatabaseTellsOnceAndTheNameCanBeSavedAgain) {
     EXPECT_EQ(boxen.gesehen().size(), 1U);
 }
 
-TEST_F(FrmHauptSchema, AReadOnlyDatabaseTellsOnce) {
+TEST_F(FrmHauptSchema, EineSchreibgeschuetzteDatenbankWirdEinmalGesagt) {
     schema("Eins");
     starten();
     klicken(2);
@@ -497,7 +497,7 @@ TEST_F(FrmHauptSchema, AReadOnlyDatabaseTellsOnce) {
     EXPECT_EQ(schemata(), Namen{"Eins"});
 }
 
-TEST_F(FrmHauptSchema, ANameWithAnApostropheCannotBeChanged) {
+TEST_F(FrmHauptSchema, EinNameMitApostrophLaesstSichNichtAendern) {
     schema("O''Brien", "/alt");
     starten();
     Boxleser boxen({JA});
@@ -511,7 +511,7 @@ TEST_F(FrmHauptSchema, ANameWithAnApostropheCannotBeChanged) {
 
 // --- Schema löschen ---
 
-TEST_F(FrmHauptSchema, JaDeletesTheSchemaAndChoosesTheFirstThatIsLeft) {
+TEST_F(FrmHauptSchema, JaLoeschtDasSchemaUndWaehltDasErsteDerUebrigen) {
     schema("Eins", "/eins");
     schema("Zwei", "/zwei");
     schema("Drei", "/drei");
@@ -542,7 +542,7 @@ TEST_F(FrmHauptSchema, JaDeletesTheSchemaAndChoosesTheFirstThatIsLeft) {
     knopf(5).click();
 }
 
-TEST_F(FrmHauptSchema, WithRowsForBothSticksNothingIsTold) {
+TEST_F(FrmHauptSchema, MitZeilenFuerBeideSticksWirdNichtsGesagt) {
     schema("S");
     datenbank_.sql("INSERT INTO tblStickAktion (Schemaname) VALUES ('S'), ('S');"
                    "INSERT INTO tblStickAktionR (Schemaname) VALUES ('S')");
@@ -553,7 +553,7 @@ TEST_F(FrmHauptSchema, WithRowsForBothSticksNothingIsTold) {
     EXPECT_EQ(schemata(), Namen{});
 }
 
-TEST_F(FrmHauptSchema, NeinKeepsTheSchemaButNotItsAxesAndReadsTheListAnew) {
+TEST_F(FrmHauptSchema, NeinBehaeltDasSchemaAberNichtSeineAchsenUndLiestDieListeNeu) {
     schema("Eins", "/eins");
     schema("Zwei", "/zwei");
     bildLegen("Zwei0L.bmp");
@@ -574,7 +574,7 @@ TEST_F(FrmHauptSchema, NeinKeepsTheSchemaButNotItsAxesAndReadsTheListAnew) {
     EXPECT_EQ(pfad().text(), "/eins");
 }
 
-TEST_F(FrmHauptSchema, AfterANeinAClickOnTheNameGivesItTheDefaultAxes) {
+TEST_F(FrmHauptSchema, NachEinemNeinGibtEinKlickAufDenNamenIhmDieGrundbelegung) {
     schema("Eins");
     schema("Zwei");
     const std::array<std::string, ACHSEN> gedreht{"Z2", "Z1", "ry", "rx", "ly", "lx"};
@@ -600,7 +600,7 @@ TEST_F(FrmHauptSchema, AfterANeinAClickOnTheNameGivesItTheDefaultAxes) {
     knopf(5).click();
 }
 
-TEST_F(FrmHauptSchema, ARowOfTheAxisFileThatStaysIsToldWhenItsSchemaHasGone) {
+TEST_F(FrmHauptSchema, EineZeileDerAchsendateiDieBleibtWirdGesagtWennIhrSchemaFortIst) {
     schema("Eins");
     schema("Zwei");
     starten();
@@ -618,7 +618,7 @@ TEST_F(FrmHauptSchema, ARowOfTheAxisFileThatStaysIsToldWhenItsSchemaHasGone) {
     EXPECT_EQ(dateiLesen(datei), "kaputt");
 }
 
-TEST_F(FrmHauptSchema, AfterTheLastOneTheListIsEmptyAndEveryCommandIsRefused) {
+TEST_F(FrmHauptSchema, NachDemLetztenIstDieListeLeerUndJederBefehlWirdAbgewiesen) {
     schema("S", "/s");
     starten();
     Boxleser boxen({JA});
@@ -634,7 +634,7 @@ TEST_F(FrmHauptSchema, AfterTheLastOneTheListIsEmptyAndEveryCommandIsRefused) {
               (Boxen{WIRKLICH_LOESCHEN, KEIN_LINKER, KEIN_RECHTER, KEIN_SCHEMA, KEIN_SCHEMA}));
 }
 
-TEST_F(FrmHauptSchema, ADeletionBringsTheOtherNamesBackAfterANewSchema) {
+TEST_F(FrmHauptSchema, EinLoeschenBringtNachEinemNeuenSchemaDieAnderenNamenZurueck) {
     schema("Eins", "/eins");
     starten();
     neu("Neu");
@@ -647,7 +647,7 @@ TEST_F(FrmHauptSchema, ADeletionBringsTheOtherNamesBackAfterANewSchema) {
     EXPECT_EQ(gamepadnamen(), Namen{"Eins"});
 }
 
-TEST_F(FrmHauptSchema, ATypedNameIsTheOneThatIsDeleted) {
+TEST_F(FrmHauptSchema, GeloeschtWirdDerGetippteName) {
     schema("Eins");
     schema("Zwei");
     starten();
@@ -665,7 +665,7 @@ TEST_F(FrmHauptSchema, ATypedNameIsTheOneThatIsDeleted) {
     EXPECT_EQ(schemata(), Namen{"Eins"});
 }
 
-TEST_F(FrmHauptSchema, ANameWithSeparatorsLosesItsRowsAndNoFileOutside) {
+TEST_F(FrmHauptSchema, EinNameMitTrennernVerliertSeineZeilenUndKeineDateiAusserhalb) {
     schema("../x");
     bildLegen("bleibt.bmp");
     dateiSchreiben(datenbank_.ordner() / "x0L.bmp", "");
@@ -677,7 +677,7 @@ TEST_F(FrmHauptSchema, ANameWithSeparatorsLosesItsRowsAndNoFileOutside) {
     EXPECT_EQ(bilder(), Namen{"bleibt.bmp"});
 }
 
-TEST_F(FrmHauptSchema, ANameWithAnApostropheCannotBeDeletedAndLosesNothing) {
+TEST_F(FrmHauptSchema, EinNameMitApostrophLaesstSichNichtLoeschenUndVerliertNichts) {
     starten();
     {
         const Boxleser boxen; // it gets no row in the axis file
@@ -694,7 +694,7 @@ TEST_F(FrmHauptSchema, ANameWithAnApostropheCannotBeDeletedAndLosesNothing) {
     EXPECT_EQ(liste(), Namen{"O'Brien"});
 }
 
-TEST_F(FrmHauptSchema, ALockedDatabaseTellsOnceAndKeepsTheList) {
+TEST_F(FrmHauptSchema, EineGesperrteDatenbankWirdEinmalGesagtUndDieListeBleibt) {
     schema("Eins");
     schema("Zwei");
     starten();
@@ -717,7 +717,7 @@ TEST_F(FrmHauptSchema, ALockedDatabaseTellsOnceAndKeepsTheList) {
 
 // --- looks ---
 
-TEST_F(FrmHauptSchema, LongNamesMakeTheFormNeitherWiderNorHigher) {
+TEST_F(FrmHauptSchema, LangeNamenMachenDieFormWederBreiterNochHoeher) {
     schema("S");
     starten();
     const auto groesse = haupt().size();
@@ -728,7 +728,7 @@ TEST_F(FrmHauptSchema, LongNamesMakeTheFormNeitherWiderNorHigher) {
     EXPECT_EQ(beschnittene(haupt()), Namen{});
 }
 
-TEST_F(FrmHauptSchema, TheShortFormGrowsWithTheLettersToo) {
+TEST_F(FrmHauptSchema, AuchDieKurzeFormWaechstMitDerSchrift) {
     for (const int punkt : {9, 12, 16, 24}) {
         const Schriftgrad grad(punkt);
         starten();
@@ -738,7 +738,7 @@ TEST_F(FrmHauptSchema, TheShortFormGrowsWithTheLettersToo) {
     }
 }
 
-TEST_F(FrmHauptSchema, NamesThatLookLikeMarkupAreToldAsTheyAre) {
+TEST_F(FrmHauptSchema, NamenDieWieAuszeichnungAussehenWerdenGesagtWieSieSind) {
     starten();
     Boxleser boxen({QMessageBox::Ok, JA});
     neu("<b>'x'</b>");

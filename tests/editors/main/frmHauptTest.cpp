@@ -40,7 +40,7 @@ protected:
 
 } // namespace
 
-TEST_F(FrmHaupt, ListsTheSchemasInStoredOrderAndChoosesTheFirst) {
+TEST_F(FrmHaupt, ListetDieSchemataInGespeicherterReihenfolgeAufUndWaehltDasErste) {
     schema("Zebra", "/spiele/zebra");
     schema("Affe");
     starten();
@@ -51,7 +51,7 @@ TEST_F(FrmHaupt, ListsTheSchemasInStoredOrderAndChoosesTheFirst) {
     EXPECT_EQ(haupt().height(), 350);
 }
 
-TEST_F(FrmHaupt, ListsFiveHundredSchemas) {
+TEST_F(FrmHaupt, ListetFuenfhundertSchemataAuf) {
     std::string sql = "BEGIN;";
     for (int i = 0; i < 500; ++i)
         sql += "INSERT INTO tblTastatur (Schemaname, Programmpfad) VALUES ('Schema " + std::to_string(i) +
@@ -66,19 +66,19 @@ TEST_F(FrmHaupt, ListsFiveHundredSchemas) {
     EXPECT_EQ(pfadtext(), "/spiele/499");
 }
 
-TEST_F(FrmHaupt, ShowsLongTextsFromTheirBeginning) {
+TEST_F(FrmHaupt, ZeigtLangeTexteVonIhremAnfangAn) {
     schema(std::string(200, 'a'), "/" + std::string(200, 'b'));
     starten();
     EXPECT_EQ(combo().lineEdit()->cursorPosition(), 0);
     EXPECT_EQ(control<QLineEdit>(haupt(), "Text1(0)").cursorPosition(), 0);
 }
 
-TEST_F(FrmHaupt, AsksForRealTimePriorityOnce) {
+TEST_F(FrmHaupt, BittetEinmalUmEchtzeitprioritaet) {
     starten();
     EXPECT_EQ(prozess_.klassen, std::vector<std::uint32_t>{256});
 }
 
-TEST_F(FrmHaupt, ShowsTheGivenTexts) {
+TEST_F(FrmHaupt, ZeigtDieGegebenenTexte) {
     schema("S");
     starten();
 
@@ -101,7 +101,7 @@ TEST_F(FrmHaupt, ShowsTheGivenTexts) {
         EXPECT_EQ(control<QLabel>(haupt(), name).text(), text) << name.toStdString();
 }
 
-TEST_F(FrmHaupt, EveryButtonCanBeClickedWhereThereIsASchema) {
+TEST_F(FrmHaupt, JederKnopfLaesstSichAnklickenWoEsEinSchemaGibt) {
     schema("S");
     starten();
 
@@ -120,7 +120,7 @@ TEST_F(FrmHaupt, EveryButtonCanBeClickedWhereThereIsASchema) {
                                              {"Command4", true}}));
 }
 
-TEST_F(FrmHaupt, IsShortWithoutASchemaAndRefusesEveryCommand) {
+TEST_F(FrmHaupt, IstOhneSchemaKurzUndWeistJedenBefehlAb) {
     starten();
     EXPECT_EQ(combo().count(), 0);
     EXPECT_EQ(haupt().height(), 180);
@@ -134,7 +134,7 @@ TEST_F(FrmHaupt, IsShortWithoutASchemaAndRefusesEveryCommand) {
     EXPECT_EQ(knopf(5).text(), "Schema starten");
 }
 
-TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsMissingAndMakesNone) {
+TEST_F(FrmHaupt, SagtEinmalDassDieDatenbankFehltUndLegtKeineAn) {
     fs::remove(datenbank_.pfad());
     Boxleser boxen;
     starten();
@@ -147,7 +147,7 @@ TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsMissingAndMakesNone) {
     EXPECT_FALSE(fs::exists(datenbank_.pfad()));
 }
 
-TEST_F(FrmHaupt, TellsOnceThatTheFileIsNoDatabase) {
+TEST_F(FrmHaupt, SagtEinmalDassDieDateiKeineDatenbankIst) {
     std::ofstream(datenbank_.pfad(), std::ios::trunc) << "Das ist ein Brief und keine Datenbank. Gruß!";
     Boxleser boxen;
     starten();
@@ -157,7 +157,7 @@ TEST_F(FrmHaupt, TellsOnceThatTheFileIsNoDatabase) {
     EXPECT_EQ(combo().count(), 0);
 }
 
-TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsForeign) {
+TEST_F(FrmHaupt, SagtEinmalDassDieDatenbankFremdIst) {
     datenbank_.sql("DROP TABLE tblTastatur;");
     Boxleser boxen;
     starten();
@@ -167,7 +167,7 @@ TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsForeign) {
     EXPECT_EQ(combo().count(), 0);
 }
 
-TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsDamaged) {
+TEST_F(FrmHaupt, SagtEinmalDassDieDatenbankBeschaedigtIst) {
     schema("S");
     fs::resize_file(datenbank_.pfad(), 8192); // the first pages, of many
     Boxleser boxen;
@@ -179,7 +179,7 @@ TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsDamaged) {
     EXPECT_EQ(haupt().height(), 180);
 }
 
-TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsLocked) {
+TEST_F(FrmHaupt, SagtEinmalDassDieDatenbankGesperrtIst) {
     schema("S");
     RoheVerbindung andere(datenbank_.pfad());
     andere.sql("BEGIN EXCLUSIVE;");
@@ -191,7 +191,7 @@ TEST_F(FrmHaupt, TellsOnceThatTheDatabaseIsLocked) {
     EXPECT_EQ(combo().count(), 0);
 }
 
-TEST_F(FrmHaupt, ChoosingAnEntryShowsItsPathAndRunsIt) {
+TEST_F(FrmHaupt, EinGewaehlterEintragZeigtSeinenPfadUndLaeuft) {
     schema("Eins", "/eins");
     schema("Zwei", " ");
     starten();
@@ -205,7 +205,7 @@ TEST_F(FrmHaupt, ChoosingAnEntryShowsItsPathAndRunsIt) {
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
 }
 
-TEST_F(FrmHaupt, ANameThatIsNotInTheListLeavesThePath) {
+TEST_F(FrmHaupt, EinNameDerNichtInDerListeStehtLaesstDenPfad) {
     schema("Eins", "/eins");
     starten();
     combo().addItem("Neu");
@@ -214,7 +214,7 @@ TEST_F(FrmHaupt, ANameThatIsNotInTheListLeavesThePath) {
     EXPECT_EQ(pfadtext(), "/eins");
 }
 
-TEST_F(FrmHaupt, ATypedNameIsNeitherCompletedNorInserted) {
+TEST_F(FrmHaupt, EinGetippterNameWirdWederErgaenztNochEingefuegt) {
     schema("Rennspiel");
     starten();
     auto& feld = *combo().lineEdit();
@@ -227,7 +227,7 @@ TEST_F(FrmHaupt, ATypedNameIsNeitherCompletedNorInserted) {
     EXPECT_EQ(eintraege(combo()), QStringList{"Rennspiel"});
 }
 
-TEST_F(FrmHaupt, ATypedNameChoosesNoEntryAlsoWhenItIsOrLooksLikeOne) {
+TEST_F(FrmHaupt, EinGetippterNameWaehltKeinenEintragAuchWennErEinerIstOderSoAussieht) {
     schema("Rennspiel", "/eins");
     schema("Zweites", "/zwei");
     starten();
@@ -249,7 +249,7 @@ TEST_F(FrmHaupt, ATypedNameChoosesNoEntryAlsoWhenItIsOrLooksLikeOne) {
     EXPECT_EQ(pfadtext(), "/zwei");
 }
 
-TEST_F(FrmHaupt, ATypedNameIsTheCurrentSchemaAtOnceAndTouchesNoAxes) {
+TEST_F(FrmHaupt, EinGetippterNameIstSogleichDasAktuelleSchemaUndRuehrtKeineAchsenAn) {
     schema("Eins");
     Laufzustand zustand(pad_, (datenbank_.ordner() / "Gamepad.xml").string());
     Laufsteuerung laeufe(zustand, pad_, eingabe_, uhr_);
@@ -263,7 +263,7 @@ TEST_F(FrmHaupt, ATypedNameIsTheCurrentSchemaAtOnceAndTouchesNoAxes) {
     EXPECT_EQ(dateiLesen(datenbank_.ordner() / "Gamepad.xml"), achsen);
 }
 
-TEST_F(FrmHaupt, ATypedNameIsTheOneThatIsStarted) {
+TEST_F(FrmHaupt, GestartetWirdDerGetippteName) {
     schema("Rennspiel");
     starten();
     combo().setEditText("Renn");
@@ -277,7 +277,7 @@ TEST_F(FrmHaupt, ATypedNameIsTheOneThatIsStarted) {
     EXPECT_EQ(laufFenster(), nullptr);
 }
 
-TEST_F(FrmHaupt, OddNamesAreListedChosenAndRun) {
+TEST_F(FrmHaupt, UngewoehnlicheNamenWerdenAufgelistetGewaehltUndGespielt) {
     const std::string lang(255, 'x');
     const std::vector<std::string> namen{"Ä ö ß", "漢字", lang,   "Leer zeichen ",
                                          " ",     "../x", "a\"b", "%s %1"};
@@ -300,7 +300,7 @@ TEST_F(FrmHaupt, OddNamesAreListedChosenAndRun) {
     }
 }
 
-TEST_F(FrmHaupt, ANameWithAnApostropheCannotBeStarted) {
+TEST_F(FrmHaupt, EinNameMitApostrophLaesstSichNichtStarten) {
     schema("O''Brien");
     starten();
     EXPECT_EQ(combo().currentText(), "O'Brien");
@@ -313,7 +313,7 @@ TEST_F(FrmHaupt, ANameWithAnApostropheCannotBeStarted) {
     EXPECT_EQ(knopf(5).text(), "Schema starten");
 }
 
-TEST_F(FrmHaupt, StartingHidesTheFormAndStoppingBringsItBack) {
+TEST_F(FrmHaupt, StartenVerbirgtDieFormUndStoppenBringtSieZurueck) {
     schema("S");
     starten();
     knopf(5).click();
@@ -328,7 +328,7 @@ TEST_F(FrmHaupt, StartingHidesTheFormAndStoppingBringsItBack) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(FrmHaupt, ClosingTheRunningWindowEndsTheRun) {
+TEST_F(FrmHaupt, DasSchliessenDesLaufFenstersBeendetDenLauf) {
     schema("S");
     starten();
     knopf(5).click();
@@ -341,7 +341,7 @@ TEST_F(FrmHaupt, ClosingTheRunningWindowEndsTheRun) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(FrmHaupt, ClosingTheFormEndsTheRunToo) {
+TEST_F(FrmHaupt, DasSchliessenDerFormBeendetAuchDenLauf) {
     schema("S");
     starten();
     knopf(5).click();
@@ -351,7 +351,7 @@ TEST_F(FrmHaupt, ClosingTheFormEndsTheRunToo) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(FrmHaupt, ClosingTheFormEndsTheProgram) {
+TEST_F(FrmHaupt, DasSchliessenDerFormBeendetDasProgramm) {
     schema("S");
     starten();
     knopf(5).click();
@@ -368,7 +368,7 @@ TEST_F(FrmHaupt, ClosingTheFormEndsTheProgram) {
     EXPECT_TRUE(geendet);
 }
 
-TEST_F(FrmHaupt, ARunThatEndsBehindAnOpenEditorLeavesTheFormHidden) {
+TEST_F(FrmHaupt, EinLaufDerHinterEinemOffenenEditorEndetLaesstDieFormVerborgen) {
     schema("S");
     starten();
     knopf(5).click();
@@ -379,7 +379,7 @@ TEST_F(FrmHaupt, ARunThatEndsBehindAnOpenEditorLeavesTheFormHidden) {
     EXPECT_TRUE(haupt().isVisible());
 }
 
-TEST_F(FrmHaupt, ASecondRunGoesOnWhereTheFirstLeftOff) {
+TEST_F(FrmHaupt, EinZweiterLaufGehtWeiterWoDerErsteAufhoerte) {
     schema("S");
     starten();
     knopf(5).click();
@@ -399,7 +399,7 @@ TEST_F(FrmHaupt, ASecondRunGoesOnWhereTheFirstLeftOff) {
     EXPECT_EQ(eingabe_.texteAbholen(), (std::vector<std::string>{"+65", "-65"}));
 }
 
-TEST_F(FrmHaupt, HelpOpensThePageBesideTheDatabase) {
+TEST_F(FrmHaupt, HilfeOeffnetDieSeiteNebenDerDatenbank) {
     starten();
     control<QPushButton>(haupt(), "Command2").click(); // hidden in the short form, but there
     EXPECT_EQ(prozess_.geoeffnet,
@@ -419,7 +419,7 @@ TEST_F(FrmHaupt, HelpThatCannotBeOpenedIsTold) {
                                QMessageBox::Warning, QMessageBox::Ok}}));
 }
 
-TEST_F(FrmHaupt, ScrollBarsShowTheirValues) {
+TEST_F(FrmHaupt, LeistenZeigenIhreWerte) {
     schema("S");
     starten();
     for (const int i : {0, 1}) {
@@ -436,7 +436,7 @@ TEST_F(FrmHaupt, ScrollBarsShowTheirValues) {
     }
 }
 
-TEST_F(FrmHaupt, AnErrorInTheTickStopsTheRunAndThenTellsOnce) {
+TEST_F(FrmHaupt, EinFehlerImTaktStopptDenLaufUndWirdDannEinmalGesagt) {
     schema("S");
     datenbank_.sql("UPDATE tblTastatur SET btn1 = '1,A,0-0-0';");
     starten();
@@ -460,7 +460,7 @@ TEST_F(FrmHaupt, AnErrorInTheTickStopsTheRunAndThenTellsOnce) {
     EXPECT_NE(laufFenster(), nullptr) << "the next run starts as ever";
 }
 
-TEST_F(FrmHaupt, GrowsWithTheLettersSoThatNothingIsCut) {
+TEST_F(FrmHaupt, WaechstMitDerSchriftSodassNichtsBeschnittenIst) {
     schema("S");
     for (const int punkt : {9, 12, 16, 24}) {
         const Schriftgrad grad(punkt);

@@ -47,7 +47,7 @@ void PrintTo(const Leiste& l, std::ostream* strom) {
 
 } // namespace
 
-TEST_F(LaufFensterForm, HasEveryControlWithItsFirstText) {
+TEST_F(LaufFensterForm, HatJedesControlMitSeinemErstenText) {
     laufen();
     auto& form = *laufFenster();
     EXPECT_EQ(form.windowTitle(), "Schema gestartet");
@@ -75,7 +75,7 @@ TEST_F(LaufFensterForm, HasEveryControlWithItsFirstText) {
         EXPECT_EQ(label(QString("Erg(%1)").arg(i)), "");
 }
 
-TEST_F(LaufFensterForm, ScrollBarsHaveTheirRangesAndTheValuesOfAFirstStartAndShowThem) {
+TEST_F(LaufFensterForm, LeistenHabenIhreBereicheUndDieWerteEinesErstenStartsUndZeigenSie) {
     laufen();
     std::vector<Leiste> leisten;
     for (int i = 0; i < 12; ++i) {
@@ -101,7 +101,7 @@ TEST_F(LaufFensterForm, ScrollBarsHaveTheirRangesAndTheValuesOfAFirstStartAndSho
     EXPECT_EQ(leiste("HScroll2").minimum(), 0);
 }
 
-TEST_F(LaufFensterForm, ShowsHeldKeysInItsCaptionAndPressedButtonsInItsLabel) {
+TEST_F(LaufFensterForm, ZeigtGehalteneTastenImTitelUndGedrueckteButtonsImLabel) {
     laufen();
     tastenDruecken(4);
     vergehen(5);
@@ -113,7 +113,7 @@ TEST_F(LaufFensterForm, ShowsHeldKeysInItsCaptionAndPressedButtonsInItsLabel) {
     EXPECT_EQ(label("Label1(0)"), "0");
 }
 
-TEST_F(LaufFensterForm, NamesALayerInTheTickThatEntersIt) {
+TEST_F(LaufFensterForm, NenntEineEbeneImTaktDerSieBetritt) {
     laufen();
     tastenDruecken(8);
     vergehen(5);
@@ -127,7 +127,7 @@ TEST_F(LaufFensterForm, NamesALayerInTheTickThatEntersIt) {
     EXPECT_EQ(label("lblUmschalt"), "Umschalttaste 2");
 }
 
-TEST_F(LaufFensterForm, StopHaltsThePollAndStartResumesIt) {
+TEST_F(LaufFensterForm, StopHaeltDieAbfrageAnUndStartSetztSieFort) {
     laufen();
     knopf(0).click();
     EXPECT_EQ(knopf(0).text(), "Start");
@@ -140,7 +140,7 @@ TEST_F(LaufFensterForm, StopHaltsThePollAndStartResumesIt) {
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
 }
 
-TEST_F(LaufFensterForm, FoldsTheTestPanelOutAndBack) {
+TEST_F(LaufFensterForm, KlapptDasTestfensterAusUndZurueck) {
     laufen();
     EXPECT_EQ(laufFenster()->height(), 187);
     EXPECT_FALSE(control<QPlainTextEdit>(*laufFenster(), "Text2").isVisible());
@@ -159,7 +159,7 @@ TEST_F(LaufFensterForm, FoldsTheTestPanelOutAndBack) {
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
 }
 
-TEST_F(LaufFensterForm, EachButtonJudgesByItsOwnCaption) {
+TEST_F(LaufFensterForm, JederKnopfRichtetSichNachSeinerEigenenAufschrift) {
     laufen();
     knopf(1).click(); // halted by folding out
     knopf(0).click(); // says "Stop": halts what is halted
@@ -171,7 +171,7 @@ TEST_F(LaufFensterForm, EachButtonJudgesByItsOwnCaption) {
     EXPECT_EQ(knopf(1).text(), "Start");
 }
 
-TEST_F(LaufFensterForm, TraceLabelsAppearWithThePanel) {
+TEST_F(LaufFensterForm, DieSpurlabelErscheinenMitDemTestfenster) {
     laufen();
     tastenDruecken(32); // slot 5 pulses: 50 ms down, 100 ms pause
     vergehen(70);
@@ -182,7 +182,7 @@ TEST_F(LaufFensterForm, TraceLabelsAppearWithThePanel) {
     EXPECT_EQ(label("Erg(2)"), "0");
 }
 
-TEST_F(LaufFensterForm, RepeatsAHeldKeyAtTheRateOfItsScrollBar) {
+TEST_F(LaufFensterForm, WiederholtEineGehalteneTasteImAbstandSeinerLeiste) {
     laufen();
     leiste("HScroll2").setValue(30);
     EXPECT_EQ(label("Label4"), "30");
@@ -193,26 +193,26 @@ TEST_F(LaufFensterForm, RepeatsAHeldKeyAtTheRateOfItsScrollBar) {
     EXPECT_EQ(eingabe_.texteAbholen(), (std::vector<std::string>{"+65", "+65", "+65", "+65", "-65"}));
 }
 
-TEST_F(LaufFensterForm, ShowsTheStoredOutputMode) {
+TEST_F(LaufFensterForm, ZeigtDieGespeicherteAusgabeart) {
     datenbank_.sql("UPDATE tblTastatur SET Funktion = 2;");
     laufen();
     EXPECT_TRUE(control<QRadioButton>(*laufFenster(), "Option1(2)").isChecked());
 }
 
-TEST_F(LaufFensterForm, AnUnknownOutputModeLeavesTheFirst) {
+TEST_F(LaufFensterForm, EineUnbekannteAusgabeartLaesstDieErste) {
     datenbank_.sql("UPDATE tblTastatur SET Funktion = 7;");
     laufen();
     EXPECT_TRUE(control<QRadioButton>(*laufFenster(), "Option1(0)").isChecked());
     EXPECT_EQ(datenbank_.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"7"}}));
 }
 
-TEST_F(LaufFensterForm, StoresAChosenOutputModeAtOnce) {
+TEST_F(LaufFensterForm, SpeichertEineGewaehlteAusgabeartSogleich) {
     laufen();
     control<QRadioButton>(*laufFenster(), "Option1(1)").click();
     EXPECT_EQ(datenbank_.zeilen("SELECT Funktion FROM tblTastatur"), (Tabellenbild{{"1"}}));
 }
 
-TEST_F(LaufFensterForm, ALockedDatabaseKeepsTheOutputModeAndTheRunGoesOn) {
+TEST_F(LaufFensterForm, EineGesperrteDatenbankBehaeltDieAusgabeartUndDerLaufGehtWeiter) {
     laufen();
     Boxleser boxen;
     {
@@ -229,7 +229,7 @@ TEST_F(LaufFensterForm, ALockedDatabaseKeepsTheOutputModeAndTheRunGoesOn) {
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
 }
 
-TEST_F(LaufFensterForm, ARunThatEndsUnderItsOpenMessageBoxTakesTheBoxAlong) {
+TEST_F(LaufFensterForm, EinLaufDerUnterSeinerOffenenMeldungEndetNimmtSieMit) {
     datenbank_.sql("UPDATE tblTastatur SET btn1 = '1,A,0-0-0';");
     laufen();
     RoheVerbindung andere(datenbank_.pfad());
@@ -258,7 +258,7 @@ TEST_F(LaufFensterForm, ARunThatEndsUnderItsOpenMessageBoxTakesTheBoxAlong) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST_F(LaufFensterForm, ALockedDatabaseKeepsARunFromStarting) {
+TEST_F(LaufFensterForm, EineGesperrteDatenbankLaesstKeinenLaufBeginnen) {
     starten();
     Boxleser boxen;
     {
@@ -273,7 +273,7 @@ TEST_F(LaufFensterForm, ALockedDatabaseKeepsARunFromStarting) {
     EXPECT_EQ(starter().text(), "Schema starten");
 }
 
-TEST_F(LaufFensterForm, AnIllFormedSliderTextKeepsARunFromStarting) {
+TEST_F(LaufFensterForm, EinFehlerhafterSchubreglerTextLaesstKeinenLaufBeginnen) {
     starten();
     const std::vector<std::string> achsen(ACHSENNAMEN.begin(), ACHSENNAMEN.end());
     std::ofstream(datenbank_.ordner() / "Gamepad.xml") << gamepadXmlMit("S", achsen, "4/");
@@ -294,7 +294,7 @@ TEST_F(LaufFensterForm, AnIllFormedSliderTextKeepsARunFromStarting) {
     EXPECT_EQ(boxen.gesehen().size(), 1U);
 }
 
-TEST_F(LaufFensterForm, AStickWithoutALineStopsTheRunAndThenTellsOnce) {
+TEST_F(LaufFensterForm, EinStickOhneLinieStopptDenLaufUndWirdDannEinmalGesagt) {
     laufen(); // lays the stick's rows
     laufFenster()->close();
     ereignisse();
@@ -312,7 +312,7 @@ TEST_F(LaufFensterForm, AStickWithoutALineStopsTheRunAndThenTellsOnce) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(LaufFensterForm, ADatabaseThatCanOnlyBeReadLetsARunStart) {
+TEST_F(LaufFensterForm, EineNurLesbareDatenbankLaesstEinenLaufBeginnen) {
     datenbank_.sql("UPDATE tblTastatur SET Funktion = 2;");
     laufen(); // a first run lays the rows that every later one finds
     laufFenster()->close();
@@ -329,7 +329,7 @@ TEST_F(LaufFensterForm, ADatabaseThatCanOnlyBeReadLetsARunStart) {
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
 }
 
-TEST_F(LaufFensterForm, KeepsTheScrollBarsFromOneRunToTheNext) {
+TEST_F(LaufFensterForm, BehaeltDieLeistenVonEinemLaufZumNaechsten) {
     laufen();
     for (int i = 0; i < 12; ++i)
         leiste(QString("HScroll1(%1)").arg(i)).setValue(i + 2);
@@ -348,7 +348,7 @@ TEST_F(LaufFensterForm, KeepsTheScrollBarsFromOneRunToTheNext) {
     EXPECT_EQ(label("Label4"), "77");
 }
 
-TEST_F(LaufFensterForm, ScrollBarsThatCannotBeStoredGiveOneBoxAndTheRunEnds) {
+TEST_F(LaufFensterForm, LeistenDieSichNichtSpeichernLassenGebenEineBoxUndDerLaufEndet) {
     laufen();
     leiste("HScroll1(4)").setValue(17);
     RoheVerbindung andere(datenbank_.pfad());
@@ -363,7 +363,7 @@ TEST_F(LaufFensterForm, ScrollBarsThatCannotBeStoredGiveOneBoxAndTheRunEnds) {
     EXPECT_EQ(uhr_.laufende(), 0U);
 }
 
-TEST_F(LaufFensterForm, AMovedScrollBarStartsTheSmoothingAnew) {
+TEST_F(LaufFensterForm, EineBewegteLeisteBeginntDieGlaettungNeu) {
     laufen();
     vergehen(5);
     EXPECT_TRUE(uhr_.laeuft(3939));
@@ -373,7 +373,7 @@ TEST_F(LaufFensterForm, AMovedScrollBarStartsTheSmoothingAnew) {
     EXPECT_TRUE(uhr_.laeuft(3939));
 }
 
-TEST_F(LaufFensterForm, AScrollBarCountsWhileItIsDragged) {
+TEST_F(LaufFensterForm, EineLeisteZaehltWaehrendSieGezogenWird) {
     laufen();
     vergehen(5);
     auto& eine = leiste("HScroll1(4)");
@@ -385,7 +385,7 @@ TEST_F(LaufFensterForm, AScrollBarCountsWhileItIsDragged) {
     EXPECT_EQ(eine.value(), 17);
 }
 
-TEST_F(LaufFensterForm, ReportsOfTheSmoothingComeOnlyWhileTheTestPanelShows) {
+TEST_F(LaufFensterForm, BerichteDerGlaettungKommenNurSolangeDasTestfensterZuSehenIst) {
     const auto bericht = [this] { return control<QPlainTextEdit>(*laufFenster(), "Text3(0)").toPlainText(); };
     laufen();
     pad_.zustand.dwXpos = 30000;
@@ -408,7 +408,7 @@ TEST_F(LaufFensterForm, ReportsOfTheSmoothingComeOnlyWhileTheTestPanelShows) {
     EXPECT_EQ(bericht(), "30 --- 0\n30000  ---  29\n\n29 --- 30000");
 }
 
-TEST_F(LaufFensterForm, ShowsTheZonesOfBothSticksInItsTestPanel) {
+TEST_F(LaufFensterForm, ZeigtDieZonenBeiderSticksImTestfenster) {
     laufen();
     control<QPushButton>(*laufFenster(), "Command1(1)").click();
     control<QPushButton>(*laufFenster(), "Command1(0)").click();
@@ -422,7 +422,7 @@ TEST_F(LaufFensterForm, ShowsTheZonesOfBothSticksInItsTestPanel) {
     EXPECT_EQ(label("Erg(6)"), "Unten:  39679");
 }
 
-TEST_F(LaufFensterForm, ShowsTheActionOfAFieldAsItIsWritten) {
+TEST_F(LaufFensterForm, ZeigtDieAktionEinesFeldesWieSieGeschriebenIst) {
     const QString aktion = "3,<b>fett</b>";
     datenbank_.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '" + aktion.toStdString() +
                    "');");
@@ -437,7 +437,7 @@ TEST_F(LaufFensterForm, ShowsTheActionOfAFieldAsItIsWritten) {
     EXPECT_GE(feld.sizeHint().width(), feld.fontMetrics().horizontalAdvance(aktion)) << "taken for markup";
 }
 
-TEST_F(LaufFensterForm, NoPadPressesNothingAndAPadMayComeLater) {
+TEST_F(LaufFensterForm, OhnePadWirdNichtsGedruecktUndEinPadDarfSpaeterKommen) {
     pad_.da = false;
     laufen();
     vergehen(1000);
@@ -448,7 +448,7 @@ TEST_F(LaufFensterForm, NoPadPressesNothingAndAPadMayComeLater) {
     EXPECT_EQ(eingabe_.texteAbholen(), std::vector<std::string>{"+65"});
 }
 
-TEST_F(LaufFensterForm, GrowsWithTheLettersSoThatNothingIsCut) {
+TEST_F(LaufFensterForm, WaechstMitDerSchriftSodassNichtsBeschnittenIst) {
     for (const int punkt : {9, 12, 16, 24}) {
         const Schriftgrad grad(punkt);
         laufen();

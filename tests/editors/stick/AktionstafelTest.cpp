@@ -110,7 +110,7 @@ protected:
 
 // --- what stands on it ---
 
-TEST_F(Tafel, StartsHiddenWithTheGivenCaptions) {
+TEST_F(Tafel, BeginntVerborgenMitDenGegebenenAufschriften) {
     EXPECT_EQ(tafel_->objectName(), "fraAktion");
     EXPECT_FALSE(tafel_->isVisible());
     EXPECT_EQ(tafel_->windowTitle(), "Aktion");
@@ -140,13 +140,13 @@ TEST_F(Tafel, StartsHiddenWithTheGivenCaptions) {
     EXPECT_EQ(feld("txtTaste").toolTip(), "Mit DoppelKlick die Tabtaste bestätigen");
 }
 
-TEST_F(Tafel, TheRightSticksPanelDiffersInACaptionAndAToolTip) {
+TEST_F(Tafel, DieTafelRechtsUnterscheidetSichInEinerAufschriftUndEinemTooltip) {
     tafel_ = new Aktionstafel(TAFEL_RECHTS, tastatur_, tastenname(), &ebene_);
     EXPECT_EQ(option("Option3(2)").text(), "Ego Shooter");
     EXPECT_EQ(feld("txtTaste").toolTip(), "Mit Doppelklick Tabtaste bestätigen");
 }
 
-TEST_F(Tafel, BoxesAndBarsStartWithTheirFirstValues) {
+TEST_F(Tafel, BoxenUndLeistenBeginnenMitIhrenErstenWerten) {
     EXPECT_EQ(texte<QLineEdit>("txtSchritt", 2), (QStringList{"1", "1"}));
     EXPECT_EQ(texte<QLineEdit>("txtZeit", 2), (QStringList{"1", "0"}));
     EXPECT_EQ(feld("txtScrollPlus").text(), "1");
@@ -162,7 +162,7 @@ TEST_F(Tafel, BoxesAndBarsStartWithTheirFirstValues) {
     EXPECT_FALSE(wiederholen().isChecked());
 }
 
-TEST_F(Tafel, ItIsSmallEnoughToStandWhollyOnAPlaneOf1024By768WhereverItIsOpened) {
+TEST_F(Tafel, SieHatGanzAufEinerEbeneVon1024Mal768PlatzWoImmerSieAufgeht) {
     // Left of a click at 55000 and right of one at 12000 it has a half each; below 33000 and above it all.
     EXPECT_LE(tafel_->width() / 2, 1024 * (65535 - 55000) / 65535);
     EXPECT_LE(tafel_->width() / 2, 1024 * 12000 / 65535);
@@ -174,7 +174,7 @@ TEST_F(Tafel, ItIsSmallEnoughToStandWhollyOnAPlaneOf1024By768WhereverItIsOpened)
     }
 }
 
-TEST_F(Tafel, NoControlHasLessRoomThanItsTextNeeds) {
+TEST_F(Tafel, KeinControlHatWenigerPlatzAlsSeinTextBraucht) {
     for (const char* art : {"0,0,5,10", "1,0", "2,0,171,0,0", "3", "4", "5,2,3000,3000"}) {
         oeffnen(art);
         for (const auto* eines : tafel_->findChildren<QWidget*>()) {
@@ -188,7 +188,7 @@ TEST_F(Tafel, NoControlHasLessRoomThanItsTextNeeds) {
     }
 }
 
-TEST_F(Tafel, MovesByItsPlaceOnly) {
+TEST_F(Tafel, BeimBewegenAendertSichNurIhrPlatz) {
     oeffnen("3");
     const auto groesse = tafel_->size();
     tafel_->move(300, 200);
@@ -196,7 +196,7 @@ TEST_F(Tafel, MovesByItsPlaceOnly) {
     EXPECT_EQ(tafel_->geometry(), QRect({300, 200}, groesse));
 }
 
-TEST_F(Tafel, WhatTheMouseDoesOnItThePlaneDoesNotHear) {
+TEST_F(Tafel, WasDieMausAufIhrTutHoertDieEbeneNicht) {
     oeffnen("2,0,13,0,0");
     QTest::mouseClick(tafel_, Qt::LeftButton, {}, {5, 5});
     QTest::mouseClick(&control<QGroupBox>("Frame1(2)"), Qt::RightButton, {}, {5, 40});
@@ -211,7 +211,7 @@ TEST_F(Tafel, WhatTheMouseDoesOnItThePlaneDoesNotHear) {
 
 // --- opening ---
 
-TEST_F(Tafel, EveryRowOfTheTableOpensAndReadsBackTheSame) {
+TEST_F(Tafel, JedeZeileDerTabelleOeffnetUndLiestSichUnveraendertZurueck) {
     for (const char* eintrag : {"0,0,5,10", "0,1,1,1", "0,2,7,1", "0,3,,", "1,0", "1,1", "1,2", "1,3,120",
                                 "1,3,", "1,4,7", "2,0,13,0,0", "2,1,65,50,0,0", "2,1,65,50,1,200", "3", "4",
                                 "5,0", "5,1", "5,2,1,3000", "5,2,400,300"}) {
@@ -225,7 +225,7 @@ TEST_F(Tafel, EveryRowOfTheTableOpensAndReadsBackTheSame) {
     }
 }
 
-TEST_F(Tafel, AFieldWithoutRowOpensAsLeerfeldAndClosesAsOne) {
+TEST_F(Tafel, EinFeldOhneZeileOeffnetAlsLeerfeldUndSchliesstAlsSolches) {
     oeffnen("");
     EXPECT_EQ(gesetzt("Option1"), 3);
     EXPECT_EQ(rahmen(), 3);
@@ -235,27 +235,27 @@ TEST_F(Tafel, AFieldWithoutRowOpensAsLeerfeldAndClosesAsOne) {
     EXPECT_EQ(text(), "3");
 }
 
-TEST_F(Tafel, OnlyTheCentreFieldOffersTheEgoshooter) {
+TEST_F(Tafel, NurDasMittelfeldBietetDenEgoshooterAn) {
     oeffnen("5,0", false);
     EXPECT_FALSE(option("Option3(2)").isVisible());
     oeffnen("5,0", true);
     EXPECT_TRUE(option("Option3(2)").isVisible());
 }
 
-TEST_F(Tafel, AnEgoshooterBesideTheCentreStaysOneThoughItsOptionIsHidden) {
+TEST_F(Tafel, EinEgoshooterNebenDerMitteBleibtEinerObwohlSeineOptionVerborgenIst) {
     oeffnen("5,2,7,8", false);
     EXPECT_FALSE(option("Option3(2)").isVisible());
     EXPECT_EQ(text(), "5,2,7,8");
 }
 
-TEST_F(Tafel, AMovementFillsDirectionStepAndSpeed) {
+TEST_F(Tafel, EineBewegungFuelltRichtungSchrittlaengeUndGeschwindigkeit) {
     oeffnen("0,2,5,10");
     EXPECT_EQ(gesetzt("Option2"), 2);
     EXPECT_EQ(feld("txtSchritt(1)").text(), "5");
     EXPECT_EQ(feld("txtSchritt(0)").text(), "10");
 }
 
-TEST_F(Tafel, AShortMovementLeavesTheRestAsItStood) {
+TEST_F(Tafel, EineKurzeBewegungLaesstDasUebrigeWieEsStand) {
     oeffnen("0,2,5,10");
     oeffnen("0,3");
     EXPECT_EQ(text(), "0,3,5,10");
@@ -269,7 +269,7 @@ TEST_F(Tafel, AShortMovementLeavesTheRestAsItStood) {
     EXPECT_EQ(text(), "0,0,6,10");
 }
 
-TEST_F(Tafel, OpeningRunsTheHandlerOfTheTypeAlsoWhereItIsSetAlready) {
+TEST_F(Tafel, OeffnenRuftDieProzedurDerArtAuchWoSieSchonGesetztIst) {
     for (const auto& [eintrag, ohneFelder, danach] : {std::tuple{"1,4,7", "1,x", "1,0"},
                                                       {"2,1,65,5,0,0", "2,x", "2,0,65,0,0"},
                                                       {"0,3,5,6", "0,x", "0,0,5,6"}}) {
@@ -282,7 +282,7 @@ TEST_F(Tafel, OpeningRunsTheHandlerOfTheTypeAlsoWhereItIsSetAlready) {
     }
 }
 
-TEST_F(Tafel, AFieldOfTheTypeEditedLastTakesTheFirstKeyToo) {
+TEST_F(Tafel, AuchEinFeldDerZuletztBearbeitetenArtNimmtDieErsteTaste) {
     for (const char* eintrag : {"2,0,13,0,0", "2,0,13,0,0", "2,1,13,50,0,0", "2,1,13,50,0,0"}) {
         oeffnen(eintrag);
         ASSERT_TRUE(hatFokus("txtTaste")) << eintrag;
@@ -293,7 +293,7 @@ TEST_F(Tafel, AFieldOfTheTypeEditedLastTakesTheFirstKeyToo) {
     }
 }
 
-TEST_F(Tafel, TheWheelsAmountsAreKeptApart) {
+TEST_F(Tafel, DieScrollspruengeDesRadsBleibenGetrennt) {
     oeffnen("1,3,12");
     EXPECT_EQ(feld("txtScrollPlus").text(), "12");
     EXPECT_EQ(feld("txtScrollMinus").text(), "1");
@@ -304,7 +304,7 @@ TEST_F(Tafel, TheWheelsAmountsAreKeptApart) {
     EXPECT_EQ(text(), "1,3,12");
 }
 
-TEST_F(Tafel, AHeldKeyOpensWithItsTimesDisabled) {
+TEST_F(Tafel, EineGehalteneTasteOeffnetMitGesperrtenZeiten) {
     oeffnen("2,0,13,0,0");
     EXPECT_EQ(gesetzt("optEig"), 0);
     EXPECT_FALSE(feld("txtZeit(0)").isEnabled());
@@ -314,7 +314,7 @@ TEST_F(Tafel, AHeldKeyOpensWithItsTimesDisabled) {
     EXPECT_EQ(text(), "2,0,13,0,0");
 }
 
-TEST_F(Tafel, ATimedKeyOpensWithItsTimesEnabled) {
+TEST_F(Tafel, EineZeitgesteuerteTasteOeffnetMitFreienZeiten) {
     oeffnen("2,1,65,50,0,0");
     EXPECT_EQ(titel(2), "Taste: 65 - A");
     EXPECT_EQ(gesetzt("optEig"), 1);
@@ -331,7 +331,7 @@ TEST_F(Tafel, ATimedKeyOpensWithItsTimesEnabled) {
     EXPECT_EQ(text(), "2,1,66,51,1,70");
 }
 
-TEST_F(Tafel, TheRepeatStaysSetFromTheFieldEditedLast) {
+TEST_F(Tafel, DieWiederholungBleibtVomZuletztBearbeitetenFeldGesetzt) {
     oeffnen("2,1,65,50,1,70");
     oeffnen("2,1,66,40,0,0");
     EXPECT_TRUE(wiederholen().isChecked());
@@ -343,7 +343,7 @@ TEST_F(Tafel, TheRepeatStaysSetFromTheFieldEditedLast) {
     EXPECT_EQ(text(), "2,0,66,0,0");
 }
 
-TEST_F(Tafel, AHeldKeyWithARepeatSetsTheRepeatAllTheSame) {
+TEST_F(Tafel, EineGehalteneTasteMitWiederholungSetztDieWiederholungDennoch) {
     oeffnen("2,0,66,5,1,70");
     EXPECT_TRUE(wiederholen().isChecked());
     EXPECT_FALSE(wiederholen().isEnabled());
@@ -352,7 +352,7 @@ TEST_F(Tafel, AHeldKeyWithARepeatSetsTheRepeatAllTheSame) {
     EXPECT_EQ(text(), "2,0,66,0,0");
 }
 
-TEST_F(Tafel, AKeyWithoutNameShowsItsNumberAndKeepsIt) {
+TEST_F(Tafel, EineTasteOhneNamenZeigtIhreNummerUndBehaeltSie) {
     oeffnen("2,0,9999,0,0");
     EXPECT_EQ(titel(2), "Taste: 9999 - ");
     EXPECT_EQ(text(), "2,0,9999,0,0");
@@ -362,13 +362,13 @@ TEST_F(Tafel, AKeyWithoutNameShowsItsNumberAndKeepsIt) {
     EXPECT_EQ(text(), "2,0,,0,0");
 }
 
-TEST_F(Tafel, BlanksAroundAKeysNameAreCutOff) {
+TEST_F(Tafel, LeerzeichenUmEinenTastennamenWerdenAbgeschnitten) {
     datenbank_.sql("INSERT INTO tblKeyCode VALUES ('9999', '  Breit e ')");
     oeffnen("2,0,9999,0,0");
     EXPECT_EQ(titel(2), "Taste: 9999 - Breit e");
 }
 
-TEST_F(Tafel, AnEgoshooterSetsItsBars) {
+TEST_F(Tafel, EinEgoshooterStelltSeineLeisten) {
     oeffnen("5,2,400,300");
     EXPECT_EQ(leiste(0).value(), 400);
     EXPECT_EQ(leiste(1).value(), 300);
@@ -377,12 +377,12 @@ TEST_F(Tafel, AnEgoshooterSetsItsBars) {
     EXPECT_TRUE(feld("Text1(0)").isVisible() && feld("Text1(1)").isVisible());
 }
 
-TEST_F(Tafel, BarsThatDoNotChangeLeaveTheirEcho) {
+TEST_F(Tafel, LeistenDieSichNichtAendernLassenIhreAnzeigeWieSieIst) {
     oeffnen("5,2,1,2");
     EXPECT_EQ(texte<QLineEdit>("Text1", 2), (QStringList{"X-", "2"}));
 }
 
-TEST_F(Tafel, WaysBeyondTheBarsAreHeldAtTheirEnds) {
+TEST_F(Tafel, WegeJenseitsDerLeistenWerdenAnIhrenEndenGehalten) {
     oeffnen("5,2,0,3001");
     EXPECT_EQ(text(), "5,2,1,3000");
     oeffnen("5,2,-5,2147483647");
@@ -391,7 +391,7 @@ TEST_F(Tafel, WaysBeyondTheBarsAreHeldAtTheirEnds) {
 
 // --- texts that the panel has not written ---
 
-TEST_F(Tafel, ATypeThatDoesNotExistIsReportedAndOpensAsLeerfeld) {
+TEST_F(Tafel, EineArtDieEsNichtGibtWirdGemeldetUndOeffnetAlsLeerfeld) {
     for (const auto& [eintrag, nummer] : {std::pair{"6,1,2", 9}, {"-1", 9}, {"x", 13}, {",1", 13}}) {
         oeffnen("0,2,5,10");
         EXPECT_EQ(fehlernummer([&] { oeffnen(eintrag); }), nummer) << eintrag;
@@ -403,7 +403,7 @@ TEST_F(Tafel, ATypeThatDoesNotExistIsReportedAndOpensAsLeerfeld) {
     }
 }
 
-TEST_F(Tafel, AMissingFieldIsReportedAndWhatCameBeforeShows) {
+TEST_F(Tafel, EinFehlendesFeldWirdGemeldetUndWasDavorKamIstZuSehen) {
     EXPECT_EQ(fehlernummer([&] { oeffnen("2,1,65"); }), 9);
     EXPECT_TRUE(tafel_->isVisible());
     EXPECT_EQ(text(), "2,1,65,1,0,0");
@@ -415,7 +415,7 @@ TEST_F(Tafel, AMissingFieldIsReportedAndWhatCameBeforeShows) {
     EXPECT_EQ(text(), "1,0");
 }
 
-TEST_F(Tafel, AStoreThatFailsEndsTheHandlerAndLeavesThePanelUsable) {
+TEST_F(Tafel, ScheitertDerSpeicherEndetDieProzedurUndDieTafelBleibtBrauchbar) {
     tafel_ = new Aktionstafel(
         TAFEL_LINKS, tastatur_,
         [](const std::string&) -> std::string { throw LaufzeitFehler(Fehlernummer::KeineDatei, "fort"); },
@@ -431,7 +431,7 @@ TEST_F(Tafel, AStoreThatFailsEndsTheHandlerAndLeavesThePanelUsable) {
 
 // --- the user's hand ---
 
-TEST_F(Tafel, ATypeShowsItsFrameAndSetsItsFirstChoice) {
+TEST_F(Tafel, EineArtZeigtIhrenRahmenUndSetztIhreErsteWahl) {
     oeffnen("");
     const std::array<const char*, 6> texte{"0,0,1,1", "1,0", "2,0,13,0,0", "3", "4", "5,0"};
     for (int i = 0; i < 6; ++i) {
@@ -441,7 +441,7 @@ TEST_F(Tafel, ATypeShowsItsFrameAndSetsItsFirstChoice) {
     }
 }
 
-TEST_F(Tafel, TheChoicesOfEachFrameExcludeEachOtherAndNoOthers) {
+TEST_F(Tafel, DieWahlenJedesRahmensSchliessenEinanderAusUndKeineAnderen) {
     oeffnen("0,2,5,10");
     oeffnen("1,4,7");
     oeffnen("2,1,65,5,0,0");
@@ -460,7 +460,7 @@ TEST_F(Tafel, TheChoicesOfEachFrameExcludeEachOtherAndNoOthers) {
     EXPECT_EQ(anzahl, 5);
 }
 
-TEST_F(Tafel, ATypeChosenAgainStartsFromItsFirstChoiceButKeepsItsBoxes) {
+TEST_F(Tafel, EineErneutGewaehlteArtBeginntBeiIhrerErstenWahlBehaeltAberDieBoxen) {
     oeffnen("0,2,5,10");
     klick(option("Option1(0)")); // set already: nothing happens
     EXPECT_EQ(text(), "0,2,5,10");
@@ -476,7 +476,7 @@ TEST_F(Tafel, ATypeChosenAgainStartsFromItsFirstChoiceButKeepsItsBoxes) {
     EXPECT_EQ(text(), "5,2,7,8");
 }
 
-TEST_F(Tafel, TheKeyboardTypeGivesTheFocusToTheKeyBox) {
+TEST_F(Tafel, DieArtTastaturGibtDerTastenboxDenFokus) {
     oeffnen("");
     klick(option("Option1(2)"));
     EXPECT_TRUE(hatFokus("txtTaste"));
@@ -487,7 +487,7 @@ TEST_F(Tafel, TheKeyboardTypeGivesTheFocusToTheKeyBox) {
     EXPECT_TRUE(hatFokus("txtTaste"));
 }
 
-TEST_F(Tafel, WithoutAKeyPickedTheCaptionGivesIt) {
+TEST_F(Tafel, OhneGewaehlteTasteGibtSieDerTitel) {
     oeffnen("");
     klick(option("Option1(2)"));
     EXPECT_EQ(text(), "2,0,13,0,0");
@@ -497,7 +497,7 @@ TEST_F(Tafel, WithoutAKeyPickedTheCaptionGivesIt) {
     EXPECT_EQ(text(), "2,0,66,0,0");
 }
 
-TEST_F(Tafel, ThePropertyEnablesTheTimes) {
+TEST_F(Tafel, DieEigenschaftGibtDieZeitenFrei) {
     oeffnen("2,0,13,0,0");
     klick(option("optEig(1)"));
     EXPECT_TRUE(wiederholen().isEnabled());
@@ -518,7 +518,7 @@ TEST_F(Tafel, ThePropertyEnablesTheTimes) {
     EXPECT_EQ(text(), "2,1,13,1,0,0");
 }
 
-TEST_F(Tafel, TheLongPropertyCanBeClickedOnAnyOfItsLines) {
+TEST_F(Tafel, DieLangeEigenschaftLaesstSichAufJederIhrerZeilenAnklicken) {
     oeffnen("2,0,13,0,0");
     auto& lange = option("optEig(1)");
     EXPECT_GT(lange.height(), option("optEig(0)").height());
@@ -526,7 +526,7 @@ TEST_F(Tafel, TheLongPropertyCanBeClickedOnAnyOfItsLines) {
     EXPECT_TRUE(lange.isChecked());
 }
 
-TEST_F(Tafel, ThePositionsShowTheBarsOnlyForTheEgoshooter) {
+TEST_F(Tafel, DiePositionenZeigenDieLeistenNurBeimEgoshooter) {
     oeffnen("5,0");
     const auto sichtbar = [this] {
         return std::array{leiste(0).isVisible(), leiste(1).isVisible(), feld("Text1(0)").isVisible(),
@@ -544,7 +544,7 @@ TEST_F(Tafel, ThePositionsShowTheBarsOnlyForTheEgoshooter) {
     EXPECT_EQ(text(), "5,1");
 }
 
-TEST_F(Tafel, BoxesAreWrittenAsTheyStand) {
+TEST_F(Tafel, BoxenWerdenGeschriebenWieSieStehen) {
     oeffnen("0,1,5,10");
     feld("txtSchritt(0)").setText("");
     feld("txtSchritt(1)").setText("ab,c");
@@ -560,7 +560,7 @@ TEST_F(Tafel, BoxesAreWrittenAsTheyStand) {
 
 // --- taking a key ---
 
-TEST_F(Tafel, AKeyThatGoesDownIsTaken) {
+TEST_F(Tafel, EineTasteWirdBeimDrueckenGenommen) {
     oeffnen("2,0,13,0,0");
     feld("txtTaste").setFocus();
     taste(65);
@@ -573,7 +573,7 @@ TEST_F(Tafel, AKeyThatGoesDownIsTaken) {
     EXPECT_EQ(text(), "2,0,13,0,0");
 }
 
-TEST_F(Tafel, TheTabulatorMovesOnAndIsNotTaken) {
+TEST_F(Tafel, DerTabulatorGehtWeiterUndWirdNichtGenommen) {
     oeffnen("2,1,65,5,0,0");
     feld("txtTaste").setFocus();
     taste(9, Qt::Key_Tab);
@@ -582,7 +582,7 @@ TEST_F(Tafel, TheTabulatorMovesOnAndIsNotTaken) {
     EXPECT_EQ(text(), "2,1,65,5,0,0");
 }
 
-TEST_F(Tafel, AClickOffersTheTabulatorAndADoubleClickTakesIt) {
+TEST_F(Tafel, EinKlickBietetDenTabulatorAnUndEinDoppelklickNimmtIhn) {
     oeffnen("2,0,13,0,0");
     auto& box = feld("txtTaste");
     QTest::mouseClick(&box, Qt::LeftButton);
@@ -596,7 +596,7 @@ TEST_F(Tafel, AClickOffersTheTabulatorAndADoubleClickTakesIt) {
     EXPECT_EQ(box.text(), "9");
 }
 
-TEST_F(Tafel, ADoubleClickWithoutTheOfferTakesNothing) {
+TEST_F(Tafel, EinDoppelklickOhneDasAngebotNimmtNichts) {
     oeffnen("2,0,13,0,0");
     auto& box = feld("txtTaste");
     box.setFocus();
@@ -606,7 +606,7 @@ TEST_F(Tafel, ADoubleClickWithoutTheOfferTakesNothing) {
     EXPECT_EQ(box.text(), "65");
 }
 
-TEST_F(Tafel, TheBoxForgetsWhenItLosesTheFocus) {
+TEST_F(Tafel, DieBoxVergisstWennSieDenFokusVerliert) {
     oeffnen("2,0,13,0,0");
     auto& box = feld("txtTaste");
     box.setFocus();

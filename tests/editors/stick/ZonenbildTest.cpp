@@ -40,14 +40,14 @@ constexpr QRgb DURCHSICHTIG = 0;
 
 } // namespace
 
-TEST(Zonenbild, ColourValuesHoldRedInTheLowestByte) {
+TEST(Zonenbild, FarbwerteHabenRotImNiedrigstenByte) {
     EXPECT_EQ(symbolfarbwert(16711680), QColor(0, 0, 255));
     EXPECT_EQ(symbolfarbwert(32768), QColor(0, 128, 0));
     EXPECT_EQ(symbolfarbwert(255), QColor(255, 0, 0));
     EXPECT_EQ(symbolfarbwert(131071), QColor(255, 255, 1));
 }
 
-TEST(Zonenbild, WithoutSymbolsItTouchesNothing) {
+TEST(Zonenbild, OhneSymboleRuehrtEsNichtsAn) {
     const Zonenbild bild;
     QImage leer(40, 30, QImage::Format_ARGB32_Premultiplied);
     leer.fill(Qt::transparent);
@@ -55,7 +55,7 @@ TEST(Zonenbild, WithoutSymbolsItTouchesNothing) {
     EXPECT_TRUE(bild.flaechen({40, 30}).empty());
 }
 
-TEST(Zonenbild, ACircleIsAnOutlineAroundItsCentre) {
+TEST(Zonenbild, EinKreisIstEinUmrissUmSeineMitte) {
     const auto gemaltes = gemalt(KreisBlauZeichnen(MITTELFELD));
     const double radius = 8192;
     for (const auto& [dx, dy] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}})
@@ -65,7 +65,7 @@ TEST(Zonenbild, ACircleIsAnOutlineAroundItsCentre) {
     EXPECT_EQ(farbeBei(gemaltes, 32768 + radius, 32768 + radius), DURCHSICHTIG);
 }
 
-TEST(Zonenbild, ARectangleIsAnOutlineAtTheQuarters) {
+TEST(Zonenbild, EinRechteckIstEinUmrissAufDenVierteln) {
     const auto gemaltes = gemalt(RechteckZeichnen(MITTELFELD));
     for (const auto& [x, y] : {std::pair{24576, 32768}, {40960, 32768}, {32768, 24576}, {32768, 40960}})
         EXPECT_EQ(farbeBei(gemaltes, x, y), qRgb(255, 0, 0));
@@ -73,7 +73,7 @@ TEST(Zonenbild, ARectangleIsAnOutlineAtTheQuarters) {
     EXPECT_EQ(farbeBei(gemaltes, 20000, 32768), DURCHSICHTIG);
 }
 
-TEST(Zonenbild, ACrossReachesIntoTheCorners) {
+TEST(Zonenbild, EinKreuzReichtBisInDieEcken) {
     const auto gemaltes = gemalt(KreuzZeichnen(MITTELFELD));
     for (const double anteil : {0.02, 0.5, 0.98}) {
         const double diagonal = 16384 + anteil * 32768;
@@ -83,7 +83,7 @@ TEST(Zonenbild, ACrossReachesIntoTheCorners) {
     EXPECT_EQ(farbeBei(gemaltes, 32768, 20000), DURCHSICHTIG);
 }
 
-TEST(Zonenbild, PlaneUnitsFollowTheSizeInBothAxes) {
+TEST(Zonenbild, EinheitenDerEbeneFolgenInBeidenAchsenDerGroesse) {
     Zonenbild bild;
     bild.zeichnen(RechteckZeichnen(MITTELFELD));
     const auto breit = gemalt(bild, {800, 400});
@@ -93,7 +93,7 @@ TEST(Zonenbild, PlaneUnitsFollowTheSizeInBothAxes) {
     EXPECT_EQ(qAlpha(breit.pixel(400, 200)), 0);
 }
 
-TEST(Zonenbild, ACircleIsRoundOnAPlaneOfAnyShape) {
+TEST(Zonenbild, EinKreisIstRundAufEinerEbeneJederForm) {
     Zonenbild bild;
     bild.zeichnen(KreisGruenZeichnen(MITTELFELD));
     for (const QSize groesse : {QSize(1200, 400), QSize(400, 1200)}) {
@@ -112,7 +112,7 @@ TEST(Zonenbild, ACircleIsRoundOnAPlaneOfAnyShape) {
     }
 }
 
-TEST(Zonenbild, ACrossGoesFromCornerToCornerOnAPlaneOfAnyShape) {
+TEST(Zonenbild, EinKreuzGehtVonEckeZuEckeAufEinerEbeneJederForm) {
     Zonenbild bild;
     bild.zeichnen(KreuzZeichnen({{{6000, 40000}, {6000, 60000}, {30000, 40000}, {30000, 60000}}}));
     for (const QSize groesse : {QSize(1200, 400), QSize(400, 1200)}) {
@@ -125,7 +125,7 @@ TEST(Zonenbild, ACrossGoesFromCornerToCornerOnAPlaneOfAnyShape) {
     }
 }
 
-TEST(Zonenbild, DarkColoursHaveALightHaloAndLightOnesADarkOne) {
+TEST(Zonenbild, DunkleFarbenHabenEinenHellenSaumUndHelleEinenDunklen) {
     const auto neben = [](const Feldsymbol& symbol) {
         // Right of the leftmost place of the circle, behind its line of 3 pixels.
         const auto punkt = gemalt(symbol).pixelColor(bildpunkt(24576) + 3, bildpunkt(32768));
@@ -138,7 +138,7 @@ TEST(Zonenbild, DarkColoursHaveALightHaloAndLightOnesADarkOne) {
     EXPECT_LT(gelb, 80);
 }
 
-TEST(Zonenbild, KeepsItsSymbolsUntilTheNextClear) {
+TEST(Zonenbild, BehaeltSeineSymboleBisZumNaechstenLoeschen) {
     Zonenbild bild;
     const auto eins = KreisBlauZeichnen(MITTELFELD);
     const auto zwei = KreuzZeichnen(MITTELFELD);
@@ -153,7 +153,7 @@ TEST(Zonenbild, KeepsItsSymbolsUntilTheNextClear) {
     EXPECT_EQ(farbeBei(gemalt(bild), 32768, 32768), DURCHSICHTIG);
 }
 
-TEST(Zonenbild, NothingIsPaintedOutsideTheAreasThatItTells) {
+TEST(Zonenbild, AusserhalbDerGenanntenFlaechenWirdNichtsGemalt) {
     constexpr Feldecken SCHMAL{{{1000, 3000}, {1000, 60000}, {2500, 3000}, {2500, 60000}}};
     Zonenbild bild;
     for (const auto& ecken : {MITTELFELD, SCHMAL})
@@ -173,7 +173,7 @@ TEST(Zonenbild, NothingIsPaintedOutsideTheAreasThatItTells) {
     }
 }
 
-TEST(Zonenbild, DegenerateFieldsAndSizesDoNoHarm) {
+TEST(Zonenbild, EntarteteFelderUndGroessenSchadenNicht) {
     Zonenbild bild;
     bild.zeichnen(KreisBlauZeichnen({{{40000, 40000}, {40000, 20000}, {20000, 40000}, {20000, 20000}}}));
     bild.zeichnen(RechteckZeichnen({{{40000, 40000}, {40000, 20000}, {20000, 40000}, {20000, 20000}}}));

@@ -88,19 +88,19 @@ void PrintTo(const Feldsymbol& symbol, std::ostream* strom) {
 
 // --- symbols ---
 
-TEST(Feldsymbole, TheThreeCirclesDifferInNothingButTheirColour) {
+TEST(Feldsymbole, DieDreiKreiseUnterscheidenSichNurInIhrerFarbe) {
     const auto feld = ecken(20000, 30000, 40000, 42000);
     EXPECT_EQ(KreisBlauZeichnen(feld), kreis(30000, 36000, 3000, 16711680));
     EXPECT_EQ(KreisGruenZeichnen(feld), kreis(30000, 36000, 3000, 32768));
     EXPECT_EQ(KreisGelbZeichnen(feld), kreis(30000, 36000, 3000, 131071));
 }
 
-TEST(Feldsymbole, ACircleTakesAQuarterOfTheSmallerSide) {
+TEST(Feldsymbole, EinKreisNimmtEinViertelDerKleinerenSeite) {
     EXPECT_EQ(KreisBlauZeichnen(ecken(0, 0, 8000, 4000)), kreis(4000, 2000, 1000, 16711680));
     EXPECT_EQ(KreisBlauZeichnen(ecken(0, 0, 4000, 8000)), kreis(2000, 4000, 1000, 16711680));
 }
 
-TEST(Feldsymbole, ACircleRoundsItsCentreAndRadiusTiesToEven) {
+TEST(Feldsymbole, EinKreisRundetMitteUndRadiusHalbeZurGeraden) {
     EXPECT_EQ(KreisBlauZeichnen(ecken(0, 1, 5, 6)), kreis(2, 4, 1, 16711680));   // 2.5, 3.5, 1.25
     EXPECT_EQ(KreisBlauZeichnen(ecken(0, 0, 6, 6)), kreis(3, 3, 2, 16711680));   // 1.5
     EXPECT_EQ(KreisBlauZeichnen(ecken(0, 0, 10, 10)), kreis(5, 5, 2, 16711680)); // 2.5
@@ -108,21 +108,21 @@ TEST(Feldsymbole, ACircleRoundsItsCentreAndRadiusTiesToEven) {
     EXPECT_EQ(KreisBlauZeichnen(ecken(0, 0, 14, 14)), kreis(7, 7, 4, 16711680)); // 3.5
 }
 
-TEST(Feldsymbole, ARectangleReachesFromTheFirstToTheThirdQuarter) {
+TEST(Feldsymbole, EinRechteckReichtVomErstenBisZumDrittenViertel) {
     EXPECT_EQ(RechteckZeichnen(ecken(20000, 30000, 40000, 42000)), rechteck(25000, 33000, 35000, 39000));
 }
 
-TEST(Feldsymbole, ARectangleRoundsTheQuarterBeforeItIsTakenThreeTimes) {
+TEST(Feldsymbole, EinRechteckRundetDasViertelBevorEsDreimalGenommenWird) {
     // 10 / 4 = 2.5 gives 2 and 6, not 2 and 8; 6 / 4 = 1.5 gives 2 and 6, not 2 and 4.
     EXPECT_EQ(RechteckZeichnen(ecken(0, 0, 10, 6)), rechteck(2, 2, 6, 6));
     EXPECT_EQ(RechteckZeichnen(ecken(100, 200, 109, 211)), rechteck(102, 203, 106, 209));
 }
 
-TEST(Feldsymbole, ACrossRunsFromCornerToCorner) {
+TEST(Feldsymbole, EinKreuzGehtVonEckeZuEcke) {
     EXPECT_EQ(KreuzZeichnen(ecken(20000, 30000, 40000, 42000)), kreuz(20000, 30000, 40000, 42000));
 }
 
-TEST(Feldsymbole, SidesBeyondThirtyTwoBitsDoNotWrap) {
+TEST(Feldsymbole, SeitenUeberZweiunddreissigBitLaufenNichtUeber) {
     const auto feld = ecken(-2147483647, 0, 2147483647, 4);
     EXPECT_EQ(KreisBlauZeichnen(feld), kreis(0, 2, 1, 16711680));
     const auto gross = ecken(2147483647, 0, -2147483647, 4);
@@ -131,7 +131,7 @@ TEST(Feldsymbole, SidesBeyondThirtyTwoBitsDoNotWrap) {
 
 // --- lists of lines ---
 
-TEST_F(Zeichnung, AListHasTheLinesFromTheFirstRowToTheFirstZero) {
+TEST_F(Zeichnung, EineListeHatDieLinienVonDerErstenZeileBisZurErstenNull) {
     zweiLinien();
     linie(3, 0, 60000, 0, 0);
     linie(4, 5000, 61000, 0, 0);
@@ -144,13 +144,13 @@ TEST_F(Zeichnung, AListHasTheLinesFromTheFirstRowToTheFirstZero) {
     EXPECT_EQ(LinienListeLesen(satz, "Links", 1), Zonenlinien{});
 }
 
-TEST_F(Zeichnung, AListOfAnEmptySetIsEmpty) {
+TEST_F(Zeichnung, EineListeEinerLeerenMengeIstLeer) {
     auto db = OpenDatabase(datenbank_.pfad());
     auto satz = db.OpenRecordset("SELECT * FROM tblStick ORDER BY tblStick.index;");
     EXPECT_EQ(LinienListeLesen(satz, "Links", 0), Zonenlinien{});
 }
 
-TEST_F(Zeichnung, RowTwentyHoldsTheLocksAndIsNoLine) {
+TEST_F(Zeichnung, ZeileZwanzigTraegtDieSperrenUndIstKeineLinie) {
     for (int i = 1; i <= 19; ++i)
         linie(i, 30000 - 1000 * i, 36000 + 1000 * i, 30000 - 1000 * i, 36000 + 1000 * i);
     linie(20, 5, 0, 0, 0);
@@ -162,7 +162,7 @@ TEST_F(Zeichnung, RowTwentyHoldsTheLocksAndIsNoLine) {
     EXPECT_EQ(LinienListeLesen(satz, "Rechts", 0).size(), 19u);
 }
 
-TEST_F(Zeichnung, AListKeepsTwentyValuesAtMost) {
+TEST_F(Zeichnung, EineListeBehaeltHoechstensZwanzigWerte) {
     for (int i = 1; i <= 23; ++i)
         linie(i, 30000 - 1000 * i, 0, 0, 0);
     auto db = OpenDatabase(datenbank_.pfad());
@@ -174,66 +174,66 @@ TEST_F(Zeichnung, AListKeepsTwentyValuesAtMost) {
 
 // --- fields ---
 
-TEST_F(Zeichnung, ASchemaWithoutActionsGivesACleanPlane) {
+TEST_F(Zeichnung, EinSchemaOhneAktionenGibtEineLeereEbene) {
     zweiLinien();
     flaeche_.symbole.push_back(kreuz(1, 2, 3, 4));
     EXPECT_EQ(gezeichnet(), Symbole{});
 }
 
-TEST_F(Zeichnung, ASchemaWithoutAnyRowGivesACleanPlaneAndLaysNoRows) {
+TEST_F(Zeichnung, EinSchemaOhneZeileGibtEineLeereEbeneUndLegtKeineZeilenAn) {
     EXPECT_EQ(gezeichnet(), Symbole{});
     EXPECT_EQ(datenbank_.zeilen("SELECT * FROM tblStick"), Tabellenbild{});
 }
 
-TEST_F(Zeichnung, TheCentreFieldLiesBetweenTheFirstLines) {
+TEST_F(Zeichnung, DasMittelfeldLiegtZwischenDenErstenLinien) {
     zweiLinien();
     aktion(0, 0, 0, 0, "4");
     EXPECT_EQ(gezeichnet(), Symbole{kreuz(20000, 24000, 40000, 44000)});
 }
 
-TEST_F(Zeichnung, ABandToTheLeftReachesOutToTheNextLineOrToZero) {
+TEST_F(Zeichnung, EinBandLinksReichtBisZurNaechstenLinieOderBisNull) {
     zweiLinien();
     aktion(20000, 0, 0, 0, "4");
     aktion(10000, 0, 0, 0, "4");
     EXPECT_EQ(gezeichnet(), (Symbole{kreuz(0, 24000, 10000, 44000), kreuz(10000, 24000, 20000, 44000)}));
 }
 
-TEST_F(Zeichnung, ABandToTheRightReachesOutToTheNextLineOrToTheEndOfThePlane) {
+TEST_F(Zeichnung, EinBandRechtsReichtBisZurNaechstenLinieOderZumEndeDerEbene) {
     zweiLinien();
     aktion(0, 40000, 0, 0, "4");
     aktion(0, 50000, 0, 0, "4");
     EXPECT_EQ(gezeichnet(), (Symbole{kreuz(40000, 24000, 50000, 44000), kreuz(50000, 24000, 65535, 44000)}));
 }
 
-TEST_F(Zeichnung, ABandAboveReachesOutToTheNextLineOrToZero) {
+TEST_F(Zeichnung, EinBandObenReichtBisZurNaechstenLinieOderBisNull) {
     zweiLinien();
     aktion(0, 0, 24000, 0, "4");
     aktion(0, 0, 12000, 0, "4");
     EXPECT_EQ(gezeichnet(), (Symbole{kreuz(20000, 0, 40000, 12000), kreuz(20000, 12000, 40000, 24000)}));
 }
 
-TEST_F(Zeichnung, ABandBelowReachesOutToTheNextLineOrToTheEndOfThePlane) {
+TEST_F(Zeichnung, EinBandUntenReichtBisZurNaechstenLinieOderZumEndeDerEbene) {
     zweiLinien();
     aktion(0, 0, 0, 44000, "4");
     aktion(0, 0, 0, 56000, "4");
     EXPECT_EQ(gezeichnet(), (Symbole{kreuz(20000, 56000, 40000, 65535), kreuz(20000, 44000, 40000, 56000)}));
 }
 
-TEST_F(Zeichnung, AFieldIsTheCrossingOfTwoBands) {
+TEST_F(Zeichnung, EinFeldIstDieKreuzungZweierBaender) {
     zweiLinien();
     aktion(10000, 0, 24000, 0, "4");
     aktion(0, 40000, 0, 56000, "4");
     EXPECT_EQ(gezeichnet(), (Symbole{kreuz(0, 12000, 10000, 24000), kreuz(40000, 56000, 50000, 65535)}));
 }
 
-TEST_F(Zeichnung, OneLineInEachDirectionReachesOutToTheEdges) {
+TEST_F(Zeichnung, EineLinieInJederRichtungReichtBisAnDieRaender) {
     linie(1, 20000, 40000, 24000, 44000);
     aktion(20000, 0, 24000, 0, "4");
     aktion(0, 40000, 0, 44000, "4");
     EXPECT_EQ(gezeichnet(), (Symbole{kreuz(0, 0, 20000, 24000), kreuz(40000, 44000, 65535, 65535)}));
 }
 
-TEST_F(Zeichnung, ARowWhoseLineHasGoneToTheSideIsDrawnInTheOutermostBand) {
+TEST_F(Zeichnung, EineZeileDerenSeitlicheLinieFortIstWirdImAeusserstenBandGezeichnet) {
     zweiLinien();
     aktion(19999, 0, 0, 0, "4");
     EXPECT_EQ(gezeichnet(), Symbole{kreuz(0, 24000, 10000, 44000)});
@@ -242,7 +242,7 @@ TEST_F(Zeichnung, ARowWhoseLineHasGoneToTheSideIsDrawnInTheOutermostBand) {
     EXPECT_EQ(gezeichnet(), Symbole{kreuz(50000, 24000, 65535, 44000)});
 }
 
-TEST_F(Zeichnung, ARowWhoseLineHasGoneAboveOrBelowEndsWithErrorNine) {
+TEST_F(Zeichnung, EineZeileDerenLinieObenOderUntenFortIstEndetMitFehler9) {
     zweiLinien();
     for (const int daneben : {23999, 24001, 1}) {
         aktion(0, 0, daneben, 0, "4");
@@ -253,7 +253,7 @@ TEST_F(Zeichnung, ARowWhoseLineHasGoneAboveOrBelowEndsWithErrorNine) {
     EXPECT_EQ(fehler(), 9);
 }
 
-TEST_F(Zeichnung, WhatWasDrawnBeforeAnErrorStays) {
+TEST_F(Zeichnung, WasVorEinemFehlerGezeichnetWurdeBleibt) {
     zweiLinien();
     aktion(20000, 0, 0, 0, "4");
     aktion(0, 40000, 1, 0, "4");
@@ -262,7 +262,7 @@ TEST_F(Zeichnung, WhatWasDrawnBeforeAnErrorStays) {
     EXPECT_EQ(flaeche_.symbole, Symbole{kreuz(10000, 24000, 20000, 44000)});
 }
 
-TEST_F(Zeichnung, ADirectionWithoutLineEndsWithErrorNineWhereARowNeedsIt) {
+TEST_F(Zeichnung, EineRichtungOhneLinieEndetMitFehler9WoEineZeileSieBraucht) {
     aktion(0, 0, 0, 0, "4");
     EXPECT_EQ(fehler(), 9);
     linie(1, 20000, 40000, 0, 44000);
@@ -276,7 +276,7 @@ TEST_F(Zeichnung, ADirectionWithoutLineEndsWithErrorNineWhereARowNeedsIt) {
 
 // --- choice of the symbol ---
 
-TEST_F(Zeichnung, TheFirstCharacterOfTheActionChoosesTheSymbol) {
+TEST_F(Zeichnung, DasErsteZeichenDerAktionWaehltDasSymbol) {
     zweiLinien();
     const auto symbol = [this](const char* text) {
         datenbank_.sql("DELETE FROM tblStickAktion");
@@ -293,13 +293,13 @@ TEST_F(Zeichnung, TheFirstCharacterOfTheActionChoosesTheSymbol) {
         EXPECT_EQ(symbol(keins), Symbole{}) << keins;
 }
 
-TEST_F(Zeichnung, ALeerfeldIsNotEvenLookedFor) {
+TEST_F(Zeichnung, EinLeerfeldWirdNichtEinmalGesucht) {
     zweiLinien();
     aktion(0, 0, 1, 0, "3");
     EXPECT_EQ(gezeichnet(), Symbole{});
 }
 
-TEST_F(Zeichnung, ANullActionDrawsNothing) {
+TEST_F(Zeichnung, EineAktionDieNullIstZeichnetNichts) {
     zweiLinien();
     datenbank_.sql("INSERT INTO tblStickAktion (Schemaname, Umschalt) VALUES ('S', 0)");
     EXPECT_EQ(gezeichnet(), Symbole{});
@@ -307,7 +307,7 @@ TEST_F(Zeichnung, ANullActionDrawsNothing) {
 
 // --- order, layer, side, Schema ---
 
-TEST_F(Zeichnung, DrawsLeftThenRightThenTheMiddleEachInItsOrder) {
+TEST_F(Zeichnung, ZeichnetLinksDannRechtsDannDieMitteJeInIhrerReihenfolge) {
     zweiLinien();
     aktion(0, 0, 0, 44000, "4");
     aktion(0, 0, 0, 56000, "4");
@@ -335,7 +335,7 @@ TEST_F(Zeichnung, DrawsLeftThenRightThenTheMiddleEachInItsOrder) {
                             }));
 }
 
-TEST_F(Zeichnung, ALayerHasItsOwnLinesAndActions) {
+TEST_F(Zeichnung, EineEbeneHatIhreEigenenLinienUndAktionen) {
     linie(1, 20000, 40000, 24000, 44000);
     linie(1, 21000, 41000, 25000, 45000, "tblStick", "2");
     linie(1, 22000, 42000, 26000, 46000, "tblStick", "3");
@@ -347,7 +347,7 @@ TEST_F(Zeichnung, ALayerHasItsOwnLinesAndActions) {
     EXPECT_EQ(gezeichnet(2), (Symbole{kreuz(0, 26000, 22000, 46000), kreuz(22000, 26000, 42000, 46000)}));
 }
 
-TEST_F(Zeichnung, TheRightStickHasTablesOfItsOwn) {
+TEST_F(Zeichnung, DerRechteStickHatEigeneTabellen) {
     linie(1, 20000, 40000, 24000, 44000);
     linie(1, 1000, 2000, 3000, 4000, "tblStickR");
     aktion(0, 0, 0, 0, "4");
@@ -358,20 +358,20 @@ TEST_F(Zeichnung, TheRightStickHasTablesOfItsOwn) {
               (Symbole{kreuz(2000, 3000, 65535, 4000), kreuz(1000, 3000, 2000, 4000)}));
 }
 
-TEST_F(Zeichnung, OtherSchemataAreNotDrawn) {
+TEST_F(Zeichnung, AndereSchemataWerdenNichtGezeichnet) {
     zweiLinien();
     aktion(0, 0, 0, 0, "4", 0, "tblStickAktion", "s");
     aktion(0, 0, 0, 0, "4", 0, "tblStickAktion", "S2");
     EXPECT_EQ(gezeichnet(), Symbole{});
 }
 
-TEST_F(Zeichnung, RowsWithBothDirectionsOfAnAxisAreDrawnInBothGroups) {
+TEST_F(Zeichnung, ZeilenMitBeidenRichtungenEinerAchseWerdenInBeidenGruppenGezeichnet) {
     zweiLinien();
     aktion(20000, 40000, 24000, 44000, "4"); // above goes before below
     EXPECT_EQ(gezeichnet(), (Symbole{kreuz(10000, 12000, 20000, 24000), kreuz(40000, 12000, 50000, 24000)}));
 }
 
-TEST_F(Zeichnung, ADrawingStartsFromACleanPlaneEvenIfTheStoreFails) {
+TEST_F(Zeichnung, EineZeichnungBeginntMitLeererEbeneAuchWennDerSpeicherScheitert) {
     flaeche_.symbole.push_back(kreuz(1, 2, 3, 4));
     EXPECT_EQ(fehlernummer([this] {
                   ZonenZeichnen(datenbank_.pfad() + ".fehlt", Stickseite::Links, "S", 0, flaeche_);
@@ -383,13 +383,13 @@ TEST_F(Zeichnung, ADrawingStartsFromACleanPlaneEvenIfTheStoreFails) {
         3075);
 }
 
-TEST_F(Zeichnung, ALineBeyondThirtyTwoBitsIsAnOverflow) {
+TEST_F(Zeichnung, EineLinieUeberZweiunddreissigBitIstEinUeberlauf) {
     linie(1, 20000, 40000, 24000, 44000);
     datenbank_.sql("UPDATE tblStick SET Links=4294967297");
     EXPECT_EQ(fehler(), 6);
 }
 
-TEST_F(Zeichnung, ADrawingChangesNothing) {
+TEST_F(Zeichnung, EineZeichnungAendertNichts) {
     zweiLinien();
     aktion(0, 0, 0, 0, "4");
     const auto vorher = datenbank_.inhalt();
