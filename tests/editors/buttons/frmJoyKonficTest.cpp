@@ -719,7 +719,7 @@ TEST_F(FrmJoyKonfic, SpeichernLegtDieZeileDesSteuerkreuzesDieFehlt) {
     EXPECT_EQ(gespeichert(12), "5,0,0-0-0");
 }
 
-TEST_F(FrmJoyKonfic, WhatItDoesNotEditIsNoConditionOfSaving) {
+TEST_F(FrmJoyKonfic, WasErNichtBearbeitetIstKeineBedingungDesSpeicherns) {
     datenbank_.sql("UPDATE tblTastatur SET Funktion = 'x'");
     oeffnen();
     waehlen(12);

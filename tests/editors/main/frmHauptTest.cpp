@@ -406,7 +406,7 @@ TEST_F(FrmHaupt, HilfeOeffnetDieSeiteNebenDerDatenbank) {
               std::vector<std::string>{datenbank_.ordner().string() + "/Beschreibung\\Startfenster.htm"});
 }
 
-TEST_F(FrmHaupt, HelpThatCannotBeOpenedIsTold) {
+TEST_F(FrmHaupt, EineHilfeDieSichNichtOeffnenLaesstWirdGesagt) {
     starten();
     prozess_.oeffnet = false;
     Boxleser boxen;
