@@ -18,8 +18,9 @@ namespace {
 constexpr double ECKENRADIUS = 7;
 constexpr int RAND = 10;
 
-constexpr std::array<const char*, STICKAKTIONSARTEN> ARTEN{
-    "Mausbewegung", "Maustaste drücken", "Tastatur drücken", "Leerfeld", "Sperrfeld", "Absolute Position"};
+constexpr auto ARTEN = std::to_array<const char*>(
+    {"Mausbewegung", "Maustaste drücken", "Tastatur drücken", "Leerfeld", "Sperrfeld", "Absolute Position"});
+static_assert(ARTEN.size() == STICKAKTIONSARTEN);
 constexpr const char* LEERFELD_HINWEIS = "Ein Leerfeld hat keine spezielle Funktion. Wenn die X und, oder Y "
                                          "Achse angesprochen werden, nimmt das Feld die "
                                          "Eigenschaft des Mittelfeldes an";
@@ -47,12 +48,12 @@ Aktionstafel::Aktionstafel(const Tafeleigenart& eigenart, Tastatur& tastatur, Ta
     anordnung->addLayout(artwahl());
 
     position_ = new Positionsrahmen(eigenart);
-    rahmen_ = {new Mausbewegungsrahmen,
-               new Maustastenrahmen,
-               new Tastaturrahmen(eigenart, tastatur, std::move(tastenname)),
-               new Hinweisrahmen(Stickaktionsart::Leerfeld, 0, LEERFELD_HINWEIS),
-               new Hinweisrahmen(Stickaktionsart::Sperrfeld, 1, SPERRFELD_HINWEIS),
-               position_};
+    // Counted by the compiler: a type without its frame does not fit.
+    rahmen_ = std::to_array<Aktionsrahmen*>(
+        {new Mausbewegungsrahmen, new Maustastenrahmen,
+         new Tastaturrahmen(eigenart, tastatur, std::move(tastenname)),
+         new Hinweisrahmen(Stickaktionsart::Leerfeld, 0, LEERFELD_HINWEIS),
+         new Hinweisrahmen(Stickaktionsart::Sperrfeld, 1, SPERRFELD_HINWEIS), position_});
     eigenschaften_ = new QStackedLayout;
     for (auto* einer : rahmen_)
         eigenschaften_->addWidget(einer);
