@@ -9,7 +9,7 @@
 #include "engine/input/Achsen.h"
 #include "engine/run/GobalVariable.h"
 #include "store/files/Achsendatei.h"
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>

@@ -2,7 +2,7 @@
 
 #include "store/files/Dateiersatz.h"
 #include "store/files/Dateisperre.h"
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,6 +1,6 @@
 // The whole program in real time: every form is opened on its road from the main form, does its main act and
 // is closed, and leaves the main form as it found it.
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "tests/ablauf/Formablauf.h"
 #include "tests/hilfen/Dateien.h"
 

@@ -1,6 +1,6 @@
 // The whole program in real time: the story of a new user, from an empty database to a `Schema` that plays,
 // and to its end.
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "tests/ablauf/Formablauf.h"
 #include "tests/hilfen/Dateien.h"
 

@@ -1,6 +1,6 @@
 // Any bytes as Gamepad.xml: they are a table or they are not, and a table comes back the same once it is
 // written.
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Gamepadxml.h"

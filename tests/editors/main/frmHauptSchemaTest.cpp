@@ -1,5 +1,5 @@
 // "Schema neu" in its two strokes and "Schema löschen", in the main form.
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Dateirechte.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/probe/ProbeTastatur.h"
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Gamepadxml.h"

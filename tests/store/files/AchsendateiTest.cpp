@@ -1,6 +1,6 @@
 // The axis assignment: how it comes from the file and goes back, what a missing, broken or foreign file does.
 #include "store/files/Achsendatei.h"
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Gamepadxml.h"
 #include "tests/hilfen/Kindprozess.h"

@@ -2,7 +2,7 @@
 // file behind it, or bring the old one back after the replacement has been told.
 #include "store/files/Achsendatei.h"
 #include "store/files/Dateiersatz.h"
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
 

@@ -1,5 +1,5 @@
 // The form of Gamepad.xml: what is read, what is refused, and that all that is read is written back.
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "store/files/Xml.h"
 #include "tests/hilfen/Gamepadxml.h"
 
@@ -42,7 +42,7 @@ const std::string EINE_ZEILE = "\t<z:row Schema='S' dwXPos='lx'/>\n";
 
 } // namespace
 
-TEST(Gamepaddatei, EineDateiMitAllenSpaltenWirdGelesen) {
+TEST(Gamepadtabelle, EineDateiMitAllenSpaltenWirdGelesen) {
     EXPECT_THAT(zeilen(adoXml("<z:row Schema='S' dwXPos='lx' dwYPos='ly' dwZPos='rx' dwRPos='ry' dwUPos='Z1'"
                               " dwVPos='Z2' Schubregler='3/1-1-2-1(65,50,)'/>")),
                 ElementsAre(Gamepadzeile{{"Schema", "S"},
@@ -55,35 +55,35 @@ TEST(Gamepaddatei, EineDateiMitAllenSpaltenWirdGelesen) {
                                          {"Schubregler", "3/1-1-2-1(65,50,)"}}));
 }
 
-TEST(Gamepaddatei, EinFehlendesAttributIstNullEinLeeresEinLeererText) {
+TEST(Gamepadtabelle, EinFehlendesAttributIstNullEinLeeresEinLeererText) {
     EXPECT_THAT(zeilen(adoXml("<z:row Schema='S' Schubregler=''/><z:row/>")),
                 ElementsAre(Gamepadzeile{{"Schema", "S"}, {"Schubregler", ""}}, Gamepadzeile{}));
 }
 
-TEST(Gamepaddatei, EineOhneZeilenIstEineTabelleOhneZeilen) {
+TEST(Gamepadtabelle, EineOhneZeilenIstEineTabelleOhneZeilen) {
     EXPECT_THAT(zeilen(adoXml("")), IsEmpty());
     EXPECT_THAT(zeilen(geaendert(adoXml(""), "<rs:data>\n</rs:data>", "<rs:data/>")), IsEmpty());
 }
 
-TEST(Gamepaddatei, EingefuegteZeilenZaehlen) {
+TEST(Gamepadtabelle, EingefuegteZeilenZaehlen) {
     EXPECT_THAT(zeilen(adoXml("<rs:insert><z:row Schema='A'/><z:row Schema='B'/></rs:insert><rs:insert/>")),
                 ElementsAre(Gamepadzeile{{"Schema", "A"}}, Gamepadzeile{{"Schema", "B"}}));
 }
 
-TEST(Gamepaddatei, EineAenderungLiegtUeberIhremOriginal) {
+TEST(Gamepadtabelle, EineAenderungLiegtUeberIhremOriginal) {
     EXPECT_THAT(
         zeilen(adoXml("<rs:update>\n<rs:original>\n<z:row Schema='A' dwXPos='lx' dwYPos='ly'/>\n"
                       "</rs:original>\n<z:row dwYPos='rx' Schubregler='2'/>\n</rs:update>\n")),
         ElementsAre(Gamepadzeile{{"Schema", "A"}, {"dwXPos", "lx"}, {"dwYPos", "rx"}, {"Schubregler", "2"}}));
 }
 
-TEST(Gamepaddatei, EineLeereAenderungIstDasOriginal) {
+TEST(Gamepadtabelle, EineLeereAenderungIstDasOriginal) {
     EXPECT_THAT(
         zeilen(adoXml("<rs:update><rs:original><z:row Schema='A'/></rs:original><z:row/></rs:update>")),
         ElementsAre(Gamepadzeile{{"Schema", "A"}}));
 }
 
-TEST(Gamepaddatei, MehrereAenderungenGehenDerReiheNach) {
+TEST(Gamepadtabelle, MehrereAenderungenGehenDerReiheNach) {
     const auto erwartet = ElementsAre(Gamepadzeile{{"Schema", "A"}, {"dwXPos", "1"}},
                                       Gamepadzeile{{"Schema", "B"}, {"dwXPos", "2"}});
     EXPECT_THAT(
@@ -95,7 +95,7 @@ TEST(Gamepaddatei, MehrereAenderungenGehenDerReiheNach) {
                 erwartet);
 }
 
-TEST(Gamepaddatei, EineAenderungMachtSpaltenAuchZuNull) {
+TEST(Gamepadtabelle, EineAenderungMachtSpaltenAuchZuNull) {
     EXPECT_THAT(
         zeilen(adoXml("<rs:update><rs:original><z:row Schema='A' dwXPos='lx' dwYPos='ly' dwZPos='rx'/>"
                       "</rs:original><z:row rs:forcenull=' dwXPos  dwZPos '/></rs:update>"
@@ -103,12 +103,12 @@ TEST(Gamepaddatei, EineAenderungMachtSpaltenAuchZuNull) {
         ElementsAre(Gamepadzeile{{"Schema", "A"}, {"dwYPos", "ly"}}, Gamepadzeile{{"Schema", "B"}}));
 }
 
-TEST(Gamepaddatei, GeloeschteZeilenFallenWeg) {
+TEST(Gamepadtabelle, GeloeschteZeilenFallenWeg) {
     EXPECT_THAT(zeilen(adoXml("<rs:delete><z:row Schema='A'/><z:row Schema='B'/></rs:delete><rs:delete/>")),
                 IsEmpty());
 }
 
-TEST(Gamepaddatei, ZeilenUndAenderungenBehaltenIhreReihenfolge) {
+TEST(Gamepadtabelle, ZeilenUndAenderungenBehaltenIhreReihenfolge) {
     const auto gelesen = zeilen(adoXml("<z:row Schema='1'/>"
                                        "<rs:update><rs:original><z:row Schema='x'/></rs:original>"
                                        "<z:row Schema='2'/></rs:update>"
@@ -121,7 +121,7 @@ TEST(Gamepaddatei, ZeilenUndAenderungenBehaltenIhreReihenfolge) {
     EXPECT_THAT(namen, ElementsAre("1", "2", "3", "4", "5"));
 }
 
-TEST(Gamepaddatei, NachDemSchreibenStehtNichtsMehrAus) {
+TEST(Gamepadtabelle, NachDemSchreibenStehtNichtsMehrAus) {
     const auto tabelle = gamepadAusXml(
         adoXml("<rs:update><rs:original><z:row Schema='A'/></rs:original><z:row dwXPos='1'/></rs:update>"
                "<rs:insert><z:row Schema='B'/></rs:insert><rs:delete><z:row Schema='C'/></rs:delete>"));
@@ -132,7 +132,7 @@ TEST(Gamepaddatei, NachDemSchreibenStehtNichtsMehrAus) {
     EXPECT_EQ(zeilen(xml), tabelle->zeilen);
 }
 
-TEST(Gamepaddatei, WasGelesenWurdeWirdGanzZurueckgeschrieben) {
+TEST(Gamepadtabelle, WasGelesenWurdeWirdGanzZurueckgeschrieben) {
     const auto tabelle = gamepadAusXml(adoXml(
         "<z:row Schema='B' Bemerkung='eigene'/><z:row Schema='A' dwXPos=''/><z:row/><z:row Schema='B'/>",
         adoSpalten() + "<s:AttributeType name='Bemerkung' rs:number='9' rs:keycolumn='true'/>"));
@@ -144,7 +144,7 @@ TEST(Gamepaddatei, WasGelesenWurdeWirdGanzZurueckgeschrieben) {
     EXPECT_THAT(xml, HasSubstr("rs:keycolumn=\"true\""));
 }
 
-TEST(Gamepaddatei, DieGeschriebeneFormIstDieEinesGespeichertenRecordsets) {
+TEST(Gamepadtabelle, DieGeschriebeneFormIstDieEinesGespeichertenRecordsets) {
     Gamepadtabelle tabelle = leereGamepadtabelle();
     tabelle.spalten.resize(2);
     tabelle.zeilen = {{{"Schema", "S"}, {"dwXPos", "lx"}}, {{"dwXPos", ""}}};
@@ -171,7 +171,7 @@ TEST(Gamepaddatei, DieGeschriebeneFormIstDieEinesGespeichertenRecordsets) {
         "</xml>\n");
 }
 
-TEST(Gamepaddatei, DieTabelleHatAchtSpaltenMitIhrenGroessen) {
+TEST(Gamepadtabelle, DieTabelleHatAchtSpaltenMitIhrenGroessen) {
     const Gamepadtabelle tabelle = leereGamepadtabelle();
     std::vector<std::string> namen;
     for (const auto& spalte : tabelle.spalten)
@@ -184,7 +184,7 @@ TEST(Gamepaddatei, DieTabelleHatAchtSpaltenMitIhrenGroessen) {
     EXPECT_THAT(gamepadAusXml(gamepadAlsXml(tabelle).value()), Optional(tabelle));
 }
 
-TEST(Gamepaddatei, JederTextKommtWiederWieErWar) {
+TEST(Gamepadtabelle, JederTextKommtWiederWieErWar) {
     for (const std::string text :
          {"", " ", "  zwei  ", "Löwe ÄÖÜ äöü ß €", "漢字 🎮", "a\"b'c", "<&>\"'", "&amp;", "&#65;", "]]>",
           "<!-- -->", "Zeile 1\nZeile 2\r\nZeile 3\rTab\tEnde", "\xC2\x85", "\x7F", "\xEF\xBB\xBF",
@@ -195,7 +195,7 @@ TEST(Gamepaddatei, JederTextKommtWiederWieErWar) {
     }
 }
 
-TEST(Gamepaddatei, WasXmlNichtHaltenKannWirdNichtGeschrieben) {
+TEST(Gamepadtabelle, WasXmlNichtHaltenKannWirdNichtGeschrieben) {
     for (const std::string& text : {std::string("a\0b", 3), std::string("\x01"), std::string("a\x08"),
                                     std::string("\x0B"), std::string("\x0C"), std::string("\x1F"),
                                     std::string("\xEF\xBF\xBE"), std::string("\xEF\xBF\xBF")}) {
@@ -205,7 +205,7 @@ TEST(Gamepaddatei, WasXmlNichtHaltenKannWirdNichtGeschrieben) {
     EXPECT_TRUE(gamepadNimmt("Schubregler", "\t\n\r \xEF\xBF\xBD"));
 }
 
-TEST(Gamepaddatei, WasKeinUtf8IstWirdNichtGeschrieben) {
+TEST(Gamepadtabelle, WasKeinUtf8IstWirdNichtGeschrieben) {
     for (const std::string text : {"\xE4", "\x80", "\xC3", "\xC3(", "\xE2\x82", "\xF0\x9F\x8E", "\xC0\x80",
                                    "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xED\xA0\x80",
                                    "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "\xFF"}) {
@@ -215,7 +215,7 @@ TEST(Gamepaddatei, WasKeinUtf8IstWirdNichtGeschrieben) {
     EXPECT_THAT(xmlZeichenzahl("\xED\x9F\xBF\xEE\x80\x80\xDF\xBF\xE0\xA0\x80\xF0\x90\x80\x80"), Optional(5U));
 }
 
-TEST(Gamepaddatei, EinWertOhneSpalteWirdNichtGeschrieben) {
+TEST(Gamepadtabelle, EinWertOhneSpalteWirdNichtGeschrieben) {
     Gamepadtabelle tabelle = tabelleMit("");
     tabelle.zeilen[0]["Bemerkung"] = "x";
     EXPECT_FALSE(gamepadAlsXml(tabelle));
@@ -228,7 +228,7 @@ TEST(Gamepaddatei, EinWertOhneSpalteWirdNichtGeschrieben) {
     }
 }
 
-TEST(Gamepaddatei, DieGroessenZaehlenZeichenNichtBytes) {
+TEST(Gamepadtabelle, DieGroessenZaehlenZeichenNichtBytes) {
     const auto mal = [](int anzahl, const std::string& zeichen) {
         std::string text;
         for (int i = 0; i < anzahl; ++i)
@@ -245,14 +245,14 @@ TEST(Gamepaddatei, DieGroessenZaehlenZeichenNichtBytes) {
     EXPECT_TRUE(gamepadNimmt("Bemerkung", mal(1001, "x")));
 }
 
-TEST(Gamepaddatei, ZuLangesDasSchonInDerDateiStehtBleibtStehen) {
+TEST(Gamepadtabelle, ZuLangesDasSchonInDerDateiStehtBleibtStehen) {
     const std::string lang(5000, 'x');
     EXPECT_THAT(zeilen(adoXml("<z:row Schema='" + lang + "'/>")),
                 ElementsAre(Gamepadzeile{{"Schema", lang}}));
     EXPECT_THAT(gamepadAusXml(gamepadAlsXml(tabelleMit(lang)).value()), Optional(tabelleMit(lang)));
 }
 
-TEST(Gamepaddatei, VerweiseInWertenWerdenAufgeloest) {
+TEST(Gamepadtabelle, VerweiseInWertenWerdenAufgeloest) {
     EXPECT_THAT(
         zeilen(adoXml(
             "<z:row Schema='&lt;&gt;&amp;&quot;&apos;' dwXPos='&#228;&#xe4;&#xE4;&#x1F3AE;'"
@@ -265,7 +265,7 @@ TEST(Gamepaddatei, VerweiseInWertenWerdenAufgeloest) {
                                  {"dwUPos", "\"A"}}));
 }
 
-TEST(Gamepaddatei, EinWertDerNichtWohlgeformtIstMachtDieDateiUnlesbar) {
+TEST(Gamepadtabelle, EinWertDerNichtWohlgeformtIstMachtDieDateiUnlesbar) {
     for (const std::string wert : {"&",
                                    "a & b",
                                    "&foo;",
@@ -292,7 +292,7 @@ TEST(Gamepaddatei, EinWertDerNichtWohlgeformtIstMachtDieDateiUnlesbar) {
     EXPECT_TRUE(lesbar(adoXml("<z:row Schema='>'/>")));
 }
 
-TEST(Gamepaddatei, KopfzeileBytefolgemarkeUndKommentareStoerenNicht) {
+TEST(Gamepadtabelle, KopfzeileBytefolgemarkeUndKommentareStoerenNicht) {
     const std::string xml = adoXml(EINE_ZEILE);
     const auto erwartet = ElementsAre(Gamepadzeile{{"Schema", "S"}, {"dwXPos", "lx"}});
     EXPECT_THAT(zeilen("<?xml version='1.0'?>\n" + xml), erwartet);
@@ -306,7 +306,7 @@ TEST(Gamepaddatei, KopfzeileBytefolgemarkeUndKommentareStoerenNicht) {
                 erwartet);
 }
 
-TEST(Gamepaddatei, EineAndereKodierungWirdNichtGelesen) {
+TEST(Gamepadtabelle, EineAndereKodierungWirdNichtGelesen) {
     const std::string xml = adoXml(EINE_ZEILE);
     EXPECT_FALSE(lesbar("<?xml version='1.0' encoding='iso-8859-1'?>" + xml));
     EXPECT_FALSE(lesbar(adoXml("<z:row Schema='L\xF6we'/>")));
@@ -316,7 +316,7 @@ TEST(Gamepaddatei, EineAndereKodierungWirdNichtGelesen) {
     EXPECT_FALSE(lesbar(utf16));
 }
 
-TEST(Gamepaddatei, LeeresAbgeschnittenesUndFremdesIstKeineTabelle) {
+TEST(Gamepadtabelle, LeeresAbgeschnittenesUndFremdesIstKeineTabelle) {
     for (const std::string& xml :
          {std::string(), std::string(" "), std::string("x"), std::string("<xml/>"),
           std::string("<xml></xml>"), std::string("<html><body/></html>"),
@@ -325,7 +325,7 @@ TEST(Gamepaddatei, LeeresAbgeschnittenesUndFremdesIstKeineTabelle) {
         EXPECT_FALSE(lesbar(xml)) << xml;
 }
 
-TEST(Gamepaddatei, AnJederStelleAbgeschnittenIstSieUnlesbar) {
+TEST(Gamepadtabelle, AnJederStelleAbgeschnittenIstSieUnlesbar) {
     const std::string xml = adoXml("<z:row Schema='Löwe' Schubregler='1'/><rs:insert><z:row/></rs:insert>");
     const std::size_t ganz = xml.find("</xml>") + 6;
     for (std::size_t laenge = 0; laenge < ganz; ++laenge)
@@ -333,14 +333,14 @@ TEST(Gamepaddatei, AnJederStelleAbgeschnittenIstSieUnlesbar) {
     EXPECT_TRUE(lesbar(xml.substr(0, ganz)));
 }
 
-TEST(Gamepaddatei, WasHinterDemEndeStehtMachtSieUnlesbar) {
+TEST(Gamepadtabelle, WasHinterDemEndeStehtMachtSieUnlesbar) {
     const std::string xml = adoXml(EINE_ZEILE);
     for (const std::string& rest : {std::string("x"), xml, std::string(1, '\0'), std::string("<xml/>"),
                                     std::string("</xml>"), std::string("<![CDATA[x]]>")})
         EXPECT_FALSE(lesbar(xml + rest)) << rest;
 }
 
-TEST(Gamepaddatei, WasKeinWohlgeformtesXmlIstMachtSieUnlesbar) {
+TEST(Gamepadtabelle, WasKeinWohlgeformtesXmlIstMachtSieUnlesbar) {
     const std::string xml = adoXml(EINE_ZEILE);
     const std::vector<std::pair<std::string, std::string>> eingriffe{
         {"<xml ", "<!-- a -- b --><xml "},
@@ -372,7 +372,7 @@ TEST(Gamepaddatei, WasKeinWohlgeformtesXmlIstMachtSieUnlesbar) {
         EXPECT_FALSE(lesbar(geaendert(xml, alt, neu))) << alt << " -> " << neu;
 }
 
-TEST(Gamepaddatei, EigeneEntitaetenKommenNichtZumZug) {
+TEST(Gamepadtabelle, EigeneEntitaetenKommenNichtZumZug) {
     const std::string xml = adoXml("<z:row Schema='&a;'/>");
     EXPECT_FALSE(lesbar(xml));
     EXPECT_FALSE(lesbar("<!DOCTYPE xml [<!ENTITY a 'S'>]>" + xml));
@@ -380,7 +380,7 @@ TEST(Gamepaddatei, EigeneEntitaetenKommenNichtZumZug) {
     EXPECT_FALSE(lesbar("<!DOCTYPE xml SYSTEM '/dev/zero'>" + adoXml(EINE_ZEILE)));
 }
 
-TEST(Gamepaddatei, FremdeNamensraeumeUndAnweisungenStoerenNicht) {
+TEST(Gamepadtabelle, FremdeNamensraeumeUndAnweisungenStoerenNicht) {
     const std::string xml = "<?vonhand?>" + geaendert(adoXml(EINE_ZEILE), "rs:number='1'",
                                                       "q:art='x' rs:number='1' xml:lang='de' xmlns:q='mein'");
     const auto tabelle = gamepadAusXml(xml + "<?ende?><!-- -->");
@@ -390,7 +390,7 @@ TEST(Gamepaddatei, FremdeNamensraeumeUndAnweisungenStoerenNicht) {
                 Optional(HasSubstr(" xmlns:q=\"mein\" q:art=\"x\" rs:number=\"1\" xml:lang=\"de\"")));
 }
 
-TEST(Gamepaddatei, ZuTiefesUndZuGrossesIstKeineTabelle) {
+TEST(Gamepadtabelle, ZuTiefesUndZuGrossesIstKeineTabelle) {
     const auto mal = [](std::size_t anzahl, const std::string& text) {
         std::string viele;
         for (std::size_t i = 0; i < anzahl; ++i)
@@ -406,7 +406,7 @@ TEST(Gamepaddatei, ZuTiefesUndZuGrossesIstKeineTabelle) {
     EXPECT_FALSE(lesbar(xml + ' '));
 }
 
-TEST(Gamepaddatei, WasNichtZurueckgeschriebenWerdenKannMachtSieUnlesbar) {
+TEST(Gamepadtabelle, WasNichtZurueckgeschriebenWerdenKannMachtSieUnlesbar) {
     const std::string xml = adoXml(EINE_ZEILE);
     const std::vector<std::pair<std::string, std::string>> eingriffe{
         {"<xml ", "<xmlx "},

@@ -1,4 +1,4 @@
-#include "store/files/Gamepaddatei.h"
+#include "store/files/Gamepadtabelle.h"
 
 #include <algorithm>
 #include <set>
