@@ -6,8 +6,8 @@
 #include "engine/buttons/Wiederholung.h"
 #include "engine/output/XPTaste.h"
 #include "engine/run/Fehlerort.h"
+#include "engine/run/GegebenerStand.h"
 #include "engine/run/LaufAnzeige.h"
-#include "engine/run/TimerUeberwachung.h"
 #include "platform/Zeitgeber.h"
 
 using namespace belegungsfeld;
@@ -40,9 +40,11 @@ template <class Schritt> void benannt(const Belegungsort& ort, const Schritt& sc
 
 } // namespace
 
-TastenAktion::TastenAktion(Tastenstand& stand, GehalteneTasten& gehaltene, Wiederholung& wiederholung,
-                           XPTaste& xpTaste, Zeitgeber& zeitgeber, LaufAnzeige& anzeige)
+TastenAktion::TastenAktion(Tastenstand& stand, GegebenerStand& gegeben, GehalteneTasten& gehaltene,
+                           Wiederholung& wiederholung, XPTaste& xpTaste, Zeitgeber& zeitgeber,
+                           LaufAnzeige& anzeige)
     : stand_(stand)
+    , gegeben_(gegeben)
     , gehaltene_(gehaltene)
     , wiederholung_(wiederholung)
     , xpTaste_(xpTaste)
@@ -50,8 +52,8 @@ TastenAktion::TastenAktion(Tastenstand& stand, GehalteneTasten& gehaltene, Wiede
     , anzeige_(anzeige) {}
 
 void TastenAktion::TasteDrueckAktion(const Belegung& belegung, int slot, int ebene) {
-    stand_.AktSlot = static_cast<std::int16_t>(slot);
-    stand_.AktTimerId = slotTimerId(slot);
+    gegeben_.AktSlot = static_cast<std::int16_t>(slot);
+    gegeben_.AktTimerId = slotTimerId(slot);
     const Belegungsort ort{slot, ebene, belegung.text()};
     benannt(ort, [&] { druecken(belegung, ort); });
 }

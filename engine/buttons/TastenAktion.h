@@ -22,6 +22,7 @@ class LaufAnzeige;
 class Wiederholung;
 class XPTaste;
 class Zeitgeber;
+struct GegebenerStand;
 
 /// Where a `Belegung` stands and what it says, for messages.
 struct Belegungsort {
@@ -38,14 +39,12 @@ struct Tastenstand {
     std::int16_t Zaehler = 0;                   ///< 0 to 9, shared by all slots
     std::uint32_t DrueckMaske = 0;              ///< bit slot: the pulse key is down
     std::uint32_t PausenMaske = 0;              ///< bit slot: the pause runs
-    std::uint32_t AktTimerId = 0;               ///< timer id of the slot pressed last
-    std::int16_t AktSlot = 0;                   ///< slot pressed last
 };
 
 class TastenAktion {
 public:
-    TastenAktion(Tastenstand& stand, GehalteneTasten& gehaltene, Wiederholung& wiederholung, XPTaste& xpTaste,
-                 Zeitgeber& zeitgeber, LaufAnzeige& anzeige);
+    TastenAktion(Tastenstand& stand, GegebenerStand& gegeben, GehalteneTasten& gehaltene,
+                 Wiederholung& wiederholung, XPTaste& xpTaste, Zeitgeber& zeitgeber, LaufAnzeige& anzeige);
 
     /// Press edge of `slot`, 0 to 15. Throws LaufzeitFehler for a `Belegung` that does not parse; `ebene`, 0
     /// to 2, is where it stands, for the error's text.
@@ -71,6 +70,7 @@ private:
     void drueckmaskeZeigen();
 
     Tastenstand& stand_;
+    GegebenerStand& gegeben_;
     GehalteneTasten& gehaltene_;
     Wiederholung& wiederholung_;
     XPTaste& xpTaste_;

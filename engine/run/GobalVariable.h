@@ -18,10 +18,6 @@ struct GobalVariable {
     /// editor works on another `Schema`.
     std::string Schemaauswahl;
 
-    /// "frmJust" or "frmJustr": the stick editor that was asked for or loaded last. Nothing reads it: each of
-    /// them knows its own stick.
-    std::string ZielFormular;
-
     /// 1 while the left stick's editor is open, 2 once the right one has been loaded, 0 after the left one
     /// closed.
     std::uint8_t OffenerEditor = 0;
@@ -29,6 +25,12 @@ struct GobalVariable {
 
     /// The slots of `Umschalt 1` and `Umschalt 2` in the button editor.
     std::array<std::int16_t, 2> UmschaltTasten{};
+
+    // --- given; nothing in the program reads it ---
+
+    /// "frmJust" or "frmJustr": the stick editor that was asked for or loaded last. Each of them knows its
+    /// own stick.
+    std::string ZielFormular;
 
     /// Works out the three paths against the current directory, not that of the executable.
     void PfadeSetzen(Prozess& prozess);

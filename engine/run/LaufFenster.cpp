@@ -45,10 +45,11 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     , zeitgeber_(umgebung.zeitgeber, [this](const LaufzeitFehler& fehler) { abbrechen(fehler); })
     , xpTaste_(umgebung.eingabe, [this] { wiederholung_.WiederholungPruefen(); })
     , wiederholung_(zustand_.wiederholung, zustand_.gehaltene, xpTaste_, zeitgeber_)
-    , tastenAktion_(zustand_.tasten, zustand_.gehaltene, wiederholung_, xpTaste_, zeitgeber_, anzeige_)
+    , tastenAktion_(zustand_.tasten, zustand_.gegeben, zustand_.gehaltene, wiederholung_, xpTaste_,
+                    zeitgeber_, anzeige_)
     , entwackeln_(zustand_.entwackeln, zustand_.achsen, regler_, zeitgeber_, anzeige_)
     , dienste_{zeitgeber_,         umgebung.eingabe, xpTaste_,    tastenAktion_,
-               zustand_.gehaltene, zustand_.timer,   entwackeln_, anzeige_}
+               zustand_.gehaltene, zustand_.gegeben, entwackeln_, anzeige_}
     , schubregler_(zustand_.schub, zustand_.achsendatei, zustand_.achsen, dienste_)
     , tmrSpiel_(zeitgeber_.formularzeitgeber([this] { tmrSpielTakt(); }))
     , Timer1_(zeitgeber_.formularzeitgeber([] {})) {
@@ -212,7 +213,7 @@ void LaufFenster::StickAuswerten() {
             if (!stick->grenzen.enthaeltY(position.y))
                 stick->auswerten(dienste_, position);
         }
-        stick->position = position;
+        zustand_.gegeben.stick(stick->seite()).position = position;
     }
 }
 

@@ -103,12 +103,10 @@ private:
     Laufdienste dienste_;
     Schubregler schubregler_;
     std::unique_ptr<Formularzeitgeber> tmrSpiel_;
-    std::unique_ptr<Formularzeitgeber> Timer1_; // has no procedure
 
     Laufbelegungen Aktionen_;
     JOYINFOEX JoyInfo_;
     JOYINFOEX JoyInfoAlt_;
-    std::uint16_t TastenWort_ = 0;
     Steuerkreuz steuerkreuz_;
 
     Ebenenwechsel ebenen_;
@@ -118,4 +116,8 @@ private:
     bool ausgeklappt_ = false;   // Command1(1) says "Start"
     std::string_view lblUmschalt_;
     std::optional<int> gedrueckteTasten_;
+
+    // Given; nothing in the program hangs on it.
+    std::uint16_t TastenWort_ = 0;
+    std::unique_ptr<Formularzeitgeber> Timer1_; // has no procedure
 };

@@ -7,9 +7,9 @@ class Entwackeln;
 class GehalteneTasten;
 class LaufAnzeige;
 class TastenAktion;
-class TimerUeberwachung;
 class XPTaste;
 class Zeitgeber;
+struct GegebenerStand;
 
 struct Laufdienste {
     Zeitgeber& zeitgeber;
@@ -17,7 +17,7 @@ struct Laufdienste {
     XPTaste& xpTaste;
     TastenAktion& tastenAktion;
     GehalteneTasten& gehaltene;
-    TimerUeberwachung& timer;
+    GegebenerStand& gegeben;
     Entwackeln& entwackeln;
     LaufAnzeige& anzeige;
 };

@@ -6,8 +6,8 @@
 #include "engine/buttons/Wiederholung.h"
 #include "engine/input/Achsen.h"
 #include "engine/input/Entwackeln.h"
+#include "engine/run/GegebenerStand.h"
 #include "engine/run/GobalVariable.h"
-#include "engine/run/TimerUeberwachung.h"
 #include "engine/slider/Schubregler.h"
 #include "engine/stick/StickMaschine.h"
 #include "store/files/Achsendatei.h"
@@ -24,10 +24,10 @@ struct Laufzustand {
     Laufzustand& operator=(const Laufzustand&) = delete;
 
     GobalVariable global;
+    GegebenerStand gegeben;
     GehalteneTasten gehaltene;
     Wiederholstand wiederholung;
     Tastenstand tasten;
-    TimerUeberwachung timer;
     Achsendatei achsendatei;
     Achsen achsen;
     Entwackelstand entwackeln;

@@ -55,7 +55,7 @@ void Absolutlauf::AbsolutePosition(const Aktionszeiger& aktion, Aktionsseite sei
         umfeld_.stand->BindenAktion = aktion;
         umfeld_.dienste->zeitgeber.SetTimer(umfeld_.art->absolut, umfeld_.art->bindenIntervall,
                                             [lauf = *this, seite] { lauf.bindenTakt(seite); });
-        umfeld_.dienste->timer.TimerSetzen(umfeld_.art->bindenBit);
+        umfeld_.dienste->gegeben.timer.TimerSetzen(umfeld_.art->bindenBit);
     } else {
         umfeld_.stand->EgoDaten = {abstand(umfeld_.grenzen->xMin, umfeld_.grenzen->xMax),
                                    abstand(umfeld_.grenzen->yMin, umfeld_.grenzen->yMax),
@@ -89,25 +89,25 @@ void Absolutlauf::EgoSchritt(Aktionsseite seite) const {
         const auto& umfeld = lauf.umfeld_;
         umfeld.benannt(umfeld.felder[seite], umfeld.stand->EgoDaten.aktion, [&] { lauf.EgoSchritt(seite); });
     });
-    umfeld_.dienste->timer.TimerSetzen(umfeld_.art->egoBit);
+    umfeld_.dienste->gegeben.timer.TimerSetzen(umfeld_.art->egoBit);
 }
 
 void Absolutlauf::egoachseBewegen(Aktionsseite seite, std::int32_t versatz, std::int32_t laenge,
                                   const Feld& zaehler) const {
-    auto& achse = umfeld_.stand->egoachsen[seite];
-    achse.versatz = versatz;
+    umfeld_.dienste->gegeben.stick(umfeld_.art->seite).versatz[seite] = versatz;
+    auto& weg = umfeld_.stand->egoWeg[seite];
     const auto zaehlerzahl = zaehler.zahl();
     if (laenge == 0 || zaehlerzahl == 0)
         throw LaufzeitFehler(Fehlernummer::DivisionDurchNull, "Division durch Null: Ego Shooter");
     const auto ziel = gerundet(versatz / (static_cast<double>(laenge) / zaehlerzahl));
     // A target of 0 moves nothing and leaves the last travel as it was.
-    if (ziel == 0 || ziel == achse.weg)
+    if (ziel == 0 || ziel == weg)
         return;
-    const auto schritte = std::int64_t{ziel} - achse.weg;
+    const auto schritte = std::int64_t{ziel} - weg;
     if (std::llabs(schritte) > GROESSTER_EGOWEG)
         throw LaufzeitFehler(Fehlernummer::Ueberlauf, "Überlauf: Ego Shooter mit " +
                                                           std::to_string(schritte) + " Schritten auf einmal");
-    achse.weg = ziel;
+    weg = ziel;
     const std::int32_t richtung = schritte < 0 ? -1 : 1;
     schritteSenden(
         {seite == X_SEITE ? richtung : 0, seite == Y_SEITE ? richtung : 0, 0, MOUSEEVENTF_MOVE, 0, 0},

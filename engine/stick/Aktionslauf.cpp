@@ -251,5 +251,5 @@ void Aktionslauf::timerSetzen(const Sticktimer& timer, const Feld& ms,
     umfeld_.dienste->zeitgeber.SetTimer(timer.id, std::chrono::milliseconds{ms.zahl()},
                                         [lauf = *this, takt, seite] { (lauf.*takt)(seite); });
     if (mitBit)
-        umfeld_.dienste->timer.TimerSetzen(timer.bit);
+        umfeld_.dienste->gegeben.timer.TimerSetzen(timer.bit);
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "engine/run/Fehlerort.h"
+#include "engine/run/GegebenerStand.h"
 #include "engine/run/Laufdienste.h"
-#include "engine/run/TimerUeberwachung.h"
 #include "engine/stick/Stickeigenart.h"
 #include "engine/stick/Stickort.h"
 #include "formats/Stickaktion.h"
@@ -29,12 +29,6 @@ inline constexpr std::uint8_t X_AUSSEN = 1;
 inline constexpr std::uint8_t Y_AUSSEN = 2;
 } // namespace egostatus
 
-/// An axis of the `Ego Shooter`.
-struct Egoachse {
-    std::int32_t weg = 0;     ///< last travel in mouse counts
-    std::int32_t versatz = 0; ///< last offset of the stick in the field
-};
-
 /// What outlasts a run.
 struct Stickaktionsstand {
     std::array<Aktionszeiger, AKTIONSSEITEN> AktionAlt;    ///< `XAktionAlt`, `YAktionAlt`: last started
@@ -44,10 +38,10 @@ struct Stickaktionsstand {
     Aktionszeiger BindenAktion;                            ///< what the timer of `Im Feld binden` repeats
     ::EgoDaten EgoDaten;
     std::uint8_t EgoStatus = 0;
-    std::array<Egoachse, AKTIONSSEITEN> egoachsen;
-    bool DiagonalFlag = false; ///< an x and a y movement run as one
-    std::string xZone;         ///< "Links", "Mitte", "Rechts": the stick's zone at its last evaluation
-    std::string yZone;         ///< "Oben", "Mitte", "Unten"
+    std::array<std::int32_t, AKTIONSSEITEN> egoWeg{}; ///< last travel of an axis in mouse counts
+    bool DiagonalFlag = false;                        ///< an x and a y movement run as one
+    std::string xZone; ///< "Links", "Mitte", "Rechts": the stick's zone at its last evaluation
+    std::string yZone; ///< "Oben", "Mitte", "Unten"
 };
 
 /// Small, as timers hold copies of it: a timer's procedure knows by its copy which field it was started for.
@@ -67,6 +61,6 @@ struct Aktionsumfeld {
 
     void timerLoeschen(const Sticktimer& timer) const {
         dienste->zeitgeber.KillTimer(timer.id);
-        dienste->timer.TimerLoeschen(timer.bit);
+        dienste->gegeben.timer.TimerLoeschen(timer.bit);
     }
 };

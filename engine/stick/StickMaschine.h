@@ -14,7 +14,7 @@
 
 struct GobalVariable;
 
-/// A stick outlasts a run, and so do its bounds and position.
+/// A stick outlasts a run, and so do its bounds.
 class StickMaschine {
 public:
     StickMaschine(const Stickeigenart& art, const GobalVariable& global, Stickdatenbank& datenbank)
@@ -33,9 +33,9 @@ public:
     void auswerten(const Laufdienste& dienste, const Stickposition& wo);
 
     FeldGrenzen grenzen;
-    Stickposition position;       ///< last one handed through the poll cycle
     std::int32_t StickSperre = 0; ///< bit n: not evaluated in layer n
 
+    Stickseite seite() const { return art_.seite; }
     const Stickaktionsstand& stand() const { return stand_; }
 
 private:

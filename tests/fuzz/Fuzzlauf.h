@@ -9,9 +9,9 @@
 #include "engine/input/Achsen.h"
 #include "engine/input/Entwackeln.h"
 #include "engine/output/XPTaste.h"
+#include "engine/run/GegebenerStand.h"
 #include "engine/run/GesicherterZeitgeber.h"
 #include "engine/run/Laufdienste.h"
-#include "engine/run/TimerUeberwachung.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
@@ -49,12 +49,12 @@ struct Fuzzlauf {
     Tastenstand tasten;
     Wiederholstand wiederholstand;
     GehalteneTasten gehaltene;
-    TimerUeberwachung timer;
+    GegebenerStand gegeben;
     Entwackelstand entwackelstand;
     GesicherterZeitgeber zeitgeber{uhr, [](const LaufzeitFehler&) {}};
     XPTaste xpTaste{eingabe, [this] { wiederholung.WiederholungPruefen(); }};
     Wiederholung wiederholung{wiederholstand, gehaltene, xpTaste, zeitgeber};
-    TastenAktion aktion{tasten, gehaltene, wiederholung, xpTaste, zeitgeber, anzeige};
+    TastenAktion aktion{tasten, gegeben, gehaltene, wiederholung, xpTaste, zeitgeber, anzeige};
     Entwackeln entwackeln{entwackelstand, achsen, regler, zeitgeber, anzeige};
-    Laufdienste dienste{zeitgeber, eingabe, xpTaste, aktion, gehaltene, timer, entwackeln, anzeige};
+    Laufdienste dienste{zeitgeber, eingabe, xpTaste, aktion, gehaltene, gegeben, entwackeln, anzeige};
 };

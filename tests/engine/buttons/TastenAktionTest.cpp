@@ -51,10 +51,10 @@ TEST_F(TastenAktionTest, SechsFelderSindFehler9) {
 
 TEST_F(TastenAktionTest, DruckMerktSlotUndTimer) {
     aktion.TasteDrueckAktion(Belegung("10,0,0-0-0"), 11);
-    EXPECT_EQ(stand.AktSlot, 11);
-    EXPECT_EQ(stand.AktTimerId, 1011U);
+    EXPECT_EQ(gegeben.AktSlot, 11);
+    EXPECT_EQ(gegeben.AktTimerId, 1011U);
     aktion.TasteLoesAktion(Belegung("10,0,0-0-0"), 3);
-    EXPECT_EQ(stand.AktSlot, 11);
+    EXPECT_EQ(gegeben.AktSlot, 11);
 }
 
 TEST_F(TastenAktionTest, TitelZeigtDieGehaltenenTasten) {

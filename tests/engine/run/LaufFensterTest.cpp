@@ -226,7 +226,7 @@ TEST(LaufFensterLaden, MitKaputterAchsendateiRuhenSticksUndSchubreglerUndDieTast
     lauf.takt(0);
     lauf.warten(1000);
     EXPECT_EQ(lauf.eingabe.texteAbholen(), (Texte{"+65", "-65"}));
-    EXPECT_EQ(lauf.zustand.linkerStick.position, Stickposition{});
+    EXPECT_EQ(lauf.zustand.gegeben.stick(Stickseite::Links).position, Stickposition{});
     EXPECT_TRUE(fenster.pollt());
     fenster.beenden();
     EXPECT_EQ(std::filesystem::file_size(datei), 4U) << "it is not overwritten";
@@ -276,7 +276,7 @@ TEST(LaufFensterBeenden, LaesstKeinenTimerUebrig) {
 TEST(LaufFensterBeenden, LaesstMaskenUndTastenStehen) {
     Probelauf lauf{{"btn3", "1,65,0-0-0"}, {"btn4", "1,66,1-50-50"}, {"btn12", "1,67,1-10-500"}};
     auto& fenster = lauf.starten();
-    lauf.zustand.timer.TimerSetzen(2);
+    lauf.zustand.gegeben.timer.TimerSetzen(2);
     lauf.takt(4 + 8 + 2048);
     lauf.warten(20);
     lauf.eingabe.abholen();
@@ -289,7 +289,7 @@ TEST(LaufFensterBeenden, LaesstMaskenUndTastenStehen) {
     EXPECT_EQ(lauf.zustand.gehaltene.GehaltenText(), "2-65,3-66,");
     EXPECT_EQ(lauf.zustand.tasten.DrueckMaske, 8U);
     EXPECT_EQ(lauf.zustand.tasten.PausenMaske, 2048U);
-    EXPECT_EQ(lauf.zustand.timer.TimerMaske(), 4U);
+    EXPECT_EQ(lauf.zustand.gegeben.timer.TimerMaske(), 4U);
 }
 
 TEST(LaufFensterBeenden, EinFensterDasOhneEndeGehtLaesstKeinenTimerUebrig) {

@@ -5,12 +5,14 @@
 #include "engine/buttons/TastenAktion.h"
 #include "engine/buttons/Wiederholung.h"
 #include "engine/output/XPTaste.h"
+#include "engine/run/GegebenerStand.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeUhr.h"
 #include "tests/hilfen/ProbeAnzeige.h"
 
 struct Probetasten {
     Tastenstand stand;
+    GegebenerStand gegeben;
     Wiederholstand wiederholstand;
     GehalteneTasten gehaltene;
     ProbeUhr uhr;
@@ -18,7 +20,7 @@ struct Probetasten {
     ProbeAnzeige anzeige;
     XPTaste xpTaste{eingabe, [this] { wiederholung.WiederholungPruefen(); }};
     Wiederholung wiederholung{wiederholstand, gehaltene, xpTaste, uhr};
-    TastenAktion aktion{stand, gehaltene, wiederholung, xpTaste, uhr, anzeige};
+    TastenAktion aktion{stand, gegeben, gehaltene, wiederholung, xpTaste, uhr, anzeige};
 
     void warten(int ms) { uhr.vorUm(std::chrono::milliseconds{ms}); }
 };

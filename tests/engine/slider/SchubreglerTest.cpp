@@ -359,7 +359,7 @@ TEST(SchubreglerTimer, LaeuftNurSolangeEtwasZuTunIst) {
         lauf.starten();
         lauf.stellen(65534);
         EXPECT_EQ(lauf.timerLaeuft(), laeuft) << satz;
-        EXPECT_EQ(lauf.zustand.timer.TimerMaske(), 0U) << satz;
+        EXPECT_EQ(lauf.zustand.gegeben.timer.TimerMaske(), 0U) << satz;
         lauf.stellen(RUHE);
         EXPECT_FALSE(lauf.timerLaeuft()) << satz;
     }

@@ -253,8 +253,8 @@ TEST_P(AktionslaufTest, EgoDatenSindBreiteHoeheUndKleinsteWerteDesFeldes) {
     EXPECT_EQ(daten.xMin, 9000);
     EXPECT_EQ(daten.yMin, 45000);
     EXPECT_EQ(aktionstext(daten.aktion), "5,2,4,5");
-    EXPECT_EQ(lauf.stand().egoachsen[X_SEITE].versatz, 1000);
-    EXPECT_EQ(lauf.stand().egoachsen[Y_SEITE].versatz, 10000);
+    EXPECT_EQ(lauf.gegeben().versatz[X_SEITE], 1000);
+    EXPECT_EQ(lauf.gegeben().versatz[Y_SEITE], 10000);
 }
 
 TEST_P(AktionslaufTest, EgoStatusNenntDieAchsenAusserhalbDerMitte) {

@@ -66,6 +66,7 @@ protected:
         return alle;
     }
     StickMaschine& links() { return lauf.zustand.linkerStick; }
+    Stickposition position() { return lauf.zustand.gegeben.stick(Stickseite::Links).position; }
 
     Probelauf lauf{{"btn9", "3,0,0-0-0"}, {"btn10", "4,0,0-0-0"}};
 };
@@ -77,7 +78,7 @@ TEST_F(StickAuswertenTest, InnerhalbDerGrenzenWirdNurGelesen) {
     linksStellen(MITTE + 1, MITTE - 1);
     lauf.takt();
     EXPECT_EQ(auswertungen(), Texte{});
-    EXPECT_EQ(links().position, (Stickposition{MITTE + 1, MITTE - 1}));
+    EXPECT_EQ(position(), (Stickposition{MITTE + 1, MITTE - 1}));
 }
 
 TEST_F(StickAuswertenTest, AusserhalbInXUndYWirdZweimalAusgewertetLinksVorRechts) {
@@ -130,7 +131,7 @@ TEST_F(StickAuswertenTest, EinGesperrterStickMerktSichNurSeinePosition) {
     rechtsStellen(GANZ_AUSSEN, MITTE);
     lauf.takt();
     EXPECT_EQ(auswertungen(), (Texte{"R Rechts:  56000 | Mitte:  "}));
-    EXPECT_EQ(links().position, (Stickposition{GANZ_AUSSEN, MITTE}));
+    EXPECT_EQ(position(), (Stickposition{GANZ_AUSSEN, MITTE}));
 }
 
 TEST_F(StickAuswertenTest, BeimLadenWirdNichtAusgewertet) {
@@ -227,7 +228,7 @@ TEST_F(StickAuswertenTest, GrenzenUndPositionUeberdauernDenLauf) {
     lauf.fenster->beenden();
     lauf.starten();
     EXPECT_EQ(links().grenzen, (FeldGrenzen{20000, 9000, 45000, 20000}));
-    EXPECT_EQ(links().position, (Stickposition{INNERES_BAND, MITTE}));
+    EXPECT_EQ(position(), (Stickposition{INNERES_BAND, MITTE}));
     lauf.takt();
     EXPECT_EQ(auswertungen(), Texte{});
 }

@@ -55,7 +55,8 @@ public:
     bool links() const { return seite_ == Stickseite::Links; }
     StickMaschine& stick() { return links() ? zustand.linkerStick : zustand.rechterStick; }
     const Stickaktionsstand& stand() { return stick().stand(); }
-    std::uint32_t maske() const { return zustand.timer.TimerMaske(); }
+    const GegebenerStand::Stick& gegeben() { return zustand.gegeben.stick(seite_); }
+    std::uint32_t maske() const { return zustand.gegeben.timer.TimerMaske(); }
     /// A value of the left and of the right stick.
     template <class T> T seitig(T linker, T rechter) const { return links() ? linker : rechter; }
 
