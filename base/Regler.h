@@ -39,8 +39,8 @@ constexpr std::array<int, REGLER> hscroll1Startwerte() {
 
 /// What the scroll bars show; at first their start values.
 struct Reglerwerte {
-    std::array<int, REGLER> HScroll1 = hscroll1Startwerte();
-    int HScroll2 = HSCROLL2_BEREICH.start;
+    std::array<int, REGLER> glaettung = hscroll1Startwerte(); ///< `HScroll1`, by element
+    int wiederholintervall = HSCROLL2_BEREICH.start;          ///< ms, `HScroll2`
 
     bool operator==(const Reglerwerte&) const = default;
 };

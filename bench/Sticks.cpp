@@ -55,7 +55,7 @@ void glaettenVierAchsen(benchmark::State& stand) {
     achsendatei.AchsenLaden();
     Reglerwerte regler;
     for (const std::size_t fenster : {0, 2, 6, 8})
-        regler.HScroll1[fenster] = 30;
+        regler.glaettung[fenster] = 30;
     Entwackelstand alt;
     Entwackeln entwackeln(alt, achsen, regler, uhr, anzeige);
     std::uint32_t runde = 0;

@@ -15,8 +15,8 @@ constexpr std::size_t DURCHSUCHTE_PLAETZE = 20;
 Wiederholung::Wiederholung(Wiederholstand& stand, const GehalteneTasten& gehaltene, XPTaste& xpTaste,
                            Zeitgeber& zeitgeber)
     : stand_(stand), gehaltene_(gehaltene), xpTaste_(xpTaste) {
-    for (std::size_t platz = 0; platz < Timer1_.size(); ++platz)
-        Timer1_[platz] = zeitgeber.formularzeitgeber([this, platz] { takt(platz); });
+    for (std::size_t platz = 0; platz < wiederholzeitgeber_.size(); ++platz)
+        wiederholzeitgeber_[platz] = zeitgeber.formularzeitgeber([this, platz] { takt(platz); });
 }
 
 void Wiederholung::WiederholungPruefen() {
@@ -28,9 +28,9 @@ void Wiederholung::WiederholungPruefen() {
     for (std::size_t platz = 0; platz < anzahl; ++platz) {
         if (eintragKommtVor(stand_.GehaltenTextAlt, eintraege[platz]))
             continue;
-        if (platz < Timer1_.size()) {
-            Timer1_[platz]->Enabled(true);
-            Timer1_[platz]->Interval(intervall_);
+        if (platz < wiederholzeitgeber_.size()) {
+            wiederholzeitgeber_[platz]->Enabled(true);
+            wiederholzeitgeber_[platz]->Interval(intervall_);
         }
         stand_.WiederholSlots[platz] = eintraege[platz];
     }
@@ -42,8 +42,8 @@ void Wiederholung::WiederholungStoppen(int slot) {
         auto& inhalt = stand_.WiederholSlots[platz];
         if (!inhalt || inhalt->slot != slot)
             continue;
-        if (platz < Timer1_.size())
-            Timer1_[platz]->Enabled(false);
+        if (platz < wiederholzeitgeber_.size())
+            wiederholzeitgeber_[platz]->Enabled(false);
         inhalt.reset();
         return;
     }
@@ -57,7 +57,7 @@ void Wiederholung::slotsLeeren() {
 }
 
 void Wiederholung::anhalten() {
-    for (const auto& zeitgeber : Timer1_)
+    for (const auto& zeitgeber : wiederholzeitgeber_)
         zeitgeber->Enabled(false);
 }
 

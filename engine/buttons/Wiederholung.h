@@ -52,5 +52,5 @@ private:
     const GehalteneTasten& gehaltene_;
     XPTaste& xpTaste_;
     std::chrono::milliseconds intervall_{0};
-    std::array<std::unique_ptr<Formularzeitgeber>, ZEITGEBER> Timer1_;
+    std::array<std::unique_ptr<Formularzeitgeber>, ZEITGEBER> wiederholzeitgeber_; // by place
 };

@@ -120,7 +120,7 @@ void Entwackeln::EntwackelnTakt() {
 
 void Entwackeln::AchseGlaetten(std::size_t achse) {
     const auto& zeile = ACHSENZEILEN[achse];
-    const auto& regler = regler_.HScroll1;
+    const auto& regler = regler_.glaettung;
     const auto raw = achsen_.AchsenWert(zeile.achse);
     if (!raw)
         return; // no pad yet, or no raw axis of this name: the output stays

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr std::chrono::milliseconds TICK{5};
-constexpr std::chrono::milliseconds TIMER1_INTERVALL{100};
+constexpr std::chrono::milliseconds LEERES_INTERVALL{100};
 
 constexpr int STANDART = 0;
 
@@ -51,8 +51,8 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     , dienste_{zeitgeber_,         umgebung.eingabe, xpTaste_,    tastenAktion_,
                zustand_.gehaltene, zustand_.gegeben, entwackeln_, anzeige_}
     , schubregler_(zustand_.schub, zustand_.achsendatei, zustand_.achsen, dienste_)
-    , tmrSpiel_(zeitgeber_.formularzeitgeber([this] { tmrSpielTakt(); }))
-    , Timer1_(zeitgeber_.formularzeitgeber([] {})) {
+    , spielzeitgeber_(zeitgeber_.formularzeitgeber([this] { spieltakt(); }))
+    , leererZeitgeber_(zeitgeber_.formularzeitgeber([] {})) {
     // A pad that was never there presses nothing.
     JoyInfo_.dwPOV = JoyInfoAlt_.dwPOV = JOY_POVCENTERED;
 }
@@ -73,10 +73,10 @@ void LaufFenster::laden() {
 
     geladen_ = true;
     anzeige_.hauptformVerbergen();
-    Timer1_->Interval(TIMER1_INTERVALL);
-    Timer1_->Enabled(true);
-    tmrSpiel_->Interval(TICK);
-    tmrSpiel_->Enabled(true);
+    leererZeitgeber_->Interval(LEERES_INTERVALL);
+    leererZeitgeber_->Enabled(true);
+    spielzeitgeber_->Interval(TICK);
+    spielzeitgeber_->Enabled(true);
 }
 
 std::optional<LaufzeitFehler> LaufFenster::beenden() {
@@ -89,8 +89,8 @@ std::optional<LaufzeitFehler> LaufFenster::beenden() {
     auto fehler = behalten();
     AlleTimerBeenden(zeitgeber_);
     schubregler_.beenden();
-    Timer1_->Enabled(false);
-    tmrSpiel_->Enabled(false);
+    leererZeitgeber_->Enabled(false);
+    spielzeitgeber_->Enabled(false);
     return fehler;
 }
 
@@ -100,10 +100,10 @@ void LaufFenster::reglerLesen() {
     SensibleRLesenSchreiben(global.DatenbankPfad, global.SchemaName, regler_, false);
     // A copy: a scroll bar that is set comes back as a change.
     const auto werte = regler_;
-    for (std::size_t i = 0; i < werte.HScroll1.size(); ++i)
-        anzeige_.HScroll1(static_cast<int>(i), werte.HScroll1[i]);
-    anzeige_.HScroll2(werte.HScroll2);
-    HScroll2Aenderung(werte.HScroll2);
+    for (std::size_t i = 0; i < werte.glaettung.size(); ++i)
+        anzeige_.HScroll1(static_cast<int>(i), werte.glaettung[i]);
+    anzeige_.HScroll2(werte.wiederholintervall);
+    HScroll2Aenderung(werte.wiederholintervall);
 }
 
 // Writes the scroll bars. The rows are two: what one of them fails with does not keep the other from being
@@ -144,7 +144,7 @@ void LaufFenster::abbrechen(const LaufzeitFehler& fehler) {
                    : fehler);
 }
 
-void LaufFenster::tmrSpielTakt() {
+void LaufFenster::spieltakt() {
     padAbfragen(joystick_, JoyInfo_); // a poll that fails leaves the last values to be evaluated again
     Beschriften();
     StickAuswerten();
@@ -153,29 +153,29 @@ void LaufFenster::tmrSpielTakt() {
 }
 
 void LaufFenster::Beschriften() {
-    auto& tasten = JoyInfo_.dwButtons;
-    if (tasten == 0)
+    auto& padtasten = JoyInfo_.dwButtons;
+    if (padtasten == 0)
         nichtsGedrueckt();
 
     // The number as it is before the shift keys act on it.
     const int gedrueckte =
-        static_cast<int>(tasten & 0xFFFF) - static_cast<int>(ebenen_.eigeneUmschalttaste());
+        static_cast<int>(padtasten & 0xFFFF) - static_cast<int>(ebenen_.eigeneUmschalttaste());
 
     std::string_view umschaltung;
-    if (const auto eintritt = ebenen_.gedrueckt(tasten)) {
+    if (const auto eintritt = ebenen_.gedrueckt(padtasten)) {
         wechseln(*eintritt);
-        tasten -= eintritt->umschalttaste;
+        padtasten -= eintritt->umschalttaste;
         umschaltung = UMSCHALTUNGEN[static_cast<std::size_t>(eintritt->ebene)];
     }
 
-    if (std::exchange(lblUmschalt_, umschaltung) != umschaltung)
+    if (std::exchange(gezeigteUmschaltung_, umschaltung) != umschaltung)
         anzeige_.lblUmschalt(umschaltung);
-    if (std::exchange(gedrueckteTasten_, gedrueckte) != gedrueckte)
+    if (std::exchange(gezeigtePadtastenzahl_, gedrueckte) != gedrueckte)
         anzeige_.gedrueckteTasten(gedrueckte);
 
-    tastenflanken();
+    padtastenflanken();
     JoyInfoAlt_ = JoyInfo_;
-    TastenWort_ = static_cast<std::uint16_t>(tasten);
+    TastenWort_ = static_cast<std::uint16_t>(padtasten);
 }
 
 void LaufFenster::nichtsGedrueckt() {
@@ -193,7 +193,7 @@ void LaufFenster::wechseln(const Ebenenwechsel::Schritt& schritt) {
     ebenen_.vollziehen(schritt);
 }
 
-void LaufFenster::tastenflanken() {
+void LaufFenster::padtastenflanken() {
     const auto jetzt = JoyInfo_.dwButtons;
     const auto vorher = JoyInfoAlt_.dwButtons;
     for (int slot = 0; slot < TASTEN; ++slot) {
@@ -234,7 +234,7 @@ void LaufFenster::Command1Klick(int index) {
     auto& angehalten = index == KNOPF_STOP ? stopGedrueckt_ : ausgeklappt_;
     angehalten = !angehalten;
     const std::string_view ruhetext = index == KNOPF_STOP ? "Stop" : "SensiTast";
-    tmrSpiel_->Enabled(!angehalten);
+    spielzeitgeber_->Enabled(!angehalten);
     if (angehalten)
         pollHalten();
     anzeige_.Command1(index, angehalten ? "Start" : ruhetext);
@@ -255,12 +255,12 @@ void LaufFenster::pollHalten() {
 
 void LaufFenster::HScroll1Aenderung(int index, int wert) {
     const auto i = static_cast<std::size_t>(index);
-    regler_.HScroll1[i] = std::clamp(wert, HSCROLL1_BEREICHE[i].min, HSCROLL1_BEREICHE[i].max);
+    regler_.glaettung[i] = std::clamp(wert, HSCROLL1_BEREICHE[i].min, HSCROLL1_BEREICHE[i].max);
     entwackeln_.EntwackelnStoppen(); // the next tick starts it anew
 }
 
 void LaufFenster::HScroll2Aenderung(int wert) {
-    regler_.HScroll2 = wert;
+    regler_.wiederholintervall = wert;
     wiederholung_.intervall(std::chrono::milliseconds{wert});
 }
 
@@ -269,7 +269,7 @@ void LaufFenster::Option1Klick(int index) {
 }
 
 bool LaufFenster::pollt() const {
-    return tmrSpiel_->Enabled();
+    return spielzeitgeber_->Enabled();
 }
 
 void LaufFenster::grenzenLoeschen() {

@@ -77,7 +77,7 @@ public:
     std::uint16_t TastenWort() const { return TastenWort_; }
 
 private:
-    void tmrSpielTakt();
+    void spieltakt();
     void abbrechen(const LaufzeitFehler& fehler);
     void reglerLesen();
     std::optional<LaufzeitFehler> behalten();
@@ -85,7 +85,7 @@ private:
 
     void nichtsGedrueckt();
     void wechseln(const Ebenenwechsel::Schritt& schritt);
-    void tastenflanken();
+    void padtastenflanken();
     void grenzenLoeschen();
     void sticktabellenLaden(int ebene);
     const Belegung& belegung(int slot) const;
@@ -102,7 +102,7 @@ private:
     Entwackeln entwackeln_;
     Laufdienste dienste_;
     Schubregler schubregler_;
-    std::unique_ptr<Formularzeitgeber> tmrSpiel_;
+    std::unique_ptr<Formularzeitgeber> spielzeitgeber_;
 
     Laufbelegungen Aktionen_;
     JOYINFOEX JoyInfo_;
@@ -114,10 +114,10 @@ private:
     bool geladen_ = false;
     bool stopGedrueckt_ = false; // Command1(0) says "Start"
     bool ausgeklappt_ = false;   // Command1(1) says "Start"
-    std::string_view lblUmschalt_;
-    std::optional<int> gedrueckteTasten_;
+    std::string_view gezeigteUmschaltung_;
+    std::optional<int> gezeigtePadtastenzahl_;
 
     // Given; nothing in the program hangs on it.
     std::uint16_t TastenWort_ = 0;
-    std::unique_ptr<Formularzeitgeber> Timer1_; // has no procedure
+    std::unique_ptr<Formularzeitgeber> leererZeitgeber_; // `Timer1`, has no procedure
 };

@@ -44,19 +44,19 @@ int reglerwert(const Wert& wert, const Reglerbereich& bereich, int beiNull) {
 
 Reglerwerte gelesen(const Zwilling& zwilling, const Recordset& satz, Reglerwerte werte) {
     for (const auto& [ordinal, element, grundwert] : zwilling.spalten)
-        werte.HScroll1[element] = reglerwert(satz.get_Value(ordinal), HSCROLL1_BEREICHE[element], grundwert);
+        werte.glaettung[element] = reglerwert(satz.get_Value(ordinal), HSCROLL1_BEREICHE[element], grundwert);
     if (zwilling.spalteHScroll2 != KEINE_SPALTE)
-        werte.HScroll2 =
-            reglerwert(satz.get_Value(zwilling.spalteHScroll2), HSCROLL2_BEREICH, werte.HScroll2);
+        werte.wiederholintervall =
+            reglerwert(satz.get_Value(zwilling.spalteHScroll2), HSCROLL2_BEREICH, werte.wiederholintervall);
     return werte;
 }
 
 void schreibe(const Zwilling& zwilling, Recordset& satz, const Reglerwerte& werte) {
     satz.Edit();
     for (const Reglerspalte& spalte : zwilling.spalten)
-        satz.put_Value(spalte.ordinal, werte.HScroll1[spalte.element]);
+        satz.put_Value(spalte.ordinal, werte.glaettung[spalte.element]);
     if (zwilling.spalteHScroll2 != KEINE_SPALTE)
-        satz.put_Value(zwilling.spalteHScroll2, werte.HScroll2);
+        satz.put_Value(zwilling.spalteHScroll2, werte.wiederholintervall);
     satz.Update();
 }
 
@@ -75,7 +75,7 @@ void zeileAnlegen(Recordset& satz, const std::string& schemaName, bool schreiben
 
 Reglerwerte mitGrundwerten(const Zwilling& zwilling, Reglerwerte werte) {
     for (const Reglerspalte& spalte : zwilling.spalten)
-        werte.HScroll1[spalte.element] = spalte.grundwert;
+        werte.glaettung[spalte.element] = spalte.grundwert;
     return werte;
 }
 

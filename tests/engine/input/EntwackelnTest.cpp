@@ -360,7 +360,7 @@ TEST_F(EntwackelnTest, EineRundeFragtDasPadEinmalFuerAlleAchsen) {
 TEST_F(EntwackelnTest, DieBerichteStehenInDerReihenfolgeDerAchsenUndNurWennSieNeuSind) {
     pad.zustand.dwXpos = 5;
     pad.zustand.dwYpos = 0;
-    regler.HScroll1[6] = 2;
+    regler.glaettung[6] = 2;
     entwackeln.EntwackelnTakt();
     EXPECT_EQ(anzeige.abholen(), (Texte{"Text3(0) = 0 --- 1\n\n0 --- 0", "Text3(1) = 1 --- 0\n\n0 --- 0",
                                         "Text3(2) = 0 --- 2\n\n0 --- 0", "Text3(3) = 0 --- 1\n\n0 --- 0"}));
@@ -399,12 +399,12 @@ TEST_F(EntwackelnTest, JedeAchseHatIhreRegler) {
         const auto nach = [&](std::uint32_t wert, int mindestzahl, int unten, int oben) {
             stand.filter = {};
             regler = {};
-            regler.HScroll1[9] = 0;
-            regler.HScroll1[zeile.fenster] = 5;
-            regler.HScroll1[zeile.mindestzahl] = mindestzahl;
-            regler.HScroll1[11] = 0;
-            regler.HScroll1[zeile.randOben] = oben;
-            regler.HScroll1[zeile.randUnten] = unten;
+            regler.glaettung[9] = 0;
+            regler.glaettung[zeile.fenster] = 5;
+            regler.glaettung[zeile.mindestzahl] = mindestzahl;
+            regler.glaettung[11] = 0;
+            regler.glaettung[zeile.randOben] = oben;
+            regler.glaettung[zeile.randUnten] = unten;
             pad.zustand.*zeile.roh = 1000;
             for (int takt = 0; takt < 10; ++takt)
                 entwackeln.EntwackelnTakt();
@@ -423,15 +423,15 @@ TEST_F(EntwackelnTest, JedeAchseHatIhreRegler) {
 }
 
 TEST_F(EntwackelnTest, NachEinemReglerGiltSeinNeuerWertImNaechstenTakt) {
-    regler.HScroll1[2] = 5;
-    regler.HScroll1[5] = 30;
+    regler.glaettung[2] = 5;
+    regler.glaettung[5] = 30;
     pad.zustand.dwXpos = 1000;
     for (int takt = 0; takt < 10; ++takt)
         entwackeln.EntwackelnTakt();
     pad.zustand.dwXpos = 1010;
     entwackeln.EntwackelnTakt();
     EXPECT_EQ(stand.filter[0].ausgabe(), 1000);
-    regler.HScroll1[5] = 9;
+    regler.glaettung[5] = 9;
     entwackeln.EntwackelnTakt();
     EXPECT_EQ(stand.filter[0].ausgabe(), 1010);
 }

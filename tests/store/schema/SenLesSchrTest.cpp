@@ -61,13 +61,13 @@ protected:
     /// `basis` with other values in this stick's six elements, in element order.
     Reglerwerte mit(Reglerwerte basis, const std::array<int, 6>& sechs) const {
         std::copy(sechs.begin(), sechs.end(),
-                  basis.HScroll1.begin() + static_cast<std::ptrdiff_t>(seite().erstes));
+                  basis.glaettung.begin() + static_cast<std::ptrdiff_t>(seite().erstes));
         return basis;
     }
     Reglerwerte mit(const Reglerwerte& basis, const std::array<int, 6>& sechs, int wiederholung) const {
         Reglerwerte neu = mit(basis, sechs);
         if (seite().hatWiederholung)
-            neu.HScroll2 = wiederholung;
+            neu.wiederholintervall = wiederholung;
         return neu;
     }
 
@@ -95,8 +95,8 @@ INSTANTIATE_TEST_SUITE_P(Beide, Sensibel,
 
 TEST(Reglerwerte, BeginnenMitDenStartwertenDerTabelle) {
     const Reglerwerte werte;
-    EXPECT_THAT(werte.HScroll1, ElementsAre(1, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0, 1));
-    EXPECT_EQ(werte.HScroll2, 0);
+    EXPECT_THAT(werte.glaettung, ElementsAre(1, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0, 1));
+    EXPECT_EQ(werte.wiederholintervall, 0);
 }
 
 TEST_P(Sensibel, DerErsteStartLegtEineZeileNurMitDemNamenUndZeigtDieGrundwerte) {
@@ -218,14 +218,14 @@ TEST_P(Sensibel, GeschriebenWirdBisSechzehnBitDarueberWirdAbgewiesen) {
     lege("S", "1, 2, 3, 4, 5, 6", "7");
     const std::size_t letztes = seite().erstes + 5;
     for (const int passend : {32766, 32767, -32767, -32768}) {
-        werte.HScroll1[letztes] = passend;
+        werte.glaettung[letztes] = passend;
         schreibe();
         EXPECT_EQ(tabelle().at(0).at(6), std::to_string(passend));
     }
     for (const int zuGross :
          {32768, -32769, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
         werte = eigene();
-        werte.HScroll1[letztes] = zuGross;
+        werte.glaettung[letztes] = zuGross;
         erwarteFehlerOhneWirkung(6, [&] { schreibe(); });
     }
 }
@@ -361,7 +361,7 @@ TEST(SensibleLesenSchreiben, BeideSeitenZusammenFuellenAlleRegler) {
     Reglerwerte werte;
     SensibleLesenSchreiben(datei.pfad(), "S", werte, LESEN);
     SensibleRLesenSchreiben(datei.pfad(), "S", werte, LESEN);
-    EXPECT_THAT(werte.HScroll1, ElementsAre(30, 0, 30, 0, 400, 400, 30, 0, 30, 0, 400, 400));
+    EXPECT_THAT(werte.glaettung, ElementsAre(30, 0, 30, 0, 400, 400, 30, 0, 30, 0, 400, 400));
     werte = eigene();
     SensibleLesenSchreiben(datei.pfad(), "S", werte, SCHREIBEN);
     SensibleRLesenSchreiben(datei.pfad(), "S", werte, SCHREIBEN);
