@@ -1,7 +1,5 @@
 #include "editors/stick/Feldsuche.h"
 
-#include "engine/stick/StickTabellen.h"
-
 namespace {
 
 /// A band of one axis: where it begins, how far it reaches, and the inner line that names it.

@@ -6,13 +6,10 @@
 // larger coordinate. The outermost fields to the right and below reach beyond the plane.
 #pragma once
 
-#include "store/schema/modLesen.h"
+#include "store/schema/Linientabelle.h"
 
 #include <array>
 #include <cstdint>
-
-/// The lines of one layer: [slot][direction]. Slots 1 to 19 hold lines from the centre outward, 0 is none.
-using Linienebene = Linientabelle::value_type;
 
 /// Right and lower end of the outermost fields: on purpose a little beyond the plane.
 inline constexpr std::int32_t FELDENDE = 66000;

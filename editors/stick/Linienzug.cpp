@@ -3,15 +3,12 @@
 #include "base/LaufzeitFehler.h"
 #include "base/Rundung.h"
 #include "editors/stick/Ebenenmass.h"
-#include "engine/stick/StickTabellen.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace {
-
-constexpr int LETZTER_SLOT = ZEILEN_JE_STICK - 1;
 
 // A line comes no nearer than this to its neighbours, and is put just beyond it.
 constexpr std::int64_t ABSTAND = 500;
@@ -109,7 +106,7 @@ Linienzug::Fang Linienzug::fangen(double x, double y) {
         return std::ranges::any_of(verfehlte, [&](const Griff& g) { return g.ist(richtung, slot); });
     };
     if (!flaeche_.RechteckBGezeigt())
-        for (int slot = 1; slot <= LETZTER_SLOT; ++slot)
+        for (int slot = 1; slot <= LETZTE_LINIENZEILE; ++slot)
             for (std::size_t d = 0; d < RICHTUNGEN; ++d) {
                 const double ort = artVon(d).inX ? x : y;
                 if (ort > FANGWEITE && !verfehlt(d, slot))
@@ -203,7 +200,7 @@ void Linienzug::loslassen() {
         zuruecklegen(griff);
     griffe_.clear();
     for (std::size_t d = 0; d < RICHTUNGEN; ++d)
-        for (int index = 0; index < LETZTER_SLOT; ++index)
+        for (int index = 0; index < LETZTE_LINIENZEILE; ++index)
             flaeche_.linieFaerben(d, index, false);
     Greifindex_ = {};
     RandX_ = RandY_ = false;
@@ -223,7 +220,7 @@ bool Linienzug::haelt() const {
     if (Greifindex_ != Greifindizes{})
         return true;
     for (std::size_t d = 0; d < RICHTUNGEN; ++d)
-        for (int index = 0; index < LETZTER_SLOT; ++index)
+        for (int index = 0; index < LETZTE_LINIENZEILE; ++index)
             if (flaeche_.linieGezeigt(d, index) && flaeche_.linieRot(d, index))
                 return true;
     return false;
@@ -267,7 +264,7 @@ void Linienzug::pfeilGedrueckt(Maustaste taste, std::size_t richtung) {
     if (haelt())
         loslassen();
     int slot = 1;
-    while (slot < LETZTER_SLOT && J(slot, richtung) != 0)
+    while (slot < LETZTE_LINIENZEILE && J(slot, richtung) != 0)
         ++slot;
     if (taste == Maustaste::Links)
         hinzufuegen(richtung, slot);

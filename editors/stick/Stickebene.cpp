@@ -1,7 +1,6 @@
 #include "editors/stick/Stickebene.h"
 
 #include "editors/common/Formhilfen.h"
-#include "engine/stick/StickTabellen.h"
 
 #include <QMouseEvent>
 #include <QPainter>

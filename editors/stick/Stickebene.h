@@ -7,7 +7,7 @@
 
 #include "editors/stick/Ebenenteile.h"
 #include "editors/stick/Zonenbild.h"
-#include "store/schema/modLesen.h"
+#include "store/schema/Linientabelle.h"
 
 #include <QImage>
 #include <QRegion>

@@ -210,7 +210,7 @@ void frmJust::ebeneWaehlen(int ebene) {
 }
 
 void frmJust::linienLegen() {
-    for (int slot = 1; slot < LINIENPLAETZE; ++slot)
+    for (int slot = ERSTE_LINIENZEILE; slot < LINIENPLAETZE; ++slot)
         for (std::size_t d = 0; d < RICHTUNGEN; ++d)
             PositionFestlegen(d, slot);
 }

@@ -9,6 +9,7 @@
 #include "editors/stick/Justiereigenart.h"
 #include "editors/stick/Linienzug.h"
 #include "platform/Zeitgeber.h"
+#include "store/schema/Stickanweisung.h"
 
 #include <QWidget>
 

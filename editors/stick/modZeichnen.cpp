@@ -2,8 +2,8 @@
 
 #include "base/Rundung.h"
 #include "editors/stick/Ebenenmass.h"
-#include "engine/stick/StickTabellen.h"
 #include "formats/Stickaktion.h"
+#include "store/schema/Linientabelle.h"
 #include "store/schema/Stickanweisung.h"
 #include "store/schema/Zonenlesen.h"
 
@@ -13,8 +13,6 @@
 namespace {
 
 constexpr const char* LEERFELD = "3"; // as the editors write it; any other text takes its place on the plane
-
-constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSNAMEN{"Links", "Rechts", "Oben", "Unten"};
 
 constexpr std::size_t OBEN_LINKS = 0;
 constexpr std::size_t UNTEN_LINKS = 1;
@@ -97,7 +95,7 @@ private:
     void linienLesen() {
         auto satz = linienzeilen(datenbank_, seite_, schemaName_);
         for (std::size_t i = 0; i < linien_.size(); ++i)
-            linien_[i] = LinienListeLesen(satz, RICHTUNGSNAMEN[i], ebene_);
+            linien_[i] = LinienListeLesen(satz, LINIENRICHTUNGEN[i], ebene_);
     }
 
     void FeldSymbolZeichnen(const Zonenzeile& zeile) {
@@ -131,8 +129,8 @@ private:
     }
 
     Strecke mitte(std::size_t vorn, std::size_t hinten) const {
-        return {mittellinie(linien_[vorn], RICHTUNGSNAMEN[vorn]),
-                mittellinie(linien_[hinten], RICHTUNGSNAMEN[hinten])};
+        return {mittellinie(linien_[vorn], LINIENRICHTUNGEN[vorn]),
+                mittellinie(linien_[hinten], LINIENRICHTUNGEN[hinten])};
     }
     /// The band of a line to the left or above: out to the next line or to 0.
     static Strecke nachVorn(const Zonenlinien& liste, Zonenlinien::const_iterator stelle) {

@@ -2,12 +2,7 @@
 
 #include "base/Ebenennamen.h"
 #include "base/Tastennamen.h"
-
-namespace {
-
-constexpr std::array<const char*, 4> RICHTUNGEN_DER_LINIEN{"Links", "Rechts", "Oben", "Unten"};
-
-} // namespace
+#include "store/schema/Linientabelle.h"
 
 std::string ebenenname(int ebene) {
     const auto i = static_cast<std::size_t>(ebene);
@@ -22,7 +17,7 @@ std::string feldname(Stickseite seite, const Feldname& feld) {
     std::string text;
     for (std::size_t i = 0; i < feld.linien.size(); ++i)
         if (feld.linien[i] != 0)
-            text += std::string(" ") + RICHTUNGEN_DER_LINIEN[i] + " " + std::to_string(feld.linien[i]);
+            text += std::string(" ") + LINIENRICHTUNGEN[i] + " " + std::to_string(feld.linien[i]);
     return stickname(seite, feld.ebene) + ", Feld" + (text.empty() ? " Mitte" : text);
 }
 

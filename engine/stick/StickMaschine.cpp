@@ -11,8 +11,6 @@ namespace {
 
 constexpr std::int32_t EBENENRAND = 65535; // the plane ends here
 
-constexpr std::array<const char*, RICHTUNGEN> RICHTUNGSTEXTE{"Links", "Rechts", "Oben", "Unten"};
-
 // Both searches give the line at which they stop, or the number of lines.
 //
 // Falling lists, `Links` and `Oben`: the last line always stops the search, so a position on an inner line
@@ -70,7 +68,7 @@ const Linienliste& StickMaschine::linien(std::size_t richtung) const {
     if (liste.empty())
         throw LaufzeitFehler(Fehlernummer::FalscherIndex,
                              std::string("Index außerhalb des gültigen Bereichs: keine Linie ") +
-                                 RICHTUNGSTEXTE[richtung]);
+                                 LINIENRICHTUNGEN[richtung]);
     return liste;
 }
 

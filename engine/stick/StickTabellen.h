@@ -4,20 +4,12 @@
 #include "base/Stickseite.h"
 #include "formats/Linienliste.h"
 #include "store/db/Datenbank.h"
-#include "store/schema/Stickanweisung.h"
+#include "store/schema/Linientabelle.h"
 
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
-
-/// Order of the four lists of lines.
-namespace richtung {
-inline constexpr std::size_t LINKS = 0;
-inline constexpr std::size_t RECHTS = 1;
-inline constexpr std::size_t OBEN = 2;
-inline constexpr std::size_t UNTEN = 3;
-} // namespace richtung
 
 struct Sticktabellen {
     std::array<Linienliste, RICHTUNGEN> StickLinien;

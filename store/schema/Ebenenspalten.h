@@ -2,8 +2,7 @@
 // columns may stand, so that the layers' distances differ from table to table.
 #pragma once
 
-#include "store/schema/Stickanweisung.h"
-#include "store/schema/VarTastenbelegung.h"
+#include "base/Slots.h"
 
 #include <array>
 #include <cstddef>
@@ -22,11 +21,6 @@ struct Ebenenspalten {
 inline constexpr Ebenenspalten TASTENSPALTEN{{1, 14, 27}, TASTEN};
 /// tblSteuerKreuz: the D-pad, which is the buttons 12 to 15
 inline constexpr Ebenenspalten KREUZSPALTEN{{1, 5, 9}, SLOTS - TASTEN};
-/// tblStick and tblStickR: a line in each direction
-inline constexpr Ebenenspalten LINIENSPALTEN{{2, 6, 10}, RICHTUNGEN};
-
-/// Row 20 of a stick holds its `StickSperre` where the others hold the first line.
-inline constexpr int SPERRSPALTE = LINIENSPALTEN.ordinal(0, 0);
 
 /// Name of a button's column behind "btn" or "Btn": 1 to 12, 101 to 112, 1001 to 1012 by layer.
 inline std::string tastennummer(int ebene, int taste) {

@@ -35,13 +35,13 @@ private:
     }
 
     void linien() {
-        for (int i = 1; i <= ZEILEN_JE_STICK; ++i) {
+        for (int i = ERSTE_LINIENZEILE; i <= SPERRZEILE; ++i) {
             const auto satz = linienzeile(datenbank_, seite_, schemaName_, i);
             bild_.zeilenFehlen |= satz.get_EOF();
-            if (i == ZEILEN_JE_STICK) // holds no lines
+            if (i == SPERRZEILE)
                 bild_.StickSperre = satz.get_EOF() ? 0 : linienwert(satz.get_Value("Links"));
             else if (!linienEinerZeile(satz, i))
-                i = ZEILEN_JE_STICK - 1; // rows behind the first empty one are never read
+                i = LETZTE_LINIENZEILE; // rows behind the first empty one are never read
         }
     }
 
@@ -65,7 +65,7 @@ private:
 
     // What stands in a row of a new stick.
     static std::int64_t grundlinie(int index, std::size_t richtung) {
-        return index == 1 ? GRUNDLINIEN[richtung] : 0;
+        return index == ERSTE_LINIENZEILE ? GRUNDLINIEN[richtung] : 0;
     }
 
     Database& datenbank_;

@@ -77,9 +77,8 @@ const char* ebenenendung(int Umschalt) {
 }
 
 std::string_view richtungsspalte(int richtung) {
-    constexpr std::array<std::string_view, RICHTUNGEN> SPALTEN{"Links", "Rechts", "Oben", "Unten"};
     if (richtung < 0 || richtung >= RICHTUNGEN)
         throw LaufzeitFehler(Fehlernummer::FalscherIndex,
                              "Eine Richtung " + std::to_string(richtung) + " gibt es nicht.");
-    return SPALTEN[static_cast<std::size_t>(richtung)];
+    return LINIENRICHTUNGEN[static_cast<std::size_t>(richtung)];
 }

@@ -1,9 +1,10 @@
-// Statement texts of the stick tables, which reader and writer share. The two sticks' tables differ by their
-// names only.
+// Statement texts of the stick tables and the walk through their lines, which reader and writer share. The
+// two sticks' tables differ by their names only.
 #pragma once
 
 #include "base/Stickseite.h"
 #include "store/db/Datenbank.h"
+#include "store/schema/Linientabelle.h"
 
 #include <array>
 #include <cstdint>
@@ -11,9 +12,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-
-inline constexpr int RICHTUNGEN = 4;       ///< Links, Rechts, Oben, Unten
-inline constexpr int ZEILEN_JE_STICK = 20; ///< rows 1 to 19 hold lines, row 20 `StickSperre`
 
 /// Ordinal of the first of an action's four lines, behind Schemaname and Umschalt.
 inline constexpr int ERSTE_FELDSPALTE = 2;
@@ -31,6 +29,21 @@ Recordset linienzeile(Database& datenbank, Stickseite seite, const std::string& 
 
 /// Throws 3021 when `satz`, the rows of a stick, has none: then the `Schema` is gone.
 void linienzeilenPruefen(const Recordset& satz, Stickseite seite, const std::string& schemaName);
+
+/// Calls `arbeit` with each place that a line or `StickSperre` has in `satz`, the twenty rows of a stick:
+/// with the cursor on its row, its ordinal and its value in `bild`. The rows are walked once a layer; the
+/// cursor stands on that of `StickSperre` at the end.
+template <class Bild, class Arbeit> void jedenLinienwert(Recordset& satz, Bild& bild, Arbeit&& arbeit) {
+    for (int ebene = 0; ebene < EBENEN; ++ebene) {
+        auto& linien = bild.linien[static_cast<std::size_t>(ebene)];
+        satz.MoveFirst();
+        for (std::size_t zeile = ERSTE_LINIENZEILE; zeile <= LETZTE_LINIENZEILE; ++zeile, satz.MoveNext())
+            for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
+                arbeit(LINIENSPALTEN.ordinal(ebene, richtung),
+                       linien[zeile][static_cast<std::size_t>(richtung)]);
+    }
+    arbeit(SPERRSPALTE, bild.StickSperre);
+}
 
 /// Opens the actions of a `Schema` on one layer that meet `bedingung`, pairs of a column and its value.
 Recordset aktionszeilen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,

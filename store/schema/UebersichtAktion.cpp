@@ -165,7 +165,8 @@ void linienLoeschen(const Seite& seite) {
     keine.fill(std::int64_t{0});
     Recordset satz = linienOeffnen(seite);
     for (; !satz.get_EOF(); satz.MoveNext())
-        linieSchreiben(satz, seite.wahl.ebene, alsZahl(satz.get_Value("index")) == 1 ? grundlinien : keine);
+        linieSchreiben(satz, seite.wahl.ebene,
+                       alsZahl(satz.get_Value("index")) == ERSTE_LINIENZEILE ? grundlinien : keine);
 }
 
 void linienWechseln(const Seite& erste, const Seite& zweite) {

@@ -34,7 +34,7 @@ Zonenlinien LinienListeLesen(Recordset& satz, std::string_view richtungsname, in
         return linien;
     const auto spalte = std::string(richtungsname) + ebenenendung(ebene);
     for (satz.MoveFirst(); !satz.get_EOF() && linien.size() < LAENGSTE_LISTE; satz.MoveNext()) {
-        if (alsZahl(satz.get_Value("index")) == ZEILEN_JE_STICK)
+        if (alsZahl(satz.get_Value("index")) == SPERRZEILE)
             continue;
         const auto linie = plangroesse(satz.get_Value(spalte));
         if (linie == 0)

@@ -66,7 +66,7 @@ void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index
     satz.AddNew();
     satz.put_Value("Schemaname", schemaName);
     satz.put_Value("index", index);
-    if (index == 1)
+    if (index == ERSTE_LINIENZEILE)
         for (int ebene = 0; ebene < EBENEN; ++ebene)
             for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
                 satz.put_Value(LINIENSPALTEN.ordinal(ebene, richtung),
@@ -74,18 +74,10 @@ void grundzeileAnlegen(Recordset& satz, const std::string& schemaName, int index
     satz.Update();
 }
 
-/// Walks the rows once a layer, so that the cursor stands on row 20 at the end.
 Sticklinien linienAus(Recordset& satz) {
     Sticklinien gelesen;
-    for (int ebene = 0; ebene < EBENEN; ++ebene) {
-        auto& tabelle = gelesen.linien[static_cast<std::size_t>(ebene)];
-        satz.MoveFirst();
-        for (std::size_t zeile = 1; zeile < ZEILEN_JE_STICK; ++zeile, satz.MoveNext())
-            for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
-                tabelle[zeile][static_cast<std::size_t>(richtung)] =
-                    linienwert(satz.get_Value(LINIENSPALTEN.ordinal(ebene, richtung)));
-    }
-    gelesen.StickSperre = linienwert(satz.get_Value(SPERRSPALTE));
+    jedenLinienwert(satz, gelesen,
+                    [&](int ordinal, std::int32_t& wert) { wert = linienwert(satz.get_Value(ordinal)); });
     return gelesen;
 }
 

@@ -4,6 +4,7 @@
 
 #include "base/Stickseite.h"
 #include "store/db/Datenbank.h"
+#include "store/schema/Linientabelle.h"
 #include "store/schema/Stickanweisung.h"
 #include "store/schema/VarTastenbelegung.h"
 
@@ -48,26 +49,12 @@ Schemaliste SchemataLesen(const std::string& datenbankPfad);
 /// when the `Schema` has no row.
 std::optional<int> FunktionLesen(const std::string& datenbankPfad, const std::string& schemaName);
 
-/// Left, right, up, down: the four lines around the centre field of a new stick.
-inline constexpr std::array<std::int32_t, RICHTUNGEN> GRUNDLINIEN{27072, 38399, 25941, 39679};
-
 /// Lays those of the twenty rows of a stick that are missing for a `Schema`, in one transaction of
 /// `datenbank`; row 1 carries the four default lines on all layers, the others none. Throws LaufzeitFehler.
 void StickGrundzeilenAnlegen(Database& datenbank, Stickseite seite, const std::string& schemaName);
 
 /// Which of the twenty rows `satz`, the rows of a stick from its cursor on, does not have, by their index.
 std::vector<int> fehlendeZeilen(Recordset& satz);
-
-inline constexpr int LINIENPLAETZE = ZEILEN_JE_STICK + 1; ///< the places 0 and 20 stay 0
-
-/// The zone lines of a stick: [layer][row][direction], 0 for no line.
-using Linientabelle = std::array<std::array<std::array<std::int32_t, RICHTUNGEN>, LINIENPLAETZE>, EBENEN>;
-
-/// What StickLinienLesen brings out of the database.
-struct Sticklinien {
-    Linientabelle linien{};
-    std::int32_t StickSperre = 0; ///< bit n: not evaluated in layer n
-};
 
 /// A value of a stick's table, a line or `StickSperre`. A foreign database may hold any number there; none of
 /// them wraps: throws LaufzeitFehler 6 for one beyond 32 bits, 13 for what is no whole number.

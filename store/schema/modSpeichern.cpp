@@ -52,20 +52,6 @@ void kreuzSchreiben(Recordset& satz, const std::string& schemaName, const VarTas
     satz.Update();
 }
 
-/// Calls `arbeit` with each place that a line or `StickSperre` has in the rows of a stick, row 20 last: with
-/// the cursor on its row, its ordinal and its value in `bild`.
-template <class Arbeit> void jedenWert(Recordset& satz, const Sticklinien& bild, Arbeit&& arbeit) {
-    for (int ebene = 0; ebene < EBENEN; ++ebene) {
-        const auto& tabelle = bild.linien[static_cast<std::size_t>(ebene)];
-        satz.MoveFirst();
-        for (std::size_t zeile = 1; zeile < ZEILEN_JE_STICK; ++zeile, satz.MoveNext())
-            for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
-                arbeit(LINIENSPALTEN.ordinal(ebene, richtung),
-                       Wert{std::int64_t{tabelle[zeile][static_cast<std::size_t>(richtung)]}});
-    }
-    arbeit(SPERRSPALTE, Wert{std::int64_t{bild.StickSperre}});
-}
-
 /// Opens the rows of a stick, all twenty. One that has none gets none: its `Schema` has been deleted.
 Recordset ganzeLinienzeilen(Database& datenbank, Stickseite seite, const std::string& schemaName) {
     Recordset satz = linienzeilen(datenbank, seite, schemaName);
@@ -85,8 +71,9 @@ bool stehenSchonDa(Database& datenbank, Stickseite seite, const std::string& sch
         linienzeilenPruefen(satz, seite, schemaName);
         alle = fehlendeZeilen(satz).empty();
         if (alle)
-            jedenWert(satz, bild,
-                      [&](int ordinal, const Wert& wert) { alle = alle && satz.get_Value(ordinal) == wert; });
+            jedenLinienwert(satz, bild, [&](int ordinal, std::int64_t wert) {
+                alle = alle && satz.get_Value(ordinal) == Wert{wert};
+            });
     });
     return alle;
 }
@@ -95,8 +82,8 @@ bool stehenSchonDa(Database& datenbank, Stickseite seite, const std::string& sch
 void linienSchreiben(Database& datenbank, Stickseite seite, const std::string& schemaName,
                      const Sticklinien& bild) {
     Recordset satz = ganzeLinienzeilen(datenbank, seite, schemaName);
-    jedenWert(satz, bild, [&](int ordinal, const Wert& wert) {
-        if (satz.get_Value(ordinal) == wert)
+    jedenLinienwert(satz, bild, [&](int ordinal, std::int64_t wert) {
+        if (satz.get_Value(ordinal) == Wert{wert})
             return;
         satz.Edit();
         satz.put_Value(ordinal, wert);

@@ -1,6 +1,5 @@
 #include "editors/stick/Linienzug.h"
 
-#include "engine/stick/StickTabellen.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gtest/gtest.h>
