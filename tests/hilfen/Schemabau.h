@@ -39,10 +39,26 @@ public:
     }
     /// A row of a stick's lines, the same on all layers.
     Schemabau& linien(Stickseite seite, int index, const Vier& werte) {
-        const std::string vier = reihe(werte);
+        return ebenenlinien(seite, index, {werte, werte, werte});
+    }
+    /// A row of a stick's lines, layer by layer.
+    Schemabau& ebenenlinien(Stickseite seite, int index, const std::array<Vier, 3>& ebenen) {
         weiteres_ += "INSERT INTO tblStick" + std::string(tabellenzusatz(seite)) + " VALUES (" + name_ +
-                     ", " + std::to_string(index) + vier + vier + vier + ");";
+                     ", " + std::to_string(index);
+        for (const auto& werte : ebenen)
+            weiteres_ += reihe(werte);
+        weiteres_ += ");";
         return *this;
+    }
+    /// The rows of a stick from `index` to the last one, without a line.
+    Schemabau& leereLinienAb(Stickseite seite, int index) {
+        for (; index <= 20; ++index)
+            linien(seite, index, {});
+        return *this;
+    }
+    /// Row 20 of a stick: bit n keeps it from being evaluated in layer n.
+    Schemabau& sperre(Stickseite seite, int maske) {
+        return ebenenlinien(seite, 20, {Vier{maske}, Vier{}, Vier{}});
     }
     /// The action of a field, which the lines around it name.
     Schemabau& feld(Stickseite seite, const Vier& anker, std::string_view aktion, int ebene = 0) {

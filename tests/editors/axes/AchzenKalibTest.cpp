@@ -26,8 +26,8 @@ using Wahlen = std::array<Wahl, ACHSEN>;
 class AchzenKalibTest : public Formtest {
 protected:
     AchzenKalibTest() {
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S'), ('T');"
-                       "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S'), ('T');");
+        for (const auto* name : {"S", "T"})
+            Schemabau(datenbank_, name).anlegen();
     }
     std::filesystem::path datei() const { return datenbank_.ordner() / "Gamepad.xml"; }
 

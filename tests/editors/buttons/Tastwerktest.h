@@ -21,10 +21,7 @@ inline const Gesehen KEINE_ZAHL{"", "Sie haben keine Zahl eingegeben!", QMessage
 
 class Tastwerktest : public Formtest {
 protected:
-    Tastwerktest() {
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S');"
-                       "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
-    }
+    Tastwerktest() { Schemabau(datenbank_).anlegen(); }
 
     /// Column of a button in the database.
     static std::string spalte(int taste, int ebene) {

@@ -750,8 +750,7 @@ TEST_F(FrmJoyKonfic, EinInzwischenGeloeschtesSchemaBleibtGeloescht) {
 }
 
 TEST_F(FrmJoyKonfic, GehtMitSeinemSchemaUndMitKeinemAnderen) {
-    datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('T');"
-                   "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('T');");
+    Schemabau(datenbank_, "T").anlegen();
     oeffnen();
     const auto loeschen = [this](const std::vector<QMessageBox::StandardButton>& antworten) {
         Boxleser boxen(antworten);
@@ -804,8 +803,7 @@ TEST_F(FrmJoyKonfic, EinZweiterKlickHoltDieOffeneFormNachVornWieSieIst) {
 }
 
 TEST_F(FrmJoyKonfic, ArbeitetAmSchemaDasBeimOeffnenGewaehltWar) {
-    datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('T');"
-                   "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('T');");
+    Schemabau(datenbank_, "T").anlegen();
     oeffnen();
     waehlen(0);
     art(5);

@@ -10,6 +10,7 @@
 #include "platform/probe/ProbeTastatur.h"
 #include "platform/probe/ProbeTon.h"
 #include "platform/probe/ProbeUhr.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gtest/gtest.h>

@@ -53,9 +53,7 @@ using Namen = std::vector<std::string>;
 class FrmHauptSchema : public Formtest {
 protected:
     void schema(const std::string& name, const std::string& pfad = "") {
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname, Programmpfad, btn3) VALUES ('" + name + "', '" +
-                       pfad + "', '1,65,0-0-0'); INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('" + name +
-                       "');");
+        Schemabau(datenbank_, name).spalte("Programmpfad", pfad).taste(2, "1,65,0-0-0").anlegen();
     }
     QPushButton& knopf(int index) {
         return control<QPushButton>(haupt(), QString("Command1(%1)").arg(index));
@@ -383,7 +381,7 @@ TEST_F(FrmHauptSchema, DieFrageWirdAufDeutschBeantwortetUndEnterIstJa) {
 }
 
 TEST_F(FrmHauptSchema, EinSchemaDasSeinSteuerkreuzVerlorBekommtEsUndStehtInDerListe) {
-    datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('halb')");
+    Schemabau(datenbank_, "halb").ohneKreuz().anlegen();
     starten();
     Boxleser boxen({NEIN});
     neu("halb");
@@ -498,7 +496,7 @@ TEST_F(FrmHauptSchema, EineSchreibgeschuetzteDatenbankWirdEinmalGesagt) {
 }
 
 TEST_F(FrmHauptSchema, EinNameMitApostrophLaesstSichNichtAendern) {
-    schema("O''Brien", "/alt");
+    schema("O'Brien", "/alt");
     starten();
     Boxleser boxen({JA});
     neu("O'Brien");

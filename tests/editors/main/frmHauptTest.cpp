@@ -27,9 +27,10 @@ QStringList eintraege(const QComboBox& liste) {
 class FrmHaupt : public Formtest {
 protected:
     void schema(const std::string& name, const std::string& pfad = "") {
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname, Programmpfad, btn3) VALUES ('" + name + "', " +
-                       (pfad.empty() ? "NULL" : "'" + pfad + "'") + ", '1,65,0-0-0');");
-        datenbank_.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('" + name + "');");
+        Schemabau schema(datenbank_, name);
+        if (!pfad.empty())
+            schema.spalte("Programmpfad", pfad);
+        schema.taste(2, "1,65,0-0-0").anlegen();
     }
     QPushButton& knopf(int index) {
         return control<QPushButton>(haupt(), QString("Command1(%1)").arg(index));
@@ -301,7 +302,7 @@ TEST_F(FrmHaupt, UngewoehnlicheNamenWerdenAufgelistetGewaehltUndGespielt) {
 }
 
 TEST_F(FrmHaupt, EinNameMitApostrophLaesstSichNichtStarten) {
-    schema("O''Brien");
+    schema("O'Brien");
     starten();
     EXPECT_EQ(combo().currentText(), "O'Brien");
     Boxleser boxen;

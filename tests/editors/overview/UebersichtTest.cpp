@@ -42,22 +42,17 @@ class UebersichtForm : public Formtest {
 protected:
     /// A `Schema` whose buttons, lines and actions tell its name.
     static void schema(const Testdatenbank& wo, const std::string& name, int linie) {
-        std::string sql = "BEGIN; INSERT INTO tblTastatur (Schemaname, btn1, btn101) VALUES ('" + name +
-                          "', '1," + std::to_string(linie / 1000 + 48) + ",0-0-0', '1,66,0-0-0');" +
-                          "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('" + name + "');";
-        for (const std::string zusatz : {"", "R"}) {
-            const auto links = std::to_string(linie) + ",45000,21000,46000,";
-            sql += "INSERT INTO tblStick" + zusatz + " VALUES ('" + name + "',1," + links +
-                   std::to_string(linie + 1) + ",45000,21000,46000," + links.substr(0, links.size() - 1) +
-                   ");";
-            for (int zeile = 2; zeile <= 20; ++zeile)
-                sql += "INSERT INTO tblStick" + zusatz + " (Schemaname, \"index\") VALUES ('" + name + "'," +
-                       std::to_string(zeile) + ");";
+        Schemabau schema(wo, name);
+        schema.taste(0, "1," + std::to_string(linie / 1000 + 48) + ",0-0-0").taste(0, "1,66,0-0-0", 1);
+        const Schemabau::Vier aussen{linie, 45000, 21000, 46000};
+        for (const auto seite : {Stickseite::Links, Stickseite::Rechts}) {
+            schema.ebenenlinien(seite, 1, {aussen, {linie + 1, 45000, 21000, 46000}, aussen});
+            schema.leereLinienAb(seite, 2);
             for (int ebene = 0; ebene < 3; ++ebene)
-                sql += "INSERT INTO tblStickAktion" + zusatz + " VALUES ('" + name + "'," +
-                       std::to_string(ebene) + ",0,0,0,0,'3," + name + zusatz + std::to_string(ebene) + "');";
+                schema.feld(seite, {},
+                            "3," + name + std::string(tabellenzusatz(seite)) + std::to_string(ebene), ebene);
         }
-        wo.sql(sql + "COMMIT");
+        schema.anlegen();
     }
     void zweiSchemata() {
         schema(datenbank_, "A", 1000);
@@ -248,7 +243,7 @@ TEST_F(UebersichtForm, LangeNamenUndPfadeMachenSieNichtBreiter) {
     EXPECT_LE(groesse.height(), 700);
     form().close();
     ereignisse();
-    datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('" + std::string(300, 'M') + "')");
+    Schemabau(datenbank_, std::string(300, 'M')).anlegen();
     haupt().activateWindow();
     ereignisse();
     QTest::keyClick(&haupt(), Qt::Key_D, Qt::ControlModifier);
@@ -262,7 +257,7 @@ TEST_F(UebersichtForm, LangeNamenUndPfadeMachenSieNichtBreiter) {
 TEST_F(UebersichtForm, LangeNamenZeigenIhrenAnfang) {
     const auto lang = QString(100, 'M');
     for (const auto& name : {lang + "1", lang + "2"})
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('" + name.toStdString() + "')");
+        Schemabau(datenbank_, name.toStdString()).anlegen();
     oeffnen();
     for (int seite = 0; seite < 2; ++seite) {
         EXPECT_EQ(combo(seite).lineEdit()->cursorPosition(), 0) << seite;

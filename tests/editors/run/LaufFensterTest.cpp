@@ -19,10 +19,12 @@ namespace {
 class LaufFensterForm : public Formtest {
 protected:
     LaufFensterForm() {
-        datenbank_.sql(
-            "INSERT INTO tblTastatur (Schemaname, btn3, btn4, btn5, btn6) VALUES ('S', '1,65,0-0-0', "
-            "'3,0,0-0-0', '4,0,0-0-0', '1,66,1-50-100');");
-        datenbank_.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
+        Schemabau(datenbank_)
+            .taste(2, "1,65,0-0-0")
+            .taste(3, "3,0,0-0-0")
+            .taste(4, "4,0,0-0-0")
+            .taste(5, "1,66,1-50-100")
+            .anlegen();
     }
     /// Starts the program and the run.
     void laufen() {
@@ -424,8 +426,7 @@ TEST_F(LaufFensterForm, ZeigtDieZonenBeiderSticksImTestfenster) {
 
 TEST_F(LaufFensterForm, ZeigtDieAktionEinesFeldesWieSieGeschriebenIst) {
     const QString aktion = "3,<b>fett</b>";
-    datenbank_.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '" + aktion.toStdString() +
-                   "');");
+    Schemabau(datenbank_).feld(Stickseite::Links, {27072, 0, 0, 0}, aktion.toStdString()).ergaenzen();
     laufen();
     knopf(1).click();
     knopf(0).click();

@@ -35,8 +35,8 @@ protected:
     static inline const Gesehen PASST_NICHT = box("Sie müssen eine ganze Zahl von 0 bis 2147483647 eingeben");
 
     Schubreglertest() {
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S'), ('T');"
-                       "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S'), ('T');");
+        for (const auto* name : {"S", "T"})
+            Schemabau(datenbank_, name).anlegen();
     }
     std::filesystem::path datei() const { return datenbank_.ordner() / "Gamepad.xml"; }
 

@@ -38,22 +38,19 @@ class Justiertest : public Formtest {
 protected:
     explicit Justiertest(const Zwilling& zwilling) : zwilling_(zwilling) {}
 
-    void schema(const std::string& name = "S") {
-        datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('" + name + "');");
-        datenbank_.sql("INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('" + name + "');");
-    }
+    void schema(const std::string& name = "S") { Schemabau(datenbank_, name).anlegen(); }
     /// The twenty rows of both sticks, with one line a direction: 20000, 45000, 21000, 46000 on layer 0, and
     /// 100 and 200 more on the other two.
     void linien(const std::string& name = "S") {
-        std::string sql = "BEGIN;";
-        for (const std::string tabelle : {"tblStick", "tblStickR"})
-            for (int zeile = 1; zeile <= 20; ++zeile)
-                sql += "INSERT INTO " + tabelle + (zeile > 1 ? " (Schemaname, \"index\")" : "") +
-                       " VALUES ('" + name + "'," + std::to_string(zeile) +
-                       (zeile > 1 ? ");"
-                                  : ",20000,45000,21000,46000,20100,45100,21100,46100,"
-                                    "20200,45200,21200,46200);");
-        datenbank_.sql(sql + "COMMIT;");
+        Schemabau schema(datenbank_, name);
+        for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
+            schema
+                .ebenenlinien(seite, 1,
+                              {{{20000, 45000, 21000, 46000},
+                                {20100, 45100, 21100, 46100},
+                                {20200, 45200, 21200, 46200}}})
+                .leereLinienAb(seite, 2);
+        schema.ergaenzen();
     }
     void aktion(int ebene, const std::string& anker, const std::string& text) {
         datenbank_.sql("INSERT INTO " + aktionstabelle() + " VALUES ('S'," + std::to_string(ebene) + "," +

@@ -904,8 +904,7 @@ TEST_P(FrmJust, FreigelegtHinterEinerBoxLiestErNichtNocheinmal) {
 // --- both at once ---
 
 TEST_F(Formtest, BeideEditorenArbeitenJederAufSeinemStick) {
-    datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S');"
-                   "INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');");
+    Schemabau(datenbank_).anlegen();
     starten();
     Boxleser boxen;
     for (const int knopf : {1, 6}) {

@@ -41,8 +41,7 @@ Texte nachDenReglern(const Texte& danach) {
 TEST(LaufFensterLaden, WaehltDieAusgabeLaedtDieSticksUndVerbirgtDannDieHauptform) {
     Probelauf lauf;
     lauf.datenbank.sql("UPDATE tblTastatur SET Funktion = 2");
-    lauf.datenbank.sql("INSERT INTO tblStick (Schemaname, \"index\", Links) VALUES ('S', 20, 5);"
-                       "INSERT INTO tblStickR (Schemaname, \"index\", Links) VALUES ('S', 20, 6)");
+    Schemabau(lauf.datenbank).sperre(Stickseite::Links, 5).sperre(Stickseite::Rechts, 6).ergaenzen();
     lauf.mitSticks();
 
     const auto& fenster = lauf.starten();
@@ -327,7 +326,7 @@ TEST(LaufFensterFehler, InEinerTimerprozedurEndetDenLauf) {
 
 TEST(LaufFensterFehler, EinesSticksEndetDenLauf) {
     Probelauf lauf;
-    lauf.datenbank.sql("INSERT INTO tblStick (Schemaname, \"index\") VALUES ('S', 1)"); // no line anywhere
+    Schemabau(lauf.datenbank).linien(Stickseite::Links, 1, {}).ergaenzen(); // no line anywhere
     lauf.mitSticks();
     lauf.starten();
     lauf.anzeige.abholen();

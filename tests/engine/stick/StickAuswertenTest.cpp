@@ -21,14 +21,17 @@ class StickAuswertenTest : public testing::Test {
 protected:
     StickAuswertenTest() {
         lauf.mitSticks();
-        lauf.datenbank.sql("INSERT INTO Sensible VALUES ('S', 1, 1, 0, 0, 0, 0, 0);"
-                           "INSERT INTO SensibleR VALUES ('S', 1, 1, 0, 0, 0, 0);");
-        for (const std::string tabelle : {"tblStick", "tblStickR"})
-            lauf.datenbank.sql("INSERT INTO " + tabelle +
-                               " VALUES ('S', 1, 20000, 45000, 20000, 45000, 21000, 46000, 21000, 46000, "
-                               "22000, 47000, 22000, 47000), "
-                               "('S', 2, 9000, 56000, 9000, 56000, 0, 0, 0, 0, 0, 0, 0, 0), "
-                               "('S', 20, 0,0,0,0, 0,0,0,0, 0,0,0,0)");
+        Schemabau schema(lauf.datenbank);
+        schema.ungeglaettet();
+        for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
+            schema
+                .ebenenlinien(seite, 1,
+                              {{{20000, 45000, 20000, 45000},
+                                {21000, 46000, 21000, 46000},
+                                {22000, 47000, 22000, 47000}}})
+                .ebenenlinien(seite, 2, {{{9000, 56000, 9000, 56000}, {}, {}}})
+                .sperre(seite, 0);
+        schema.ergaenzen();
     }
 
     void sperren(const std::string& tabelle, int maske) const {

@@ -2,6 +2,7 @@
 #include "engine/stick/StickTabellen.h"
 
 #include "tests/hilfen/Dateirechte.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <filesystem>
@@ -337,7 +338,7 @@ TEST(StickdatenbankTest, BleibtOffen) {
 TEST(StickdatenbankTest, EineErsetzteDateiWirdBeimNaechstenLaufGeoeffnet) {
     const Testdatenbank alte;
     const Testdatenbank neue;
-    neue.sql("INSERT INTO tblStick (Schemaname) VALUES ('S')");
+    Schemabau(neue).sperre(Stickseite::Links, 0).ergaenzen();
     Stickdatenbank datenbank;
     const auto zeilen = [&] {
         return datenbank.offen(alte.pfad()).OpenRecordset("tblStick").get_RecordCount();
@@ -354,7 +355,7 @@ TEST(StickdatenbankTest, EineErsetzteDateiWirdBeimNaechstenLaufGeoeffnet) {
 TEST(StickdatenbankTest, EineErsetzteDateiGleicherZeitWirdBeimNaechstenLaufGeoeffnet) {
     const Testdatenbank alte;
     const Testdatenbank neue;
-    neue.sql("INSERT INTO tblStick (Schemaname) VALUES ('S')");
+    Schemabau(neue).sperre(Stickseite::Links, 0).ergaenzen();
     std::filesystem::last_write_time(neue.pfad(), std::filesystem::last_write_time(alte.pfad()));
     Stickdatenbank datenbank;
     datenbank.offen(alte.pfad());
@@ -394,7 +395,7 @@ TEST(StickdatenbankTest, EineFehlendeDateiWirdBeimNaechstenLaufVermisst) {
 TEST(StickdatenbankTest, EinAndererPfadWirdGeoeffnet) {
     const Testdatenbank eine;
     const Testdatenbank andere;
-    andere.sql("INSERT INTO tblStick (Schemaname) VALUES ('S')");
+    Schemabau(andere).sperre(Stickseite::Links, 0).ergaenzen();
     Stickdatenbank datenbank;
     EXPECT_EQ(datenbank.offen(eine.pfad()).OpenRecordset("tblStick").get_RecordCount(), 0);
     EXPECT_EQ(datenbank.offen(andere.pfad()).OpenRecordset("tblStick").get_RecordCount(), 1);

@@ -2,6 +2,7 @@
 #include "store/schema/modLesen.h"
 #include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Dateirechte.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gmock/gmock.h>
@@ -46,11 +47,13 @@ std::vector<std::string> kreuzzeile() {
 
 class Tastenbelegung : public testing::Test {
 protected:
-    Tastenbelegung() { anlegen("S", "'/spiele/s'"); }
+    Tastenbelegung() { anlegen("S", "/spiele/s"); }
 
-    void anlegen(const std::string& name, const std::string& pfad) const {
-        datei.sql("INSERT INTO tblTastatur (Schemaname, Programmpfad, Funktion) VALUES ('" + name + "', " +
-                  pfad + ", 2); INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('" + name + "')");
+    void anlegen(const std::string& name, const std::string& pfad = "") const {
+        Schemabau schema(datei, name);
+        if (!pfad.empty())
+            schema.spalte("Programmpfad", pfad);
+        schema.spalte("Funktion", "2").anlegen();
     }
     /// The row of a `Schema` past its name.
     std::vector<std::string> zeile(const std::string& tabelle, const std::string& name) const {
@@ -88,7 +91,7 @@ TEST_F(Tastenbelegung, EinNeuesSchemaHatUeberallDieLeereBelegung) {
 }
 
 TEST_F(Tastenbelegung, JedeTasteJederEbeneLiegtInIhrerSpalte) {
-    anlegen("T", "NULL");
+    anlegen("T");
     const auto fremd = std::make_pair(zeile("tblTastatur", "T"), zeile("tblSteuerKreuz", "T"));
     speichern();
     EXPECT_EQ(zeile("tblTastatur", "S"), tastenzeile("/spiele/s", "2"));
@@ -185,7 +188,7 @@ TEST_F(Tastenbelegung, NamenBrauchenNurOhneApostrophZuSein) {
         speichern(name);
         EXPECT_EQ(gelesen(name), vollesBild()) << name;
     }
-    anlegen("O''Brien", "NULL");
+    anlegen("O'Brien");
     const auto vorher = datei.inhalt();
     EXPECT_EQ(fehlernummer([&] { gelesen("O'Brien"); }), 3075);
     EXPECT_EQ(fehlernummer([&] { speichern("O'Brien"); }), 3075);
