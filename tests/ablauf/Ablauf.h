@@ -5,6 +5,7 @@
 #include "app/Programm.h"
 #include "app/Systemplattform.h"
 #include "tests/ablauf/Spielpad.h"
+#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
 #include "tests/hilfen/XLauscher.h"
 
@@ -38,10 +39,10 @@ protected:
         std::filesystem::current_path("/");
     }
 
-    /// Lays the rows, plugs the pad in and starts the program and the `Schema` "S", with a slider text if one
-    /// is given.
-    void starten(const char* sql, const std::string& schub = "") {
-        datenbank_.sql(sql);
+    /// Lays the `Schema` "S", plugs the pad in and starts the program and the `Schema`, with a slider text if
+    /// one is given.
+    void starten(const Schemabau& schema, const std::string& schub = "") {
+        schema.anlegen();
         std::filesystem::current_path(datenbank_.ordner());
         lauscher_.emplace(qgetenv("DISPLAY").toStdString(), Lauschart::roh);
         programmStarten();

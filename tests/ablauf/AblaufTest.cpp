@@ -15,21 +15,39 @@ namespace {
 constexpr const char* A = "38";
 
 // Assignments of every kind; Start is the mark behind which nothing more is expected.
-constexpr const char* SCHEMA_S = R"(
-INSERT INTO tblTastatur (Schemaname, btn1, btn2, btn3, btn4, btn5, btn6, btn7, btn8, btn9, btn10,
-                         btn101, btn110, btn1001, btn1010)
-VALUES ('S', '1,65,0-0-0', '1,66,1-40-60', '0,0,0-0-0', '2,0,0-0-0', '3,0,0-0-0', '4,0,1-0-0', '5,0,0-0-0',
-        '5,0,3-0-0', '5,0,4-0-0', '1,123,0-0-0', '1,67,0-0-0', '1,123,0-0-0', '1,68,0-0-0', '1,123,0-0-0');
-INSERT INTO tblSteuerKreuz (Schemaname, Oben, Rechts, Unten, Links)
-VALUES ('S', '1,38,0-0-0', '1,39,0-0-0', '1,40,0-0-0', '1,37,0-0-0');
-)";
+Schemabau schemaS(const Testdatenbank& datenbank) {
+    return Schemabau(datenbank)
+        .taste(0, "1,65,0-0-0")
+        .taste(1, "1,66,1-40-60")
+        .taste(2, "0,0,0-0-0")
+        .taste(3, "2,0,0-0-0")
+        .taste(4, "3,0,0-0-0")
+        .taste(5, "4,0,1-0-0")
+        .taste(6, "5,0,0-0-0")
+        .taste(7, "5,0,3-0-0")
+        .taste(8, "5,0,4-0-0")
+        .taste(9, "1,123,0-0-0")
+        .taste(0, "1,67,0-0-0", 1)
+        .taste(9, "1,123,0-0-0", 1)
+        .taste(0, "1,68,0-0-0", 2)
+        .taste(9, "1,123,0-0-0", 2)
+        .taste(12, "1,38,0-0-0")
+        .taste(13, "1,39,0-0-0")
+        .taste(14, "1,40,0-0-0")
+        .taste(15, "1,37,0-0-0");
+}
 // The same with the modes of the shift keys exchanged.
-constexpr const char* SCHEMA_T = R"(
-INSERT INTO tblTastatur (Schemaname, btn1, btn5, btn6, btn10, btn101, btn110, btn1001, btn1010)
-VALUES ('S', '1,65,0-0-0', '3,0,1-0-0', '4,0,0-0-0', '1,123,0-0-0', '1,67,0-0-0', '1,123,0-0-0', '1,68,0-0-0',
-        '1,123,0-0-0');
-INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');
-)";
+Schemabau schemaT(const Testdatenbank& datenbank) {
+    return Schemabau(datenbank)
+        .taste(0, "1,65,0-0-0")
+        .taste(4, "3,0,1-0-0")
+        .taste(5, "4,0,0-0-0")
+        .taste(9, "1,123,0-0-0")
+        .taste(0, "1,67,0-0-0", 1)
+        .taste(9, "1,123,0-0-0", 1)
+        .taste(0, "1,68,0-0-0", 2)
+        .taste(9, "1,123,0-0-0", 2);
+}
 
 constexpr auto DREIECK = SDL_CONTROLLER_BUTTON_Y;
 constexpr auto KREIS = SDL_CONTROLLER_BUTTON_B;
@@ -53,7 +71,7 @@ std::string auf(const std::string& taste) {
 } // namespace
 
 TEST_F(Ablauf, EineEinfacheTasteWirdSoLangeGehaltenWieDerButton) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     druecken(DREIECK);
     EXPECT_EQ(laufFenster()->windowTitle(), "0-65,");
     loesen(DREIECK);
@@ -61,7 +79,7 @@ TEST_F(Ablauf, EineEinfacheTasteWirdSoLangeGehaltenWieDerButton) {
 }
 
 TEST_F(Ablauf, EineTasteMitImpulsGehtWeiterBisIhrButtonLosgelassenWird) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     druecken(KREIS);
     QTest::qWait(400); // pulses of 40 ms down and 60 ms up
     loesen(KREIS);
@@ -74,7 +92,7 @@ TEST_F(Ablauf, EineTasteMitImpulsGehtWeiterBisIhrButtonLosgelassenWird) {
 }
 
 TEST_F(Ablauf, DerZaehlerTipptZiffernAufUndAb) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     tippen(KREUZ);
     tippen(KREUZ);
     tippen(VIERECK);
@@ -86,7 +104,7 @@ TEST_F(Ablauf, DerZaehlerTipptZiffernAufUndAb) {
 }
 
 TEST_F(Ablauf, DieErsteUmschalttasteHaeltIhreEbene) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     ziehen(L2, true);
     tippen(DREIECK); // C on layer 1
     ziehen(L2, false);
@@ -95,7 +113,7 @@ TEST_F(Ablauf, DieErsteUmschalttasteHaeltIhreEbene) {
 }
 
 TEST_F(Ablauf, DieZweiteUmschalttasteStelltIhreEbeneFest) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     tippen(L1);
     tippen(DREIECK); // D on layer 2
     tippen(L1);
@@ -104,7 +122,7 @@ TEST_F(Ablauf, DieZweiteUmschalttasteStelltIhreEbeneFest) {
 }
 
 TEST_F(Ablauf, DieErsteUmschalttasteBleibtNichtFestgestellt) {
-    starten(SCHEMA_T);
+    starten(schemaT(datenbank_));
     ziehen(L2, true);
     tippen(DREIECK);
     ziehen(L2, false);
@@ -113,7 +131,7 @@ TEST_F(Ablauf, DieErsteUmschalttasteBleibtNichtFestgestellt) {
 }
 
 TEST_F(Ablauf, DieZweiteUmschalttasteHaeltIhreEbene) {
-    starten(SCHEMA_T);
+    starten(schemaT(datenbank_));
     druecken(L1);
     tippen(DREIECK);
     loesen(L1);
@@ -122,7 +140,7 @@ TEST_F(Ablauf, DieZweiteUmschalttasteHaeltIhreEbene) {
 }
 
 TEST_F(Ablauf, DasSteuerkreuzDruecktAufEinerDiagonaleZweiTasten) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     druecken(OBEN);
     druecken(RECHTS); // up and right
     loesen(OBEN);     // right
@@ -131,7 +149,7 @@ TEST_F(Ablauf, DasSteuerkreuzDruecktAufEinerDiagonaleZweiTasten) {
 }
 
 TEST_F(Ablauf, MaustasteUndRadKommenAn) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     ziehen(R2, true);
     ziehen(R2, false);
     tippen(R1);
@@ -140,7 +158,7 @@ TEST_F(Ablauf, MaustasteUndRadKommenAn) {
 }
 
 TEST_F(Ablauf, EineGehalteneTasteWiederholtSichAlle30Millisekunden) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     auto& wiederholung = *laufFenster()->findChild<QScrollBar*>("HScroll2");
     wiederholung.setValue(30);
     pad_->taste(DREIECK, true);
@@ -156,7 +174,7 @@ TEST_F(Ablauf, EineGehalteneTasteWiederholtSichAlle30Millisekunden) {
 }
 
 TEST_F(Ablauf, EinStoppLaesstEineGehalteneTasteUntenUndEinZweiterLaufLoestSie) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     druecken(DREIECK);
     umschalten();
     EXPECT_EQ(laufFenster(), nullptr);
@@ -173,7 +191,7 @@ TEST_F(Ablauf, EinStoppLaesstEineGehalteneTasteUntenUndEinZweiterLaufLoestSie) {
 }
 
 TEST_F(Ablauf, EinAbgezogenesPadHaeltSeinenButtonUntenBisEsWiederDaIst) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     druecken(DREIECK);
     pad_.reset();
     takte(10);
@@ -184,7 +202,7 @@ TEST_F(Ablauf, EinAbgezogenesPadHaeltSeinenButtonUntenBisEsWiederDaIst) {
 }
 
 TEST_F(Ablauf, EinPadDarfNachDemStartKommen) {
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     pad_.reset();
     takte(10);
     pad_.emplace();
@@ -196,7 +214,7 @@ TEST_F(Ablauf, EinPadDarfNachDemStartKommen) {
 TEST_F(Ablauf, EinSignalBeendetDasProgrammUndLoestSeineTasten) {
     Endsignale endsignale;
     endsignale.verbinden();
-    starten(SCHEMA_S);
+    starten(schemaS(datenbank_));
     druecken(DREIECK);
     QTimer::singleShot(0, [] { std::raise(SIGTERM); });
     QApplication::exec();

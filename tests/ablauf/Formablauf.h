@@ -22,8 +22,11 @@ protected:
         boxtakt_.start(10);
     }
 
-    void programmAuf(const char* sql) {
-        datenbank_.sql(sql);
+    void programmAuf(const Schemabau& schema) {
+        schema.anlegen();
+        programmAuf();
+    }
+    void programmAuf() {
         std::filesystem::current_path(datenbank_.ordner());
         lauscher_.emplace(qgetenv("DISPLAY").toStdString(), Lauschart::roh);
         programmStarten();

@@ -1,6 +1,7 @@
 // The end of the program's process, asked for by signals, and what it leaves beside its executable.
 #include "tests/ablauf/Programmprozess.h"
 #include "tests/hilfen/Dateien.h"
+#include "tests/hilfen/Schemabau.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +43,7 @@ TEST_F(Programmende, EinIgnoriertesSighupBleibtIgnoriert) {
 }
 
 TEST_F(Programmende, DieAchsendateiEntstehtNebenDemProgramm) {
-    datenbank_.sql("INSERT INTO tblTastatur (Schemaname) VALUES ('S')");
+    Schemabau(datenbank_).anlegen();
     Programmprozess prozess(datenbank_.ordner());
     const auto datei = prozess.programmordner() / "Gamepad.xml";
     EXPECT_TRUE(Programmprozess::warten([&] { return std::filesystem::exists(datei); }));

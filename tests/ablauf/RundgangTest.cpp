@@ -142,7 +142,7 @@ protected:
 } // namespace
 
 TEST_F(Rundgang, JedeFormOeffnetTutIhrWerkUndGehtWieder) {
-    programmAuf("");
+    programmAuf();
     hauptform();
     tastwerk();
     stickeditor("Command1(1)", "frmJust", "tblStick");

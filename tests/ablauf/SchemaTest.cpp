@@ -147,7 +147,7 @@ protected:
 } // namespace
 
 TEST_F(Schemageschichte, EinNeuesSchemaWirdBelegtGespieltUndGeloescht) {
-    programmAuf("");
+    programmAuf();
     EXPECT_EQ(liste(), QStringList{});
     schemaAnlegen();
     tastenBelegen();

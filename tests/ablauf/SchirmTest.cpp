@@ -8,10 +8,6 @@
 
 namespace {
 
-constexpr const char* ZEILEN = R"(
-INSERT INTO tblTastatur (Schemaname) VALUES ('S');
-INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');
-)";
 constexpr auto KREIS = SDL_CONTROLLER_BUTTON_B;
 
 constexpr int ECKE = 100;
@@ -49,7 +45,7 @@ protected:
 } // namespace
 
 TEST_F(Schirmgeschichte, DasBildDesSpielsKommtPixelFuerPixelHinterDieEbene) {
-    programmAuf(ZEILEN);
+    programmAuf(Schemabau(datenbank_));
     auto& editor = oeffnen("Command1(1)", "frmJust");
     control<QPushButton>(editor, "Command1(2)").click();
     auto* schirm = offene("ScreenChecken");

@@ -12,10 +12,9 @@
 namespace {
 
 // L 2 is no shift key here but the axis "Z1".
-constexpr const char* ZEILEN = R"(
-INSERT INTO tblTastatur (Schemaname, btn10) VALUES ('S', '1,123,0-0-0');
-INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');
-)";
+Schemabau ohneUmschalttasten(const Testdatenbank& datenbank) {
+    return Schemabau(datenbank).taste(9, "1,123,0-0-0");
+}
 
 constexpr auto L2 = SDL_CONTROLLER_AXIS_TRIGGERLEFT;
 constexpr auto R2 = SDL_CONTROLLER_AXIS_TRIGGERRIGHT;
@@ -47,7 +46,7 @@ protected:
 } // namespace
 
 TEST_F(Reglerablauf, EinHierGemachterReglerDruecktSeineTaste) {
-    programmAuf(ZEILEN);
+    programmAuf(ohneUmschalttasten(datenbank_));
     reglerMachen();
     umschalten();
     pad_->achse(L2, FAST_GANZ_GEZOGEN);
@@ -58,7 +57,7 @@ TEST_F(Reglerablauf, EinHierGemachterReglerDruecktSeineTaste) {
 }
 
 TEST_F(Reglerablauf, NachDemTauschDerSchubachsenSchiebtDieAndere) {
-    programmAuf(ZEILEN);
+    programmAuf(ohneUmschalttasten(datenbank_));
     reglerMachen();
     auto& form = oeffnen("Command3", "AchzenKalib");
     control<QComboBox>(form, "Auswahl(4)").setCurrentText("Schubregler");

@@ -11,11 +11,13 @@
 
 namespace {
 
-constexpr const char* ZEILEN = R"(
-INSERT INTO tblTastatur (Schemaname, btn5, btn6, btn10, btn110, btn1010)
-VALUES ('S', '3,0,0-0-0', '4,0,0-0-0', '1,123,0-0-0', '1,123,0-0-0', '1,123,0-0-0');
-INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');
-)";
+Schemabau mitUmschalttasten(const Testdatenbank& datenbank) {
+    Schemabau schema(datenbank);
+    schema.taste(4, "3,0,0-0-0").taste(5, "4,0,0-0-0");
+    for (int ebene = 0; ebene < 3; ++ebene)
+        schema.taste(9, "1,123,0-0-0", ebene);
+    return schema;
+}
 
 // X key codes of the us layout.
 const Ereignisse A_GETIPPT{"+38", "-38"};
@@ -38,27 +40,28 @@ constexpr int HOEHE = 600;
 
 // Fields of the default lines: Links 27072, Rechts 38399, Oben 25941, Unten 39679.
 struct Feldaktion {
-    const char* tabelle;
+    Stickseite stick;
     int ebene;
-    const char* feld; // Links, Rechts, Oben, Unten
+    Schemabau::Vier feld;
     const char* aktion;
 };
-constexpr const char* LINKER_STICK = "tblStickAktion";
-constexpr const char* RECHTER_STICK = "tblStickAktionR";
-constexpr const char* FELD_MITTE = "0, 0, 0, 0";
-constexpr const char* FELD_LINKS = "27072, 0, 0, 0";
-constexpr const char* FELD_RECHTS = "0, 38399, 0, 0";
-constexpr const char* FELD_OBEN = "0, 0, 25941, 0";
-constexpr const char* FELD_UNTEN = "0, 0, 0, 39679";
+constexpr auto LINKER_STICK = Stickseite::Links;
+constexpr auto RECHTER_STICK = Stickseite::Rechts;
+constexpr Schemabau::Vier FELD_MITTE{0, 0, 0, 0};
+constexpr Schemabau::Vier FELD_LINKS{27072, 0, 0, 0};
+constexpr Schemabau::Vier FELD_RECHTS{0, 38399, 0, 0};
+constexpr Schemabau::Vier FELD_OBEN{0, 0, 25941, 0};
+constexpr Schemabau::Vier FELD_UNTEN{0, 0, 0, 39679};
 
 class Stickablauf : public Ablauf {
 protected:
-    void stickStarten(const std::vector<Feldaktion>& aktionen, const std::string& weiteres = "") {
-        std::string sql = ZEILEN + weiteres;
+    void stickStarten(const std::vector<Feldaktion>& aktionen) {
+        stickStarten(aktionen, mitUmschalttasten(datenbank_));
+    }
+    void stickStarten(const std::vector<Feldaktion>& aktionen, Schemabau schema) {
         for (const auto& eine : aktionen)
-            sql += std::string("INSERT INTO ") + eine.tabelle + " VALUES ('S', " +
-                   std::to_string(eine.ebene) + ", " + eine.feld + ", '" + eine.aktion + "');";
-        starten(sql.c_str());
+            schema.feld(eine.stick, eine.feld, eine.aktion, eine.ebene);
+        starten(schema);
     }
     /// Moves the axis out and back; what arrives up to the end of the field, which is told by `ende`.
     Ereignisse hinUndZurueck(SDL_GameControllerAxis achse, Sint16 wert, const std::string& anfang,
@@ -98,8 +101,8 @@ constexpr const char* C_TIPPEN = "2,1,67,1,0,0";
 
 class Stickbewegung : public Stickablauf {
 protected:
-    void bewegungStarten(const char* tabelle, const char* feld, const char* aktion) {
-        stickStarten({{tabelle, 0, FELD_MITTE, C_TIPPEN}, {tabelle, 0, feld, aktion}});
+    void bewegungStarten(Stickseite stick, const Schemabau::Vier& feld, const char* aktion) {
+        stickStarten({{stick, 0, FELD_MITTE, C_TIPPEN}, {stick, 0, feld, aktion}});
         bis("-54"); // the first evaluation finds the stick in the centre field
     }
 };
@@ -239,10 +242,13 @@ TEST_F(Stickablauf, EinEbenenwechselBeiDerselbenLinieLaesstDieTasteUnten) {
 
 TEST_F(Stickablauf, EinEbenenwechselZuAnderenLinienWechseltDieTaste) {
     stickStarten(
-        {{LINKER_STICK, 0, FELD_RECHTS, "2,0,65,0,0"}, {LINKER_STICK, 1, "0, 45000, 0, 0", "2,0,66,0,0"}},
-        "INSERT INTO tblStick VALUES ('S', 1, 27072, 38399, 25941, 39679, 20000, 45000, 20000, 45000,"
-        " 27072, 38399, 25941, 39679), ('S', 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0),"
-        " ('S', 20, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);");
+        {{LINKER_STICK, 0, FELD_RECHTS, "2,0,65,0,0"}, {LINKER_STICK, 1, {0, 45000, 0, 0}, "2,0,66,0,0"}},
+        mitUmschalttasten(datenbank_)
+            .ebenenlinien(
+                LINKER_STICK, 1,
+                {{{27072, 38399, 25941, 39679}, {20000, 45000, 20000, 45000}, {27072, 38399, 25941, 39679}}})
+            .linien(LINKER_STICK, 2, {})
+            .sperre(LINKER_STICK, 0));
     pad_->achse(LX, GANZ_RECHTS);
     EXPECT_EQ(bis("+38"), Ereignisse{"+38"});
     pad_->abzug(L2, true);
@@ -270,13 +276,12 @@ constexpr Sint16 FAST_GANZ_GEZOGEN = 30000;
 constexpr Sint16 LOSGELASSEN = std::numeric_limits<Sint16>::min();
 
 // The same without shift keys: L 2 is the slider.
-constexpr const char* SCHUBZEILEN = R"(
-INSERT INTO tblTastatur (Schemaname, btn10) VALUES ('S', '1,123,0-0-0');
-INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');
-)";
+Schemabau ohneUmschalttasten(const Testdatenbank& datenbank) {
+    return Schemabau(datenbank).taste(9, "1,123,0-0-0");
+}
 
 TEST_F(Stickablauf, DerSchubreglerDruecktUndLoestSeineTaste) {
-    starten(SCHUBZEILEN, "3/0-3-2-0(66,,)");
+    starten(ohneUmschalttasten(datenbank_), "3/0-3-2-0(66,,)");
     pad_->achse(L2, FAST_GANZ_GEZOGEN);
     EXPECT_EQ(bis("+56"), Ereignisse{"+56"});
     pad_->achse(L2, LOSGELASSEN);
@@ -285,14 +290,14 @@ TEST_F(Stickablauf, DerSchubreglerDruecktUndLoestSeineTaste) {
 }
 
 TEST_F(Stickablauf, DerSchubreglerWiederholtSeineTaste) {
-    starten(SCHUBZEILEN, "3/0-3-2-1(66,10,10)");
+    starten(ohneUmschalttasten(datenbank_), "3/0-3-2-1(66,10,10)");
     pad_->achse(L2, FAST_GANZ_GEZOGEN);
     for (int i = 0; i < 4; ++i)
         EXPECT_EQ(bis("-56"), B_GETIPPT);
 }
 
 TEST_F(Stickablauf, DerSchubreglerDrehtDasRad) {
-    starten(SCHUBZEILEN, "3/0-3-1-3(2,,)");
+    starten(ohneUmschalttasten(datenbank_), "3/0-3-1-3(2,,)");
     pad_->achse(L2, FAST_GANZ_GEZOGEN);
     EXPECT_EQ(bis("K4-"), (Ereignisse{"K4+", "K4-"}));
     pad_->achse(L2, LOSGELASSEN);
@@ -300,7 +305,7 @@ TEST_F(Stickablauf, DerSchubreglerDrehtDasRad) {
 }
 
 TEST_F(Stickablauf, DerSchubreglerBewegtDieMaus) {
-    starten(SCHUBZEILEN, "3/0-3-0-3(20,6,)");
+    starten(ohneUmschalttasten(datenbank_), "3/0-3-0-3(20,6,)");
     pad_->achse(L2, FAST_GANZ_GEZOGEN);
     for (int i = 0; i < 4; ++i)
         EXPECT_EQ(bis("m(0,6)"), Ereignisse{"m(0,6)"});
@@ -310,7 +315,7 @@ TEST_F(Stickablauf, DerSchubreglerBewegtDieMaus) {
 
 TEST_F(Stickablauf, DieBildlaufleistenUeberstehenEinenNeustartDesProgramms) {
     const auto regler = [](const char* name) { return laufFenster()->findChild<QScrollBar*>(name); };
-    starten(ZEILEN);
+    starten(mitUmschalttasten(datenbank_));
     EXPECT_EQ(regler("HScroll1(0)")->value(), 30);
     EXPECT_EQ(regler("HScroll1(11)")->value(), 400);
     EXPECT_EQ(regler("HScroll2")->value(), 0);

@@ -16,11 +16,9 @@
 namespace {
 
 // L 1 holds Umschalt 2.
-constexpr const char* ZEILEN = R"(
-INSERT INTO tblTastatur (Schemaname, btn6, btn10, btn1010)
-VALUES ('S', '4,0,0-0-0', '1,123,0-0-0', '1,123,0-0-0');
-INSERT INTO tblSteuerKreuz (Schemaname) VALUES ('S');
-)";
+Schemabau mitUmschalt2(const Testdatenbank& datenbank) {
+    return Schemabau(datenbank).taste(5, "4,0,0-0-0").taste(9, "1,123,0-0-0").taste(9, "1,123,0-0-0", 2);
+}
 constexpr auto UMSCHALTTASTE_2 = SDL_CONTROLLER_BUTTON_LEFTSHOULDER;
 
 constexpr double EBENENENDE = 65535;
@@ -219,7 +217,7 @@ INSTANTIATE_TEST_SUITE_P(, Stickeditorgeschichte, ::testing::Values(LINKS, RECHT
 
 TEST_P(Stickeditorgeschichte, EinFeldWirdEingeteiltBelegtUndGespielt) {
     const auto& fall = GetParam();
-    programmAuf(ZEILEN);
+    programmAuf(mitUmschalt2(datenbank_));
     editorOeffnen();
     linienAnlegen();
     linieZiehen();
