@@ -11,6 +11,7 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
+#include <array>
 #include <utility>
 
 namespace {
