@@ -126,6 +126,17 @@ TEST_P(Sticktextfehler, DasEndeEinerAktionNenntDasFeldDasVerlassenWird) {
                         "Zahl");
 }
 
+TEST_P(Sticktextfehler, DasEndeEinesPaaresVonBandaktionenNenntDasBand) {
+    lauf.aktion({20000, 0, 0, 0}, "5,x,1,1");
+    lauf.aktion({0, 0, 20000, 0}, "3");
+    starten();
+    lauf.bewegen(NIEDRIG, NIEDRIG);
+    EXPECT_EQ(fehler(), "");
+    lauf.bewegen(MITTIG, MITTIG);
+    EXPECT_EQ(fehler(), "Ebene Standart, Feld Links 20000: \"5,x,1,1\": Typen unverträglich: \"x\" ist keine "
+                        "Zahl");
+}
+
 TEST_P(Sticktextfehler, EineRichtungOhneLinieNenntSieUndDieEbene) {
     lauf.linien(1, {20000, 0, 20000, 45000});
     lauf.starten();
