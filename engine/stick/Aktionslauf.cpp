@@ -153,7 +153,7 @@ void Aktionslauf::YMausBewegen(const Aktionszeiger& a) const {
 void Aktionslauf::mausTakt(Aktionsseite seite) const {
     const auto aktion = umfeld_.stand->MausAktion; // what they remember may be what they move by
     if (!ist<Mausbewegung>(aktion[seite]))
-        return;
+        return; // behind an error, which ends a run with all its timers
     if (seite == Y_SEITE)
         YMausBewegen(aktion[Y_SEITE]);
     else
