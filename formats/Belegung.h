@@ -18,7 +18,7 @@
 #include <string_view>
 
 /// Type of action, the first field of a `Belegung`. Other numbers do nothing.
-enum class Tastenart : std::int32_t {
+enum class Belegungsart : std::int32_t {
     ZaehlerAuf = 0, ///< "1,2,3,4..."
     Taste = 1,
     ZaehlerAb = 2, ///< "9,8,7,6..."

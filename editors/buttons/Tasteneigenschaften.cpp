@@ -186,9 +186,9 @@ void Tasteneigenschaften::zahlGeaendert(QLineEdit& box, std::size_t feld) {
 
 // --- the image in the controls ---
 
-void Tasteneigenschaften::Eigenschaftfestlegen(Tastenart art) {
-    const bool maus = art == Tastenart::Maus;
-    const bool umschalttaste = art == Tastenart::Umschalt1 || art == Tastenart::Umschalt2;
+void Tasteneigenschaften::Eigenschaftfestlegen(Belegungsart art) {
+    const bool maus = art == Belegungsart::Maus;
+    const bool umschalttaste = art == Belegungsart::Umschalt1 || art == Belegungsart::Umschalt2;
     const bool taste = !maus && !umschalttaste;
     if (taste)
         tasteZeigen();

@@ -27,7 +27,7 @@ public:
 
     /// Shows the properties of the chosen button, which has this action, not the empty one. Throws
     /// LaufzeitFehler for a field that is no number, 9 for a choice that does not exist.
-    void Eigenschaftfestlegen(Tastenart art);
+    void Eigenschaftfestlegen(Belegungsart art);
     void verbergen();
 
 private:

@@ -18,16 +18,16 @@ namespace {
 constexpr std::uint32_t ALLE_TASTEN = (1U << TASTEN) - 1;
 
 struct Aktionsname {
-    Tastenart art;
+    Belegungsart art;
     std::string_view name;
 };
-constexpr std::array<Aktionsname, 5> AKTIONSNAMEN{{{Tastenart::ZaehlerAuf, "1,2,3,4..."},
-                                                   {Tastenart::ZaehlerAb, "9,8,7,6..."},
-                                                   {Tastenart::Umschalt1, "Umschalt 1"},
-                                                   {Tastenart::Umschalt2, "Umschalt 2"},
-                                                   {Tastenart::Maus, "Maus"}}};
+constexpr std::array<Aktionsname, 5> AKTIONSNAMEN{{{Belegungsart::ZaehlerAuf, "1,2,3,4..."},
+                                                   {Belegungsart::ZaehlerAb, "9,8,7,6..."},
+                                                   {Belegungsart::Umschalt1, "Umschalt 1"},
+                                                   {Belegungsart::Umschalt2, "Umschalt 2"},
+                                                   {Belegungsart::Maus, "Maus"}}};
 /// The actions behind the entries of `UmschaltTasten`.
-constexpr std::array<Tastenart, 2> UMSCHALTARTEN{Tastenart::Umschalt1, Tastenart::Umschalt2};
+constexpr std::array<Belegungsart, 2> UMSCHALTARTEN{Belegungsart::Umschalt1, Belegungsart::Umschalt2};
 constexpr std::array<std::string_view, BELEGUNGSFELDER> LEERE_FELDER{"10", "0", "0", "0", "0"};
 
 bool nurZiffern(std::string_view text) {
@@ -98,18 +98,18 @@ bool Tastwerk::hatTaste() const {
     return !code.empty() && feldzahl(code) != 0;
 }
 
-Tastenart Tastwerk::art() const {
+Belegungsart Tastwerk::art() const {
     if (!gewaehlt() || feld(ART).empty())
-        return Tastenart::Leer;
-    const auto art = static_cast<Tastenart>(feldzahl(std::string_view{feld(ART)}));
+        return Belegungsart::Leer;
+    const auto art = static_cast<Belegungsart>(feldzahl(std::string_view{feld(ART)}));
     const auto index = static_cast<std::int32_t>(art);
-    if (art != Tastenart::Leer && (index < 0 || index >= TASTENARTEN))
+    if (art != Belegungsart::Leer && (index < 0 || index >= TASTENARTEN))
         throw LaufzeitFehler(Fehlernummer::FalscherIndex,
                              "Eine Aktion " + std::to_string(index) + " gibt es nicht.");
     return art;
 }
 
-std::optional<std::string_view> Tastwerk::aktionsname(Tastenart art) {
+std::optional<std::string_view> Tastwerk::aktionsname(Belegungsart art) {
     for (const auto& eintrag : AKTIONSNAMEN)
         if (eintrag.art == art)
             return eintrag.name;
@@ -126,7 +126,7 @@ std::int32_t Tastwerk::zahlAusBild(int taste, std::size_t feld) const {
 }
 
 std::string Tastwerk::beschriftung(int taste, const Namensucher& name) const {
-    if (const auto aktion = aktionsname(static_cast<Tastenart>(zahlAusBild(taste, ART))))
+    if (const auto aktion = aktionsname(static_cast<Belegungsart>(zahlAusBild(taste, ART))))
         return std::string(*aktion);
     if (zahlAusBild(taste, TASTE) > 0)
         return ohneRand(name(bild.field(taste, AktuelleEbene, static_cast<int>(TASTE))));
@@ -139,7 +139,7 @@ std::array<std::string, SLOTS> Tastwerk::beschriftungen(const Namensucher& name)
     for (int taste = 0; taste < SLOTS; ++taste) {
         texte[static_cast<std::size_t>(taste)] = beschriftung(taste, name);
         const auto art = zahlAusBild(taste, ART);
-        const auto stelle = std::ranges::find(UMSCHALTARTEN, static_cast<Tastenart>(art));
+        const auto stelle = std::ranges::find(UMSCHALTARTEN, static_cast<Belegungsart>(art));
         if (stelle != UMSCHALTARTEN.end())
             UmschaltTasten_[static_cast<std::size_t>(stelle - UMSCHALTARTEN.begin())] =
                 static_cast<std::int16_t>(taste);
@@ -161,7 +161,7 @@ void Tastwerk::SchemaNeu(bool nurAktuelle) {
         leeren(taste);
 }
 
-void Tastwerk::artWaehlen(Tastenart art) {
+void Tastwerk::artWaehlen(Belegungsart art) {
     if (!gewaehlt())
         return;
     for (std::size_t i = 0; i < UMSCHALTARTEN.size(); ++i) {

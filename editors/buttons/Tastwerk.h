@@ -57,23 +57,23 @@ public:
     /// Sets it; does nothing with no button chosen.
     void setzeFeld(std::size_t feld, std::string wert);
 
-    /// Field ART of the chosen button, Tastenart::Leer if none is chosen or the field is empty. Throws
+    /// Field ART of the chosen button, Belegungsart::Leer if none is chosen or the field is empty. Throws
     /// LaufzeitFehler 13 when it is no number, 9 when it is no code of an action.
-    Tastenart art() const;
+    Belegungsart art() const;
     /// Whether the chosen button has a key. Throws LaufzeitFehler 13 when the field is no number.
     bool hatTaste() const;
 
     /// The texts of all labels on the current layer. Finds the layer keys on it anew, too.
     std::array<std::string, SLOTS> beschriftungen(const Namensucher& name);
     /// What an action puts on a label instead of its key; nothing for actions that don't.
-    static std::optional<std::string_view> aktionsname(Tastenart art);
+    static std::optional<std::string_view> aktionsname(Belegungsart art);
 
     /// Clears the chosen button when `nurAktuelle`, else the buttons 0 to 11; the D-pad keeps its own.
     void SchemaNeu(bool nurAktuelle);
 
     /// The user gives the chosen button another action: keeps the books of the layer keys, and clears the
     /// button if the action is new. Does nothing with no button chosen.
-    void artWaehlen(Tastenart art);
+    void artWaehlen(Belegungsart art);
 
     /// Whether `Umschalttaste1` and `Umschalttaste2` may be chosen for a button that was picked by its label.
     std::array<bool, 2> umschalttastenErlaubt(int taste) const;

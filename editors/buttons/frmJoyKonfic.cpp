@@ -47,12 +47,12 @@ constexpr std::array<const char*, TASTENARTEN> ARTTEXTE{"1,2,3,4...",     "Taste
 constexpr int TASTE_TAB = 9;
 
 // Indices of Option1.
-constexpr std::size_t index(Tastenart art) {
+constexpr std::size_t index(Belegungsart art) {
     return static_cast<std::size_t>(art);
 }
-constexpr auto TASTENDRUCK = index(Tastenart::Taste);
-constexpr auto UMSCHALTTASTE_1 = index(Tastenart::Umschalt1);
-constexpr auto UMSCHALTTASTE_2 = index(Tastenart::Umschalt2);
+constexpr auto TASTENDRUCK = index(Belegungsart::Taste);
+constexpr auto UMSCHALTTASTE_1 = index(Belegungsart::Umschalt1);
+constexpr auto UMSCHALTTASTE_2 = index(Belegungsart::Umschalt2);
 
 /// What tells of assignments that can't be read: their slots, a line a layer.
 QString unlesbar(const std::vector<Tastenort>& orte) {
@@ -270,7 +270,7 @@ void frmJoyKonfic::lblInfo_Click(int taste) {
 void frmJoyKonfic::Option1_Click(int index) {
     if (!werk_.gewaehlt())
         return;
-    werk_.artWaehlen(static_cast<Tastenart>(index));
+    werk_.artWaehlen(static_cast<Belegungsart>(index));
     labelBeschriften(NUR_GEWAEHLTE);
 }
 
@@ -349,7 +349,7 @@ void frmJoyKonfic::gewaehlteBeschriften(const Tastwerk::Namensucher& sucher) {
     }
     const auto art = werk_.art();
     // What the action shows comes right after this: hiding it in between would only flicker.
-    if (!hatTaste && art == Tastenart::Leer)
+    if (!hatTaste && art == Belegungsart::Leer)
         eigenschaften_->verbergen();
     if (const auto aktion = Tastwerk::aktionsname(art))
         text = qt(*aktion);
@@ -359,14 +359,14 @@ void frmJoyKonfic::gewaehlteBeschriften(const Tastwerk::Namensucher& sucher) {
 
 void frmJoyKonfic::TastenEreignissFestlegen() {
     const auto art = werk_.art();
-    if (art == Tastenart::Leer) {
+    if (art == Belegungsart::Leer) {
         for (std::size_t i = TASTENDRUCK; i < arten_.size(); ++i)
             arten_[i]->abwaehlen(); // the first one is left alone
     } else {
         arten_[index(art)]->setzen();
     }
-    TextEinAus(art == Tastenart::Taste);
-    if (art != Tastenart::Leer)
+    TextEinAus(art == Belegungsart::Taste);
+    if (art != Belegungsart::Leer)
         eigenschaften_->Eigenschaftfestlegen(art);
 }
 

@@ -316,7 +316,7 @@ void LaufFensterAnsicht::lblUmschalt(std::string_view text) {
     umschaltung_->setText(qt(text));
 }
 
-void LaufFensterAnsicht::gedrueckteTasten(int zahl) {
+void LaufFensterAnsicht::gedruecktePadtasten(int zahl) {
     gedrueckte_->setNum(zahl);
 }
 

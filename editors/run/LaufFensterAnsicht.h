@@ -63,7 +63,7 @@ private:
 
     void titel(const std::string& text) override;
     void lblUmschalt(std::string_view text) override;
-    void gedrueckteTasten(int zahl) override;
+    void gedruecktePadtasten(int zahl) override;
     void Erg(int index, const std::string& text) override;
     void HScroll1(int index, int wert) override;
     void HScroll2(int wert) override;

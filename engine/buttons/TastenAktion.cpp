@@ -25,8 +25,8 @@ Feld zifferntaste(int zaehler) {
     return Feld('0' + zaehler);
 }
 
-bool hatTaste(Tastenart art) {
-    return art == Tastenart::ZaehlerAuf || art == Tastenart::Taste || art == Tastenart::ZaehlerAb;
+bool hatTaste(Belegungsart art) {
+    return art == Belegungsart::ZaehlerAuf || art == Belegungsart::Taste || art == Belegungsart::ZaehlerAb;
 }
 
 std::chrono::milliseconds dauer(const Feld& feld) {
@@ -70,15 +70,15 @@ void TastenAktion::druecken(const Belegung& belegung, const Belegungsort& ort) {
     const auto modus = felder[MODUS].zahl();
     const auto druckzeit = felder[DRUCKZEIT].zahl();
     const bool impuls = modus == MODUS_IMPULS && druckzeit > 0;
-    const auto art = static_cast<Tastenart>(felder[ART].zahl());
+    const auto art = static_cast<Belegungsart>(felder[ART].zahl());
 
-    if (art == Tastenart::ZaehlerAuf)
+    if (art == Belegungsart::ZaehlerAuf)
         zaehlen(+1);
-    else if (art == Tastenart::ZaehlerAb)
+    else if (art == Belegungsart::ZaehlerAb)
         zaehlen(-1);
 
     if (hatTaste(art)) {
-        const auto taste = art == Tastenart::Taste ? felder[TASTE] : zifferntaste(stand_.Zaehler);
+        const auto taste = art == Belegungsart::Taste ? felder[TASTE] : zifferntaste(stand_.Zaehler);
         if (!impuls) {
             tasteDruecken(slot, taste);
         } else if (slot <= LETZTER_SLOT) {
@@ -88,7 +88,7 @@ void TastenAktion::druecken(const Belegung& belegung, const Belegungsort& ort) {
             stand_.TastenSatzOrt[static_cast<std::size_t>(slot) + 1] = ort;
             SlotTakt(slot);
         }
-    } else if (art == Tastenart::Maus) {
+    } else if (art == Belegungsart::Maus) {
         xpTaste_.MausDruecken(modus);
     }
     titelZeigen();
@@ -96,14 +96,14 @@ void TastenAktion::druecken(const Belegung& belegung, const Belegungsort& ort) {
 
 void TastenAktion::loesen(const Belegung& belegung, int slot) {
     BelegungZerlegen(belegung);
-    const auto art = static_cast<Tastenart>(stand_.Felder[ART].zahl());
+    const auto art = static_cast<Belegungsart>(stand_.Felder[ART].zahl());
     if (hatTaste(art))
         tasteLoesen(art, slot);
-    else if (art == Tastenart::Maus)
+    else if (art == Belegungsart::Maus)
         xpTaste_.MausLoesen(stand_.Felder[MODUS].zahl());
 }
 
-void TastenAktion::tasteLoesen(Tastenart art, int slot) {
+void TastenAktion::tasteLoesen(Belegungsart art, int slot) {
     if (stand_.Felder[DRUCKZEIT].zahl() <= 0)
         TasteFreigeben(slot);
 
@@ -111,7 +111,7 @@ void TastenAktion::tasteLoesen(Tastenart art, int slot) {
         zeitgeber_.KillTimer(slotTimerId(slot));
         stand_.DrueckMaske &= ~bit(slot);
         TasteFreigeben(slot);
-        if (art != Tastenart::ZaehlerAuf)
+        if (art != Belegungsart::ZaehlerAuf)
             drueckmaskeZeigen();
     }
     if (stand_.PausenMaske & bit(slot)) {

@@ -64,7 +64,7 @@ private:
     void druecken(const Belegung& belegung, const Belegungsort& ort);
     void loesen(const Belegung& belegung, int slot);
     void tasteDruecken(int slot, const Feld& taste);
-    void tasteLoesen(Tastenart art, int slot);
+    void tasteLoesen(Belegungsart art, int slot);
     void zaehlen(int schritt);
     void titelZeigen();
     void drueckmaskeZeigen();

@@ -21,7 +21,7 @@ public:
     /// `lblUmschalt`: name of the layer that was entered in this tick.
     virtual void lblUmschalt(std::string_view text) = 0;
     /// `Label1`(0): number of the buttons pressed, less the shift key.
-    virtual void gedrueckteTasten(int zahl) = 0;
+    virtual void gedruecktePadtasten(int zahl) = 0;
     /// `Erg`(index), the engine's trace labels 0 to 8.
     virtual void Erg(int index, const std::string& text) = 0;
     /// Value of the scroll bar `HScroll1`(index), as the store has it.

@@ -171,7 +171,7 @@ void LaufFenster::Beschriften() {
     if (std::exchange(gezeigteUmschaltung_, umschaltung) != umschaltung)
         anzeige_.lblUmschalt(umschaltung);
     if (std::exchange(gezeigtePadtastenzahl_, gedrueckte) != gedrueckte)
-        anzeige_.gedrueckteTasten(gedrueckte);
+        anzeige_.gedruecktePadtasten(gedrueckte);
 
     padtastenflanken();
     JoyInfoAlt_ = JoyInfo_;

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::int32_t EBENENRAND = 65535; // the plane ends here
+constexpr std::int32_t STICKEBENENRAND = 65535; // the plane ends here
 
 // Both searches give the line at which they stop, or the number of lines.
 //
@@ -97,7 +97,7 @@ void StickMaschine::xBandSuchen(std::int32_t x, Feldort& feld) {
         if (i + 1 == rechts.size())
             return; // on a line: bounds and keys stay as they are
         grenzen.xMin = rechts[i].wert();
-        grenzen.xMax = wertOder(rechts[i + 1], EBENENRAND);
+        grenzen.xMax = wertOder(rechts[i + 1], STICKEBENENRAND);
         feld.xLinie = rechts[i].text();
         feld.name.linien[richtung::RECHTS] = rechts[i].wert();
         feld.xHaelfte = haelfteRechtsOderUnten(feld.xLinie);
@@ -125,7 +125,7 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
         feld.yZone = "Unten";
         if (i + 1 < unten.size()) {
             grenzen.yMin = feld.name.linien[richtung::UNTEN] = unten[i].wert();
-            grenzen.yMax = wertOder(unten[i + 1], EBENENRAND);
+            grenzen.yMax = wertOder(unten[i + 1], STICKEBENENRAND);
         }
         // On a line too, unlike `Rechts`: the line is then the empty end mark.
         feld.yLinie = unten[i].text();

@@ -21,7 +21,7 @@ public:
             merken("Titel", text);
     }
     void lblUmschalt(std::string_view text) override { merken("lblUmschalt", text); }
-    void gedrueckteTasten(int zahl) override { merken("Label1(0)", std::to_string(zahl)); }
+    void gedruecktePadtasten(int zahl) override { merken("Label1(0)", std::to_string(zahl)); }
     void Erg(int index, const std::string& text) override {
         merken("Erg(" + std::to_string(index) + ")", text);
     }

@@ -7,7 +7,7 @@ class StummeAnzeige : public LaufAnzeige {
 public:
     void titel(const std::string&) override {}
     void lblUmschalt(std::string_view) override {}
-    void gedrueckteTasten(int) override {}
+    void gedruecktePadtasten(int) override {}
     void Erg(int, const std::string&) override {}
     void HScroll1(int, int) override {}
     void HScroll2(int) override {}

@@ -156,11 +156,11 @@ TEST_F(Werk, FremdeTexteLassenDieUebrigenSchilderStehen) {
 
 TEST_F(Werk, DieArtIstZehnOhneWahl) {
     belegt(0, "5,0,0-0-0");
-    EXPECT_EQ(werk.art(), Tastenart::Leer);
+    EXPECT_EQ(werk.art(), Belegungsart::Leer);
     werk.AktuelleTaste = 0;
-    EXPECT_EQ(werk.art(), Tastenart::Maus);
+    EXPECT_EQ(werk.art(), Belegungsart::Maus);
     werk.bild.field(0, 0, 0) = "";
-    EXPECT_EQ(werk.art(), Tastenart::Leer);
+    EXPECT_EQ(werk.art(), Belegungsart::Leer);
 }
 
 TEST_F(Werk, EineUnbekannteArtIstEinFehler) {
@@ -199,16 +199,16 @@ TEST_F(Werk, NeuLeertNurDieGewaehlteAuchAufDemKreuz) {
 TEST_F(Werk, EineNeueArtLeertDieselbeNicht) {
     belegt(0, "1,65,1-2-3");
     werk.AktuelleTaste = 0;
-    werk.artWaehlen(Tastenart::Taste);
+    werk.artWaehlen(Belegungsart::Taste);
     EXPECT_EQ(belegung(0), "1,65,1-2-3");
-    werk.artWaehlen(Tastenart::Maus);
+    werk.artWaehlen(Belegungsart::Maus);
     EXPECT_EQ(belegung(0), "5,0,0-0-0");
 }
 
 TEST_F(Werk, OhneWahlAendertSichNichts) {
     schilder();
     const auto vorher = werk.bild;
-    werk.artWaehlen(Tastenart::Umschalt1);
+    werk.artWaehlen(Belegungsart::Umschalt1);
     werk.setzeFeld(belegungsfeld::MODUS, "1");
     EXPECT_EQ(werk.bild, vorher);
     EXPECT_EQ(umschaltTasten, (Tastwerk::Umschalttasten{-1, -1}));
@@ -218,17 +218,17 @@ TEST_F(Werk, FuehrtBuchUeberDieUmschalttasten) {
     using Buch = Tastwerk::Umschalttasten;
     schilder();
     werk.AktuelleTaste = 4;
-    werk.artWaehlen(Tastenart::Umschalt1);
+    werk.artWaehlen(Belegungsart::Umschalt1);
     EXPECT_EQ(umschaltTasten, (Buch{4, -1}));
-    werk.artWaehlen(Tastenart::Umschalt2); // from one to the other
+    werk.artWaehlen(Belegungsart::Umschalt2); // from one to the other
     EXPECT_EQ(umschaltTasten, (Buch{-1, 4}));
     werk.AktuelleTaste = 5;
-    werk.artWaehlen(Tastenart::Umschalt2); // taken already: stays
+    werk.artWaehlen(Belegungsart::Umschalt2); // taken already: stays
     EXPECT_EQ(umschaltTasten, (Buch{-1, 4}));
-    werk.artWaehlen(Tastenart::Taste); // not the one that holds it
+    werk.artWaehlen(Belegungsart::Taste); // not the one that holds it
     EXPECT_EQ(umschaltTasten, (Buch{-1, 4}));
     werk.AktuelleTaste = 4;
-    werk.artWaehlen(Tastenart::Taste);
+    werk.artWaehlen(Belegungsart::Taste);
     EXPECT_EQ(umschaltTasten, (Buch{-1, -1}));
 }
 
