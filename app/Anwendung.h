@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The application object: an exception that a handler lets through ends that handler, not the process.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whether there is a screen to show windows on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The signals that ask the program to end: SIGTERM, SIGINT (Ctrl+C in the terminal) and SIGHUP (the terminal
 // has gone). They end the event loop, so that what is held is let go: an X server keeps a key down for ever
 // when the client that pressed it is simply gone.

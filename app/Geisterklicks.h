@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Drops mouse presses that reach a window after it has been hidden.
 //
 // Qt's xcb plugin (6.4) remembers the window of the last press, forgets it when that window is hidden, but

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The composition: makes the parts of the program and joins them. Lives as long as the process.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The platform that the program runs on: pad, injection, timers, process, sound and screen of this system.
 #pragma once
 

@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: GPL-3.0-or-later
 -- The tables of an empty Belegung.twk.
 -- The order of the columns is part of the format: many of them are reached by position only. SMALLINT holds 16 bits,
 -- INTEGER 32 bits; the program keeps to these widths when it writes.

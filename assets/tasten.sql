@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: GPL-3.0-or-later
 -- The names of the keys, as a German keyboard labels them. Code and name are each unique. What is new here reaches
 -- databases that are there already through tasten_nachtrag.sql, where a mended name needs a line.
 

@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: GPL-3.0-or-later
 -- Brings the key names of this version into a database that an older one has laid; the new empty database is
 -- attached as `neu`. What the user's database names otherwise keeps its name.
 --

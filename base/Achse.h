@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The axes of a pad by what they are for; which raw axis is which says the assignment of a `Schema`.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the three layers are called wherever they are shown.
 #pragma once
 

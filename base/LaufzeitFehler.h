@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one error type of the program: a number and a text, as the store and the engine raise them.
 #pragma once
 

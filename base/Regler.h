@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The thirteen settings of a run that its scroll bars hold.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a pad's buttons and the D-pad are counted by.
 #pragma once
 

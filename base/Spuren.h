@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The trace labels of a run, `Erg`(0 to 8): who writes which, and where the window lays them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which of the two sticks is meant: the tables of the right one carry an "R" behind their names.
 #pragma once
 

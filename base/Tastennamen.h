@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the buttons of the pad are called, by slot: in a run, on the labels of the button editor, and on them
 // before it is loaded.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The number of a key, from the texts of the database to the record that is sent.
 #pragma once
 

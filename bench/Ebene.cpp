@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the stick editor costs: the live point over a picture that fills the screen, opening, drawing anew.
 //
 // The point has 5 ms a tick, so that a hundredth of a core is 50 microseconds.

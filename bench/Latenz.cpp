@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Latency probe: the time from a change at a virtual pad to the event at a client of an X server, for a
 // button that presses a key and a stick that moves the pointer, through the whole program in real time; then
 // how often its fast timers run, and the processor time that it takes while nobody touches the pad, with the

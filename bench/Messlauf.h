@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run on the fakes, for measuring: virtual clock, scripted pad, the database given by statements.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a picture of the screen costs the event loop, on an X server of our own with a large screen: what
 // counts is how long a running `Schema` would stand still. Reading and writing are beside the loop.
 #include "editors/pictures/Bildvorschau.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the editors' writes cost on a real file: saving a button table, and the lines of a stick.
 #include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Testdatenbank.h"

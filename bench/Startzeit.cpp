@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // From the start of the executable beside this one to its usable window, and the memory it takes then:
 // with one `Schema` and with five hundred.
 //

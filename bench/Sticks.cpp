@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the sticks cost: a round of smoothing, a tick with both of them in their fields, a change of field, a
 // change of layer, a long way of the Ego Shooter beside the mere sending of it.
 #include "bench/Messlauf.h"

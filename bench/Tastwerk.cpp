@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the button editor costs: from the click that opens it to its picture on the screen, and a tick of the
 // pad test with a button held down, whose counter `core` is the share of one core that a hundred ticks a
 // second take.

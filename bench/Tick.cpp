@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What 5 ms of a run cost, a tick of the poll and five rounds of smoothing: nothing changing, and a press
 // from the tick to SendInput.
 #include "bench/Messlauf.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a drawing of the fields of a stick's plane costs: reading both tables, and painting the picture.
 #include "editors/stick/Zonenbild.h"
 #include "tests/hilfen/Testdatenbank.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fields of a stick's layer with their actions, as a run finds them.
 //
 //   key    four numbers, the inner line of the field's band to the left, right, up and down or 0, their

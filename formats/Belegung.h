@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a button or a direction of the D-pad does on a layer.
 //
 //   "Art,Taste,Modus-Druckzeit-Pausenzeit"   "1,65,0-0-0" key 65, held

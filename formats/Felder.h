@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fields of the delimited texts: splitting them, and reading one as a number.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The list of the keys that a run holds down, as the caption of its window shows it.
 //
 //   "slot-key,slot-key,"   "2-65,12-32,": slot 2 holds key 65, slot 12 key 32

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lines of one direction of a stick's layer, from the centre outward.
 //
 //   "line;line;"   "27072;20000;": the inner line and the one beyond it; "": none

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The slider text of a `Schema`: how the axis "Z1" is cut into equal fields, and what each does.
 //
 //   text    "n/c-1-T-S(a,b,d)/c-3-T-S(a,b,d)"   "3/1-1-0-1(10,5,)/1-3-2-1(65,50,100)"; "" for no slider

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The action of a stick's field.
 //
 //   text                                                                example

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/Zerlegen.h"
 
 std::vector<std::string_view> zerlegen(std::string_view text, char trenner) {

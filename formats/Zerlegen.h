@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Splitting of the delimited texts that the formats are made of.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Synthetic keyboard and mouse input towards the program that has the focus.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pad as the poll cycle sees it: one call that fills one record.
 #pragma once
 

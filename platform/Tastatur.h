@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The keyboard as a form sees it that captures a key: the way back from a key to the code that means it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one sound the program makes: a plain tone.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timers: window timers by id, and form timers with an interval and a switch.
 #pragma once
 

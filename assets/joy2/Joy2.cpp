@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Draws the picture that lies behind a stick's plane where a `Schema` has none of its own.
 //
 //   joy2 FILE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the axis assignment form decides without its controls: which choice stands for an axis name, whether
 // six choices make an assignment, and where a bar stands.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The axis assignment form: says for each of the six axes of the pad what it is.
 //
 // The user moves a control of the pad, sees whose bar moves, and sets the two lists beside that bar. Nothing

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The picture of the pad with its sixteen labels and twenty-four marks: `imgHintergrund`, `lblInfo`,
 // `Shape2`.
 //

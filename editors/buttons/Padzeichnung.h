@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The drawing of the pad: vector shapes in units of their own, and the one table that says where a label, a
 // mark and the line between them lie.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The properties of the button that is chosen in the button editor: a frame for keys, one for the mouse, one
 // for the layer keys. They lie on one another, and never more than one is in sight.
 //

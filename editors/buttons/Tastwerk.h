@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the button editor decides without its controls: the image of the button table, which button and layer
 // are chosen, what stands on the labels, which buttons are the layer keys.
 //

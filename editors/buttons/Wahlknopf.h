@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An option that tells whenever it is chosen.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/buttons/frmJoyKonfic.h"
 
 #include "base/Ebenennamen.h"

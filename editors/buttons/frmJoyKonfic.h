@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The button editor: assigns the twelve buttons and the four directions of the D-pad of a `Schema`, on three
 // layers.
 //

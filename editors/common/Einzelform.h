@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A form of which at most one stands open. It goes by itself when it is closed; the next one starts anew.
 #pragma once
 

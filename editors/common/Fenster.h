@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How windows come to the front and how they go, the same way for all of them.
 #pragma once
 

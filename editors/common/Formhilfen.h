@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Small things that all forms share: lengths, control names, plain message boxes.
 #pragma once
 

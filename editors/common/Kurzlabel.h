@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A label of one line that gives way: a long text is cut with dots where it is drawn, and its tool tip has it
 // whole.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Options of which one is set: a control array of radio buttons that lie wherever their form puts them.
 #pragma once
 

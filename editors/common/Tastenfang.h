@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The box that catches a key of the keyboard: every key, also those that move the focus, close a window or
 // run a shortcut elsewhere.
 //

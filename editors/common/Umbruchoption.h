@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A radio button whose text may take several lines, as many as its width asks for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The editors that are open: the one place that knows which of them are loaded.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The frame of a stick on the main form: the road to its editor, and the scroll bars of its sensitivity.
 //
 // The bars are given, and so is what they show beside them; nothing reads or keeps what is set on them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main form: lists the `Schema`s and is the road to everything else.
 //
 // Its captions are the state of its toggles: `Command1`(5) tells whether a run is on, `Command1`(2) whether a

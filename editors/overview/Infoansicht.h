@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A look at a layer in its own editor, which stands there disabled.
 //
 // The editors that it shows are its own, not those that the user has opened, and they work on a state of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The overview: picks a layer of a `Schema` and deletes it, shows it in its editor, or copies or swaps it to
 // a layer of a second `Schema`, which may lie in another database file.
 //

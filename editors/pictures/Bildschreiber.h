@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Does slow work on picture files beside the event loop, one piece after the other in the order given.
 //
 // A picture of a large screen takes longer to read or to write than the program may pause while a `Schema`

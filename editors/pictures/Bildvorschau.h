@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A small view of a picture: scaled to fit, its proportions kept.
 #pragma once
 

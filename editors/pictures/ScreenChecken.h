@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Makes the background pictures of the stick planes from the running game.
 //
 // While its remote control is on the pad chooses the layer and takes the pictures:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The window of a running `Schema`: controls on one side, the engine's output on the other.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Starts and ends runs: the one place that knows whether the window of a running `Schema` is loaded.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/slider/Schubaktionsrahmen.h"
 
 #include "editors/slider/Schubzahlen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The action frame of the slider editor: the controls of one field's action. It turns an action into their
 // state and their state into an action.
 //

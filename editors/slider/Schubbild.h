@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The picture of a slider: its lines, the numbers of its fields, and the marker where it stands now.
 #pragma once
 

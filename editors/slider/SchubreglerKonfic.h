@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The slider editor: cuts a slider into equal fields and gives each of them an action.
 //
 // It works on fields of its own and writes nothing before "Schema speichern", which stores the slider text of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the slider editor asks of numbers: whether one fits the slider text, and where on the picture of the
 // axis a field lies.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The frames of the action panel, one for each type of action: what is to be said about an action of that
 // type.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The panel on which a field of a stick's plane gets its action. It lies over the plane, and its form says
 // where: it places it, opens it on a field and asks it for the text when it has closed it.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/stick/Ebenenbild.h"
 
 #include "editors/common/Formhilfen.h"

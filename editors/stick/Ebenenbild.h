@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pictures behind the planes of the stick editors, and how they come to and from their files.
 #pragma once
 

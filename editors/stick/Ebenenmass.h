@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How large the plane of a stick editor is in its own units, which are those of a raw axis.
 #pragma once
 

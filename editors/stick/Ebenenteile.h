@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What lies on the plane of a stick editor: lines, arrows, rectangles, the live point. Each knows its place
 // in plane units and lets mouse presses through, but for the arrows.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which field of a stick's plane lies at a point: the crossing of the x band and the y band that the lines
 // cut.
 //

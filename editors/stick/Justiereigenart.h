@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tells the twin stick editors apart, all of it: everything else is one form on two sets of data.
 //
 // That closing the right editor leaves `OffenerEditor` at 2, that only the left one drops the chosen field at

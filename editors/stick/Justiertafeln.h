@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two panels at the lower edge of a stick editor: the layers, and the buttons with "1 to 1".
 //
 // They only tell what the user wants; the form does it.

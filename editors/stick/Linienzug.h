@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the mouse does to the lines of a stick's plane: picks them up, moves them, puts them down, adds and
 // removes them.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A panel at the lower edge of the plane: a strip that slides up when the mouse comes over it and falls back
 // two seconds later.
 //

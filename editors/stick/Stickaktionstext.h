@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The action of a stick field between what is stored and the panel that edits it.
 //
 // Nothing is checked: what stands in a box goes into the text as it is, so a "," typed there separates fields

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The plane of a stick editor: a child that fills the form, in raw axis units, with a picture behind all that
 // lies on it.
 //

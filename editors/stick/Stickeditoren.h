@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stick editors that stand open, at most one a stick, and the form that makes their pictures.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The symbols of a plane's fields: keeps them as they were drawn and paints them at any size.
 #pragma once
 

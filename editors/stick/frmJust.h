@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stick editor: divides the plane of one stick into fields by lines and gives the fields actions.
 //
 // One form for both sticks; what tells `frmJust` from `frmJustr` is a Justiereigenart. The mouse on lines and

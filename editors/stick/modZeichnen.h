@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finds the symbols that mark on the plane of a stick which field carries which type of action.
 //
 // A drawing reads both tables of the stick anew and keeps nothing; what it finds goes symbol by symbol to the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which layer is active: what the two shift keys and the moment without any button make of it.
 //
 // Layers: 0 Standart, 1 Umschalt 1, 2 Umschalt 2. A shift key acts where it is the only button of the word.

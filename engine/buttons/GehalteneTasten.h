@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The keys that the engine holds down, in the order in which they were pressed. The list outlasts a run: what
 // is held when a run stops is still listed in the next one. It presses and releases nothing: who enters a key
 // or takes one out sends it, too.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Finds the press and release edges of the D-pad's four directions.
 //
 // Direction digits: 0 up, 1 right, 2 down, 3 left. A code is one digit, or two digits for a diagonal; what

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Turns one press or release edge of a slot (twelve buttons, four D-pad directions) into key and mouse
 // events.
 //

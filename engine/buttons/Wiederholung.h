@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Repeats held keys, so that a held pad button behaves like a held key of a keyboard.
 //
 // Sixteen timers, one for each of the first sixteen places of the list of held keys. A timer is picked by the

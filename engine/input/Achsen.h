@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the axes of the pad read, by the names that the assignment of the `Schema` gives them.
 #pragma once
 

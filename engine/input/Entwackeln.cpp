@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/input/Entwackeln.h"
 
 #include "engine/input/Achsen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The smoothing of the four stick axes. A cheap stick trembles around a value: the filter holds its output on
 // the value that the stick kept returning to, as long as the raw value stays near it, and lets every larger
 // movement through unchanged.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one place that polls the pad: whoever wants to know what it does comes through here.
 #pragma once
 

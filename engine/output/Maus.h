@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Mouse buttons, wheel and steps by their number, as assignments name them.
 //
 //   number      0     1      2        3         4

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The narrow waist to the operating system: a virtual key code becomes key events, the selector of a mouse
 // action becomes mouse events. Nothing here decides when to press.
 #pragma once

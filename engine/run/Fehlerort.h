@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where an error lies that stops a run, in the words of the editors: whoever made a slip there is to find it.
 #pragma once
 

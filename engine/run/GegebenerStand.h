@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // State that is given but by which nothing in the program decides. It tells what the engine did last, and
 // tests look at it. What of this kind dies with a run stands at the end of LaufFenster, what belongs to the
 // forms at the end of GobalVariable.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timers of one run: their procedures may throw, and none of them outlives the run.
 #pragma once
 

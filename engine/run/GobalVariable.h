@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What all parts of the program share: the paths worked out at start, the current `Schema`, and which editors
 // stand open. Lives as long as the process.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the engine shows while a `Schema` runs. The window implements it; the engine never asks it anything.
 #pragma once
 

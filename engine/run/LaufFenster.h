@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A running `Schema`: the poll cycle and all that hangs on it. Made at the start of a run, dies with it.
 //
 // Every 5 ms a tick, in this order:

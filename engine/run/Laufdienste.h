@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a run offers to the engines of the sticks and the slider, whose own state outlasts it. All of it lives
 // as long as the run, and so do its timers: what a timer procedure holds of this is there when it runs.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The engine's state that outlasts a run: a second run in one process finds it as the first one left it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The engine's window timers: their ids, and the end of all of them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The slider axis "Z1": cut into equal fields, each with one action. When the slider crosses into another
 // field, the old action ends and the new one starts.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The absolute positions among a stick's actions: the pointer goes to the centre of the field, is bound to
 // the stick, or the stick's travel in the field becomes mouse counts (`Ego Shooter`).
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Carries out the actions of a stick's fields: starts one when the stick enters a field, repeats it on timers
 // while the stick stays, ends it when the stick leaves.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What an action of a stick works on: what the stick remembers, the field, and what the run offers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The engine of one stick. It is called only when the stick has left the bounds of its field: it finds the
 // new field, ends what the old one started, starts the action of the new one and writes the status texts.
 // What goes on inside a field runs on timers (Aktionslauf).

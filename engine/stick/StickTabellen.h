@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The run image of one stick: the lines that cut its plane, and the actions of its fields as one text.
 #pragma once
 

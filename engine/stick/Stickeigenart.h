@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tells the twin sticks apart, all of it: everything else is one code on two sets of data.
 //
 // The mask bits that do not match between start and stop, the shared timer id 3 and the two intervals of `Im

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where a stick stands, and the field that holds it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/GeraeteEingabe.h"
 
 #include "platform/linux/Tastaturlayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What all injection into a real system has in common: from INPUT records to single actions on keys and a
 // mouse.
 //

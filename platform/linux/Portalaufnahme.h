@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures of the screen by the desktop, through the portal org.freedesktop.portal.Screenshot (version 2 of
 // its documented interface).
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timers on Qt's event loop.
 //
 // All timers share one timerfd, which is set to the next deadline: exact to some 0.1 ms under every event

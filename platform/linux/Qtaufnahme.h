@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures of the screen by Qt itself, which can where programs may read the screen: under X11.
 #pragma once
 

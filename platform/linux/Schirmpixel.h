@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture of Qt as the picture of a screen that the interface gives.
 #pragma once
 

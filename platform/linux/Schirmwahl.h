@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which way pictures of the screen are taken here.
 #pragma once
 

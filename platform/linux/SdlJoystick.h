@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pads through SDL.
 //
 // Pad `id` is the one that stands at this place in SDL's list, oldest first; so when the first pad goes, the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tones through SDL.
 //
 // Opening a sound device may take seconds, so all of SDL's calls are made on a thread of their own, which the

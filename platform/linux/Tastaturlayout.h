@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The keyboard layout in force.
 //
 // It comes from the X server and follows it at run time. Without a server it is settled once: from the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Virtual key codes to keys and back, through one keyboard layout.
 //
 // A code that names a label (letters, digits and the German OEM keys) means the key that carries the label.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is fixed about keys: which evdev key a virtual key code means on every layout, which codes are labels
 // of the typing block, which codes have no key at all, and the scan codes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Injection through the kernel: two virtual devices made with /dev/uinput, which serve X11, Wayland and the
 // console.
 //

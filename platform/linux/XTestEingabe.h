@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Injection through the XTEST extension of an X server.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A connection to an X server that may fail without ending the process.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Injection that only writes down what is sent.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A screen that shows what the test says, and delivers its picture when the test says.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A keyboard whose keys are numbered as ProbeEingabe numbers their scan codes: the code and 1000.
 #pragma once
 

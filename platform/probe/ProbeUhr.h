@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Virtual clock: timers that run when time is moved on by hand.
 //
 // Due timers run by deadline, at one deadline the shorter interval first, and at equal intervals in the order

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Takes a SELECT text of the logic apart, so that only statements of one known shape ever reach the database.
 //
 // The shape is   SELECT * FROM table [WHERE ...] [ORDER BY ...] [;]   over one table. What stands behind the

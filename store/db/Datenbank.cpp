@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/db/Datenbank.h"
 
 #include "store/db/Verbindung.h"

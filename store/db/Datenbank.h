@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The table store: SQLite behind the few operations that the logic knows. This unit is a file of it, from its
 // opening to its closing, with what is done to it as a whole; the sets of rows that it gives are Recordset's.
 //

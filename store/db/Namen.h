@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Names of tables and columns: compared without regard to the case of ASCII letters, as SQLite does it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Every read and write goes to the file by row id at once.
 #include "store/db/Recordset.h"
 

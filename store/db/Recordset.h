@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A set of rows: a list of row ids, fixed when it is opened; values are read live. No statement stays open
 // between two calls, so a reader never blocks another program's write.
 #pragma once

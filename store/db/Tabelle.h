@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the store knows of a table: its columns in physical order and the values that each of them takes.
 //
 // SQLite would take any value in any column. The width of a whole number is therefore kept here, by the

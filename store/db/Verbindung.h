@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One connection to a SQLite file: opened, kept and closed in one object, every error as a LaufzeitFehler. A
 // second file may be attached to it; then a transaction spans both.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The row of a `Schema` in Gamepad.xml: which raw axis of the pad is which stick or slider, and beside it the
 // slider text.
 //

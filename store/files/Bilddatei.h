@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures in the picture folder, found by name without regard to case: "S0L.BMP" written is "S0L.bmp" read
 // and deleted.
 #pragma once

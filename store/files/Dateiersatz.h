@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Replaces a file by new content in one step: whatever happens on the way, a reader finds the old content
 // whole or the new content whole.
 //

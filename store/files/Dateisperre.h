@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keeps other copies of the program from changing a file while one reads it, changes it and replaces it.
 //
 // What is locked is the folder that the file lies in: the file itself is another one after each replacement,

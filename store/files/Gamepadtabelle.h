@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The table in Gamepad.xml: one row a `Schema`, in the XML form of a persisted ADO recordset ("XML
 // Persistence Format" of Microsoft's ADO documentation).
 //

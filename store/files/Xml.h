@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // XML as strictly as the axis file needs it: elements with attributes, and nothing else that would be lost
 // when the file is written back.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which columns of a table belong to a layer. A layer's columns stand side by side; between the layers other
 // columns may stand, so that the layers' distances differ from table to table.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The zone lines of a stick, as its twenty rows hold them and as the editors work on them: which row and
 // which direction is which, and where a layer's lines stand in a row.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Removes a `Schema`: its rows in all eight tables and the pictures that the stick editors left of it.
 //
 // A part that is missing never stops the deletion. The rows go in one transaction, all or none, then the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keeps the sensitivity of the sticks across runs: copies between the row of a `Schema` and the scroll bars.
 //
 // The row of a `Schema` without one is made with its name only; its numbers come with the first write that

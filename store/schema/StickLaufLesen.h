@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Brings what a run plays of a stick out of its two tables.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Statement texts of the stick tables and the walk through their lines, which reader and writer share. The
 // two sticks' tables differ by their names only.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Deletes, swaps and copies whole layers of a `Schema`.
 //
 // A layer is picked by an index of 0 to 8:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The editor's image of the button table: the five fields of the `Belegung` of each button on each layer.
 //
 // The name stands for an array of text with six indices: the button, and then one index a field, of which a

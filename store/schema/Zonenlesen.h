@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Brings out of a stick's two tables what the drawing of its fields needs: lines as numbers, action rows by
 // group.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Key codes and their German names, from tblKeyCode.
 #pragma once
 

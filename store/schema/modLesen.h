@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Brings a `Schema` out of the database. Each procedure opens the database, does its work and closes it
 // again.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Brings changes of a `Schema` into the database. Each procedure opens the database itself and closes it at
 // its end. What one of them saves it saves in one transaction: all of it or nothing, also through a crash.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A test of the whole program in real time: a virtual pad on one side, a client of a real X server on the
 // other, and the program between them, on the real platform.
 #pragma once

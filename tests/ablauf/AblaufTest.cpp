@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program in real time: buttons, D-pad, layers, the pad that comes and goes.
 #include "tests/ablauf/Ablauf.h"
 #include "app/Endsignale.h"

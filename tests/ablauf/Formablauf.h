@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the stories stand on that set the program up in its forms before they play: the forms by name, keys
 // that come from the X server, and somebody who answers message boxes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A mouse press that reaches a window after it was hidden, as the pad may send one while a run ends.
 #include "app/Geisterklicks.h"
 

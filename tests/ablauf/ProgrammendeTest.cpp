@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The end of the program's process, asked for by signals, and what it leaves beside its executable.
 #include "tests/ablauf/Programmprozess.h"
 #include "tests/hilfen/Dateien.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program as a process of its own. It lies in a folder of its own, too: it writes beside its executable,
 // and tests run side by side.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program in real time: every form is opened on its road from the main form, does its main act and
 // is closed, and leaves the main form as it found it.
 #include "store/files/Gamepadtabelle.h"

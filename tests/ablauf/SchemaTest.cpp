@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program in real time: the story of a new user, from an empty database to a `Schema` that plays,
 // and to its end.
 #include "store/files/Gamepadtabelle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program in real time: a game fills the screen, the pad takes its picture, and the stick editor
 // has it behind its plane.
 #include "tests/ablauf/Formablauf.h"

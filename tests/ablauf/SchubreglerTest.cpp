@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program in real time: the axes and the slider are set up in their forms, with keys that come from
 // the X server, and then play.
 #include "tests/ablauf/Formablauf.h"

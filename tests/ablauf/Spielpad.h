@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A pad in the hand of the test: a virtual SDL game controller.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program in real time: sticks and slider, from the pad's axes to keys, pointer and wheel at the
 // client.
 //

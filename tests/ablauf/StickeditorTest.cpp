@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program in real time: the plane of a stick is divided in its editor and a field gets a key, which
 // the stick then presses.
 //

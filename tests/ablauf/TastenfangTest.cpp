@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The capture of keys in a real X server: what the injection presses for a code is caught as that code.
 #include "editors/common/Tastenfang.h"
 #include "platform/linux/Tastaturlayout.h"

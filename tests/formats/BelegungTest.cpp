@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/Belegung.h"
 #include "tests/hilfen/Testdatenbank.h"
 

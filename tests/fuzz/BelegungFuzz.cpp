@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any text as the `Belegung` of a button: pressed, held, let go, pressed again.
 #include "tests/fuzz/Fuzzlauf.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parts of a run on fakes, for fuzzers that go past its window: whatever a text holds, an orderly error
 // is all that may come of it.
 #pragma once

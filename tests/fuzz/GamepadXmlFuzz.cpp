@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as Gamepad.xml: they are a table or they are not, and a table comes back the same once it is
 // written.
 #include "store/files/Gamepadtabelle.h"

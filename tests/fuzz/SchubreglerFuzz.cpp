@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any text as the slider text of a `Schema`: the slider goes from one end to the other and back. What XML
 // does not hold never reaches the slider.
 #include "engine/slider/Schubregler.h"

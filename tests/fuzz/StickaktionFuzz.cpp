@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any two texts, a line each, as the actions of fields: started on both sides and as a pair, on both sticks,
 // held and ended.
 #include "engine/stick/Aktionslauf.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Anything in the rows of a stick: each line of the input is a statement's worth of values for tblStick ("i"
 // and five values) or tblStickAktion ("a" and five values, then the action); then the stick goes round the
 // plane.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files as tests look at them: whole contents, names in a folder, and a user whom permissions bind.
 #pragma once
 

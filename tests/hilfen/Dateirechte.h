@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files that may not be written or read, also for tests that root runs.
 #pragma once
 

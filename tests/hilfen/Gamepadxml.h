@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Gamepad.xml written by hand, in the form that ADO gives it, around what a test is about.
 #pragma once
 

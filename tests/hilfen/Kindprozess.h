@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Child processes that do a test's work and are killed at it, once or again and again.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A running window that writes down what it is told to show.
 #pragma once
 

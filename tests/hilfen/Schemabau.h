@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Builds a `Schema` for a test, told by what it has, and lays it past the store.
 //
 //     Schemabau(datei).taste(2, "1,65,0-0-0").linien(Stickseite::Links, 1, {20000, 45000, 20000,

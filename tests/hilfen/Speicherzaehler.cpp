@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A unit of its own, so that no compiler looks through the replaced operators. All forms that do not align
 // end in these or are here: memory is always taken and given back by the same pair.
 #include "tests/hilfen/Speicherzaehler.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Counts what the test program asks of the heap, to show that a piece of code asks nothing.
 #pragma once
 

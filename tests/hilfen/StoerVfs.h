@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A disk that fails: lies between SQLite and the file system and steps in at the n-th change of a file.
 //
 // A step is a write, a truncation, a sync or a deletion. While the object lives, every connection that is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A database of its own for a test, in a folder that goes with it, and raw access to it past the store.
 #pragma once
 

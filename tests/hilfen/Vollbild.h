@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture that fills the screen, as a game does, and one in which every pixel counts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A client of an X server that hears what input arrives: as a program that has the focus, or all raw input.
 #pragma once
 

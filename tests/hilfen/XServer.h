@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A private X server (Xvfb) for one test: it starts with the object and ends with it.
 #pragma once
 

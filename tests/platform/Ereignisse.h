@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Records of single events, for tests of the injection.
 #pragma once
 

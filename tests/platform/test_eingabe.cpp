@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Injection: the contract on the fake and on XTest in a real X server, then XTest by itself.
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/XTestEingabe.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The choice of the injection, with made candidates and with the real ones.
 #include "platform/linux/EingabeWahl.h"
 #include "platform/linux/Tastaturlayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pads: the contract on the scripted pad and on SDL's virtual ones, then what only the SDL backend does.
 #include "platform/linux/SdlJoystick.h"
 #include "platform/probe/ProbeJoystick.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pads of the kernel, plugged in and out while SDL runs.
 #include "platform/linux/SdlJoystick.h"
 #include "platform/linux/Tastaturlayout.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Process: the contract on the fake and on the system, then the system by itself.
 #include "platform/linux/LinuxProzess.h"
 #include "platform/probe/ProbeProzess.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures of the screen: the contract on the fake, on an X server and through a portal on a bus of our own,
 // then how each of the real ones fails.
 #include "platform/linux/Portalaufnahme.h"

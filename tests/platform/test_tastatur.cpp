@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The way back from a key to its code: the contract on the fake and on the layout of a real X server.
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/XTestEingabe.h"

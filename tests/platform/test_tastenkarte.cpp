@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The key mapping, on keymaps made from layout names.
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/TastenKarte.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user reads of a key that he has captured: each key has a name, and it is the name of that key.
 //
 // The names of the typing block are what the German layout of the system writes with these keys; those of the

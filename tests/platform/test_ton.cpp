@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tones: what both sides promise, then what SDL sends to a device, which here is a file.
 #include "platform/linux/SdlTon.h"
 #include "platform/probe/ProbeTon.h"

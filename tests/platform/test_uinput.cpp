@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Injection through the kernel: what its devices deliver.
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/UinputEingabe.h"

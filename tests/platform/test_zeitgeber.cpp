@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timers: the contract on the virtual clock and on the event loop, then what only real time shows.
 #include "platform/linux/LinuxProzess.h"
 #include "platform/linux/QtZeitgeber.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program `spur` as it is called: what it prints, and its exit code.
 #include "tests/hilfen/Testdatenbank.h"
 

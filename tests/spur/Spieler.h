@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Plays a scenario: a fresh database, a fresh engine on the virtual clock.
 #pragma once
 

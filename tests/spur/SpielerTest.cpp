@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/spur/Spieler.h"
 
 #include "tests/hilfen/Testdatenbank.h"

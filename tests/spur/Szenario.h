@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A trace file: what lies in the database, what the pad does when, what must come out when.
 //
 //   # a comment

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A trace is told of the left stick or of its x axis; a variant is how it is played: on which stick, on which
 // axis. What is exchanged for it stands at the head of Szenario.h.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // spur [OPTION...] FILE|FOLDER... plays trace files, of a folder all that lie in it and below, and compares;
 // prints the first difference of each scenario, exits 1 on any
 //

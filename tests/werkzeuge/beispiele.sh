@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # beispiele.sh BUILD: the traces that the documents show can be played.
 set -euo pipefail
 cd "$(dirname "$0")/../.."

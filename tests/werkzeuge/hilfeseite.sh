@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # hilfeseite.sh BUILD: the help page stands by itself: its pictures lie beside it, its jumps have a target, nothing comes
 # out of the net, and what it calls a caption is one: each text in „quotes“ is a whole literal of the forms, but for
 # the mark of its shortcut and for blanks at its end.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # installation.sh BUILD: what tools/install lays down, and that it never overwrites what is the user's.
 set -euo pipefail
 wurzel=$(cd "$(dirname "$0")/../.." && pwd)

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # layout.sh BUILD: tools/format finds and mends what is out of layout, also in a tree that is no git checkout, and
 # leaves the build folder alone.
 set -euo pipefail

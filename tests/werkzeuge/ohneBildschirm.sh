@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # ohneBildschirm.sh BUILD: without a display the program says so and ends, whatever the environment claims.
 set -euo pipefail
 bau=$1

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # ordner.sh: a folder includes only what docs/ARCHITEKTUR.md lets it use, no two units include each other, and statement
 # texts stand in store/ only.
 set -euo pipefail

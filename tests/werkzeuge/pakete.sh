@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # pakete.sh BUILD: tools/packages lists the package of every library that the build asks for and of every program that
 # build, tools and tests call. What a listed package depends on directly counts as listed.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # start.sh BUILD: tools/run, with stand-ins for the build and the program: where it installs, where it starts, and that
 # a second start keeps the user's files.
 set -euo pipefail

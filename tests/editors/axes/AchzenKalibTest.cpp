@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/files/Gamepadtabelle.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Dateien.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The decisions of the button editor, without a form.
 #include "editors/buttons/Tastwerk.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the tests of the button editor stand on: the form opened from the main form on a `Schema` "S", its
 // controls, and the assignments of the database by button and layer.
 #pragma once

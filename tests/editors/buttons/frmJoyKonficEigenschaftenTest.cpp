@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The button editor: actions, the properties that each of them has, number boxes, and the capture of keys.
 #include "platform/probe/ProbeTastatur.h"
 #include "tests/editors/buttons/Tastwerktest.h"

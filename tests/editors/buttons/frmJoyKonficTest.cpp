@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The button editor: load, labels, picking by label and by pad, layers, storing, opening and closing.
 #include "tests/editors/buttons/Tastwerktest.h"
 

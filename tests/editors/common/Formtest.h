@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What all tests of forms stand on: the program's composition on fakes and a database of its own, its
 // controls by their names, and somebody who answers message boxes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The box that catches a key: what counts, and what the keyboard says of it.
 #include "editors/common/Tastenfang.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "Schema neu" in its two strokes and "Schema löschen", in the main form.
 #include "store/files/Gamepadtabelle.h"
 #include "tests/editors/common/Formtest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The overview: its locks, what its buttons do to the databases, and the editors that "Info" shows.
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Dateien.h"

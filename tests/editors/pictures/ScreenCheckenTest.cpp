@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The form that makes the background pictures: its remote control, its previews, and how it goes back into
 // the editors.
 #include "editors/pictures/ScreenChecken.h"

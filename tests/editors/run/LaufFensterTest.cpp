@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/Achse.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Gamepadxml.h"

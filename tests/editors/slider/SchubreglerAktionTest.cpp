@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The slider editor: what is taken over, what is refused, what lies in the file, and what a run makes of it.
 #include "tests/editors/slider/Schubreglertest.h"
 

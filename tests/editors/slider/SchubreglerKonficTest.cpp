@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The slider editor: its fields, its lines, what it shows, its window.
 #include "tests/editors/slider/Schubreglertest.h"
 

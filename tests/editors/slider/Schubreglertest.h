@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The slider editor in the hands of a test: opened on a slider text, read by its controls, saved.
 #pragma once
 

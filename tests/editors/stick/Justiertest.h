@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tests of the stick editors stand on: an open editor of either stick, its controls by name, the mouse
 // at plane coordinates, and the stick's tables.
 #pragma once

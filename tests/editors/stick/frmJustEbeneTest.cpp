@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stick editors: what is to be seen of the plane's parts.
 #include "tests/editors/stick/Justiertest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stick editors: what the mouse on the plane leaves in the database.
 #include "tests/editors/stick/Justiertest.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stick editors: opening and closing, plane and fields, layers, panels, pictures, the live point.
 #include "editors/stick/Ebenenbild.h"
 #include "tests/editors/stick/Justiertest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stick editors beside each other and beside a run: in whatever order they go, the rest goes on.
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/frmJust.h"

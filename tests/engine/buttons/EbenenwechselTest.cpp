@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The layer that is active after each tick, and what a change of layer asks for.
 //
 // A time line has a character a tick: "_" nothing pressed, "1" and "2" a shift key alone, "+" a shift key

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/buttons/Wiederholung.h"
 
 #include "tests/engine/run/Probetasten.h"

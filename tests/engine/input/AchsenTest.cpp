@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the axes of the pad read by their names, and how the pad is asked.
 #include "engine/input/Achsen.h"
 #include "platform/probe/ProbeJoystick.h"

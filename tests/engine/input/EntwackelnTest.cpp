@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The smoothing: the filter of one axis sample by sample, and the timer that feeds the four of them.
 #include "engine/input/Entwackeln.h"
 #include "engine/input/Achsen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What an error that stops a run says: whoever made the slip in an editor finds it by stick, layer and field
 // or by slot, and by the text.
 #include "engine/run/Fehlerort.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run of the `Schema` "S" on fakes: fresh database, virtual clock, scripted pad. Without the sticks, until
 // a test takes them in.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The button engine on fakes, without a window around it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The slider engine in a run on fakes: fields, what triggers, what is kept and what is forgotten. How its
 // actions look in time is told by the traces.
 #include "engine/slider/Schubregler.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a stick's actions leave in the mask of the timers, in the timers themselves and in what a stick
 // remembers.
 #include "tests/engine/stick/Sticklauf.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the poll cycle treats the sticks: when they are evaluated, in which order, and what a change of layer
 // does. An evaluation is seen by the zones that it shows.
 #include "tests/engine/run/Probelauf.h"

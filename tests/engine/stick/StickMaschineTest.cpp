@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the engine of a stick shows of the field it has found: zones, lines and actions, on both sticks.
 #include "tests/engine/stick/Sticklauf.h"
 

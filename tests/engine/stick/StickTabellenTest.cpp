@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The run image of a stick, as it comes out of the database: lines, actions, lock, and the connection.
 #include "engine/stick/StickTabellen.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run on fakes with the two real sticks: lines, actions and movements by name.
 //
 // The smoothing is off, so what the pad does is seen one or two ticks later.

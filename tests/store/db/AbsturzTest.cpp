@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Death by SIGKILL: at every single step towards the disk, and at any time.
 #include "store/db/Datenbank.h"
 #include "store/schema/modLesen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Statement texts: which of them reach the database, in what form, and that every text of the program does.
 #include "store/db/Anweisungstext.h"
 #include "store/db/Datenbank.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files that are not what they should be: missing, foreign, read-only, unreadable, damaged.
 #include "store/db/Datenbank.h"
 #include "store/schema/modLesen.h"

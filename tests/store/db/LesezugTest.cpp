@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading many values on one state of the file.
 #include "store/db/Datenbank.h"
 #include "tests/hilfen/Testdatenbank.h"

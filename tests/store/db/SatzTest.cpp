@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sets: the cursor, what a set sees of later changes, AddNew, Edit, Update and Delete.
 #include "store/db/Datenbank.h"
 #include "tests/hilfen/Testdatenbank.h"

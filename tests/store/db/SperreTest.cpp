@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A second program on the same file: who waits, how long, and who never blocks whom. Real time is the subject
 // here.
 #include "store/db/Datenbank.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The empty Belegung.twk: tables, columns in their physical order, types, defaults, and the names of the
 // keys.
 #include "tests/hilfen/Testdatenbank.h"

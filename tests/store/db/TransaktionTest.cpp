@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Transactions: all or none, through exceptions and a disk that fails at any step.
 #include "store/db/Datenbank.h"
 #include "store/schema/modLesen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Values: what each kind of column takes, at the limits of its width.
 #include "store/db/Datenbank.h"
 #include "tests/hilfen/Testdatenbank.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Two files on one connection: a transaction is one of both, through exceptions, errors of the disk and
 // death.
 #include "store/db/Datenbank.h"

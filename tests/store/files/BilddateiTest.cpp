@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures by name, whatever the case of their letters, and never outside of their folder.
 #include "store/files/Bilddatei.h"
 #include "tests/hilfen/Dateien.h"

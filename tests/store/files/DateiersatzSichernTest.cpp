@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What reaches the disk, and in which order: without it a power cut could leave the new name with an empty
 // file behind it, or bring the old one back after the replacement has been told.
 #include "store/files/Achsendatei.h"

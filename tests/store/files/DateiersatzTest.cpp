@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The replacement of a file: what it keeps, what it refuses, and that no failure leaves a half.
 #include "store/files/Dateiersatz.h"
 #include "tests/hilfen/Dateien.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The form of Gamepad.xml: what is read, what is refused, and that all that is read is written back.
 #include "store/files/Gamepadtabelle.h"
 #include "store/files/Xml.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Builds a `Schema` in which each value tells where it was laid.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Death by SIGKILL at each step of the disk and at any time of what the user does to a Schema: what is left
 // is the state before or after the whole of it.
 #include "store/schema/Schemaloeschen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A new Schema, and the question when its name is taken.
 #include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Dateirechte.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A Schema goes: its rows in all eight tables and its pictures.
 #include "store/schema/Schemaloeschen.h"
 #include "tests/hilfen/Dateirechte.h"

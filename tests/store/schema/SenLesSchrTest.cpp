@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sensitivity of both sticks between the database and the scroll bars.
 #include "store/schema/SenLesSchr.h"
 #include "tests/hilfen/Dateirechte.h"

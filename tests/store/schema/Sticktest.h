@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What tests of the stick tables stand on: each of them runs for the left and for the right stick.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The button table on its way from the database into the editor and back.
 #include "store/schema/modLesen.h"
 #include "store/schema/modSpeichern.h"

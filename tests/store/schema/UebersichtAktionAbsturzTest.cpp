@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Death by SIGKILL at any time and at each step of the disk of a swap between two files, of a copy and of a
 // deletion: both files are before it or both are after it.
 #include "store/schema/UebersichtAktion.h"

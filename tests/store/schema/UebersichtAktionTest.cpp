@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Deleting, swapping and copying layers: what moves where, what stays, and what an error leaves.
 #include "store/schema/UebersichtAktion.h"
 #include "tests/hilfen/Dateien.h"

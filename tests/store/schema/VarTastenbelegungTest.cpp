@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The editor's image of the button table: its places and the texts that it is made from and gives back.
 #include "store/schema/VarTastenbelegung.h"
 #include "tests/hilfen/Testdatenbank.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Key names: found, not found, and the statement that fails.
 #include "store/schema/modKeyCode.h"
 #include "tests/hilfen/Testdatenbank.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The zone lines and the actions of both sticks as the editors read them, and the deletion of empty fields.
 #include "store/schema/modLesen.h"
 #include "tests/hilfen/Dateirechte.h"

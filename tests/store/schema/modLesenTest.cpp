@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a Schema looks like when it is read for a run, and the twenty rows of a new stick.
 #include "store/schema/modLesen.h"
 #include "tests/hilfen/Schemabau.h"

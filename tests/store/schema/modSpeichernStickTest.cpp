@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The zone lines and the actions of both sticks as the editors store them.
 #include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Dateirechte.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a run writes into its Schema.
 #include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Testdatenbank.h"
