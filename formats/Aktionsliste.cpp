@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "formats/Aktionsliste.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -10,21 +11,26 @@ constexpr auto NIRGENDS = std::string_view::npos;
 } // namespace
 
 Aktionsliste::Aktionsliste(std::string text) : text_(std::move(text)) {
+    eintraege_.reserve(static_cast<std::size_t>(std::ranges::count(text_, ';')));
     for (auto vor = text_.find(';'); vor != NIRGENDS;) {
         const auto ende = text_.find(';', vor + 1);
         if (ende == NIRGENDS)
             break; // behind the last entry
-        eintraege_.push_back(
-            {vor + 1, ende - vor - 1, std::make_shared<const Stickaktion>(std::string(aktionAb(vor)))});
+        eintraege_.push_back({vor + 1, ende - vor - 1, nullptr});
         vor = ende;
     }
 }
 
 Aktionszeiger Aktionsliste::suchen(std::string_view schluessel) const {
-    for (const auto& eintrag : eintraege_)
-        if (std::string_view(text_).substr(eintrag.anfang, eintrag.laenge).starts_with(schluessel))
-            return eintrag.aktion;
-    return nullptr;
+    const auto beginntSo = [&](const Eintrag& eintrag) {
+        return std::string_view(text_).substr(eintrag.anfang, eintrag.laenge).starts_with(schluessel);
+    };
+    const auto eintrag = std::ranges::find_if(eintraege_, beginntSo);
+    if (eintrag == eintraege_.end())
+        return nullptr;
+    if (!eintrag->aktion)
+        eintrag->aktion = std::make_shared<const Stickaktion>(std::string(aktionAb(eintrag->anfang)));
+    return eintrag->aktion;
 }
 
 std::string Aktionsliste::anzeigesuche(std::string_view schluessel) const {

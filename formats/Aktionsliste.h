@@ -55,7 +55,9 @@ private:
     struct Eintrag {
         std::size_t anfang; ///< of its key
         std::size_t laenge; ///< up to the next ";"
-        Aktionszeiger aktion;
+        /// Split when the entry is found for the first time: a layer may have hundreds of them, and a change
+        /// of layer has no time.
+        mutable Aktionszeiger aktion;
     };
     std::string text_;
     std::vector<Eintrag> eintraege_;
