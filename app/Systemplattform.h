@@ -30,5 +30,5 @@ private:
     LinuxProzess prozess_;
     SdlTon ton_;
     std::unique_ptr<Schirmaufnahme> aufnahme_;
-    std::string gamepadXml_; ///< beside the executable
+    std::string gamepadXml_; ///< in the program's own folder
 };

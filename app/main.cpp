@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Anwendung.h"
+#include "app/Aufruf.h"
 #include "app/Bildschirm.h"
 #include "app/Endsignale.h"
 #include "app/Systemplattform.h"
 #include "editors/common/Formhilfen.h"
+
+#include <QIcon>
 
 #include <cstdio>
 
@@ -19,9 +22,20 @@ void eingabePruefen(const EingabeWahl& wahl) {
     meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
 }
 
+QIcon programmsymbol() {
+    QIcon symbol;
+    for (const auto* groesse : {"16", "32", "48", "128"})
+        symbol.addFile(QString(":/symbol/%1.png").arg(groesse));
+    return symbol;
+}
+
 } // namespace
 
 int main(int anzahl, char** worte) {
+    if (const auto statt = auskunft({worte + 1, worte + anzahl})) {
+        std::fputs(statt->text.c_str(), statt->ende == 0 ? stdout : stderr);
+        return statt->ende;
+    }
     if (const auto grund = bildschirmFehlt(); !grund.empty()) {
         std::fprintf(stderr, "gamepad-konfic: %s\n", grund.c_str());
         return 1;
@@ -30,6 +44,11 @@ int main(int anzahl, char** worte) {
     Anwendung anwendung(anzahl, worte);
     QApplication::setApplicationName("gamepad-konfic");
     QApplication::setDesktopFileName("gamepad-konfic");
+    QApplication::setWindowIcon(programmsymbol());
+    if (const auto grund = startfehler(); !grund.empty()) {
+        meldung(nullptr, qt(grund), "Game-Pad-Konfic", QMessageBox::Critical);
+        return 1;
+    }
 
     Systemplattform system;
     Programm programm(system.plattform());

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Aufruf.h"
+
+#include <QCoreApplication>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr const char* GEBRAUCH =
+    "Usage: gamepad-konfic [--help | --version]\n"
+    "\n"
+    "Turns a game pad into a keyboard and a mouse. Without a word it opens its window.\n"
+    "Its files lie in $XDG_DATA_HOME/gamepad-konfic (~/.local/share/gamepad-konfic), or\n"
+    "in the current folder where that holds a Belegung.twk. See gamepad-konfic(1).\n";
+
+std::string umgebung(const char* name) {
+    const char* wert = std::getenv(name);
+    return wert ? wert : "";
+}
+
+} // namespace
+
+std::optional<Auskunft> auskunft(std::span<char* const> worte) {
+    if (worte.empty())
+        return std::nullopt;
+    const std::string wort = worte.front();
+    if (worte.size() == 1 && wort == "--version")
+        return Auskunft{"Game-Pad-Konfic " PROGRAMMVERSION "\n", 0};
+    if (worte.size() == 1 && wort == "--help")
+        return Auskunft{GEBRAUCH, 0};
+    const std::string fremdes =
+        worte.size() > 1 && (wort == "--version" || wort == "--help") ? worte[1] : wort;
+    return Auskunft{"gamepad-konfic: unknown word \"" + fremdes + "\"\n" + GEBRAUCH, 2};
+}
+
+std::string eigenerOrdner() {
+    const auto ordner = umgebung("GAMEPAD_KONFIC_ORDNER");
+    return ordner.empty() ? QCoreApplication::applicationDirPath().toStdString() : ordner;
+}
+
+std::string startfehler() {
+    return umgebung("GAMEPAD_KONFIC_STARTFEHLER");
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the command line and the launcher say at start.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+/// What is printed instead of a start.
+struct Auskunft {
+    std::string text;
+    int ende; ///< exit status; 0 goes to stdout, any other to stderr
+};
+
+/// The answer to the words behind the command's name; nothing where there are none and the program is to
+/// start.
+/// "--help" and "--version" are all that it knows; any other word gives exit status 2.
+std::optional<Auskunft> auskunft(std::span<char* const> worte);
+
+/// The program's own folder, where Gamepad.xml lies: the one that the launcher names, else that of the
+/// executable. Needs the application object.
+std::string eigenerOrdner();
+
+/// Why the launcher could not make the user's folder ready, in German; "" where it could.
+std::string startfehler();
