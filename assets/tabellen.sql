@@ -3,6 +3,10 @@
 -- The order of the columns is part of the format: many of them are reached by position only. SMALLINT holds 16 bits,
 -- INTEGER 32 bits; the program keeps to these widths when it writes.
 
+-- The stamp: "GPk1", and the version of what follows (store/db/Stempel.h).
+PRAGMA application_id = 0x47506B31;
+PRAGMA user_version = 1;
+
 -- One row a Schema: btn1.. for Standart, btn101.. for Umschalt 1, btn1001.. for Umschalt 2.
 CREATE TABLE tblTastatur (
     Schemaname TEXT NOT NULL PRIMARY KEY,

@@ -194,13 +194,22 @@ void frmHaupt::volleHoehe(bool voll) {
 void frmHaupt::laden() {
     prozess_.SetPriorityClass(REALTIME_PRIORITY_CLASS);
     global_.PfadeSetzen(prozess_);
-    mitFehlermeldung(nullptr, qt(global_.DatenbankPfad), [this] { schemataLesen(); });
+    mitFehlermeldung(nullptr, qt(global_.DatenbankPfad), [this] {
+        hinweisGeben();
+        schemataLesen();
+    });
     if (schemaauswahl_->count() == 0) {
         volleHoehe(false);
         achsendatei_.AchsenLaden(); // makes the file in which a first Schema finds its row
         return;
     }
     erstesWaehlen();
+}
+
+void frmHaupt::hinweisGeben() {
+    const auto hinweis = OpenDatabase(global_.DatenbankPfad).hinweis();
+    if (!hinweis.empty())
+        meldung(nullptr, qt(hinweis), qt(global_.DatenbankPfad), QMessageBox::Information);
 }
 
 void frmHaupt::schemataLesen() {

@@ -60,6 +60,7 @@ private:
     QPushButton* Command1(int index, const QString& text);
     void volleHoehe(bool voll);
 
+    void hinweisGeben();
     void schemataLesen();
     void erstesWaehlen();
     void Combo1Klick();

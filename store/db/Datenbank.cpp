@@ -44,6 +44,10 @@ Recordset Database::OpenRecordset(std::string_view source) {
     return {verbindung_, teil_, source};
 }
 
+std::string Database::hinweis() {
+    return offen().hinweis();
+}
+
 bool Database::istDieselbeDatei(const Database& andere) const {
     return verbindung_ == andere.verbindung_ && teil_ == andere.teil_;
 }

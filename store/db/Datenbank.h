@@ -64,10 +64,15 @@ public:
         lesenBeenden();
     }
 
+    /// What the user is to know of the file before anything is done with it, in German: that it is one of a
+    /// newer version, what that means and what helps. Mostly "".
+    std::string hinweis();
+
     /// Opens a second file beside this one, once at most. A transaction of either then is one of both: all of
     /// its updates in both files or none, also through a crash. A `pfad` that leads to this very file, by
     /// whatever way, opens nothing and gives this file once more. Closing either closes both. Throws as
-    /// OpenDatabase; besides 3343 when the two keep their texts in different encodings.
+    /// OpenDatabase; besides 3343 when the two keep their texts in different encodings, 3027 when one of them
+    /// is of a newer version.
     Database danebenOeffnen(const std::string& pfad);
     /// Whether both are the same file of one connection.
     bool istDieselbeDatei(const Database& andere) const;
@@ -88,7 +93,8 @@ private:
     Dateiteil teil_;
 };
 
-/// Opens the file; never creates one. Throws 3024 if it is not there, 3343 if it is no database, 3049 if it
-/// is damaged, 3051 if it must not be read, 3218 if it stays locked. A file that may only be read opens;
-/// writing to it then throws 3027.
+/// Opens the file; never creates one. Throws 3024 if it is not there, 3343 if it is no database or that of
+/// another program, 3049 if it is damaged, 3051 if it must not be read, 3218 if it stays locked. A file that
+/// may only be read opens, as does one of a newer version (store/db/Stempel.h); writing to it then throws
+/// 3027.
 Database OpenDatabase(const std::string& pfad);

@@ -29,6 +29,7 @@ std::vector<std::int64_t> zeilenSuchen(Verbindung& verbindung, const Tabelle& ta
 
 struct Recordset::Innen {
     std::shared_ptr<Verbindung> verbindung;
+    Dateiteil teil{};
     std::shared_ptr<const Tabelle> tabelle;
     std::string lesetext;
     std::vector<std::int64_t> zeilen;
@@ -123,7 +124,7 @@ void Recordset::Innen::einfuegen(const std::map<int, Wert>& werte) {
         stellen += stellen.empty() ? "?" : ",?";
     }
     const std::string was = werte.empty() ? " DEFAULT VALUES" : " (" + spalten + ") VALUES (" + stellen + ")";
-    verbindung->schreiben("INSERT INTO " + tabelle->ort + was, nurWerte(werte));
+    verbindung->schreiben(teil, "INSERT INTO " + tabelle->ort + was, nurWerte(werte));
 }
 
 void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
@@ -136,7 +137,7 @@ void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
     std::vector<Wert> parameter = nurWerte(werte);
     parameter.emplace_back(satz);
     const std::string text = "UPDATE " + tabelle->ort + " SET " + zuweisungen + " WHERE _rowid_ = ?";
-    if (verbindung->schreiben(text, parameter) == 0)
+    if (verbindung->schreiben(teil, text, parameter) == 0)
         keinAktuellerSatz();
 }
 
@@ -144,6 +145,7 @@ Recordset::Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std
     : innen_(std::make_unique<Innen>()) {
     const Auswahl auswahl = auswahlLesen(source);
     innen_->verbindung = std::move(verbindung);
+    innen_->teil = teil;
     innen_->tabelle = innen_->verbindung->tabelle(teil, auswahl.tabelle);
     innen_->lesetext = innen_->tabelle->lesetext();
     innen_->zeilen = zeilenSuchen(*innen_->verbindung, *innen_->tabelle, auswahl);
@@ -208,7 +210,7 @@ void Recordset::Delete() {
     const std::int64_t satz = offen().zeile();
     innen_->beginnen(Zustand::Lesend);
     const std::string text = "DELETE FROM " + innen_->tabelle->ort + " WHERE _rowid_ = ?";
-    if (innen_->verbindung->schreiben(text, {satz}) == 0)
+    if (innen_->verbindung->schreiben(innen_->teil, text, {satz}) == 0)
         keinAktuellerSatz();
     innen_->zeilen.erase(innen_->zeilen.begin() + static_cast<std::ptrdiff_t>(innen_->stelle));
     innen_->loch = true;

@@ -61,11 +61,21 @@ Meldung meldungFuer(int sqliteNummer) {
     }
 }
 
-LaufzeitFehler fehler(Fehlernummer nummer, std::string_view text, const std::string& pfad) {
+std::string mitPfad(std::string_view text, const std::string& pfad) {
     std::string ganz(text);
     if (const std::size_t stelle = ganz.find('%'); stelle != std::string::npos)
         ganz.replace(stelle, 1, pfad);
-    return {nummer, ganz};
+    return ganz;
+}
+
+LaufzeitFehler fehler(Fehlernummer nummer, std::string_view text, const std::string& pfad) {
+    return {nummer, mitPfad(text, pfad)};
+}
+
+std::string neuerText(const Stempel& stempel) {
+    return "Die Datenbank „%“ gehört zu einer neueren Version des Programms: Sie hat Fassung " +
+           std::to_string(stempel.fassung) + ", diese Version kennt Fassung " +
+           std::to_string(EIGENER_STEMPEL.fassung) + ".";
 }
 
 /// The files' names in statements, by Dateiteil.
@@ -112,29 +122,50 @@ void Verbindung::Schliesser::operator()(sqlite3_stmt* anweisung) const noexcept 
 
 Verbindung::Verbindung(const std::string& pfad) : pfade_{pfad} {
     dateiPruefen(pfad);
+    oeffnen(SQLITE_OPEN_READWRITE);
+    neuer_ = stempelart(stempelLesen(Dateiteil::Erste)) == Stempelart::Neuer;
+    if (neuer_) {
+        schliessen();
+        oeffnen(SQLITE_OPEN_READONLY);
+    } else {
+        einarbeiten(true);
+    }
+}
+
+Verbindung::~Verbindung() = default;
+
+/// What is opened is not known yet: nothing of it changes until its stamp has been read.
+void Verbindung::oeffnen(int art) {
     // An absolute path, so that names like ":memory:" are what they are everywhere else: names of files.
-    const std::string absolut = fs::absolute(pfad).string();
+    const std::string absolut = fs::absolute(pfade_[0]).string();
     sqlite3* sqlite = nullptr;
-    const int nummer =
-        sqlite3_open_v2(absolut.c_str(), &sqlite, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int nummer = sqlite3_open_v2(absolut.c_str(), &sqlite, art | SQLITE_OPEN_NOMUTEX, nullptr);
     sqlite_.reset(sqlite);
     if (nummer != SQLITE_OK)
         melden(nummer);
     absichern(sqlite);
+    einarbeiten(false);
     // The first look into the file, which finds out whether it is a database at all. EXTRA: an Update that
     // has come back lies on the disk. FULL would not sync the folder after the journal has gone from it: the
     // journal could stand there again after a power cut, and roll the Update back.
     ausfuehren("PRAGMA synchronous = EXTRA");
 }
 
-Verbindung::~Verbindung() = default;
+/// Whether closing brings a write-ahead log, which others may have given a file, into it.
+void Verbindung::einarbeiten(bool an) {
+    sqlite3_db_config(sqlite_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, an ? 0 : 1, nullptr);
+}
 
 Dateiteil Verbindung::danebenOeffnen(const std::string& pfad) {
     dateiPruefen(pfad);
     std::error_code egal; // a first file that is gone meanwhile is none of the two
     if (fs::equivalent(pfad, pfade_[0], egal))
         return Dateiteil::Erste;
+    schreibbarerStempel(Dateiteil::Erste);
+    einarbeiten(false);
     anhaengen(pfad);
+    schreibbarerStempel(Dateiteil::Zweite);
+    einarbeiten(true);
     for (const char* datei : DATEINAMEN)
         rollbackJournal(datei);
     return Dateiteil::Zweite;
@@ -161,6 +192,49 @@ void Verbindung::rollbackJournal(const char* datei) {
     if (!lauf.weiter() || alsText(lauf.wert(0)) != "delete")
         melden(SQLITE_LOCKED);
 }
+
+// --- the stamp ---
+
+std::int64_t Verbindung::kopfzahl(Dateiteil teil, const char* name) {
+    Lauf lauf(*this, std::string("PRAGMA ") + DATEINAMEN[index(teil)] + '.' + name, {});
+    return lauf.weiter() ? alsZahl(lauf.wert(0)) : 0;
+}
+
+/// Throws 3343 for the stamp of another program.
+Stempel Verbindung::stempelLesen(Dateiteil teil) {
+    const Stempel stempel{kopfzahl(teil, "application_id"), kopfzahl(teil, "user_version")};
+    if (stempelart(stempel) == Stempelart::Fremd)
+        throw fehler(Fehlernummer::KeineDatenbank, "Die Datei „%“ ist die Datenbank eines anderen Programms.",
+                     pfade_[index(teil)]);
+    return stempel;
+}
+
+/// Besides throws 3027 for that of a newer version.
+Stempel Verbindung::schreibbarerStempel(Dateiteil teil) {
+    const Stempel stempel = stempelLesen(teil);
+    if (stempelart(stempel) == Stempelart::Neuer)
+        throw fehler(Fehlernummer::NurLesen, neuerText(stempel) + " Sie wird nur gelesen.",
+                     pfade_[index(teil)]);
+    return stempel;
+}
+
+void Verbindung::stempeln(Dateiteil teil) {
+    const std::string datei = std::string("PRAGMA ") + DATEINAMEN[index(teil)];
+    ausfuehren(datei + ".application_id = " + std::to_string(EIGENER_STEMPEL.programm));
+    ausfuehren(datei + ".user_version = " + std::to_string(EIGENER_STEMPEL.fassung));
+}
+
+std::string Verbindung::hinweis() {
+    if (!neuer_)
+        return "";
+    const std::string text =
+        neuerText(stempelLesen(Dateiteil::Erste)) +
+        "\n\nIhre Schemata lassen sich starten, aber nicht ändern: In die Datei wird nichts geschrieben. "
+        "Zum Ändern installieren Sie bitte die neuere Version des Programms.";
+    return mitPfad(text, pfade_[0]);
+}
+
+// --- statements ---
 
 void Verbindung::schliessen() noexcept {
     anweisungen_.clear();
@@ -232,8 +306,34 @@ void Verbindung::ausfuehren(const std::string& text) {
     }
 }
 
-int Verbindung::schreiben(const std::string& text, const std::vector<Wert>& werte) {
-    transaktionPruefen();
+int Verbindung::schreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte) {
+    if (tiefe_ > 0) {
+        transaktionPruefen();
+        return gestempeltSchreiben(teil, text, werte);
+    }
+    beginnen();
+    int geaendert = 0;
+    try {
+        geaendert = gestempeltSchreiben(teil, text, werte);
+    } catch (...) {
+        verwerfen();
+        throw;
+    }
+    festschreiben();
+    return geaendert;
+}
+
+/// The stamp is read under the lock for writing: a newer program may have changed the file since it was
+/// opened.
+int Verbindung::gestempeltSchreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte) {
+    const Stempelart art = stempelart(schreibbarerStempel(teil));
+    const int geaendert = aendern(text, werte);
+    if (art == Stempelart::Fehlt && geaendert > 0)
+        stempeln(teil);
+    return geaendert;
+}
+
+int Verbindung::aendern(const std::string& text, const std::vector<Wert>& werte) {
     Lauf lauf(*this, text, werte);
     lauf.weiter();
     return sqlite3_changes(sqlite_.get());

@@ -6,6 +6,7 @@
 // holds no lock. The whole of SQLite's C interface is used in Verbindung.cpp only.
 #pragma once
 
+#include "store/db/Stempel.h"
 #include "store/db/Tabelle.h"
 #include "store/db/Wert.h"
 
@@ -61,8 +62,12 @@ public:
         sqlite3_stmt* anweisung_;
     };
 
-    /// Runs a statement that writes; gives the number of rows that it changed.
-    int schreiben(const std::string& text, const std::vector<Wert>& werte);
+    /// Runs a statement that writes into a file, in a transaction, and stamps the file where it has no stamp;
+    /// gives the number of rows that it changed. Throws 3027 for a file of a newer version.
+    int schreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte);
+
+    /// What the user is to know of the file before anything is done with it; mostly "".
+    std::string hinweis();
 
     /// The columns of a table, looked up once a connection. Throws 3078 for a name that is no table.
     std::shared_ptr<const Tabelle> tabelle(Dateiteil teil, std::string_view name);
@@ -85,6 +90,14 @@ private:
         void operator()(sqlite3_stmt* anweisung) const noexcept;
     };
 
+    void oeffnen(int art);
+    void einarbeiten(bool an);
+    std::int64_t kopfzahl(Dateiteil teil, const char* name);
+    Stempel stempelLesen(Dateiteil teil);
+    Stempel schreibbarerStempel(Dateiteil teil);
+    void stempeln(Dateiteil teil);
+    int gestempeltSchreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte);
+    int aendern(const std::string& text, const std::vector<Wert>& werte);
     sqlite3_stmt* vorbereitet(const std::string& text);
     void ausfuehren(const std::string& text);
     void anhaengen(const std::string& pfad);
@@ -97,7 +110,8 @@ private:
     std::unique_ptr<sqlite3, Schliesser> sqlite_;
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Schliesser>> anweisungen_;
     std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_; ///< by file and name
-    int tiefe_ = 0; ///< of transactions inside each other
+    bool neuer_ = false; ///< the first file is one of a newer version
+    int tiefe_ = 0;      ///< of transactions inside each other
     bool lesezug_ = false;
     std::uint64_t lesezuege_ = 0;
 };
