@@ -46,6 +46,7 @@ int main(int anzahl, char** worte) {
     QApplication::setDesktopFileName("gamepad-konfic");
     QApplication::setWindowIcon(programmsymbol());
     if (const auto grund = startfehler(); !grund.empty()) {
+        endsignale.verbinden();
         meldung(nullptr, qt(grund), "Game-Pad-Konfic", QMessageBox::Critical);
         return 1;
     }

@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
@@ -30,6 +33,15 @@ TEST_P(Programmende, EinSignalBeendetAuchDieMeldungBeimStart) {
     ASSERT_TRUE(prozess.nimmtAn(GetParam()));
     prozess.senden(GetParam());
     EXPECT_EQ(prozess.ausgang(), "exit 0");
+}
+
+// What keeps the launcher from making the user's folder ready is told by the program.
+TEST_P(Programmende, EinSignalBeendetAuchDieMeldungDassDerOrdnerFehlt) {
+    Programmprozess prozess(datenbank_.ordner(),
+                            [] { setenv("GAMEPAD_KONFIC_STARTFEHLER", "Die Platte ist voll.", 1); });
+    ASSERT_TRUE(prozess.nimmtAn(GetParam()));
+    prozess.senden(GetParam());
+    EXPECT_EQ(prozess.ausgang(), "exit 1");
 }
 
 INSTANTIATE_TEST_SUITE_P(JedesSignal, Programmende, ::testing::Values(SIGTERM, SIGINT, SIGHUP));
@@ -56,4 +68,21 @@ TEST_F(Programmende, DieAchsendateiEntstehtNebenDemProgramm) {
     std::ranges::sort(daneben);
     EXPECT_EQ(daneben, (std::vector<std::string>{"Gamepad.xml", "gamepad-konfic"}));
     EXPECT_FALSE(std::filesystem::exists(datenbank_.ordner() / "Gamepad.xml"));
+}
+
+// A file that is to grow fails as on a full disk.
+TEST_F(Programmende, AufEinerVollenPlatteLaeuftDasProgrammUndLaesstNichtsHalbesZurueck) {
+    Schemabau(datenbank_).anlegen();
+    const auto vorher = dateiLesen(datenbank_.pfad());
+    Programmprozess prozess(datenbank_.ordner(), [] {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit nichts{0, 0};
+        setrlimit(RLIMIT_FSIZE, &nichts);
+    });
+    ASSERT_TRUE(prozess.nimmtAn(SIGTERM)); // and the start stands in the queue before the signal
+    prozess.senden(SIGTERM);
+    EXPECT_EQ(prozess.ausgang(), "exit 0");
+    EXPECT_EQ(namenIn(prozess.programmordner()), std::vector<std::string>{"gamepad-konfic"});
+    EXPECT_EQ(dateiLesen(datenbank_.pfad()), vorher);
+    EXPECT_EQ(namenIn(datenbank_.ordner()).size(), 1U);
 }

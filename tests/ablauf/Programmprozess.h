@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -20,14 +21,19 @@
 class Programmprozess {
 public:
     /// `ignoriert` is a signal that it finds ignored.
-    explicit Programmprozess(const std::filesystem::path& ordner, int ignoriert = 0) {
+    explicit Programmprozess(const std::filesystem::path& ordner, int ignoriert = 0)
+        : Programmprozess(ordner, [ignoriert] {
+            if (ignoriert != 0)
+                signal(ignoriert, SIG_IGN);
+        }) {}
+    /// `vorher` is done in the process before it becomes the program.
+    Programmprozess(const std::filesystem::path& ordner, const std::function<void()>& vorher) {
         const auto programm = programmordner_.pfad() / "gamepad-konfic";
         std::filesystem::copy_file(PROGRAMM, programm);
         kennung_ = fork();
         if (kennung_ != 0)
             return;
-        if (ignoriert != 0)
-            signal(ignoriert, SIG_IGN);
+        vorher();
         if (chdir(ordner.c_str()) == 0)
             execl(programm.c_str(), programm.c_str(), nullptr);
         _exit(127);
