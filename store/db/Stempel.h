@@ -5,9 +5,10 @@
 //     application_id   user_version   what the program does with the file
 //     0                0              reads and writes it; the first save stamps it
 //     0                other          reads and writes it; the number is another program's and stays
-//     GPk1             0              as where both are 0
 //     GPk1             1              reads and writes it
-//     GPk1             other          reads it: its rows may mean what this version does not know
+//     GPk1             below          reads and writes it; the first save stamps it
+//     GPk1             above          reads it: its rows may mean what this version does not know; so it does
+//                                     where the version is negative
 //     other            any            refuses it
 #pragma once
 
@@ -22,14 +23,15 @@ struct Stempel {
 /// writes.
 inline constexpr Stempel EIGENER_STEMPEL{0x47506B31, 1};
 
-enum class Stempelart { Gueltig, Fehlt, Neuer, Fremd };
+/// A file without a stamp is the oldest version.
+enum class Stempelart { Gueltig, Aelter, Neuer, Fremd };
 
 constexpr Stempelart stempelart(const Stempel& stempel) {
     if (stempel.programm == 0)
-        return stempel.fassung == 0 ? Stempelart::Fehlt : Stempelart::Gueltig;
+        return stempel.fassung == 0 ? Stempelart::Aelter : Stempelart::Gueltig;
     if (stempel.programm != EIGENER_STEMPEL.programm)
         return Stempelart::Fremd;
-    if (stempel.fassung == EIGENER_STEMPEL.fassung)
-        return Stempelart::Gueltig;
-    return stempel.fassung == 0 ? Stempelart::Fehlt : Stempelart::Neuer;
+    if (stempel.fassung < 0 || stempel.fassung > EIGENER_STEMPEL.fassung)
+        return Stempelart::Neuer;
+    return stempel.fassung < EIGENER_STEMPEL.fassung ? Stempelart::Aelter : Stempelart::Gueltig;
 }

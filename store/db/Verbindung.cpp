@@ -165,7 +165,6 @@ Dateiteil Verbindung::danebenOeffnen(const std::string& pfad) {
     einarbeiten(false);
     anhaengen(pfad);
     schreibbarerStempel(Dateiteil::Zweite);
-    einarbeiten(true);
     for (const char* datei : DATEINAMEN)
         rollbackJournal(datei);
     return Dateiteil::Zweite;
@@ -328,7 +327,7 @@ int Verbindung::schreiben(Dateiteil teil, const std::string& text, const std::ve
 int Verbindung::gestempeltSchreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte) {
     const Stempelart art = stempelart(schreibbarerStempel(teil));
     const int geaendert = aendern(text, werte);
-    if (art == Stempelart::Fehlt && geaendert > 0)
+    if (art == Stempelart::Aelter && geaendert > 0)
         stempeln(teil);
     return geaendert;
 }

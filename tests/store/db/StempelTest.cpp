@@ -100,6 +100,17 @@ TEST_F(StempelTest, DasErsteSpeichernStempelt) {
     }
 }
 
+// The head of the file counts its transactions: bytes 24 to 27, the last of them the lowest.
+TEST_F(StempelTest, WasErstmalsGespeichertWirdUndDerStempelSindEineTransaktion) {
+    stempeln("0", "0");
+    const auto zaehler = [&] { return static_cast<unsigned char>(dateiLesen(datei.pfad())[27]); };
+    const auto vorher = zaehler();
+    Database datenbank = OpenDatabase(datei.pfad());
+    aendern(datenbank, "neu");
+    EXPECT_EQ(stempel(datei), GESTEMPELT);
+    EXPECT_EQ(zaehler(), vorher + 1);
+}
+
 TEST_F(StempelTest, JedeArtDesSchreibensStempelt) {
     const auto anlegen = [](Database& datenbank) {
         Recordset satz = datenbank.OpenRecordset("tblKeyCode");
@@ -147,6 +158,17 @@ TEST_F(StempelTest, WasNichtGespeichertWirdStempeltNicht) {
     EXPECT_EQ(stempel(datei), GESTEMPELT);
 }
 
+TEST_F(StempelTest, EineZeileDieAndereGeloeschtHabenStempeltNicht) {
+    stempeln("0", "0");
+    Database datenbank = OpenDatabase(datei.pfad());
+    Recordset satz = datenbank.OpenRecordset("tblTastatur");
+    datei.sql("DELETE FROM tblTastatur");
+    satz.Edit();
+    satz.put_Value("btn1", "neu");
+    EXPECT_EQ(fehlernummer([&] { satz.Update(); }), 3021);
+    EXPECT_EQ(stempel(datei), UNGESTEMPELT);
+}
+
 TEST_F(StempelTest, DieZahlEinesAnderenProgrammsOhneKennungBleibt) {
     stempeln("0", "7");
     Database datenbank = OpenDatabase(datei.pfad());
@@ -174,6 +196,13 @@ TEST_F(StempelTest, EineNeuereFassungWirdNurGelesen) {
         EXPECT_EQ(dateiLesen(datei.pfad()), vorher);
     }
     EXPECT_THAT(namenIn(datei.ordner()), ElementsAre(fs::path(datei.pfad()).filename().string()));
+}
+
+TEST_F(StempelTest, WerEineNeuereFassungLiestHaeltIhrenSchreiberNichtAuf) {
+    neuer();
+    Database datenbank = OpenDatabase(datei.pfad());
+    RoheVerbindung andere(datei.pfad());
+    datenbank.inEinerTransaktion([&] { EXPECT_NO_THROW(andere.sql("BEGIN IMMEDIATE; ROLLBACK")); });
 }
 
 TEST_F(StempelTest, DerHinweisSagtWasEineNeuereFassungBedeutetUndWasHilft) {
@@ -204,8 +233,19 @@ TEST_F(StempelTest, EinVorauslogEinerNeuerenFassungKommtNichtInDieDatei) {
     }
     Testdatenbank eigene;
     EXPECT_EQ(fehlernummer([&] { OpenDatabase(eigene.pfad()).danebenOeffnen(kopie.string()); }), 3027);
+    EXPECT_EQ(fehlernummer([&] { OpenDatabase(kopie.string()).danebenOeffnen(eigene.pfad()); }), 3027);
     EXPECT_EQ(dateiLesen(kopie), vorher);
     EXPECT_EQ(dateiLesen(kopie.string() + "-wal"), log);
+}
+
+TEST_F(StempelTest, EinVorauslogDerEigenenFassungGehtBeimSchliessenEin) {
+    datei.sql("PRAGMA journal_mode = WAL");
+    {
+        Database datenbank = OpenDatabase(datei.pfad());
+        aendern(datenbank, "neu");
+    }
+    EXPECT_THAT(namenIn(datei.ordner()), ElementsAre(fs::path(datei.pfad()).filename().string()));
+    EXPECT_EQ(btn1(datei), "neu");
 }
 
 TEST_F(StempelTest, DieDatenbankEinesAnderenProgrammsWirdNichtGeoeffnet) {
