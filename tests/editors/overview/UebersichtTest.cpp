@@ -468,6 +468,39 @@ TEST_F(UebersichtForm, EinFehlerGibtEineMeldungUndDieWahlBleibt) {
     EXPECT_EQ(datenbank_.inhalt(), vorher);
 }
 
+TEST_F(UebersichtForm, InEineDateiNeuererFassungUndInDieEinesAnderenProgrammsKommtNichts) {
+    zweiSchemata();
+    const Testdatenbank andere;
+    schema(andere, "Anderes", 5000);
+    oeffnen();
+    const auto vorher = datenbank_.inhalt();
+    for (const auto& [stempel, nummer] :
+         {std::pair{"PRAGMA user_version = 2", 3027}, std::pair{"PRAGMA application_id = 252006673", 3343}}) {
+        andere.sql(stempel);
+        const auto vorherAndere = dateiLesen(andere.pfad());
+        for (const int wie : {KOPIEREN, WECHSEL}) {
+            klicken(quelle(0));
+            pfad(1).setText(QString::fromStdString(andere.pfad()));
+            combo(1).setEditText("Anderes");
+            klicken(wie);
+            klicken(ziel(1));
+            Boxleser boxen;
+            klicken(OK);
+            erwarteFehler(boxen, nummer);
+        }
+        klicken(ABBRECHEN);
+        pfad(0).setText(QString::fromStdString(andere.pfad()));
+        combo(0).setEditText("Anderes");
+        Boxleser boxen;
+        klicken(LOESCHEN);
+        erwarteFehler(boxen, nummer);
+        pfad(0).setText(QString::fromStdString(datenbank_.pfad()));
+        combo(0).setEditText("A");
+        EXPECT_EQ(dateiLesen(andere.pfad()), vorherAndere);
+    }
+    EXPECT_EQ(datenbank_.inhalt(), vorher);
+}
+
 TEST_F(UebersichtForm, LoeschenInEinerFremdenDateiGibtEineMeldung) {
     zweiSchemata();
     oeffnen();
