@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The application object: an exception that a handler lets through ends that handler, not the process.
+// The application object: it speaks German, and an exception that a handler lets through ends that handler,
+// not the process.
 #pragma once
 
 #include "app/Geisterklicks.h"
+#include "app/Sprache.h"
 
 #include <QApplication>
 
@@ -12,5 +14,6 @@ public:
     bool notify(QObject* empfaenger, QEvent* ereignis) override;
 
 private:
+    Sprache sprache_{Sprache::uebersetzungen()};
     Geisterklicks geisterklicks_;
 };

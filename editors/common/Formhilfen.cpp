@@ -88,8 +88,6 @@ void meldung(QWidget* eltern, const QString& text, const QString& titel, QMessag
 
 bool frage(QWidget* eltern, const QString& text, const QString& titel, QMessageBox::StandardButton vorgabe) {
     auto* box = new QMessageBox(QMessageBox::NoIcon, titel, text, QMessageBox::Yes | QMessageBox::No, eltern);
-    box->button(QMessageBox::Yes)->setText("&Ja");
-    box->button(QMessageBox::No)->setText("&Nein");
     box->setDefaultButton(vorgabe);
     return gezeigt(box) == QMessageBox::Yes;
 }

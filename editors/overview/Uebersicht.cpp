@@ -57,17 +57,6 @@ constexpr const char* DATEIFILTER = "Datenbank(*.mdb)";
 constexpr const char* JEDE_DATEI = "Alle Dateien (*)";
 constexpr const char* ENDUNG = ".mdb";
 
-/// What the toolkit would write in English.
-struct Dialogtext {
-    QFileDialog::DialogLabel stelle;
-    const char* text;
-};
-constexpr std::array<Dialogtext, 5> DIALOGTEXTE{{{QFileDialog::LookIn, "Suchen in:"},
-                                                 {QFileDialog::FileName, "Datei&name:"},
-                                                 {QFileDialog::FileType, "Dateityp:"},
-                                                 {QFileDialog::Accept, "Ö&ffnen"},
-                                                 {QFileDialog::Reject, "Abbrechen"}}};
-
 constexpr int FELDBREITE = 300;
 
 /// The name that was chosen, with the extension of a database where one without is no file.
@@ -263,8 +252,6 @@ void Uebersicht::Command2Klick(int seite) {
     dialog->setObjectName("cdlDateiOeffnen");
     dialog->setNameFilters({DATEIFILTER, JEDE_DATEI});
     dialog->selectNameFilter(JEDE_DATEI); // the program's own databases have another extension
-    for (const auto& [stelle, text] : DIALOGTEXTE)
-        dialog->setLabelText(stelle, text);
     if (dialog->exec() == QDialog::Accepted && !dialog->selectedFiles().isEmpty())
         pfadSetzen(seite, mitEndung(dialog->selectedFiles().first()));
     delete dialog;

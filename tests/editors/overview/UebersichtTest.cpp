@@ -643,7 +643,8 @@ TEST_F(UebersichtForm, EinAbgebrochenerDateidialogLaesstDenPfad) {
     Dateiwaehler waehler("");
     klicken(feld<QPushButton>("Command2", 0));
     EXPECT_EQ(waehler.titel, "Datenbank öffnen");
-    EXPECT_EQ(waehler.texte, (QStringList{"Suchen in:", "Datei&name:", "Dateityp:", "Ö&ffnen", "Abbrechen"}));
+    EXPECT_EQ(waehler.texte,
+              (QStringList{"Suchen in:", "Datei&name:", "Dateien des Typs:", "&Öffnen", "Abbrechen"}));
     EXPECT_EQ(pfad(0).text().toStdString(), datenbank_.pfad());
     erwarteGrundzustand();
 }
