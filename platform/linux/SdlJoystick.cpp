@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -103,6 +104,26 @@ void rohesLesen(SDL_Joystick* pad, JOYINFOEX& info) {
     info.dwPOV = SDL_JoystickNumHats(pad) > 0 ? winkel(SDL_JoystickGetHat(pad, 0)) : JOY_POVCENTERED;
 }
 
+// --- what is told of pads ---
+
+std::string benennung(int stelle) {
+    const char* name = SDL_JoystickNameForIndex(stelle);
+    return "„" + std::string(name ? name : "") + "“";
+}
+
+std::string guid(int stelle) {
+    constexpr int PLATZ = 33; // 32 digits
+    char ziffern[PLATZ];
+    SDL_JoystickGetGUIDString(SDL_JoystickGetDeviceGUID(stelle), ziffern, PLATZ);
+    return ziffern;
+}
+
+std::string zuordnung(int stelle) {
+    const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GameControllerMappingForDeviceIndex(stelle),
+                                                          &SDL_free);
+    return text ? "Zuordnung " + std::string(text.get()) : "ohne Zuordnung, Knöpfe und Achsen wie sie kommen";
+}
+
 } // namespace
 
 // An open pad, as a controller if SDL knows its layout.
@@ -144,7 +165,7 @@ private:
     SDL_Joystick* roh_;
 };
 
-SdlJoystick::SdlJoystick() {
+SdlJoystick::SdlJoystick(Meldung meldung) : meldung_(std::move(meldung)) {
     SDL_SetHintWithPriority(SDL_HINT_NO_SIGNAL_HANDLERS, "1", SDL_HINT_OVERRIDE);
     SDL_SetHintWithPriority(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1", SDL_HINT_OVERRIDE);
     // The search for HIDAPI devices can hold up a call for long; the kernel's own drivers serve the same
@@ -165,6 +186,7 @@ SdlJoystick::~SdlJoystick() {
 std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
     SDL_JoystickUpdate(); // finds pads that came or went, too
     SDL_FlushEvents(SDL_JOYAXISMOTION, SDL_CONTROLLERSENSORUPDATE);
+    umsehen();
 
     if (id >= static_cast<std::uint32_t>(std::max(0, SDL_NumJoysticks()))) {
         offene_.erase(id);
@@ -182,4 +204,32 @@ std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
     }
     pad->lesen(info);
     return JOYERR_NOERROR;
+}
+
+void SdlJoystick::umsehen() {
+    if (!meldung_)
+        return;
+    std::vector<Gemeldetes> vorher;
+    vorher.swap(gemeldete_);
+    const auto erstes = [](const std::vector<Gemeldetes>& liste) {
+        return liste.empty() ? -1 : liste.front().kennung;
+    };
+    const auto enthalten = [](const std::vector<Gemeldetes>& liste, std::int32_t kennung) {
+        return std::ranges::find(liste, kennung, &Gemeldetes::kennung) != liste.end();
+    };
+    const int anzahl = SDL_NumJoysticks();
+    for (int stelle = 0; stelle < anzahl; ++stelle) {
+        const auto kennung = SDL_JoystickGetDeviceInstanceID(stelle);
+        gemeldete_.push_back({kennung, benennung(stelle)});
+        if (!enthalten(vorher, kennung))
+            meldung_("Gamepad da: " + gemeldete_.back().name + ", GUID " + guid(stelle) + ", " +
+                     zuordnung(stelle));
+    }
+    for (const auto& eines : vorher)
+        if (!enthalten(gemeldete_, eines.kennung))
+            meldung_("Gamepad weg: " + eines.name);
+    if (erstes(gemeldete_) != erstes(vorher))
+        meldung_(gemeldete_.empty() ? "kein Gamepad in Gebrauch"
+                                    : "in Gebrauch: " + gemeldete_.front().name + ", 1 von " +
+                                          std::to_string(gemeldete_.size()));
 }

@@ -18,21 +18,36 @@
 #pragma once
 
 #include "platform/Joystick.h"
+#include "platform/Meldung.h"
 
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 class SdlJoystick final : public Joystick {
 public:
-    /// If SDL cannot be started there is simply never a pad.
-    SdlJoystick();
+    /// If SDL cannot be started there is simply never a pad. `meldung` is told of each pad that comes or
+    /// goes, and which one then is the first.
+    explicit SdlJoystick(Meldung meldung = {});
     ~SdlJoystick() override;
 
     std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override;
 
+    /// Tells which pads have come and gone since the last time. joyGetPosEx does it, too.
+    void umsehen();
+
 private:
     class Pad;
 
+    /// A pad that was told of.
+    struct Gemeldetes {
+        std::int32_t kennung;
+        std::string name;
+    };
+
     std::map<std::uint32_t, std::unique_ptr<Pad>> offene_; // by id
+    Meldung meldung_;
+    std::vector<Gemeldetes> gemeldete_; // in the order of SDL's list
 };

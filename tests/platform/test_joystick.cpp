@@ -287,6 +287,63 @@ TEST_F(SdlPad, DieEreignisschlangeFuelltSichNicht) {
     EXPECT_FALSE(SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT));
 }
 
+// --- what is told of pads ---
+
+class SdlPadmeldung : public testing::Test {
+protected:
+    // What has been told up to now, by a poll.
+    std::vector<std::string> gemeldetes() {
+        JOYINFOEX info;
+        joystick.joyGetPosEx(0, info);
+        return std::exchange(zeilen, {});
+    }
+    static std::string guid(int stelle) {
+        char ziffern[33];
+        SDL_JoystickGetGUIDString(SDL_JoystickGetDeviceGUID(stelle), ziffern, sizeof ziffern);
+        return ziffern;
+    }
+    static std::string name(int stelle) { return "„" + std::string(SDL_JoystickNameForIndex(stelle)) + "“"; }
+
+    std::vector<std::string> zeilen;
+    SdlJoystick joystick{[this](const std::string& zeile) { zeilen.push_back(zeile); }};
+};
+
+TEST_F(SdlPadmeldung, EinPadWirdMitNameGuidUndZuordnungGenanntWennEsKommtUndWennEsGeht) {
+    EXPECT_THAT(gemeldetes(), testing::IsEmpty());
+    auto pad = std::make_unique<VirtuellesPad>();
+    const auto wie = name(0);
+    EXPECT_THAT(
+        gemeldetes(),
+        testing::ElementsAre(testing::AllOf(testing::StartsWith("Gamepad da: " + wie + ", GUID " + guid(0) +
+                                                                ", Zuordnung " + guid(0) + ","),
+                                            testing::HasSubstr(",a:b0,")),
+                             "in Gebrauch: " + wie + ", 1 von 1"));
+    EXPECT_THAT(gemeldetes(), testing::IsEmpty());
+    pad.reset();
+    EXPECT_THAT(gemeldetes(), testing::ElementsAre("Gamepad weg: " + wie, "kein Gamepad in Gebrauch"));
+}
+
+TEST_F(SdlPadmeldung, VonZweiPadsWirdDasErsteAlsDasBenutzteGenannt) {
+    auto erstes = std::make_unique<VirtuellesPad>();
+    const auto benutztes = name(0);
+    const VirtuellesPad zweites({SDL_JOYSTICK_TYPE_UNKNOWN, 2, 4, 0});
+    const auto anderes = name(1);
+    ASSERT_NE(benutztes, anderes);
+    EXPECT_THAT(gemeldetes(), testing::ElementsAre(testing::StartsWith("Gamepad da: " + benutztes),
+                                                   "Gamepad da: " + anderes + ", GUID " + guid(1) +
+                                                       ", ohne Zuordnung, Knöpfe und Achsen wie sie kommen",
+                                                   "in Gebrauch: " + benutztes + ", 1 von 2"));
+    erstes.reset();
+    EXPECT_THAT(gemeldetes(),
+                testing::ElementsAre("Gamepad weg: " + benutztes, "in Gebrauch: " + anderes + ", 1 von 1"));
+}
+
+TEST_F(SdlPadmeldung, UmsehenNenntWasSchonDaIst) {
+    const VirtuellesPad pad;
+    joystick.umsehen();
+    EXPECT_EQ(zeilen.size(), 2U);
+}
+
 TEST(SdlPadTeile, OhneVideoUndMitDenSignalenDesProgramms) {
     signal(SIGINT, SIG_DFL); // what SDL would take over
     SdlJoystick joystick;
