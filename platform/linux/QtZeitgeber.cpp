@@ -105,6 +105,7 @@ void QtZeitgeber::laufen() {
     gestellt_ = {};
     const auto jetzt = Uhr::now();
     for (auto eintrag = faelligster(); eintrag && eintrag->faellig <= jetzt; eintrag = faelligster()) {
+        verspaetungZaehlen(eintrag->faellig);
         const auto versaeumt = (jetzt - eintrag->faellig) / eintrag->intervall;
         eintrag->faellig += (versaeumt + 1) * eintrag->intervall;
         eintrag->laeuft = true;
@@ -112,6 +113,16 @@ void QtZeitgeber::laufen() {
         eintrag->laeuft = false;
     }
     stellen();
+}
+
+// By the time of the call itself: others that were due with it may have come before it and taken long.
+void QtZeitgeber::verspaetungZaehlen(Uhr::time_point faellig) {
+    const auto spaet = Uhr::now() - faellig;
+    if (spaet <= VERSPAETUNG)
+        return;
+    ++verspaetungen_.anzahl;
+    verspaetungen_.groesste =
+        std::max(verspaetungen_.groesste, std::chrono::duration_cast<std::chrono::milliseconds>(spaet));
 }
 
 // A timer whose procedure runs an event loop of its own waits for the end of that.

@@ -18,6 +18,14 @@
 
 class QSocketNotifier;
 
+/// From where on a call counts as late: a movement is seen to stutter.
+inline constexpr std::chrono::milliseconds VERSPAETUNG{20};
+
+struct Verspaetungen {
+    std::uint64_t anzahl = 0; ///< calls more than VERSPAETUNG after their deadline
+    std::chrono::milliseconds groesste{0};
+};
+
 class QtZeitgeber final : public Zeitgeber {
 public:
     /// Needs the QCoreApplication of its thread. Throws std::system_error if the system has no timer to give.
@@ -27,6 +35,10 @@ public:
     void SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) override;
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
+
+    /// The late calls of all timers since the count was begun.
+    const Verspaetungen& verspaetungen() const { return verspaetungen_; }
+    void verspaetungenNeuZaehlen() { verspaetungen_ = {}; }
 
 private:
     class Formular;
@@ -44,6 +56,7 @@ private:
     static bool frueher(const Eintrag& eintrag, const Eintrag& als);
     void streichen(const Zeiger& eintrag);
     void laufen();
+    void verspaetungZaehlen(Uhr::time_point faellig);
     Zeiger faelligster() const;
     void stellen();
 
@@ -52,4 +65,5 @@ private:
     Uhr::time_point gestellt_; // what the clock is set to; the epoch when it is not
     std::vector<Zeiger> plan_; // in the order in which they were set
     std::map<std::uint32_t, Zeiger> fenster_;
+    Verspaetungen verspaetungen_;
 };

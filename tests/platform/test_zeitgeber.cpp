@@ -306,6 +306,28 @@ TEST_F(EchteZeit, VonVersaeumtenAufrufenWirdEinerNachgeholt) {
     EXPECT_EQ(text, "a[]a|");
 }
 
+TEST_F(EchteZeit, GezaehltWirdWasMehrAlsZwanzigMillisekundenZuSpaetKommt) {
+    const auto aufhalten = [&](milliseconds dauer) {
+        qt.geber.verspaetungenNeuZaehlen();
+        qt.geber.SetTimer(1, 10ms, [&, dauer] {
+            std::this_thread::sleep_for(dauer);
+            qt.geber.KillTimer(1);
+        });
+        qt.geber.SetTimer(2, 10ms, [&] { qt.geber.KillTimer(2); }); // due with the first, after it
+        vergehen(dauer + 30ms);
+        return qt.geber.verspaetungen();
+    };
+    const auto lange = aufhalten(60ms);
+    EXPECT_GE(lange.anzahl, 1U);
+    EXPECT_LE(lange.anzahl, 2U); // two on a machine that was busy with other things at once
+    EXPECT_GE(lange.groesste, 60ms);
+
+    std::uint64_t wenigste = std::numeric_limits<std::uint64_t>::max();
+    for (int mal = 0; mal < 5 && wenigste > 0; ++mal) // a busy system can only make it more
+        wenigste = std::min(wenigste, aufhalten(5ms).anzahl);
+    EXPECT_EQ(wenigste, 0U);
+}
+
 TEST_F(EchteZeit, EineProzedurDieLaengerBrauchtAlsIhrIntervallHaeltDieSchleifeNichtAuf) {
     int mal = 0;
     int andere = 0;
