@@ -2,8 +2,16 @@
 #include "app/Systemplattform.h"
 
 #include "app/Aufruf.h"
+#include "app/Padlistenmeldung.h"
+#include "app/Protokoll.h"
 
 Systemplattform::Systemplattform()
     : wahl_(eingabeWaehlen(eingabeKandidaten(layout_)))
+    , joystick_(padmeldung())
+    , padliste_(padlisteLaden(PADLISTE))
     , aufnahme_(schirmaufnahmeWaehlen())
-    , gamepadXml_(eigenerOrdner() + "/Gamepad.xml") {}
+    , gamepadXml_(eigenerOrdner() + "/Gamepad.xml") {
+    eingabeProtokollieren(wahl_);
+    padlisteProtokollieren(padliste_);
+    joystick_.umsehen();
+}

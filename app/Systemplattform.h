@@ -5,6 +5,7 @@
 #include "app/Programm.h"
 #include "platform/linux/EingabeWahl.h"
 #include "platform/linux/LinuxProzess.h"
+#include "platform/linux/Padliste.h"
 #include "platform/linux/QtZeitgeber.h"
 #include "platform/linux/Schirmwahl.h"
 #include "platform/linux/SdlJoystick.h"
@@ -21,11 +22,15 @@ public:
     }
     /// Which injection serves, and why others do not.
     const EingabeWahl& eingabewahl() const { return wahl_; }
+    /// What was read of the user's list of pads, `gamecontrollerdb.txt` in the current directory.
+    const Padliste& padliste() const { return padliste_; }
+    QtZeitgeber& zeitgeber() { return zeitgeber_; }
 
 private:
     Tastaturlayout layout_;
     EingabeWahl wahl_;
     SdlJoystick joystick_;
+    Padliste padliste_; // pads are opened after it
     QtZeitgeber zeitgeber_;
     LinuxProzess prozess_;
     SdlTon ton_;

@@ -3,6 +3,8 @@
 #include "app/Aufruf.h"
 #include "app/Bildschirm.h"
 #include "app/Endsignale.h"
+#include "app/Padlistenmeldung.h"
+#include "app/Protokoll.h"
 #include "app/Systemplattform.h"
 #include "editors/common/Formhilfen.h"
 
@@ -20,6 +22,11 @@ void eingabePruefen(const EingabeWahl& wahl) {
     for (const auto& grund : wahl.gruende)
         text += "\n" + qt(grund);
     meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
+}
+
+void padlistePruefen(const Padliste& liste) {
+    if (const auto text = padlistenmeldung(liste); !text.isEmpty())
+        meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
 }
 
 QIcon programmsymbol() {
@@ -53,11 +60,13 @@ int main(int anzahl, char** worte) {
 
     Systemplattform system;
     Programm programm(system.plattform());
+    laeufeProtokollieren(programm.laufsteuerung(), system.zeitgeber());
     endsignale.verbinden();
     // In the event loop: the message boxes of the start end with it, too.
     const auto starten = [&] {
         programm.starten();
         eingabePruefen(system.eingabewahl());
+        padlistePruefen(system.padliste());
     };
     QMetaObject::invokeMethod(&anwendung, starten, Qt::QueuedConnection);
     return QApplication::exec();

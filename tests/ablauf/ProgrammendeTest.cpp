@@ -74,7 +74,7 @@ TEST_F(Programmende, DieAchsendateiEntstehtNebenDemProgramm) {
 TEST_F(Programmende, AufEinerVollenPlatteLaeuftDasProgrammUndLaesstNichtsHalbesZurueck) {
     Schemabau(datenbank_).anlegen();
     const auto vorher = dateiLesen(datenbank_.pfad());
-    Programmprozess prozess(datenbank_.ordner(), [] {
+    Programmprozess prozess(datenbank_.ordner(), [](const std::filesystem::path&) {
         signal(SIGXFSZ, SIG_IGN);
         const rlimit nichts{0, 0};
         setrlimit(RLIMIT_FSIZE, &nichts);

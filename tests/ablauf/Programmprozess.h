@@ -20,20 +20,22 @@
 /// A copy of the executable that is started in `ordner`.
 class Programmprozess {
 public:
+    /// Runs in the process before it becomes the program, with the folder in which the executable lies.
+    using Vorbereitung = std::function<void(const std::filesystem::path&)>;
+
     /// `ignoriert` is a signal that it finds ignored.
     explicit Programmprozess(const std::filesystem::path& ordner, int ignoriert = 0)
-        : Programmprozess(ordner, [ignoriert] {
+        : Programmprozess(ordner, [ignoriert](const std::filesystem::path&) {
             if (ignoriert != 0)
                 signal(ignoriert, SIG_IGN);
         }) {}
-    /// `vorher` is done in the process before it becomes the program.
-    Programmprozess(const std::filesystem::path& ordner, const std::function<void()>& vorher) {
+    Programmprozess(const std::filesystem::path& ordner, const Vorbereitung& vorher) {
         const auto programm = programmordner_.pfad() / "gamepad-konfic";
         std::filesystem::copy_file(PROGRAMM, programm);
         kennung_ = fork();
         if (kennung_ != 0)
             return;
-        vorher();
+        vorher(programmordner_.pfad());
         if (chdir(ordner.c_str()) == 0)
             execl(programm.c_str(), programm.c_str(), nullptr);
         _exit(127);

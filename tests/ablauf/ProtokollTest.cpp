@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The log: what each category tells on the real platform with a virtual pad, and that nobody hears anything
+// who has not asked for it.
+#include "app/Protokoll.h"
+#include "tests/ablauf/Ablauf.h"
+#include "tests/ablauf/Programmprozess.h"
+#include "tests/hilfen/Dateien.h"
+
+#include <QLibraryInfo>
+#include <QLoggingCategory>
+#include <QMessageBox>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+#include <fcntl.h>
+#include <fstream>
+#include <thread>
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+namespace {
+
+using Zeilen = std::vector<std::string>;
+Zeilen gehoerte; // of the categories of this program
+
+void hoeren(QtMsgType, const QMessageLogContext& woher, const QString& text) {
+    if (QByteArray(woher.category).startsWith("gamepad."))
+        gehoerte.push_back(std::string(woher.category) + ": " + text.toStdString());
+}
+
+class Protokoll : public Ablauf {
+protected:
+    Protokoll() : vorher_(qInstallMessageHandler(hoeren)) { gehoerte.clear(); }
+    ~Protokoll() override {
+        beenden();
+        qInstallMessageHandler(vorher_);
+        QLoggingCategory::setFilterRules("");
+    }
+    static void aufdrehen(const QString& kategorie) { QLoggingCategory::setFilterRules(kategorie + "=true"); }
+    Zeilen neues() const { return std::exchange(gehoerte, {}); }
+
+private:
+    const QtMessageHandler vorher_;
+};
+
+/// The program as a process; what it writes to its standard error output.
+class Fehlerausgabe : public ::testing::Test {
+protected:
+    std::string nachStartUndEnde(const std::function<void()>& vorbereiten, const std::string& qtConf = "") {
+        const auto datei = ordner_.pfad() / "stderr";
+        Programmprozess prozess(datenbank_.ordner(), [&](const std::filesystem::path& programmordner) {
+            if (!qtConf.empty())
+                std::ofstream(programmordner / "qt.conf") << qtConf;
+            const int nummer = open(datei.c_str(), O_WRONLY | O_CREAT, 0600);
+            dup2(nummer, STDERR_FILENO);
+            setenv("XDG_RUNTIME_DIR", ordner_.pfad().c_str(), 1);
+            setenv("LC_ALL", "C.UTF-8", 1);
+            setenv("QT_FORCE_STDERR_LOGGING", "1", 1);
+            unsetenv("QT_LOGGING_RULES");
+            vorbereiten();
+        });
+        EXPECT_TRUE(prozess.nimmtAn(SIGTERM));
+        prozess.senden(SIGTERM);
+        EXPECT_EQ(prozess.ausgang(), "exit 0");
+        return dateiLesen(datei);
+    }
+    Testordner ordner_;
+    Testdatenbank datenbank_;
+};
+
+} // namespace
+
+TEST_F(Protokoll, EsSchweigtWennNiemandFragt) {
+    std::ofstream(datenbank_.ordner() / "gamecontrollerdb.txt") << "Gerede\n";
+    starten(Schemabau(datenbank_));
+    laeufeProtokollieren(programm_->laufsteuerung(), system_->zeitgeber());
+    pad_.reset();
+    takte(2);
+    umschalten();
+    EXPECT_THAT(neues(), IsEmpty());
+}
+
+TEST_F(Protokoll, DasPadWirdGenanntWennEsKommtUndGeht) {
+    aufdrehen("gamepad.pad");
+    starten(Schemabau(datenbank_));
+    const std::string name = "„" + std::string(SDL_JoystickNameForIndex(0)) + "“";
+    EXPECT_THAT(neues(), ElementsAre(AllOf(StartsWith("gamepad.pad: Gamepad da: " + name + ", GUID "),
+                                           HasSubstr(", Zuordnung ")),
+                                     "gamepad.pad: in Gebrauch: " + name + ", 1 von 1"));
+    pad_.reset();
+    takte(2);
+    EXPECT_THAT(neues(),
+                ElementsAre("gamepad.pad: Gamepad weg: " + name, "gamepad.pad: kein Gamepad in Gebrauch"));
+    pad_.emplace();
+    takte(2);
+    EXPECT_EQ(neues().size(), 2U);
+}
+
+TEST_F(Protokoll, DieListeDesBenutzersWirdMitIhrenFehlernGenannt) {
+    aufdrehen("gamepad.pad");
+    std::ofstream(datenbank_.ordner() / "gamecontrollerdb.txt")
+        << "# Pads\nGerede\n03000000c0de00000100000000000000,Pad,a:b0,\n";
+    std::filesystem::current_path(datenbank_.ordner());
+    programmStarten();
+    const auto alle = neues();
+    ASSERT_GE(alle.size(), 2U);
+    EXPECT_EQ(alle[0], "gamepad.pad: gamecontrollerdb.txt Zeile 2 ausgelassen: sie beginnt nicht mit einer "
+                       "Kennung aus 32 Hexadezimalziffern: Gerede");
+    EXPECT_EQ(alle[1], "gamepad.pad: gamecontrollerdb.txt Zeilen übernommen: 1");
+    EXPECT_EQ(system_->padliste().fehler.size(), 1U);
+}
+
+TEST_F(Protokoll, DieGewaehlteEingabeWirdGenanntUndWarumDieAnderenNichtDienen) {
+    aufdrehen("gamepad.eingabe");
+    starten(Schemabau(datenbank_));
+    EXPECT_THAT(neues(),
+                ElementsAre("gamepad.eingabe: dient nicht: uinput: Der X-Server liest keine Geräte des Kerns",
+                            "gamepad.eingabe: gewählt: XTest"));
+}
+
+TEST_F(Protokoll, AmEndeEinesLaufsStehtWieVieleZeitgeberZuSpaetKamen) {
+    aufdrehen("gamepad.zeit");
+    starten(Schemabau(datenbank_)); // this run is not told of: the log listens from the next one on
+    umschalten();
+    laeufeProtokollieren(programm_->laufsteuerung(), system_->zeitgeber());
+    const auto aufhalten = [] { std::this_thread::sleep_for(std::chrono::milliseconds{50}); };
+    aufhalten();
+    umschalten();
+    takte(2);
+    umschalten();
+    ASSERT_THAT(gehoerte, ElementsAre(StartsWith("gamepad.zeit: Lauf zu Ende: ")));
+    umschalten();
+    takte(2);
+    aufhalten();
+    takte(2);
+    umschalten();
+    EXPECT_THAT(neues().at(1),
+                ::testing::MatchesRegex("gamepad.zeit: Lauf zu Ende: [1-9][0-9]* Aufrufe mehr als "
+                                        "20 ms zu spät, der späteste [4-9][0-9] ms"));
+}
+
+TEST_F(Protokoll, EinLaufDerNichtBeginntHatKeinEnde) {
+    aufdrehen("gamepad.zeit");
+    starten(Schemabau(datenbank_));
+    umschalten();
+    laeufeProtokollieren(programm_->laufsteuerung(), system_->zeitgeber());
+    std::filesystem::remove(datenbank_.pfad());
+    int boxen = 0;
+    QTimer takt;
+    QObject::connect(&takt, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            ++boxen;
+            box->accept();
+        }
+    });
+    takt.start(0);
+    umschalten();
+    EXPECT_EQ(boxen, 1);
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_THAT(neues(), IsEmpty());
+}
+
+TEST_F(Fehlerausgabe, DasProgrammSchreibtNichts) {
+    EXPECT_EQ(nachStartUndEnde([] {}), "");
+}
+
+TEST_F(Fehlerausgabe, QtLoggingRulesDrehtDasProtokollAuf) {
+    std::ofstream(datenbank_.ordner() / "gamecontrollerdb.txt") << std::string("\xFF");
+    EXPECT_EQ(nachStartUndEnde([] { setenv("QT_LOGGING_RULES", "gamepad.*=true", 1); }),
+              "gamepad.eingabe: dient nicht: uinput: Der X-Server liest keine Geräte des Kerns\n"
+              "gamepad.eingabe: gewählt: XTest\n"
+              "gamepad.pad: gamecontrollerdb.txt wird nicht benutzt: sie ist kein Text in UTF-8 (Zeile 1)\n");
+}
+
+TEST_F(Fehlerausgabe, OhneDieDeutschenTexteDesWerkzeugkastensLaeuftEs) {
+    const Testordner leer;
+    const auto erweiterungen = QLibraryInfo::path(QLibraryInfo::PluginsPath).toStdString();
+    EXPECT_EQ(nachStartUndEnde([] {}, "[Paths]\nTranslations = " + leer.pfad().string() +
+                                          "\nPlugins = " + erweiterungen + "\n"),
+              "");
+}
