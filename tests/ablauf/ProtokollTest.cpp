@@ -17,6 +17,8 @@
 #include <regex>
 #include <thread>
 
+#include <X11/Xlib.h> // its macros come last
+
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -47,6 +49,25 @@ protected:
 private:
     const QtMessageHandler vorher_;
 };
+
+/// How many windows the X server shows.
+int sichtbareFenster() {
+    auto* anzeige = XOpenDisplay(nullptr);
+    XGrabServer(anzeige); // none goes while it is looked at
+    Window wurzel = 0;
+    Window eltern = 0;
+    Window* alle = nullptr;
+    unsigned anzahl = 0;
+    XQueryTree(anzeige, DefaultRootWindow(anzeige), &wurzel, &eltern, &alle, &anzahl);
+    int sichtbare = 0;
+    for (unsigned i = 0; i < anzahl; ++i) {
+        XWindowAttributes angaben{};
+        sichtbare += XGetWindowAttributes(anzeige, alle[i], &angaben) != 0 && angaben.map_state == IsViewable;
+    }
+    XFree(alle);
+    XCloseDisplay(anzeige);
+    return sichtbare;
+}
 
 /// The program as a process; what it writes to its standard error output.
 class Fehlerausgabe : public ::testing::Test {
@@ -184,6 +205,16 @@ TEST_F(Fehlerausgabe, QtLoggingRulesDrehtDasProtokollAuf) {
               "gamepad.eingabe: dient nicht: uinput: Der X-Server liest keine Geräte des Kerns\n"
               "gamepad.eingabe: gewählt: XTest\n"
               "gamepad.pad: gamecontrollerdb.txt wird nicht benutzt: sie ist kein Text in UTF-8 (Zeile 1)\n");
+}
+
+TEST_F(Fehlerausgabe, EineFehlerhafteListeWirdBeimStartInEinerBoxGenannt) {
+    std::ofstream(datenbank_.ordner() / "gamecontrollerdb.txt") << "Gerede\n";
+    const auto davor = sichtbareFenster();
+    Programmprozess prozess(datenbank_.ordner());
+    // The main form and the box.
+    EXPECT_TRUE(Programmprozess::warten([&] { return sichtbareFenster() == davor + 2; }));
+    prozess.senden(SIGTERM);
+    EXPECT_EQ(prozess.ausgang(), "exit 0");
 }
 
 TEST_F(Fehlerausgabe, OhneDieDeutschenTexteDesWerkzeugkastensLaeuftEs) {
