@@ -4,6 +4,7 @@
 #include <SDL.h>
 #include <algorithm>
 #include <bit>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -206,8 +207,18 @@ std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
     return JOYERR_NOERROR;
 }
 
+// Whether SDL's list is what was told last; asked at each poll, so it costs next to nothing.
+bool SdlJoystick::istGemeldet() const {
+    const int anzahl = SDL_NumJoysticks();
+    bool gleich = anzahl == std::ssize(gemeldete_);
+    for (int stelle = 0; gleich && stelle < anzahl; ++stelle)
+        gleich =
+            SDL_JoystickGetDeviceInstanceID(stelle) == gemeldete_[static_cast<std::size_t>(stelle)].kennung;
+    return gleich;
+}
+
 void SdlJoystick::umsehen() {
-    if (!meldung_)
+    if (!meldung_ || istGemeldet())
         return;
     std::vector<Gemeldetes> vorher;
     vorher.swap(gemeldete_);

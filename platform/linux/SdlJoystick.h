@@ -47,6 +47,8 @@ private:
         std::string name;
     };
 
+    bool istGemeldet() const;
+
     std::map<std::uint32_t, std::unique_ptr<Pad>> offene_; // by id
     Meldung meldung_;
     std::vector<Gemeldetes> gemeldete_; // in the order of SDL's list
