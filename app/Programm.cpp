@@ -6,7 +6,8 @@
 Programm::Programm(const Plattform& plattform)
     : plattform_(plattform)
     , zustand_(plattform.joystick, plattform.gamepadXml)
-    , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber)
+    , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber,
+                     plattform.laufmarke)
     , editoren_(zustand_.global, zustand_.achsendatei, zustand_.achsen, plattform.joystick,
                 plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,

@@ -8,6 +8,7 @@
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Stickeditoren.h"
 #include "engine/run/Laufzustand.h"
+#include "platform/Laufmarke.h"
 #include "platform/Schirmaufnahme.h"
 #include "platform/Tastatur.h"
 #include "platform/Tongeber.h"
@@ -23,6 +24,7 @@ struct Plattform {
     Tastatur& tastatur;
     Tongeber& ton;
     Schirmaufnahme& aufnahme;
+    Laufmarke& laufmarke;
     std::string gamepadXml; ///< path of the axis assignment file
 };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/Programm.h"
+#include "platform/linux/Dateimarke.h"
 #include "platform/linux/EingabeWahl.h"
 #include "platform/linux/LinuxProzess.h"
 #include "platform/linux/Padliste.h"
@@ -18,7 +19,8 @@ public:
     Systemplattform();
 
     Plattform plattform() {
-        return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_, layout_, ton_, *aufnahme_, gamepadXml_};
+        return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_,   layout_,
+                ton_,      *aufnahme_,     marke_,     gamepadXml_};
     }
     /// Which injection serves, and why others do not.
     const EingabeWahl& eingabewahl() const { return wahl_; }
@@ -35,5 +37,6 @@ private:
     LinuxProzess prozess_;
     SdlTon ton_;
     std::unique_ptr<Schirmaufnahme> aufnahme_;
+    Dateimarke marke_{Dateimarke::pfad()};
     std::string gamepadXml_; ///< in the program's own folder
 };

@@ -8,6 +8,7 @@
 #include "engine/run/Laufzustand.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeMarke.h"
 #include "platform/probe/ProbeSchirm.h"
 #include "platform/probe/ProbeTastatur.h"
 #include "platform/probe/ProbeTon.h"
@@ -104,8 +105,10 @@ private:
     ProbeTastatur tastatur_;
     ProbeTon ton_;
     ProbeSchirm schirm_;
+    int gesetzteMarken_ = 0;
+    ProbeMarke marke_{gesetzteMarken_};
     Laufzustand zustand_{pad_, (datenbank_.ordner() / "Gamepad.xml").string()};
-    Laufsteuerung laufsteuerung_{zustand_, pad_, eingabe_, uhr_};
+    Laufsteuerung laufsteuerung_{zustand_, pad_, eingabe_, uhr_, marke_};
     std::unique_ptr<Stickeditoren> editoren_;
     QWidget* form_ = nullptr;
     double winkel_ = 0;

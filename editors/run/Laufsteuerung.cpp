@@ -4,11 +4,31 @@
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/run/LaufFensterAnsicht.h"
+#include "platform/Laufmarke.h"
+
+#include <QPushButton>
 
 #include <utility>
 
-Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber)
-    : zustand_(zustand), joystick_(joystick), eingabe_(eingabe), zeitgeber_(zeitgeber) {}
+namespace {
+
+/// Closing the box is an Abbrechen, and so is Enter: what two copies send at a time is hardly what is wanted.
+bool trotzdemStarten() {
+    QMessageBox box(QMessageBox::Warning, "Schema starten",
+                    "In einem zweiten Game-Pad-Konfic läuft schon ein Schema. Beide würden senden, was das "
+                    "Gamepad auslöst: Jede Taste käme doppelt an.",
+                    QMessageBox::Yes | QMessageBox::Cancel);
+    box.button(QMessageBox::Yes)->setText("&Trotzdem starten");
+    box.button(QMessageBox::Cancel)->setText("&Abbrechen");
+    box.setDefaultButton(QMessageBox::Cancel);
+    return box.exec() == QMessageBox::Yes;
+}
+
+} // namespace
+
+Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
+                             Laufmarke& marke)
+    : zustand_(zustand), joystick_(joystick), eingabe_(eingabe), zeitgeber_(zeitgeber), marke_(marke) {}
 
 Laufsteuerung::~Laufsteuerung() {
     laufBeenden();
@@ -16,6 +36,8 @@ Laufsteuerung::~Laufsteuerung() {
 
 bool Laufsteuerung::laden() {
     entladen();
+    if (!markeSetzen())
+        return false;
     ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_));
     auto* ansicht = ansicht_.get();
     connect(ansicht, &LaufFensterAnsicht::hauptformVerbergenGewuenscht, this,
@@ -36,6 +58,17 @@ bool Laufsteuerung::laden() {
     return laeuft;
 }
 
+/// While the question stands nothing runs here, so that no other copy is told that something did.
+bool Laufsteuerung::markeSetzen() {
+    if (marke_.setzen())
+        return true;
+    marke_.loesen();
+    if (!trotzdemStarten())
+        return false;
+    marke_.setzen();
+    return true;
+}
+
 void Laufsteuerung::entladen() {
     if (const auto fehler = laufBeenden())
         fehlermeldung(nullptr, *fehler, "Einstellungen nicht gespeichert");
@@ -47,6 +80,7 @@ std::optional<LaufzeitFehler> Laufsteuerung::laufBeenden() {
         return std::nullopt;
     auto fehler = ansicht_->entladen();
     ansicht_.reset();
+    marke_.loesen();
     return fehler;
 }
 

@@ -10,19 +10,22 @@
 
 #include <optional>
 
+class Laufmarke;
 class LaufFensterAnsicht;
 
 class Laufsteuerung final : public QObject {
     Q_OBJECT
 
 public:
-    Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber);
+    Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
+                  Laufmarke& marke);
     ~Laufsteuerung() override;
 
     /// Whether a run is on.
     bool geladen() const { return ansicht_ != nullptr; }
-    /// Loads the window for the current `Schema` and shows it; a run that is on ends first. When the `Schema`
-    /// can't be read the main form is asked back and one message box says why. Returns whether a run is on.
+    /// Loads the window for the current `Schema` and shows it; a run that is on ends first. Where another
+    /// copy of the program runs a `Schema` the user is asked. When the `Schema` can't be read the main form
+    /// is asked back and one message box says why. Returns whether a run is on.
     bool laden();
     /// Ends the run, if one is on.
     void entladen();
@@ -35,11 +38,13 @@ signals:
 private:
     void nachAbbruch(int nummer, const QString& text);
 
+    bool markeSetzen();
     std::optional<LaufzeitFehler> laufBeenden();
 
     Laufzustand& zustand_;
     Joystick& joystick_;
     Eingabe& eingabe_;
     Zeitgeber& zeitgeber_;
+    Laufmarke& marke_;
     Formbesitz<LaufFensterAnsicht> ansicht_;
 };

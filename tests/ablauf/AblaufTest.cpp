@@ -4,6 +4,7 @@
 #include "app/Endsignale.h"
 #include "tests/hilfen/XServer.h"
 
+#include <QMessageBox>
 #include <QScrollBar>
 #include <QTimer>
 
@@ -225,12 +226,34 @@ TEST_F(Ablauf, EinSignalBeendetDasProgrammUndLoestSeineTasten) {
     EXPECT_EQ(lauscher_->bis(auf(A)), Ereignisse{ab(A)});
 }
 
+// Another open file has the lock as another process would.
+TEST_F(Ablauf, EinLaufInEinerAnderenKopieWirdGesagtUndDieserGehtTrotzdem) {
+    Dateimarke andere(Dateimarke::pfad());
+    ASSERT_TRUE(andere.setzen());
+    QStringList gesagt;
+    QTimer leser;
+    QObject::connect(&leser, &QTimer::timeout, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            gesagt << box->windowTitle();
+            box->button(QMessageBox::Yes)->click();
+        }
+    });
+    leser.start(0);
+    starten(schemaS(datenbank_));
+    leser.stop();
+    EXPECT_EQ(gesagt, QStringList{"Schema starten"});
+    EXPECT_NE(laufFenster(), nullptr);
+}
+
 int main(int anzahl, char** worte) {
     ::testing::InitGoogleTest(&anzahl, worte);
     const XServer server;
     qputenv("DISPLAY", server.anzeige().c_str());
     qunsetenv("WAYLAND_DISPLAY");
+    qunsetenv("XDG_SESSION_TYPE");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // no desktop of the machine takes part
+    const Testordner laufzeit;                        // nor do runs of other tests
+    qputenv("XDG_RUNTIME_DIR", laufzeit.pfad().c_str());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("SDL_AUDIODRIVER", "dummy"); // nor does its sound
     QApplication anwendung(anzahl, worte);

@@ -144,9 +144,9 @@ TEST_F(FormAmXServer, EineTasteKommtVonDerTastaturInDieDatenbank) {
     // z lies elsewhere on the German keyboard, and it is z in spite of that.
     for (const char* layout : {"us", "de"}) {
         Tastatureingabe tastatur(layout);
-        programm_ =
-            std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur.layout, ton_,
-                                                 schirm_, (datenbank_.ordner() / "Gamepad.xml").string()});
+        programm_ = std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur.layout,
+                                                         ton_, schirm_, marke_,
+                                                         (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
         oeffnen();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&form()));

@@ -6,6 +6,7 @@
 #include "app/Programm.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeMarke.h"
 #include "platform/probe/ProbeProzess.h"
 #include "platform/probe/ProbeSchirm.h"
 #include "platform/probe/ProbeTastatur.h"
@@ -117,7 +118,7 @@ protected:
     void starten() {
         programm_ =
             std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur_, ton_, schirm_,
-                                                 (datenbank_.ordner() / "Gamepad.xml").string()});
+                                                 marke_, (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
     }
     ~Formtest() override {
@@ -177,5 +178,7 @@ protected:
     ProbeTastatur tastatur_;
     ProbeTon ton_;
     ProbeSchirm schirm_;
+    int gesetzteMarken_ = 0; ///< of this copy of the program and of those that a test plays
+    ProbeMarke marke_{gesetzteMarken_};
     std::unique_ptr<Programm> programm_;
 };

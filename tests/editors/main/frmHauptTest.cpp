@@ -254,7 +254,7 @@ TEST_F(FrmHaupt, EinGetippterNameWaehltKeinenEintragAuchWennErEinerIstOderSoAuss
 TEST_F(FrmHaupt, EinGetippterNameIstSogleichDasAktuelleSchemaUndRuehrtKeineAchsenAn) {
     schema("Eins");
     Laufzustand zustand(pad_, (datenbank_.ordner() / "Gamepad.xml").string());
-    Laufsteuerung laeufe(zustand, pad_, eingabe_, uhr_);
+    Laufsteuerung laeufe(zustand, pad_, eingabe_, uhr_, marke_);
     frmHaupt form(zustand.global, zustand.achsendatei, laeufe, prozess_);
     form.laden();
     EXPECT_EQ(zustand.global.SchemaName, "Eins");

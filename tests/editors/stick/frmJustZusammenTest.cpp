@@ -165,7 +165,7 @@ protected:
     }
 
     Laufzustand zustand_{pad_, (datenbank_.ordner() / "Gamepad.xml").string()};
-    Laufsteuerung laufsteuerung_{zustand_, pad_, eingabe_, uhr_};
+    Laufsteuerung laufsteuerung_{zustand_, pad_, eingabe_, uhr_, marke_};
     const bool links_ = GetParam().zusatz.empty();
     frmJust form_{links_ ? FRMJUST : FRMJUSTR, zustand_, laufsteuerung_, uhr_, tastatur_};
 };
