@@ -8,6 +8,7 @@ Programm::Programm(const Plattform& plattform)
     , zustand_(plattform.joystick, plattform.gamepadXml)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber,
                      plattform.laufmarke)
+    , tastenankunft_(plattform.eingabeweg, plattform.prozess, zustand_.global)
     , editoren_(zustand_.global, zustand_.achsendatei, zustand_.achsen, plattform.joystick,
                 plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
@@ -16,6 +17,7 @@ Programm::Programm(const Plattform& plattform)
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);
+    QObject::connect(&hauptform_, &frmHaupt::laufBeginnt, &hauptform_, [this] { tastenankunft_.pruefen(); });
     QObject::connect(&hauptform_, &frmHaupt::tastwerkGewuenscht, &editoren_, &Editoren::tastwerkZeigen);
     QObject::connect(&hauptform_, &frmHaupt::stickBearbeiten, &stickeditoren_, &Stickeditoren::oeffnen);
     QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &editoren_, &Editoren::schemaVergessen);
@@ -43,4 +45,5 @@ void Programm::uebersichtZeigen() {
 void Programm::starten() {
     hauptform_.laden();
     hauptform_.show();
+    tastenankunft_.pruefen();
 }

@@ -6,8 +6,10 @@
 #include "editors/main/frmHaupt.h"
 #include "editors/overview/Uebersicht.h"
 #include "editors/run/Laufsteuerung.h"
+#include "editors/run/Tastenankunft.h"
 #include "editors/stick/Stickeditoren.h"
 #include "engine/run/Laufzustand.h"
+#include "platform/Eingabeweg.h"
 #include "platform/Laufmarke.h"
 #include "platform/Schirmaufnahme.h"
 #include "platform/Tastatur.h"
@@ -25,6 +27,7 @@ struct Plattform {
     Tongeber& ton;
     Schirmaufnahme& aufnahme;
     Laufmarke& laufmarke;
+    Eingabeweg& eingabeweg;
     std::string gamepadXml; ///< path of the axis assignment file
 };
 
@@ -32,7 +35,8 @@ class Programm {
 public:
     explicit Programm(const Plattform& plattform);
 
-    /// Loads the main form and shows it. Closing it ends the application's event loop.
+    /// Loads the main form and shows it, then tells where what is sent would not arrive. Closing the form
+    /// ends the application's event loop.
     void starten();
 
     frmHaupt& hauptform() { return hauptform_; }
@@ -44,6 +48,7 @@ private:
     const Plattform plattform_;
     Laufzustand zustand_;
     Laufsteuerung laufsteuerung_;
+    Tastenankunft tastenankunft_;
     Editoren editoren_;
     Stickeditoren stickeditoren_;
     frmHaupt hauptform_;

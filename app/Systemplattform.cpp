@@ -6,12 +6,12 @@
 #include "app/Protokoll.h"
 
 Systemplattform::Systemplattform()
-    : wahl_(eingabeWaehlen(eingabeKandidaten(layout_)))
+    : eingabe_(eingabeKandidaten(layout_))
     , joystick_(padmeldung())
     , padliste_(padlisteLaden(PADLISTE))
     , aufnahme_(schirmaufnahmeWaehlen())
     , gamepadXml_(eigenerOrdner() + "/Gamepad.xml") {
-    eingabeProtokollieren(wahl_);
+    eingabeProtokollieren(eingabe_.wahl());
     padlisteProtokollieren(padliste_);
     joystick_.umsehen();
 }

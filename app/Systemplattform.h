@@ -4,7 +4,6 @@
 
 #include "app/Programm.h"
 #include "platform/linux/Dateimarke.h"
-#include "platform/linux/EingabeWahl.h"
 #include "platform/linux/LinuxProzess.h"
 #include "platform/linux/Padliste.h"
 #include "platform/linux/QtZeitgeber.h"
@@ -12,6 +11,7 @@
 #include "platform/linux/SdlJoystick.h"
 #include "platform/linux/SdlTon.h"
 #include "platform/linux/Tastaturlayout.h"
+#include "platform/linux/Wahleingabe.h"
 
 /// Needs the QGuiApplication of its thread.
 class Systemplattform {
@@ -19,18 +19,18 @@ public:
     Systemplattform();
 
     Plattform plattform() {
-        return {joystick_, *wahl_.eingabe, zeitgeber_, prozess_,   layout_,
-                ton_,      *aufnahme_,     marke_,     gamepadXml_};
+        return {joystick_, eingabe_,   zeitgeber_, prozess_, layout_,
+                ton_,      *aufnahme_, marke_,     eingabe_, gamepadXml_};
     }
     /// Which injection serves, and why others do not.
-    const EingabeWahl& eingabewahl() const { return wahl_; }
+    const EingabeWahl& eingabewahl() const { return eingabe_.wahl(); }
     /// What was read of the user's list of pads, `gamecontrollerdb.txt` in the current directory.
     const Padliste& padliste() const { return padliste_; }
     QtZeitgeber& zeitgeber() { return zeitgeber_; }
 
 private:
     Tastaturlayout layout_;
-    EingabeWahl wahl_;
+    Wahleingabe eingabe_;
     SdlJoystick joystick_;
     Padliste padliste_; // pads are opened after it
     QtZeitgeber zeitgeber_;

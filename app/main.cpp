@@ -14,16 +14,6 @@
 
 namespace {
 
-// Without injection the program can be looked at but not played with: that is worth a word.
-void eingabePruefen(const EingabeWahl& wahl) {
-    if (!wahl.name.empty())
-        return;
-    QString text = "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n";
-    for (const auto& grund : wahl.gruende)
-        text += "\n" + qt(grund);
-    meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
-}
-
 void padlistePruefen(const Padliste& liste) {
     if (const auto text = padlistenmeldung(liste); !text.isEmpty())
         meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
@@ -65,7 +55,6 @@ int main(int anzahl, char** worte) {
     // In the event loop: the message boxes of the start end with it, too.
     const auto starten = [&] {
         programm.starten();
-        eingabePruefen(system.eingabewahl());
         padlistePruefen(system.padliste());
     };
     QMetaObject::invokeMethod(&anwendung, starten, Qt::QueuedConnection);

@@ -183,7 +183,7 @@ int main(int anzahl, char** worte) {
     const auto plattform = system.plattform();
     Programm programm({plattform.joystick, plattform.eingabe, zeitgeber, plattform.prozess,
                        plattform.tastatur, plattform.ton, plattform.aufnahme, plattform.laufmarke,
-                       (datenbank.ordner() / "Gamepad.xml").string()});
+                       plattform.eingabeweg, (datenbank.ordner() / "Gamepad.xml").string()});
     programm.starten();
     programm.hauptform().findChild<QPushButton*>("Command1(5)")->click();
 

@@ -275,9 +275,11 @@ void frmHaupt::starten() {
     if (knopf->text() != STARTEN) {
         laufsteuerung_.entladen();
         knopf->setText(STARTEN);
-    } else if (laufsteuerung_.laden()) {
-        knopf->setText(STOPPEN);
+        return;
     }
+    emit laufBeginnt();
+    if (laufsteuerung_.laden())
+        knopf->setText(STOPPEN);
 }
 
 void frmHaupt::loeschen() {

@@ -35,6 +35,8 @@ protected:
     void closeEvent(QCloseEvent* ereignis) override;
 
 signals:
+    /// "Schema starten" was clicked; the run is loaded next.
+    void laufBeginnt();
     /// "Button bearbeiten" was clicked: the button editor is wanted for the current `Schema`.
     void tastwerkGewuenscht();
     /// "Achsen kalibrieren" was clicked.

@@ -88,6 +88,7 @@ EingabeWahl eingabeWaehlen(std::span<const EingabeKandidat> kandidaten) {
         if (angebot.eingabe) {
             wahl.eingabe = std::move(angebot.eingabe);
             wahl.name = kandidat.name;
+            wahl.reichweite = kandidat.reichweite;
             return wahl;
         }
         wahl.gruende.push_back(kandidat.name + ": " + angebot.grund);
@@ -97,6 +98,7 @@ EingabeWahl eingabeWaehlen(std::span<const EingabeKandidat> kandidaten) {
 }
 
 std::vector<EingabeKandidat> eingabeKandidaten(Tastaturlayout& layout) {
-    return {{"uinput", [&layout] { return uinputPruefen(layout); }},
-            {"XTest", [&layout] { return xtestPruefen(layout); }}};
+    const auto durchX = unterWayland() ? Reichweite::NurX : Reichweite::Alle;
+    return {{"uinput", [&layout] { return uinputPruefen(layout); }, Reichweite::Alle},
+            {"XTest", [&layout] { return xtestPruefen(layout); }, durchX}};
 }

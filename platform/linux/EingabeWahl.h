@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Eingabe.h"
+#include "platform/Eingabeweg.h"
 
 #include <functional>
 #include <memory>
@@ -21,19 +22,22 @@ struct EingabeAngebot {
 struct EingabeKandidat {
     std::string name;
     std::function<EingabeAngebot()> pruefen;
+    Reichweite reichweite = Reichweite::Alle; ///< whom it reaches where it serves
 };
 
 /// `eingabe` is never null: if no candidate serves it ignores everything, and `name` is empty.
 struct EingabeWahl {
     std::unique_ptr<Eingabe> eingabe;
     std::string name;
+    Reichweite reichweite = Reichweite::Keine;
     std::vector<std::string> gruende; ///< "name: reason" of those that were asked and cannot serve
 };
 
 /// Asks one after the other and takes the first that serves.
 EingabeWahl eingabeWaehlen(std::span<const EingabeKandidat> kandidaten);
 
-/// uinput, then XTest, on the X server of $DISPLAY. The layout must outlive what is chosen.
+/// uinput, then XTest, on the X server of $DISPLAY; in a Wayland session that one reaches X11 programs only.
+/// The layout must outlive what is chosen.
 std::vector<EingabeKandidat> eingabeKandidaten(Tastaturlayout& layout);
 
 /// Whether the X server `anzeige` ("": $DISPLAY) is there but takes its input from elsewhere than the

@@ -37,8 +37,9 @@ TEST_P(Programmende, EinSignalBeendetAuchDieMeldungBeimStart) {
 
 // What keeps the launcher from making the user's folder ready is told by the program.
 TEST_P(Programmende, EinSignalBeendetAuchDieMeldungDassDerOrdnerFehlt) {
-    Programmprozess prozess(datenbank_.ordner(),
-                            [] { setenv("GAMEPAD_KONFIC_STARTFEHLER", "Die Platte ist voll.", 1); });
+    Programmprozess prozess(datenbank_.ordner(), [](const std::filesystem::path&) {
+        setenv("GAMEPAD_KONFIC_STARTFEHLER", "Die Platte ist voll.", 1);
+    });
     ASSERT_TRUE(prozess.nimmtAn(GetParam()));
     prozess.senden(GetParam());
     EXPECT_EQ(prozess.ausgang(), "exit 1");

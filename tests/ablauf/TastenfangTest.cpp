@@ -145,7 +145,7 @@ TEST_F(FormAmXServer, EineTasteKommtVonDerTastaturInDieDatenbank) {
     for (const char* layout : {"us", "de"}) {
         Tastatureingabe tastatur(layout);
         programm_ = std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur.layout,
-                                                         ton_, schirm_, marke_,
+                                                         ton_, schirm_, marke_, weg_,
                                                          (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
         oeffnen();

@@ -2,6 +2,7 @@
 // The choice of the injection, with made candidates and with the real ones.
 #include "platform/linux/EingabeWahl.h"
 #include "platform/linux/Tastaturlayout.h"
+#include "platform/linux/Wahleingabe.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "tests/hilfen/XServer.h"
 
@@ -140,4 +141,111 @@ TEST(XServerOhneGeraete, TrifftAufXvfbZuUndNichtAufKeinen) {
     const XServer server;
     EXPECT_TRUE(xServerOhneGeraete(server.anzeige()));
     EXPECT_FALSE(xServerOhneGeraete(":4711"));
+}
+
+namespace {
+
+/// A candidate that serves once `da` is set, and what became of the injection that it gave.
+struct Spaeter {
+    bool da = false;
+    std::string grund = "noch nicht";
+    int gefragt = 0;
+    ProbeEingabe* gegeben = nullptr;
+    EingabeKandidat kandidat(const std::string& name, Reichweite reichweite) {
+        return {name,
+                [this] {
+                    ++gefragt;
+                    if (!da)
+                        return EingabeAngebot{nullptr, grund};
+                    auto eine = std::make_unique<ProbeEingabe>();
+                    gegeben = eine.get();
+                    return EingabeAngebot{std::move(eine), {}};
+                },
+                reichweite};
+    }
+};
+
+class WahleingabeFaelle : public testing::Test {
+protected:
+    std::vector<EingabeKandidat> kandidaten() {
+        return {beste.kandidat("a", Reichweite::Alle), naechste.kandidat("b", Reichweite::NurX),
+                letzte.kandidat("c", Reichweite::Alle)};
+    }
+    static void tippen(Eingabe& eingabe) {
+        INPUT taste{};
+        taste.type = INPUT_KEYBOARD;
+        taste.ki.wVk = 65;
+        eingabe.SendInput({&taste, 1});
+    }
+    Spaeter beste;
+    Spaeter naechste;
+    Spaeter letzte;
+};
+
+} // namespace
+
+TEST_F(WahleingabeFaelle, WerAlleErreichtBleibtUndNiemandWirdNocheinmalGefragt) {
+    naechste.da = true;
+    beste.da = true;
+    Wahleingabe eingabe(kandidaten());
+    const auto lage = eingabe.pruefen();
+    EXPECT_EQ(lage.reichweite, Reichweite::Alle);
+    EXPECT_EQ(beste.gefragt, 1);
+    EXPECT_EQ(naechste.gefragt, 0);
+    tippen(eingabe);
+    EXPECT_THAT(beste.gegeben->texteAbholen(), ElementsAre("+65"));
+}
+
+TEST_F(WahleingabeFaelle, SolangeKeinBessererDientSendetDerselbeUndNenntDieGruendeVonJetzt) {
+    naechste.da = true;
+    Wahleingabe eingabe(kandidaten());
+    auto* erste = naechste.gegeben;
+    beste.grund = "immer noch nicht";
+    const auto lage = eingabe.pruefen();
+    EXPECT_EQ(lage.reichweite, Reichweite::NurX);
+    EXPECT_THAT(lage.gruende, ElementsAre("a: immer noch nicht"));
+    EXPECT_EQ(naechste.gefragt, 1);
+    EXPECT_EQ(eingabe.wahl().name, "b");
+    tippen(eingabe);
+    EXPECT_THAT(erste->texteAbholen(), ElementsAre("+65"));
+}
+
+TEST_F(WahleingabeFaelle, EinBessererDerDazugekommenIstWirdGenommen) {
+    naechste.da = true;
+    Wahleingabe eingabe(kandidaten());
+    beste.da = true;
+    const auto lage = eingabe.pruefen();
+    EXPECT_EQ(lage.reichweite, Reichweite::Alle);
+    EXPECT_THAT(lage.gruende, ElementsAre());
+    EXPECT_EQ(eingabe.wahl().name, "a");
+    tippen(eingabe);
+    EXPECT_THAT(beste.gegeben->texteAbholen(), ElementsAre("+65"));
+}
+
+TEST_F(WahleingabeFaelle, OhneEinenWirdJederNocheinmalGefragt) {
+    Wahleingabe eingabe(kandidaten());
+    EXPECT_EQ(eingabe.pruefen().reichweite, Reichweite::Keine);
+    EXPECT_THAT(eingabe.pruefen().gruende, ElementsAre("a: noch nicht", "b: noch nicht", "c: noch nicht"));
+    EXPECT_EQ(eingabe.MapVirtualKeyA(65, 0), 0U);
+    letzte.da = true;
+    EXPECT_EQ(eingabe.pruefen().reichweite, Reichweite::Alle);
+    EXPECT_EQ(eingabe.MapVirtualKeyA(65, 0), ProbeEingabe().MapVirtualKeyA(65, 0));
+}
+
+TEST(EingabeReichweite, XTestErreichtUnterWaylandNurX11UndSonstAlle) {
+    const auto reichweiten = [] {
+        Tastaturlayout layout;
+        std::vector<Reichweite> alle;
+        for (const auto& kandidat : eingabeKandidaten(layout))
+            alle.push_back(kandidat.reichweite);
+        return alle;
+    };
+    ohneOberflaeche();
+    EXPECT_THAT(reichweiten(), ElementsAre(Reichweite::Alle, Reichweite::Alle));
+    setenv("XDG_SESSION_TYPE", "wayland", 1);
+    EXPECT_THAT(reichweiten(), ElementsAre(Reichweite::Alle, Reichweite::NurX));
+    setenv("XDG_SESSION_TYPE", "x11", 1);
+    setenv("WAYLAND_DISPLAY", "wayland-0", 1);
+    EXPECT_THAT(reichweiten(), ElementsAre(Reichweite::Alle, Reichweite::NurX));
+    ohneOberflaeche();
 }

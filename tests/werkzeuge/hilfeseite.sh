@@ -36,6 +36,11 @@ while IFS= read -r ziel; do
     grep -qxF "${ziel#\#}" <<<"$anker" || fehlschlag "the jump $ziel has no target"
 done < <(attribute href)
 
+# The forms open a place of the help by a small page beside it, which leads there at once.
+ziele=$(grep -o 'Startfenster\.htm#[a-z]*' "$ordner/Wayland.htm" | cut -d'#' -f2)
+[ "$(sort -u <<<"$ziele")" = wayland ] || fehlschlag "Wayland.htm leads to: $ziele"
+grep -qxF wayland <<<"$anker" || fehlschlag "the page has no place for Wayland.htm to lead to"
+
 vorhandene=$(literale)
 genannte=$(beschriftungen)
 [ -n "$genannte" ] || fehlschlag "the page names no caption"

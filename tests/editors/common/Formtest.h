@@ -5,6 +5,7 @@
 
 #include "app/Programm.h"
 #include "platform/probe/ProbeEingabe.h"
+#include "platform/probe/ProbeEingabeweg.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeMarke.h"
 #include "platform/probe/ProbeProzess.h"
@@ -116,9 +117,9 @@ class Formtest : public ::testing::Test {
 protected:
     /// Starts the program on the database as it is now.
     void starten() {
-        programm_ =
-            std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur_, ton_, schirm_,
-                                                 marke_, (datenbank_.ordner() / "Gamepad.xml").string()});
+        programm_ = std::make_unique<Programm>(Plattform{pad_, eingabe_, uhr_, prozess_, tastatur_, ton_,
+                                                         schirm_, marke_, weg_,
+                                                         (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
     }
     ~Formtest() override {
@@ -180,5 +181,6 @@ protected:
     ProbeSchirm schirm_;
     int gesetzteMarken_ = 0; ///< of this copy of the program and of those that a test plays
     ProbeMarke marke_{gesetzteMarken_};
+    ProbeEingabeweg weg_;
     std::unique_ptr<Programm> programm_;
 };

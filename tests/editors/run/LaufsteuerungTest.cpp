@@ -77,6 +77,14 @@ TEST_F(LaufsteuerungForm, SolangeGefragtWirdLaeuftHierNichts) {
     EXPECT_EQ(laufFenster(), nullptr) << "to close the box is no start";
 }
 
+TEST_F(LaufsteuerungForm, EnterBrichtAb) {
+    schema();
+    andere_.setzen();
+    QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    starter().click();
+    EXPECT_EQ(laufFenster(), nullptr);
+}
+
 TEST_F(LaufsteuerungForm, NachDemEndeDesAnderenWirdNichtMehrGefragt) {
     schema();
     andere_.setzen();

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/run/Tastenankunft.h"
+
+#include "editors/common/Formhilfen.h"
+#include "platform/Eingabeweg.h"
+#include "platform/Prozess.h"
+
+#include <QPushButton>
+
+namespace {
+
+// What the package lays and does. Loaded first, as a rule works on a device that is there; "change" lets it
+// work on one that was there before it, and who sits at the machine has the right at once.
+constexpr const char* ABHILFE =
+    "echo 'KERNEL==\"uinput\", SUBSYSTEM==\"misc\", OPTIONS+=\"static_node=uinput\", TAG+=\"uaccess\"' | "
+    "sudo tee /etc/udev/rules.d/70-gamepad-konfic.rules\n"
+    "sudo modprobe uinput; sudo udevadm control --reload; "
+    "sudo udevadm trigger --action=change --sysname-match=uinput";
+
+QString nichtsKommtAn(const Eingabelage& lage) {
+    QString text = "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n";
+    for (const auto& grund : lage.gruende)
+        text += "\n" + qt(grund);
+    return text;
+}
+
+QString nurBeiX(const Eingabelage& lage) {
+    QString text = "Unter Wayland kommen Tasten und Mausbewegungen so nur in Programmen an, die noch für X11 "
+                   "gemacht sind.\n";
+    for (const auto& grund : lage.gruende)
+        text += "\n" + qt(grund);
+    return text +
+           "\n\nMit diesen zwei Zeilen in einem Terminal kommen sie überall an, ohne neue Anmeldung:\n\n" +
+           ABHILFE + "\n\nDrücken Sie danach „Schema starten“.";
+}
+
+} // namespace
+
+Tastenankunft::Tastenankunft(Eingabeweg& weg, Prozess& prozess, const GobalVariable& global)
+    : weg_(weg), prozess_(prozess), global_(global) {}
+
+void Tastenankunft::pruefen() {
+    const auto lage = weg_.pruefen();
+    if (lage.reichweite == Reichweite::Alle)
+        return;
+    if (lage.reichweite == Reichweite::Keine)
+        return meldung(nullptr, nichtsKommtAn(lage), "Game-Pad-Konfic", QMessageBox::Warning);
+    QMessageBox box(QMessageBox::Warning, "Game-Pad-Konfic", nurBeiX(lage),
+                    QMessageBox::Ok | QMessageBox::Help);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box.setDefaultButton(QMessageBox::Ok);
+    box.setEscapeButton(QMessageBox::Ok);
+    auto* hilfe = box.button(QMessageBox::Help);
+    hilfe->setText("&Hilfe");
+    // The lines stay in sight while the page is read.
+    QObject::disconnect(hilfe, &QPushButton::clicked, nullptr, nullptr);
+    QObject::connect(hilfe, &QPushButton::clicked, &box, [this] { hilfeOeffnen(); });
+    box.exec();
+}
+
+// A desktop takes a file, not a place in it: the small page beside the help leads there.
+void Tastenankunft::hilfeOeffnen() {
+    const auto stelle = prozess_.GetFullPathNameA("Beschreibung\\Wayland.htm");
+    const auto& seite = global_.HilfePfad;
+    if (!prozess_.ShellExecuteA(stelle) && !prozess_.ShellExecuteA(seite))
+        meldung(nullptr, QString("Die Hilfe konnte nicht geöffnet werden:\n%1").arg(qt(seite)),
+                "Game-Pad-Konfic", QMessageBox::Warning);
+}
