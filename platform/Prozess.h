@@ -16,7 +16,8 @@ public:
     virtual ~Prozess() = default;
 
     /// Asks for a priority class; REALTIME_PRIORITY_CLASS is the one in use. Returns whether the system
-    /// granted the class itself; if it did not, the best below it that it grants is in force.
+    /// granted the class itself; if it did not, the best below it that it grants is in force, and the class
+    /// may come later. Asking again is how one takes a class again that the system has taken back.
     virtual bool SetPriorityClass(std::uint32_t klasse) = 0;
 
     /// `name` made absolute against the current directory, in UTF-8. "/" and "\" both separate pieces in

@@ -278,8 +278,10 @@ void frmHaupt::starten() {
         return;
     }
     emit laufBeginnt();
-    if (laufsteuerung_.laden())
-        knopf->setText(STOPPEN);
+    if (!laufsteuerung_.laden())
+        return;
+    knopf->setText(STOPPEN);
+    prozess_.SetPriorityClass(REALTIME_PRIORITY_CLASS); // long work in an editor may have cost it
 }
 
 void frmHaupt::loeschen() {

@@ -1,58 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/LinuxProzess.h"
 
+#include "platform/linux/Echtzeitdienst.h"
+#include "platform/linux/Prioritaet.h"
+
+#include <QCoreApplication>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QString>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <filesystem>
-#include <sched.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
-
-constexpr rlim_t RUHELOS_HOECHSTENS = 2'000'000; // microseconds
-constexpr int BESTE_GUETE = -20;                 // nice value
-
-// Async-signal-safe. The id of the process is that of its main thread. Only the privileged may take the flag
-// back.
-void zurueckstufen(int) {
-    const int fehler = errno;
-    const sched_param normal{};
-    sched_setscheduler(getpid(), SCHED_OTHER | SCHED_RESET_ON_FORK, &normal);
-    errno = fehler;
-}
-
-// Only the soft limit: the hard one would kill.
-void ruhelosigkeitBegrenzen() {
-    struct sigaction aktion {};
-    aktion.sa_handler = zurueckstufen;
-    aktion.sa_flags = SA_RESTART;
-    sigemptyset(&aktion.sa_mask);
-    rlimit grenze{};
-    if (sigaction(SIGXCPU, &aktion, nullptr) != 0 || getrlimit(RLIMIT_RTTIME, &grenze) != 0)
-        return;
-    grenze.rlim_cur = std::min(RUHELOS_HOECHSTENS, grenze.rlim_max);
-    setrlimit(RLIMIT_RTTIME, &grenze);
-}
-
-bool echtzeit() {
-    sched_param niedrigste{};
-    niedrigste.sched_priority = sched_get_priority_min(SCHED_RR);
-    ruhelosigkeitBegrenzen();
-    return sched_setscheduler(getpid(), SCHED_RR | SCHED_RESET_ON_FORK, &niedrigste) == 0;
-}
-
-void besteGuete() {
-    const int jetzige = getpriority(PRIO_PROCESS, 0);
-    for (int guete = BESTE_GUETE; guete < jetzige; ++guete)
-        if (setpriority(PRIO_PROCESS, 0, guete) == 0)
-            return;
-}
 
 // In the child, before it becomes the program: async-signal-safe calls only. The program is nobody's child,
 // as the one in between ends at once; it has none of our priority, of the signals that we keep from ourselves
@@ -84,13 +47,33 @@ bool abgeloestStarten(const QString& programm, const QString& argument) {
 
 } // namespace
 
+LinuxProzess::LinuxProzess() = default;
+
+LinuxProzess::~LinuxProzess() {
+    dienst_.reset();
+    if (guete_)
+        prioritaetZurueckgeben(*guete_);
+}
+
 bool LinuxProzess::SetPriorityClass(std::uint32_t klasse) {
     if (klasse != REALTIME_PRIORITY_CLASS)
         return false;
-    if (echtzeit())
+    if (!guete_)
+        guete_ = getpriority(PRIO_PROCESS, 0);
+    if (echtzeitNehmen())
         return true;
-    besteGuete();
+    besteGueteNehmen();
+    dienstBitten();
     return false;
+}
+
+// Its answers need an event loop.
+void LinuxProzess::dienstBitten() {
+    if (!QCoreApplication::instance())
+        return;
+    if (!dienst_)
+        dienst_ = std::make_unique<Echtzeitdienst>(QDBusConnection::systemBus());
+    dienst_->bitten();
 }
 
 std::string LinuxProzess::GetFullPathNameA(std::string_view name) {

@@ -4,15 +4,23 @@
 
 #include "platform/Prozess.h"
 
+#include <memory>
+#include <optional>
+
+class Echtzeitdienst;
+
 class LinuxProzess final : public Prozess {
 public:
+    LinuxProzess();
+    /// Gives the priority back.
+    ~LinuxProzess() override;
+
     /// The real-time class is the round-robin scheduler at its lowest priority, for the main thread; children
-    /// do not inherit it. Where it is refused, the best nice value that is allowed stands in for it. Other
-    /// classes change nothing.
-    ///
-    /// Guard against a runaway: RLIMIT_RTTIME is set to 2 s of work without a single wait, and what comes
-    /// then is not death but a return to the normal scheduler, so that a loop without end cannot take the
-    /// desktop away.
+    /// do not inherit it. Where it is refused, the best nice value that is allowed stands in for it, and the
+    /// desktop's service is asked: its answer, and with it the class, may come later, through the event loop.
+    /// Who works without a single wait falls back to the normal scheduler, after 2 s or what the service lets
+    /// pass, so that a loop without end cannot take the desktop away; asking again takes the class again.
+    /// Other classes change nothing.
     bool SetPriorityClass(std::uint32_t klasse) override;
 
     /// Pieces "." and ".." are resolved by their names alone. "" gives "".
@@ -21,4 +29,10 @@ public:
     /// Through xdg-open, which runs detached and at normal priority. A path that does not exist and a desktop
     /// without xdg-open give false; whether a program for the document exists does not show.
     bool ShellExecuteA(const std::string& datei) override;
+
+private:
+    void dienstBitten();
+
+    std::unique_ptr<Echtzeitdienst> dienst_;
+    std::optional<int> guete_; ///< the nice value before the first asking
 };

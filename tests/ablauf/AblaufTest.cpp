@@ -252,6 +252,7 @@ int main(int anzahl, char** worte) {
     qunsetenv("WAYLAND_DISPLAY");
     qunsetenv("XDG_SESSION_TYPE");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // no desktop of the machine takes part
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:");  // nor its service for priorities
     const Testordner laufzeit;                        // nor do runs of other tests
     qputenv("XDG_RUNTIME_DIR", laufzeit.pfad().c_str());
     qputenv("QT_QPA_PLATFORM", "xcb");

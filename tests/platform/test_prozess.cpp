@@ -138,7 +138,8 @@ TEST(LinuxPrioritaet, OhneRechteWirdDieErlaubteGueteAusgeschoepft) {
     for (const int guete : {0, -7}) {
         const auto ergebnis = inEinemKind([=] {
             entrechten(guete);
-            const auto danach = stand(LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS));
+            LinuxProzess prozess;
+            const auto danach = stand(prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS));
             return danach + "; allowed " + std::to_string(besteErlaubte());
         });
         const auto erlaubt = ergebnis.substr(ergebnis.rfind(' ') + 1);
@@ -153,15 +154,48 @@ TEST(LinuxPrioritaet, AndereKlassenAendernNichts) {
 
 TEST(LinuxPrioritaet, KinderErbenDieEchtzeitNicht) {
     EXPECT_EQ(inEinemKind([] {
-                  LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS);
+                  LinuxProzess prozess;
+                  prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
                   return inEinemKind([] { return std::to_string(sched_getscheduler(0)); });
               }),
               std::to_string(SCHED_OTHER));
 }
 
+TEST(LinuxPrioritaet, AmEndeIstSieZurueckgegeben) {
+    EXPECT_EQ(inEinemKind([] {
+                  { LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS); }
+                  return std::to_string(sched_getscheduler(0) & ~SCHED_RESET_ON_FORK) + " " +
+                         std::to_string(getpriority(PRIO_PROCESS, 0));
+              }),
+              "0 0");
+}
+
+// Such a hard limit comes from a parent that has been given real-time priority by a service. What comes
+// before it is the signal, not death.
+TEST(LinuxPrioritaet, UnterEinerGeerbtenHartenGrenzeBleibtDasLeben) {
+    const auto ergebnis = inEinemKind([] {
+        const rlimit geerbt{200'000, 200'000};
+        setrlimit(RLIMIT_RTTIME, &geerbt);
+        LinuxProzess prozess;
+        const bool gewaehrt = prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
+        entrechten(0);
+        timespec verbraucht{};
+        do
+            clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &verbraucht);
+        while (verbraucht.tv_sec < 1);
+        return stand(gewaehrt);
+    });
+    if (echtzeitErlaubt())
+        EXPECT_EQ(ergebnis,
+                  "granted policy " + std::to_string(SCHED_OTHER | SCHED_RESET_ON_FORK) + " nice 0");
+    else
+        EXPECT_THAT(ergebnis, testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER)));
+}
+
 TEST(LinuxPrioritaet, WerOhnePauseRechnetVerliertDieEchtzeitUndNichtDasLeben) {
     const auto ergebnis = inEinemKind([] {
-        const bool gewaehrt = LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS);
+        LinuxProzess prozess;
+        const bool gewaehrt = prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
         entrechten(0); // root could do more than those whom this is for
         timespec verbraucht{};
         do

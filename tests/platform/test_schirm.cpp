@@ -5,6 +5,7 @@
 #include "platform/linux/Qtaufnahme.h"
 #include "platform/linux/Schirmwahl.h"
 #include "platform/probe/ProbeSchirm.h"
+#include "tests/hilfen/Bus.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
 #include "tests/hilfen/Vollbild.h"
@@ -18,7 +19,6 @@
 #include <QDBusVirtualObject>
 #include <QGuiApplication>
 #include <QImage>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
 #include <QUrl>
@@ -39,45 +39,6 @@ QImage alsQImage(const Schirmbild& bild) {
                ? QImage()
                : QImage(bild.pixel.get(), bild.breite, bild.hoehe, bild.zeile, QImage::Format_RGB32).copy();
 }
-
-/// A message bus on which there is nothing but what a test puts there.
-class Bus {
-public:
-    Bus() {
-        const auto einstellung = ordner_.pfad() / "bus.conf";
-        dateiSchreiben(einstellung,
-                       "<busconfig><type>session</type><listen>unix:dir=" + ordner_.pfad().string() +
-                           "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
-                           "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
-        daemon_.start("dbus-daemon", {"--nofork", "--print-address",
-                                      "--config-file=" + QString::fromStdString(einstellung.string())});
-        while (!daemon_.canReadLine() && daemon_.waitForReadyRead(GEDULD_MS))
-            ;
-        adresse_ = QString::fromUtf8(daemon_.readLine()).trimmed();
-    }
-    ~Bus() {
-        for (const auto& name : namen_)
-            QDBusConnection::disconnectFromBus(name);
-        daemon_.kill();
-        daemon_.waitForFinished();
-    }
-    Bus(const Bus&) = delete;
-    Bus& operator=(const Bus&) = delete;
-
-    QDBusConnection verbindung() {
-        namen_ << QString("test%1").arg(++zaehler_);
-        auto verbindung = QDBusConnection::connectToBus(adresse_, namen_.back());
-        EXPECT_TRUE(verbindung.isConnected()) << verbindung.lastError().message().toStdString();
-        return verbindung;
-    }
-
-private:
-    inline static int zaehler_ = 0;
-    const Testordner ordner_;
-    QProcess daemon_;
-    QString adresse_;
-    QStringList namen_;
-};
 
 enum class Antwort { Bild, Absage, Fehler, Keine };
 

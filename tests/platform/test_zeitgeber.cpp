@@ -374,6 +374,7 @@ int main(int anzahl, char** worte) {
     testing::InitGoogleTest(&anzahl, worte);
     const QCoreApplication programm(anzahl, worte);
     // As the program does: what is measured is the timer, not who else wants the processor.
-    LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS);
+    LinuxProzess prozess;
+    prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
     return RUN_ALL_TESTS();
 }

@@ -80,6 +80,15 @@ TEST_F(FrmHaupt, BittetEinmalUmEchtzeitprioritaet) {
     EXPECT_EQ(prozess_.klassen, std::vector<std::uint32_t>{256});
 }
 
+TEST_F(FrmHaupt, BittetNochmalsUmSieWennEinLaufBegonnenHat) {
+    schema("S");
+    starten();
+    knopf(5).click();
+    EXPECT_EQ(prozess_.klassen, (std::vector<std::uint32_t>{256, 256}));
+    knopf(5).click();
+    EXPECT_EQ(prozess_.klassen.size(), 2U) << "the end of a run asks for nothing";
+}
+
 TEST_F(FrmHaupt, ZeigtDieGegebenenTexte) {
     schema("S");
     starten();
