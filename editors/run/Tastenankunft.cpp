@@ -9,11 +9,12 @@
 
 namespace {
 
-// What the package lays and does. Loaded first, as a rule works on a device that is there; "change" lets it
-// work on one that was there before it, and who sits at the machine has the right at once.
+// What the package lays and does; an empty line between, as both wrap in the box. Loaded first, as a rule
+// works on a device that is there; "change" lets it work on one that was there before it, and who sits at the
+// machine has the right at once.
 constexpr const char* ABHILFE =
     "echo 'KERNEL==\"uinput\", SUBSYSTEM==\"misc\", OPTIONS+=\"static_node=uinput\", TAG+=\"uaccess\"' | "
-    "sudo tee /etc/udev/rules.d/70-gamepad-konfic.rules\n"
+    "sudo tee /etc/udev/rules.d/70-gamepad-konfic.rules\n\n"
     "sudo modprobe uinput; sudo udevadm control --reload; "
     "sudo udevadm trigger --action=change --sysname-match=uinput";
 

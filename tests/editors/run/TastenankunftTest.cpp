@@ -27,7 +27,7 @@ const Gesehen NUR_X{
     "Mit diesen zwei Zeilen in einem Terminal kommen sie überall an, ohne neue Anmeldung:\n\n"
     "echo 'KERNEL==\"uinput\", SUBSYSTEM==\"misc\", OPTIONS+=\"static_node=uinput\", TAG+=\"uaccess\"' | "
     "sudo "
-    "tee /etc/udev/rules.d/70-gamepad-konfic.rules\n"
+    "tee /etc/udev/rules.d/70-gamepad-konfic.rules\n\n"
     "sudo modprobe uinput; sudo udevadm control --reload; sudo udevadm trigger --action=change "
     "--sysname-match=uinput\n\n"
     "Drücken Sie danach „Schema starten“.",
