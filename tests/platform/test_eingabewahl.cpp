@@ -230,6 +230,9 @@ TEST_F(WahleingabeFaelle, OhneEinenWirdJederNocheinmalGefragt) {
     letzte.da = true;
     EXPECT_EQ(eingabe.pruefen().reichweite, Reichweite::Alle);
     EXPECT_EQ(eingabe.MapVirtualKeyA(65, 0), ProbeEingabe().MapVirtualKeyA(65, 0));
+    const int gefragt = beste.gefragt;
+    eingabe.pruefen();
+    EXPECT_EQ(beste.gefragt, gefragt) << "one who reaches everyone stays";
 }
 
 TEST(EingabeReichweite, XTestErreichtUnterWaylandNurX11UndSonstAlle) {
