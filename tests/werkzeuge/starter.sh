@@ -8,11 +8,11 @@ ordner=$(mktemp -d)
 trap 'chmod -R u+w "$ordner"; rm -rf "$ordner"' EXIT
 fehlschlag() { echo "FAILED: $*"; exit 1; }
 
-# --- any prefix, also with a blank ---
-praefix="$ordner/ein Präfix"
+# --- any prefix, also with a blank and an apostrophe ---
+praefix="$ordner/Müller's Präfix"
 cmake --install "$bau" --prefix "$praefix" >/dev/null
 for datei in bin/gamepad-konfic libexec/gamepad-konfic/gamepad-konfic share/gamepad-konfic/Belegung.twk \
-    share/gamepad-konfic/Bilder/Joy2.bmp share/gamepad-konfic/Beschreibung/Startfenster.htm \
+    share/gamepad-konfic/tasten_nachtrag.sql share/gamepad-konfic/Bilder/Joy2.bmp share/gamepad-konfic/Beschreibung/Startfenster.htm \
     share/gamepad-konfic/Beschreibung/Wayland.htm share/gamepad-konfic/Beschreibung/Tastwerk.png lib/udev/rules.d/70-gamepad-konfic.rules \
     share/man/man1/gamepad-konfic.1 share/man/de/man1/gamepad-konfic.1 share/applications/gamepad-konfic.desktop \
     share/metainfo/gamepad-konfic.metainfo.xml share/icons/hicolor/scalable/apps/gamepad-konfic.svg \
@@ -26,6 +26,11 @@ grep -q "<title>$version – Hilfe</title>" "$praefix/share/gamepad-konfic/Besch
     fehlschlag "the help is of another version"
 grep -q "release version=\"${version#* }\"" "$praefix/share/metainfo/gamepad-konfic.metainfo.xml" ||
     fehlschlag "the metainfo is of another version"
+for seite in man1 de/man1; do
+    grep -q "\"$version\"" "$praefix/share/man/$seite/gamepad-konfic.1" || fehlschlag "the manual in $seite is of another version"
+done
+[ -z "$(grep -rlE '@[A-Z_]+@' "$praefix/bin" "$praefix/share" --include='*.xml' --include='*.1' --include='*.htm' \
+    --include=gamepad-konfic)" ] || fehlschlag "a placeholder is left"
 wurzel=$(cd "$(dirname "$0")/../.." && pwd)
 grep -q "^## ${version#* }" "$wurzel/CHANGELOG.md" || fehlschlag "CHANGELOG.md does not know the version"
 grep -q "^gamepad-konfic (${version#* })" "$wurzel/debian/changelog" || fehlschlag "the package is of another version"
@@ -68,16 +73,151 @@ erwarten "$(cat "$ziel/Belegung.twk")" meins "the database was overwritten"
 ! grep -q "eine alte Hilfe" "$ziel/Beschreibung/Startfenster.htm" || fehlschlag "the help is an old one"
 erwarten "$(cat "$ziel/Beschreibung.alt/Startfenster.htm")" "eine alte Hilfe" "the old help is gone"
 
+# A copy of the help that comes back, as by an older program: the one that was put aside stays.
+rm "$ziel/Beschreibung"
+mkdir "$ziel/Beschreibung"
+starten XDG_DATA_HOME="$daten" >/dev/null
+[ -L "$ziel/Beschreibung" ] || fehlschlag "the help does not come with the program a second time"
+[ "$(cat "$ziel"/Beschreibung.alt*/Startfenster.htm)" = "eine alte Hilfe" ] || fehlschlag "the help put aside first is gone"
+
+# A link of the user's own; one to the help of another installation.
+mkdir -p "$ordner/eigene Hilfe" "$ordner/früher/gamepad-konfic/Beschreibung"
+ln -sfn "$ordner/eigene Hilfe" "$ziel/Beschreibung"
+starten XDG_DATA_HOME="$daten" >/dev/null
+erwarten "$(readlink "$ziel/Beschreibung")" "$ordner/eigene Hilfe" "the user's own link is gone"
+ln -sfn "$ordner/früher/gamepad-konfic/Beschreibung" "$ziel/Beschreibung"
+starten XDG_DATA_HOME="$daten" >/dev/null
+[ -s "$ziel/Beschreibung/Startfenster.htm" ] || fehlschlag "the help is that of another installation"
+
 # A link to a help that has gone, as after a move of the prefix.
 ln -sfn /nirgendwo "$ziel/Beschreibung"
 starten XDG_DATA_HOME="$daten" >/dev/null
 [ -s "$ziel/Beschreibung/Startfenster.htm" ] || fehlschlag "the help leads nowhere"
 
+# The folder behind a link; a path that is not absolute counts as none.
+mkdir "$ordner/Platte"
+ln -s "$ordner/Platte" "$ordner/Verweis"
+erwarten "$(starten XDG_DATA_HOME="$ordner/Verweis")" \
+    "in $ordner/Verweis/gamepad-konfic; own $ordner/Verweis/gamepad-konfic; well" "a link as XDG_DATA_HOME"
+[ -s "$ordner/Platte/gamepad-konfic/Belegung.twk" ] || fehlschlag "there is no database behind the link"
+erwarten "$(starten XDG_DATA_HOME=daten HOME="$ordner/heim")" \
+    "in $ordner/heim/.local/share/gamepad-konfic; own $ordner/heim/.local/share/gamepad-konfic; well" "a relative XDG_DATA_HOME"
+
+# A home that is read-only: what is there is enough to start, and a picture that is missing is no obstacle.
+[ "$(id -u)" -ne 0 ] || chmod 755 "$ordner"
+als_benutzer() { # COMMAND...
+    if [ "$(id -u)" -eq 0 ]; then
+        setpriv --reuid=65534 --regid=65534 --clear-groups "$@"
+    else
+        "$@"
+    fi
+}
+fest="$ordner/fest/gamepad-konfic"
+mkdir -p "$fest/Bilder"
+cp "$praefix/share/gamepad-konfic/Belegung.twk" "$fest"
+sqlite3 "$fest/Belegung.twk" "DELETE FROM tblKeyCode WHERE Keyc = '250'"
+chmod -R a-w,a+rX "$ordner/fest"
+(! als_benutzer touch "$fest/da" 2>/dev/null) || fehlschlag "the read-only folder can be written"
+erwarten "$(cd "$ordner/anderswo" && XDG_DATA_HOME="$ordner/fest" als_benutzer "$befehl" 2>&1)" "in $fest; own $fest; well" "a read-only home"
+
+# --- key names that are new ---
+# Nothing but the names changes, and a user's name stays, also where the code of another key wants it.
+alt="$ordner/alt/gamepad-konfic"
+datei="$alt/Belegung.twk"
+vorlage="$praefix/share/gamepad-konfic/Belegung.twk"
+frage() { sqlite3 -batch "$datei" "$1"; } # STATEMENT
+tasten() { frage "SELECT Keyc || '=' || Keye FROM tblKeyCode WHERE Keyc IN ('9', '250', '251') ORDER BY Keyc" | paste -sd' '; }
+lauf() { erwarten "$(starten XDG_DATA_HOME="$ordner/alt" 2>&1)" "in $alt; own $alt; well" "$1"; } # WHAT
+veraltet() { # [STATEMENT]: an old database, as the one of a user
+    rm -rf "$alt"
+    mkdir -p "$alt"
+    cp "$vorlage" "$datei"
+    frage "DELETE FROM tblKeyCode WHERE Keyc IN ('250', '251'); INSERT INTO tblTastatur (Schemaname) VALUES ('S');
+        UPDATE tblKeyCode SET Keye = 'Zoom' WHERE Keyc = '9'; ${1:-}"
+    cp "$datei" "$ordner/vorher"
+}
+unveraendert() { cmp "$datei" "$ordner/vorher" || fehlschlag "$1"; } # WHAT
+
+veraltet
+lauf "an old database"
+erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names of the keys"
+erwarten "$(frage 'SELECT Schemaname FROM tblTastatur')" S "a Schema is gone"
+cp "$datei" "$ordner/vorher"
+lauf "a database that has all names"
+unveraendert "a database that has all names was written"
+[ "$(ls -A "$alt" | paste -sd' ')" = "Belegung.twk Beschreibung Bilder" ] || fehlschlag "litter is left: $(ls -A "$alt")"
+
+# A stamp of this program, and none, are written; one of a version to come, or of another program, is not.
+sqlite3 "$vorlage" 'PRAGMA application_id = 0x47506B31; PRAGMA user_version = 1'
+veraltet 'PRAGMA application_id = 0; PRAGMA user_version = 0'
+lauf "a database without a stamp"
+erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names in a database without a stamp"
+veraltet
+lauf "a database with the stamp"
+erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names in a database with the stamp"
+for stempel in 'user_version = 2' 'application_id = 7'; do
+    veraltet "PRAGMA $stempel"
+    lauf "a database with $stempel"
+    unveraendert "a database with $stempel was written"
+done
+
+# Under a name of another case, in a folder with an apostrophe.
+mkdir "$ordner/heim's"
+veraltet
+mkdir -p "$ordner/heim's/.local/share/gamepad-konfic"
+mv "$datei" "$ordner/heim's/.local/share/gamepad-konfic/BELEGUNG.TWK"
+datei="$ordner/heim's/.local/share/gamepad-konfic/BELEGUNG.TWK"
+starten HOME="$ordner/heim's" >/dev/null
+erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names in a folder with an apostrophe"
+datei="$alt/Belegung.twk"
+
+# One that is held by somebody else is left alone, and the start does not wait for it.
+veraltet
+coproc HALTER { sqlite3 -batch "$datei"; }
+halter=$HALTER_PID
+echo "BEGIN EXCLUSIVE; SELECT 'gehalten';" >&"${HALTER[1]}"
+read -r wort <&"${HALTER[0]}"
+anfang=$(date +%s%N)
+lauf "a locked database"
+dauer=$((($(date +%s%N) - anfang) / 1000000))
+[ "$wort" = gehalten ] && [ "$(dd if="$datei" status=none | cmp - "$ordner/vorher" && echo gleich)" = gleich ] ||
+    fehlschlag "a locked database was written"
+echo '.quit' >&"${HALTER[1]}"
+wait "$halter"
+[ $dauer -lt 2000 ] || fehlschlag "a locked database holds the start up for $dauer ms"
+
+# No database at all: text, nothing, a folder, a link into the void.
+for art in 'echo meins' ': ' 'mkdir' 'ln -s /nirgendwo'; do
+    rm -rf "$alt"
+    mkdir -p "$alt/Bilder"
+    case $art in mkdir | ln*) $art "$datei" ;; *) $art >"$datei" ;; esac
+    vorher=$(stat -c '%F %s' "$datei")
+    lauf "no database ($art)"
+    erwarten "$(stat -c '%F %s' "$datei")" "$vorher" "no database ($art)"
+done
+
+# Without sqlite3 the program starts.
+veraltet
+mkdir "$ordner/befehle"
+for name in basename chmod cp dirname find ln mkdir mv readlink rm sed sh sync; do
+    ln -s "$(command -v $name)" "$ordner/befehle/$name"
+done
+erwarten "$(starten PATH="$ordner/befehle" XDG_DATA_HOME="$ordner/alt" 2>&1)" "in $alt; own $alt; well" "without sqlite3"
+unveraendert "a database was written without sqlite3"
+
 # --- a portable folder ---
 mkdir "$ordner/Stick"
 echo meins >"$ordner/Stick/Belegung.twk"
 erwarten "$(cd "$ordner/Stick" && "$befehl")" "in $ordner/Stick; own $ordner/Stick; well" "portable"
-[ "$(ls "$ordner/Stick")" = Belegung.twk ] || fehlschlag "something was laid into a portable folder"
+[ "$(ls -A "$ordner/Stick")" = Belegung.twk ] || fehlschlag "something was laid into a portable folder"
+veraltet
+cp "$datei" "$ordner/Stick"
+(cd "$ordner/Stick" && "$befehl" >/dev/null)
+datei="$ordner/Stick/Belegung.twk"
+erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names in a portable folder"
+# What only has the name of a database makes no portable folder.
+mkdir -p "$ordner/Falle/Belegung.twk"
+[[ $(cd "$ordner/Falle" && XDG_DATA_HOME="$daten" "$befehl") == "in $ziel;"* ]] || fehlschlag "a folder that is called Belegung.twk"
 
 # --- what goes wrong is told, and leaves nothing half ---
 [[ $(starten LANG=C) == *"Weder HOME noch XDG_DATA_HOME"* ]] || fehlschlag "without HOME"
@@ -87,6 +227,9 @@ echo >"$ordner/datei"
 voll=$(ulimit -f 0; starten XDG_DATA_HOME="$ordner/voll" 2>/dev/null)
 [[ $voll == *"kann nicht geschrieben werden"* ]] || fehlschlag "a full disk: $voll"
 [ -z "$(find "$ordner/voll" -type f)" ] || fehlschlag "a full disk left half a file"
+halb=$(ulimit -f 100; starten XDG_DATA_HOME="$ordner/halb" 2>/dev/null)
+[[ $halb == *"kann nicht geschrieben werden"* ]] || fehlschlag "a disk without room for the picture: $halb"
+[ -z "$(find "$ordner/halb" -type f)" ] || fehlschlag "a disk without room for the picture holds a database"
 mv "$praefix/share/gamepad-konfic/Belegung.twk" "$ordner/weg"
 [[ $(starten XDG_DATA_HOME="$ordner/neu") == *"share/gamepad-konfic/Belegung.twk“ fehlt"* ]] || fehlschlag "a missing template"
 erwarten "$(starten XDG_DATA_HOME="$daten")" "in $ziel; own $ziel; well" "a folder that lacks nothing"
