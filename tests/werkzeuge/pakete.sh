@@ -17,7 +17,8 @@ for modul in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'pkg_chec
     gelistet "$modul" "$(pkg-config --variable=pcfiledir "$modul")/$modul.pc"
 done
 for programm in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_program\(\S+ \K\S+' .) \
-    g++ cmake ninja pkg-config clang++ clang-format dbus-daemon xvfb-run Xvfb xauth setxkbmap xkbcomp xdg-open; do
+    g++ cmake ninja pkg-config clang++ clang-format dbus-daemon xvfb-run Xvfb xauth setxkbmap xkbcomp xdg-open \
+    desktop-file-validate appstreamcli dpkg-buildpackage dh lintian debootstrap; do
     gelistet "$programm" "$(command -v "$programm")"
 done
 # What find_package finds, by a file of it.
@@ -28,6 +29,9 @@ for name in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_pack
     datei=${dateien[$name]:?"which file shows that $name is there?"}
     gelistet "$name" "$(ls -d /usr/"$datei" "/usr/lib/$(g++ -print-multiarch)$datei" 2>/dev/null)"
 done
+# The package is built with what the program is built with; the compiler is there wherever packages are built.
+abweichung=$(diff <(pakete build | grep -vx g++ | sort) <(sed -n '/^Build-Depends:/,/^[^ ]/{ /^ /{ s/[ ,]//g; /^debhelper-compat/d; p } }' \
+    debian/control | sort)) || { echo "FAILED: [build] and debian/control differ: $abweichung"; fehlende=1; }
 gelistet "the library of the fuzzers" "$(find "$(clang++ -print-runtime-dir)" -name 'libclang_rt.fuzzer-*.a' -print -quit)"
 gelistet "the mocks of GTest" /usr/include/gmock/gmock.h
 exit $fehlende
