@@ -34,6 +34,7 @@ done
 wurzel=$(cd "$(dirname "$0")/../.." && pwd)
 grep -q "^## ${version#* }" "$wurzel/CHANGELOG.md" || fehlschlag "CHANGELOG.md does not know the version"
 grep -q "^gamepad-konfic (${version#* })" "$wurzel/debian/changelog" || fehlschlag "the package is of another version"
+grep -q "_${version#* }_" "$wurzel/README.md" || fehlschlag "README.md installs another version"
 [[ $("$befehl" --help) == Usage:* ]] || fehlschlag "--help does not help"
 code=0
 worte=$("$befehl" --nichts 2>&1) || code=$?
