@@ -4,10 +4,11 @@ set -euo pipefail
 wurzel=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$wurzel"
 
-# The packages of the named sections of tools/packages, of all sections where none is named.
+# The packages of the named sections of tools/packages; where none is named of all but [wayland], a machine in a machine
+# that only tests/wayland asks for.
 pakete() { # SECTION...
     awk -v gewaehlt=" $* " '{ sub(/#.*/, "") } /^\[/ { teil = $0; gsub(/[][ ]/, "", teil); next }
-        gewaehlt == "  " || index(gewaehlt, " " teil " ") { for (i = 1; i <= NF; i++) print $i }' tools/packages
+        (gewaehlt == "  " && teil != "wayland") || index(gewaehlt, " " teil " ") { for (i = 1; i <= NF; i++) print $i }' tools/packages
 }
 
 # Installs what is missing of the named sections; asks sudo only when there is something to install.
