@@ -44,6 +44,7 @@ void Programm::uebersichtZeigen() {
 
 void Programm::starten() {
     hauptform_.laden();
+    danebenStellen(hauptform_);
     hauptform_.show();
     tastenankunft_.pruefen();
 }

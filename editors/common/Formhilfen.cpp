@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/common/Formhilfen.h"
 
+#include "editors/common/Fenster.h"
+#include "editors/common/Rollbereich.h"
+
 #include <QComboBox>
 #include <QCompleter>
 #include <QLayout>
@@ -60,13 +63,16 @@ void breiteSetzen(QWidget& form, int gewuenscht) {
 }
 
 void hoeheSetzen(QWidget& form, int gewuenscht) {
-    if (form.layout())
-        form.layout()->activate();
-    int noetig = form.minimumSizeHint().height();
+    auto& inhalt = forminhalt(form);
+    if (inhalt.layout())
+        inhalt.layout()->activate();
+    int noetig = inhalt.minimumSizeHint().height();
     // A text that wraps needs more than it says by itself.
-    if (form.layout() && form.layout()->hasHeightForWidth())
-        noetig = std::max(noetig, form.layout()->totalMinimumHeightForWidth(form.width()));
-    form.setFixedHeight(std::max(gewuenscht, noetig));
+    if (inhalt.layout() && inhalt.layout()->hasHeightForWidth())
+        noetig = std::max(noetig, inhalt.layout()->totalMinimumHeightForWidth(inhalt.width()));
+    inhalt.setFixedHeight(std::max(gewuenscht, noetig));
+    if (form.isVisible())
+        hereinholen(form);
 }
 
 namespace {

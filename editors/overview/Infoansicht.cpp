@@ -7,28 +7,9 @@
 #include "store/schema/UebersichtAktion.h"
 #include "store/schema/modLesen.h"
 
-#include <QScreen>
-
 #include <algorithm>
 #include <utility>
 #include <vector>
-
-namespace {
-
-/// Where the screen has no room for it, the window manager finds it a place.
-void danebenStellen(QWidget& form, const QWidget& neben) {
-    if (!form.testAttribute(Qt::WA_Resized))
-        form.adjustSize(); // as it comes when it is shown
-    const auto frei = neben.screen()->availableGeometry();
-    const auto dort = neben.frameGeometry();
-    const int breite = form.width() + dort.width() - neben.width(); // with a frame like that one's
-    if (dort.right() + breite <= frei.right())
-        form.move(dort.right() + 1, dort.top());
-    else if (dort.left() - breite >= frei.left())
-        form.move(dort.left() - breite, dort.top());
-}
-
-} // namespace
 
 Infoansicht::Infoansicht(const GobalVariable& global, const std::string& gamepadXml, Joystick& joystick,
                          Laufsteuerung& laufsteuerung, Zeitgeber& zeitgeber, Tastatur& tastatur)
@@ -101,7 +82,7 @@ void Infoansicht::tastenZeigen(int ebene, const QWidget& neben) {
 }
 
 void Infoansicht::hinstellen(InfoEditor editor, Formbesitz<QWidget> form, const QWidget& neben) {
-    danebenStellen(*form, neben);
+    danebenStellen(*form, &neben);
     form->setEnabled(false);
     form->setAttribute(Qt::WA_ShowWithoutActivating);
     form->show();

@@ -53,8 +53,10 @@ bool Laufsteuerung::laden() {
             laufBeenden();
             emit hauptformZurueck(true);
         });
-    if (laeuft)
+    if (laeuft) {
+        danebenStellen(*ansicht);
         ansicht->show();
+    }
     return laeuft;
 }
 

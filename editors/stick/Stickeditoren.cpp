@@ -63,7 +63,7 @@ void Stickeditoren::hintergrundOeffnen(const frmJust& von) {
         connect(screenChecken_.get(), &ScreenChecken::geschlossen, this,
                 &Stickeditoren::hintergrundSchliessen);
     }
-    nachVorn(*screenChecken_);
+    nachVorn(*screenChecken_, &von);
 }
 
 // The editor that `OffenerEditor` names comes back. It names the one that was opened last and forgets it when

@@ -890,6 +890,8 @@ TEST_F(UebersichtForm, InfoZeigtDasBildDerEbene) {
 TEST_F(UebersichtForm, InfoStehtNebenDerForm) {
     zweiSchemata();
     oeffnen();
+    ereignisse(); // it has its place
+    haupt().hide();
     klicken(quelle(3));
     const auto frei = form().screen()->availableGeometry();
     for (const int links : {frei.left() + 20 - form().width(), frei.right() - 20}) { // room on one side only
