@@ -45,12 +45,10 @@ private:
 
 Justiertafeln::Justiertafeln(Stickebene& ebene, const Justiereigenart& art, Zeitgeber& zeitgeber)
     : QObject(&ebene)
-    , umschalten_(
-          benannt(new Schiebetafel(&ebene, "Umschalten", UMSCHALTEN_MASS, UMSCHALTEN_MITTE, zeitgeber),
-                  art.umschalten))
-    , schaltflaeche_(benannt(
-          new Schiebetafel(&ebene, "Schaltfläche", SCHALTFLAECHE_MASS, SCHALTFLAECHE_MITTE, zeitgeber),
-          art.schaltflaeche)) {
+    , ebene_(ebene)
+    , umschalten_(benannt(new Schiebetafel(&ebene, "Umschalten", UMSCHALTEN_MASS, zeitgeber), art.umschalten))
+    , schaltflaeche_(benannt(new Schiebetafel(&ebene, "Schaltfläche", SCHALTFLAECHE_MASS, zeitgeber),
+                             art.schaltflaeche)) {
     umschalten_->inhaltSetzen(umschaltinhalt());
     schaltflaeche_->inhaltSetzen(befehlsinhalt());
 }
@@ -58,7 +56,7 @@ Justiertafeln::Justiertafeln(Stickebene& ebene, const Justiereigenart& art, Zeit
 QWidget* Justiertafeln::umschaltinhalt() {
     auto* inhalt = new QWidget;
     auto* zeile = new QHBoxLayout(inhalt);
-    zeile->setContentsMargins(12, 4, 12, 4);
+    zeile->setContentsMargins(12, 1, 12, 1);
     for (int i = 0; i < EBENEN; ++i) {
         const auto platz = static_cast<std::size_t>(i);
         auto* option = benannt(new QRadioButton, feldname("Uschalt", i));
@@ -78,7 +76,7 @@ QWidget* Justiertafeln::umschaltinhalt() {
 QWidget* Justiertafeln::befehlsinhalt() {
     auto* inhalt = new QWidget;
     auto* zeile = new QHBoxLayout(inhalt);
-    zeile->setContentsMargins(12, 4, 12, 4);
+    zeile->setContentsMargins(12, 1, 12, 1);
     for (const int index : {HINTERGRUND, TEST, ENDE}) {
         auto* knopf = benannt(new QPushButton(KNOPFTEXTE[static_cast<std::size_t>(index)]),
                               feldname("Command1", index));
@@ -95,13 +93,18 @@ QWidget* Justiertafeln::befehlsinhalt() {
 }
 
 QSize Justiertafeln::noetigeEbene() const {
-    return {2 * std::max(umschalten_->noetigeBreite(), schaltflaeche_->noetigeBreite()),
+    return {umschalten_->noetigeBreite() + schaltflaeche_->noetigeBreite(),
             std::max(umschalten_->noetigeEbenenhoehe(), schaltflaeche_->noetigeEbenenhoehe())};
 }
 
+// On a narrow plane they move together, and to its left.
 void Justiertafeln::legen() {
-    umschalten_->legen();
-    schaltflaeche_->legen();
+    const double breite = ebene_.width();
+    const double rechte = schaltflaeche_->noetigeBreite();
+    const double linke = umschalten_->noetigeBreite();
+    const double rechts = std::min(SCHALTFLAECHE_MITTE * breite, breite - rechte / 2);
+    schaltflaeche_->legen(rechts);
+    umschalten_->legen(std::min(UMSCHALTEN_MITTE * breite, rechts - (rechte + linke) / 2));
 }
 
 void Justiertafeln::sperren(bool gesperrt) {

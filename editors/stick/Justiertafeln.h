@@ -29,7 +29,7 @@ public:
     /// Belongs to the plane, as its panels do.
     Justiertafeln(Stickebene& ebene, const Justiereigenart& art, Zeitgeber& zeitgeber);
 
-    /// Pixels of a plane on which the open panels have room for what lies on them, each a half of it.
+    /// Pixels of a plane on which the open panels have room for what lies on them.
     QSize noetigeEbene() const;
     /// Lays them on the plane as large as that is now.
     void legen();
@@ -54,6 +54,7 @@ private:
     QWidget* umschaltinhalt();
     QWidget* befehlsinhalt();
 
+    const Stickebene& ebene_;
     Schiebetafel* umschalten_;
     Schiebetafel* schaltflaeche_;
     std::array<QRadioButton*, EBENEN> ebenen_{};

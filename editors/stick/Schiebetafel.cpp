@@ -23,9 +23,9 @@ constexpr int TITELRAND = 12;
 
 } // namespace
 
-Schiebetafel::Schiebetafel(QWidget* ebene, const QString& titel, const Schiebemass& mass, double anteil,
+Schiebetafel::Schiebetafel(QWidget* ebene, const QString& titel, const Schiebemass& mass,
                            Zeitgeber& zeitgeber)
-    : QFrame(ebene), titel_(titel), mass_(mass), anteil_(anteil), hoehe_(mass.hoehe) {
+    : QFrame(ebene), titel_(titel), mass_(mass), hoehe_(mass.hoehe) {
     setMouseTracking(true);
     setAttribute(Qt::WA_NoMousePropagation);
     setAccessibleName(titel);
@@ -62,13 +62,19 @@ int Schiebetafel::streifenpixel() const {
     return std::max(STREIFEN_MINDESTENS, static_cast<int>(std::lround(streifen.height())));
 }
 
+void Schiebetafel::legen(double mitte) {
+    mitte_ = mitte;
+    legen();
+}
+
 void Schiebetafel::legen() {
     const auto* ebene = parentWidget();
     const auto hoch = ebenenpixel(QRectF(0, oben_, 0, hoehe_), ebene->size());
     const int streifen = streifenpixel();
     const int breite = noetigeBreite();
-    const int links = static_cast<int>(std::lround(anteil_ * ebene->width() - breite / 2.0));
-    const int oben = static_cast<int>(std::lround(hoch.top()));
+    const int links = static_cast<int>(std::lround(mitte_ - breite / 2.0));
+    // On a low plane the strip is thicker than what its place leaves below.
+    const int oben = std::min(static_cast<int>(std::lround(hoch.top())), ebene->height() - streifen);
     const int unten = std::max(oben + streifen, static_cast<int>(std::lround(hoch.bottom())));
     setGeometry(links, oben, breite, unten - oben);
     if (!inhalt_)

@@ -29,16 +29,14 @@ class Schiebetafel final : public QFrame {
 public:
     static constexpr int STREIFEN_OBEN = 63828; ///< top of the strip
 
-    /// `anteil`: middle of the panel across the plane, 0 to 1.
-    Schiebetafel(QWidget* ebene, const QString& titel, const Schiebemass& mass, double anteil,
-                 Zeitgeber& zeitgeber);
+    Schiebetafel(QWidget* ebene, const QString& titel, const Schiebemass& mass, Zeitgeber& zeitgeber);
 
     /// What lies on the panel, below its title; takes it over.
     void inhaltSetzen(QWidget* inhalt);
     /// Back to a strip of this height; a panel that is sliding goes on from there.
     void zurueckstellen(int hoehe);
-    /// Lays the panel on the plane as large as that is now.
-    void legen();
+    /// Lays the panel on the plane as large as that is now, its middle at pixel `mitte` across.
+    void legen(double mitte);
     /// Stops sliding for good.
     void anhalten();
 
@@ -55,6 +53,7 @@ protected:
     void changeEvent(QEvent* ereignis) override;
 
 private:
+    void legen();
     int streifenpixel() const;
     int offeneHoehe() const;
     void oeffnenTakt();
@@ -62,7 +61,7 @@ private:
 
     const QString titel_;
     const Schiebemass mass_;
-    const double anteil_;
+    double mitte_ = 0;
     int oben_ = STREIFEN_OBEN;
     int hoehe_;
     QWidget* inhalt_ = nullptr;

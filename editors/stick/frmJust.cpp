@@ -2,6 +2,8 @@
 #include "editors/stick/frmJust.h"
 
 #include "base/LaufzeitFehler.h"
+#include "editors/common/Fenster.h"
+#include "editors/common/Fensterplatz.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Ebenenbild.h"
@@ -15,7 +17,6 @@
 #include <QScreen>
 #include <QWindow>
 
-#include <algorithm>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -63,11 +64,19 @@ void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
         [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
         ebene_);
 
-    const auto noetig = tafeln_->noetigeEbene();
-    setMinimumSize(
-        KLEINSTE.expandedTo({std::min(noetig.width(), screen()->availableSize().width()), noetig.height()})
-            .expandedTo(aktionstafel_->sizeHint()));
-    resize(GROESSE.boundedTo(screen()->availableSize()).expandedTo(minimumSize()));
+    einpassen();
+    vorgabe_ = size();
+}
+
+// The plane shows pictures of the screen, and has its shape.
+void frmJust::einpassen() {
+    const auto platz = fensterplatz(*this);
+    const auto passend = schirmfoermig(GROESSE, screen()->size(), platz);
+    setMinimumSize(KLEINSTE.boundedTo(passend)
+                       .expandedTo(tafeln_->noetigeEbene())
+                       .expandedTo(aktionstafel_->sizeHint())
+                       .boundedTo(platz));
+    resize(passend.expandedTo(minimumSize()));
 }
 
 void frmJust::verbinden() {
@@ -166,6 +175,9 @@ void frmJust::showEvent(QShowEvent* ereignis) {
 bool frmJust::eventFilter(QObject* objekt, QEvent* ereignis) {
     if (objekt == windowHandle() && ereignis->type() == QEvent::Expose && windowHandle()->isExposed()) {
         // A window that only changes its size is exposed, too, many times while the hand draws at it.
+        if (const auto vorgabe = std::exchange(vorgabe_, QSize());
+            vorgabe.isValid() && gleichGross(vorgabe, size()))
+            einpassen();
         const bool gezogen = freieGroesse_.isValid() && freieGroesse_ != size();
         freieGroesse_ = size();
         if (!gezogen)

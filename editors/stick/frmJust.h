@@ -62,6 +62,7 @@ protected:
 private:
     void aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur);
     void verbinden();
+    void einpassen();
 
     template <class Arbeit> void gesichert(Arbeit&& arbeit);
     Sticklinien lesen();
@@ -113,6 +114,7 @@ private:
     Stickebene* ebene_ = nullptr;
     Justiertafeln* tafeln_ = nullptr;
     Aktionstafel* aktionstafel_ = nullptr;
+    QSize vorgabe_;      ///< what it comes with, until its own frame is known; then null
     QSize freieGroesse_; ///< of the window when it was last uncovered
     std::unique_ptr<Formularzeitgeber> liveabfrage_;
 };
