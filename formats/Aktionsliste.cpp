@@ -26,11 +26,30 @@ Aktionszeiger Aktionsliste::suchen(std::string_view schluessel) const {
         return std::string_view(text_).substr(eintrag.anfang, eintrag.laenge).starts_with(schluessel);
     };
     const auto eintrag = std::ranges::find_if(eintraege_, beginntSo);
-    if (eintrag == eintraege_.end())
-        return nullptr;
-    if (!eintrag->aktion)
-        eintrag->aktion = std::make_shared<const Stickaktion>(std::string(aktionAb(eintrag->anfang)));
-    return eintrag->aktion;
+    return eintrag == eintraege_.end() ? nullptr : aktionVon(*eintrag);
+}
+
+Aktionszeiger Aktionsliste::aktionVon(const Eintrag& eintrag) const {
+    if (!eintrag.aktion)
+        eintrag.aktion = std::make_shared<const Stickaktion>(std::string(aktionAb(eintrag.anfang)));
+    return eintrag.aktion;
+}
+
+std::vector<Aktionszeiger> Aktionsliste::alle() const {
+    std::vector<Aktionszeiger> aktionen;
+    aktionen.reserve(eintraege_.size());
+    for (const auto& eintrag : eintraege_)
+        aktionen.push_back(aktionVon(eintrag));
+    return aktionen;
+}
+
+Feldaktionen Aktionsliste::imFeld(const std::string& xHaelfte, bool imXBand, const std::string& yHaelfte,
+                                  bool imYBand) const {
+    if (auto eigene = suchen(xHaelfte + yHaelfte))
+        return {std::move(eigene), nullptr, nullptr};
+    if (!imXBand || !imYBand)
+        return {};
+    return {nullptr, suchen(xBandschluessel(xHaelfte)), suchen(yBandschluessel(yHaelfte))};
 }
 
 std::string Aktionsliste::anzeigesuche(std::string_view schluessel) const {

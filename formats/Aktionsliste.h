@@ -35,22 +35,39 @@ inline std::string yBandschluessel(const std::string& yHaelfte) {
     return "00" + yHaelfte;
 }
 
+/// What a run starts in a field: its own action or, where it has none, those of its two bands. Null for none.
+struct Feldaktionen {
+    Aktionszeiger eigene;
+    Aktionszeiger xBand;
+    Aktionszeiger yBand;
+};
+
 class Aktionsliste {
 public:
     Aktionsliste() = default;
     explicit Aktionsliste(std::string text);
 
     const std::string& text() const { return text_; }
+    /// The actions of all entries, in their order.
+    std::vector<Aktionszeiger> alle() const;
 
     /// The action of the first entry that begins with `schluessel`, that of the empty text for an entry
     /// without one; null where there is no such entry.
     Aktionszeiger suchen(std::string_view schluessel) const;
+
+    /// The actions that count in the field of these halves of a key. Its bands are asked only where it lies
+    /// in a band of both axes, off both centre bands, as `imXBand` and `imYBand` say.
+    Feldaktionen imFeld(const std::string& xHaelfte, bool imXBand, const std::string& yHaelfte,
+                        bool imYBand) const;
 
     /// The action text behind the first place at which `schluessel` stands, wherever that is; "" for none.
     std::string anzeigesuche(std::string_view schluessel) const;
 
 private:
     std::string_view aktionAb(std::size_t stelle) const;
+
+    struct Eintrag;
+    Aktionszeiger aktionVon(const Eintrag& eintrag) const;
 
     struct Eintrag {
         std::size_t anfang; ///< of its key

@@ -93,6 +93,10 @@ struct AbsolutePosition {
 using Inhalt = std::variant<Mausbewegung, Maustaste, Tastatur, Leerfeld, Sperrfeld, AbsolutePosition>;
 static_assert(std::variant_size_v<Inhalt> == STICKAKTIONSARTEN);
 
+/// One procedure a type, for `std::visit`; the compiler misses one that is forgotten.
+template <class... Prozeduren> struct JeArt : Prozeduren... { using Prozeduren::operator()...; };
+template <class... Prozeduren> JeArt(Prozeduren...) -> JeArt<Prozeduren...>;
+
 /// Place of a field in the text; the type is field 0.
 template <class Aktion> constexpr std::size_t stelle(Feld Aktion::*feld) {
     std::size_t i = 0;

@@ -17,10 +17,6 @@ constexpr int NACH_LINKS = 0;
 constexpr int NACH_RECHTS = 1;
 constexpr int NACH_OBEN = 2;
 
-// One procedure a type of action; the compiler misses one that is forgotten.
-template <class... Prozeduren> struct JeArt : Prozeduren... { using Prozeduren::operator()...; };
-template <class... Prozeduren> JeArt(Prozeduren...) -> JeArt<Prozeduren...>;
-
 template <class Art> bool ist(const Aktionszeiger& aktion) {
     return aktion && aktion->ist<Art>();
 }

@@ -142,14 +142,15 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
 // --- the action ---
 
 void StickMaschine::aktionWechseln(const Laufdienste& dienste, const Feldort& feld) {
-    const auto eigene = StickAktionen_.suchen(feld.schluessel());
+    const bool imXBand = !feld.xLinie.empty();
+    const bool imYBand = !feld.yLinie.empty();
+    const auto aktionen = StickAktionen_.imFeld(feld.xHaelfte, imXBand, feld.yHaelfte, imYBand);
+    const auto& eigene = aktionen.eigene;
     using Felder = std::array<Feldname, AKTIONSSEITEN>;
     const auto felder = eigene ? Felder{feld.name, feld.name} : Felder{feld.name.xBand(), feld.name.yBand()};
     const Aktionslauf lauf(stand_, grenzen, art_, dienste, felder);
     lauf.AktionBeenden(eigene);
 
-    const bool imXBand = !feld.xLinie.empty();
-    const bool imYBand = !feld.yLinie.empty();
     stand_.DiagonalFlag = false;
     if (eigene) {
         // The action of a field of its own starts on the x side, also when it is a movement in y.
@@ -157,14 +158,13 @@ void StickMaschine::aktionWechseln(const Laufdienste& dienste, const Feldort& fe
             lauf.YAktionStarten(eigene);
         else
             lauf.XAktionStarten(eigene);
-    } else if (imXBand && imYBand) {
-        bandaktionenStarten(lauf, feld);
+    } else {
+        bandaktionenStarten(lauf, aktionen.xBand, aktionen.yBand);
     }
 }
 
-void StickMaschine::bandaktionenStarten(const Aktionslauf& lauf, const Feldort& feld) {
-    const auto xAktion = StickAktionen_.suchen(feld.xSchluessel());
-    const auto yAktion = StickAktionen_.suchen(feld.ySchluessel());
+void StickMaschine::bandaktionenStarten(const Aktionslauf& lauf, const Aktionszeiger& xAktion,
+                                        const Aktionszeiger& yAktion) {
     stand_.DiagonalFlag = xAktion != nullptr;
     if (!yAktion) {
         if (xAktion)

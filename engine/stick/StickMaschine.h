@@ -63,7 +63,8 @@ private:
     void xBandSuchen(std::int32_t x, Feldort& feld);
     void yBandSuchen(std::int32_t y, Feldort& feld);
     void aktionWechseln(const Laufdienste& dienste, const Feldort& feld);
-    void bandaktionenStarten(const Aktionslauf& lauf, const Feldort& feld);
+    void bandaktionenStarten(const Aktionslauf& lauf, const Aktionszeiger& xAktion,
+                             const Aktionszeiger& yAktion);
     void aktionZeigen(LaufAnzeige& anzeige, const Feldort& feld) const;
 
     const Stickeigenart& art_;

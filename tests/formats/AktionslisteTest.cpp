@@ -69,3 +69,40 @@ TEST(AktionslisteTest, AngezeigtWirdWasIrgendwoSteht) {
     EXPECT_EQ(gezeigt("", ""), "");
     EXPECT_EQ(gezeigt(";10000+5,2,20000;", "20000"), "");
 }
+
+namespace {
+
+/// What counts in a field: its own action, that of its x band, that of its y band; "-" for none.
+std::string imFeld(const std::string& liste, const std::string& x, bool imXBand, const std::string& y,
+                   bool imYBand) {
+    const auto aktionen = Aktionsliste(liste).imFeld(x, imXBand, y, imYBand);
+    std::string text;
+    for (const auto& eine : {aktionen.eigene, aktionen.xBand, aktionen.yBand})
+        text += (eine ? eine->text() : "-") + " ";
+    return text;
+}
+
+} // namespace
+
+TEST(AktionslisteTest, ImFeldGiltDieEigeneAktionVorDenenDerBaender) {
+    const std::string baender = ";20000000+1,0;0090000+1,1;";
+    EXPECT_EQ(imFeld(baender, "200000", true, "90000", true), "- 1,0 1,1 ");
+    EXPECT_EQ(imFeld(baender + "20000090000+3;", "200000", true, "90000", true), "3 - - ");
+    EXPECT_EQ(imFeld(baender, "04500", true, "90000", true), "- - 1,1 ");
+    EXPECT_EQ(imFeld(baender, "200000", true, "045000", true), "- 1,0 - ");
+    EXPECT_EQ(imFeld("", "200000", true, "90000", true), "- - - ");
+}
+
+TEST(AktionslisteTest, ImMittelbandGibtEsKeineAktionEinesBandes) {
+    EXPECT_EQ(imFeld(";20000000+1,0;0000+4;", "200000", true, "00", false), "1,0 - - ");
+    EXPECT_EQ(imFeld(";0000+4;0090000+1,1;", "00", false, "00", false), "4 - - ");
+    EXPECT_EQ(imFeld(";20000000+1,0;0045000+1,1;", "00", false, "90000", true), "- - - ");
+    EXPECT_EQ(imFeld(";0090000+1,1;", "07", true, "00", false), "- - - ");
+}
+
+TEST(AktionslisteTest, AlleSindDieEintraegeInIhrerFolge) {
+    std::vector<std::string> texte;
+    for (const auto& eine : Aktionsliste(";9000000+0,1;0000+;0090000+4;").alle())
+        texte.push_back(eine->text());
+    EXPECT_EQ(texte, (std::vector<std::string>{"0,1", "", "4"}));
+}
