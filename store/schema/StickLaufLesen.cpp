@@ -16,25 +16,13 @@ public:
 
     Sticklaufbild lesen() {
         datenbank_.inEinemLesezug([&] {
-            bild_.aktionen = aktionen();
+            bild_.aktionen = StickAktionenLesen(datenbank_, schemaName_, seite_, Umschalt_);
             linien();
         });
         return std::move(bild_);
     }
 
 private:
-    std::string aktionen() {
-        auto satz = aktionszeilenNachLinks(datenbank_, seite_, schemaName_, Umschalt_);
-        std::string liste;
-        for (; !satz.get_EOF(); satz.MoveNext()) {
-            std::string schluessel;
-            for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
-                schluessel += alsText(satz.get_Value(richtungsspalte(richtung)));
-            eintragAnhaengen(liste, schluessel, alsText(satz.get_Value("Aktion")));
-        }
-        return liste;
-    }
-
     void linien() {
         for (int i = ERSTE_LINIENZEILE; i <= SPERRZEILE; ++i) {
             const auto satz = linienzeile(datenbank_, seite_, schemaName_, i);
@@ -81,4 +69,17 @@ private:
 Sticklaufbild StickLaufLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,
                              int Umschalt) {
     return Leser(datenbank, schemaName, seite, Umschalt).lesen();
+}
+
+std::string StickAktionenLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,
+                               int Umschalt) {
+    auto satz = aktionszeilenNachLinks(datenbank, seite, schemaName, Umschalt);
+    std::string liste;
+    for (; !satz.get_EOF(); satz.MoveNext()) {
+        std::string schluessel;
+        for (int richtung = 0; richtung < RICHTUNGEN; ++richtung)
+            schluessel += alsText(satz.get_Value(richtungsspalte(richtung)));
+        eintragAnhaengen(liste, schluessel, alsText(satz.get_Value("Aktion")));
+    }
+    return liste;
 }

@@ -23,3 +23,7 @@ struct Sticklaufbild {
 /// bits.
 Sticklaufbild StickLaufLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,
                              int Umschalt);
+
+/// Reads the actions of a layer alone, in the order in which a run searches them.
+std::string StickAktionenLesen(Database& datenbank, const std::string& schemaName, Stickseite seite,
+                               int Umschalt);

@@ -16,7 +16,15 @@ std::optional<Recordset> zeileZuCode(Database& datenbank, const std::string& cod
     }
 }
 
-std::string nameZuCode(Database& datenbank, const std::string& code) {
+std::string codeZuName(Database& datenbank, const std::string& name) {
+    const Recordset satz =
+        datenbank.OpenRecordset(anweisung("SELECT * FROM tblKeyCode WHERE (tblKeyCode.Keye)= '", name));
+    return alsText(satz.get_Value("Keyc"));
+}
+
+} // namespace
+
+std::string TastennameLesen(Database& datenbank, const std::string& code) {
     const auto satz = zeileZuCode(datenbank, code);
     if (!satz)
         return code;
@@ -27,15 +35,7 @@ std::string nameZuCode(Database& datenbank, const std::string& code) {
     }
 }
 
-std::string codeZuName(Database& datenbank, const std::string& name) {
-    const Recordset satz =
-        datenbank.OpenRecordset(anweisung("SELECT * FROM tblKeyCode WHERE (tblKeyCode.Keye)= '", name));
-    return alsText(satz.get_Value("Keyc"));
-}
-
-} // namespace
-
 std::string KeyCodeSuchen(const std::string& datenbankPfad, int richtung, const std::string& wert) {
     Database datenbank = OpenDatabase(datenbankPfad);
-    return richtung == 0 ? nameZuCode(datenbank, wert) : codeZuName(datenbank, wert);
+    return richtung == 0 ? TastennameLesen(datenbank, wert) : codeZuName(datenbank, wert);
 }

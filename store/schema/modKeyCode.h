@@ -4,6 +4,12 @@
 
 #include <string>
 
+class Database;
+
+/// The name of a code in decimal: "" for one without a name or whose name can't be read, the code itself when
+/// the statement fails.
+std::string TastennameLesen(Database& datenbank, const std::string& code);
+
 /// Looks a key up. With `richtung` 0, `wert` is a code in decimal and its name comes back: "" for a code
 /// without a name or whose name can't be read, `wert` itself when the statement fails (an apostrophe in
 /// `wert`). Otherwise `wert` is a
