@@ -74,7 +74,11 @@ void Linienzug::gedrueckt(Maustaste taste, double x, double y) {
         return;
     }
     Greifindex_ = {};
-    const Fang fang = taste == Maustaste::Links ? fangen(x, y) : Fang{};
+    nachFang(taste == Maustaste::Links ? fangen(x, y) : Fang{}, taste, x, y);
+}
+
+/// What a press does when lines have been seen to.
+void Linienzug::nachFang(const Fang& fang, Maustaste taste, double x, double y) {
     if (flaeche_.fraAktionGezeigt())
         tafelSchliessen(fang);
     if (fang.getroffen)
@@ -225,6 +229,63 @@ bool Linienzug::haelt() const {
             if (flaeche_.linieGezeigt(d, index) && flaeche_.linieRot(d, index))
                 return true;
     return false;
+}
+
+// --- what a press would do ---
+
+// Panel and choice come before the lines, which can't be picked up then.
+Klickfolge Linienzug::folge(double x, double y) const {
+    if (RandX_ || RandY_)
+        return Klickfolge::Nichts;
+    if (flaeche_.fraAktionGezeigt())
+        return Klickfolge::Tafel;
+    if (flaeche_.RechteckBGezeigt())
+        return Klickfolge::Abwahl;
+    bool nimmt = false;
+    for (int slot = 1; slot <= LETZTE_LINIENZEILE; ++slot)
+        for (std::size_t d = 0; d < RICHTUNGEN; ++d) {
+            const double ort = artVon(d).inX ? x : y;
+            if (ort <= FANGWEITE || !trifft(ort, J(slot, d)))
+                continue;
+            if (flaeche_.linieRot(d, slot - 1))
+                return Klickfolge::Absetzen;
+            nimmt = true;
+        }
+    if (nimmt)
+        return Klickfolge::Aufnahme;
+    return griffe_.empty() ? Klickfolge::Wahl : Klickfolge::Zuruecklegen;
+}
+
+// --- by the keyboard ---
+
+void Linienzug::feldWaehlen(double x, double y) {
+    if (haelt())
+        loslassen();
+    tafelnNachFang({});
+    nachFang({}, Maustaste::Links, x, y);
+}
+
+bool Linienzug::schieben(std::size_t richtung, int slot, std::int32_t schritt) {
+    if (flaeche_.fraAktionGezeigt() || flaeche_.RechteckBGezeigt())
+        return false;
+    if (haelt())
+        loslassen();
+    const auto& art = artVon(richtung);
+    const int s = art.auswaerts;
+    const std::int64_t innen = slot == 1 ? J(1, art.gegenueber) : J(slot - 1, richtung);
+    const std::int64_t aussen = J(slot + 1, richtung);
+    // Outward counts up, on both sides of the centre.
+    const std::int64_t nah = s * innen + ABSTAND_GESETZT;
+    const std::int64_t fern = aussen == 0 ? s * art.grenzwert : s * aussen - ABSTAND_GESETZT;
+    const std::int64_t alt = s * std::int64_t{J(slot, richtung)};
+    const std::int64_t neu = alt + s * std::int64_t{schritt};
+    // A line that lies beyond a limit, as another program may have left it, is not moved by it.
+    const std::int64_t begrenzt =
+        neu > alt ? std::min(neu, std::max(alt, fern)) : std::max(neu, std::min(alt, nah));
+    if (begrenzt == alt)
+        return false;
+    aendern(richtung, slot, linienwert(s * begrenzt));
+    return true;
 }
 
 // --- a picked-up line follows the mouse ---

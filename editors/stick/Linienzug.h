@@ -20,9 +20,21 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 enum class Maustaste { Links, Rechts, Andere };
+
+/// What a left press would do.
+enum class Klickfolge {
+    Nichts,      ///< a line stands at its limit
+    Tafel,       ///< saves the action and closes its panel
+    Abwahl,      ///< no field is chosen any longer
+    Wahl,        ///< chooses the field
+    Aufnahme,    ///< picks a line up
+    Absetzen,    ///< puts the line down and saves it
+    Zuruecklegen ///< misses the line in the hand, which goes back
+};
 
 /// What the mouse works on, beside the state of Linienzug: shared with the form.
 struct Justierstand {
@@ -95,6 +107,16 @@ public:
     /// A mouse button went down on an arrow of `richtung`. Throws LaufzeitFehler of the store; the line is
     /// what it was before then.
     void pfeilGedrueckt(Maustaste taste, std::size_t richtung);
+    /// Chooses the field at (x, y), or chooses none where one was chosen, as a left press there does that
+    /// meets no line. Throws as gedrueckt.
+    void feldWaehlen(double x, double y);
+    /// Moves a line by a step and saves it, as putting it down does; a step that would pass a limit ends
+    /// there. While a field is chosen nothing happens. False when the line lies where it was. Throws as
+    /// pfeilGedrueckt.
+    bool schieben(std::size_t richtung, int slot, std::int32_t schritt);
+
+    /// What a left press at (x, y) would do. On arrows and panels it does something else.
+    Klickfolge folge(double x, double y) const;
     /// Lays what is in hand back to where it was picked up. Comes before a change of layer and before what
     /// saves the lines. Nothing is saved.
     void loslassen();
@@ -131,6 +153,9 @@ private:
     std::int32_t& J(int slot, std::size_t richtung) {
         return stand_.ebene()[static_cast<std::size_t>(slot)][richtung];
     }
+    std::int32_t J(int slot, std::size_t richtung) const {
+        return std::as_const(stand_).ebene()[static_cast<std::size_t>(slot)][richtung];
+    }
 
     Fang fangen(double x, double y);
     void linieFangen(std::size_t richtung, int slot, double ort, Fang& fang);
@@ -140,6 +165,7 @@ private:
     void aufnehmen(std::size_t richtung, int slot);
     void absetzen(std::size_t richtung, int slot);
     Griff griffLoesen(std::size_t richtung, int slot);
+    void nachFang(const Fang& fang, Maustaste taste, double x, double y);
     void tafelnNachFang(const Fang& fang);
     void ziehen(std::size_t greifplatz, double ort);
     void hinzufuegen(std::size_t richtung, int slot);

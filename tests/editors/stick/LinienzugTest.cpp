@@ -871,6 +871,117 @@ TEST_F(LinienzugTest, ScheitertEinPfeilBleibtAllesWieEsWar) {
     EXPECT_EQ(J(2, LINKS), 10000);
 }
 
+// --- what a press would do ---
+
+TEST_F(LinienzugTest, DieFolgeSagtWasEinKlickTut) {
+    EXPECT_EQ(zug.folge(FREI, FREI), Klickfolge::Wahl);
+    EXPECT_EQ(zug.folge(20100, FREI), Klickfolge::Aufnahme);
+    EXPECT_EQ(zug.folge(FREI, 45801), Klickfolge::Aufnahme);
+    EXPECT_EQ(zug.folge(19800, FREI), Klickfolge::Wahl) << "too far";
+    links(20000, FREI);
+    EXPECT_EQ(zug.folge(20199, FREI), Klickfolge::Absetzen);
+    EXPECT_EQ(zug.folge(FREI, FREI), Klickfolge::Zuruecklegen);
+    EXPECT_EQ(zug.folge(FREI, 21000), Klickfolge::Aufnahme) << "of another line";
+    zug.bewegt(44800, FREI);
+    EXPECT_EQ(zug.folge(44499, FREI), Klickfolge::Nichts) << "at its limit";
+    zug.loslassen();
+    links(FREI, FREI);
+    EXPECT_EQ(zug.folge(20000, FREI), Klickfolge::Abwahl) << "lines rest while a field is chosen";
+    zug.gedrueckt(Maustaste::Rechts, FREI, FREI);
+    EXPECT_EQ(zug.folge(20000, FREI), Klickfolge::Tafel);
+}
+
+TEST_F(LinienzugTest, AmRandTrifftAuchDieFolgeKeineLinie) {
+    linien(LINKS, {20000, 150});
+    EXPECT_EQ(zug.folge(200, FREI), Klickfolge::Wahl);
+    EXPECT_EQ(zug.folge(201, FREI), Klickfolge::Aufnahme);
+}
+
+// --- by the keyboard ---
+
+TEST_F(LinienzugTest, EinFeldWirdAuchAnEinerLinieGewaehlt) {
+    zug.feldWaehlen(20000, 21000);
+    EXPECT_EQ(flaeche.abholen(), (Taten{"Bereich 20000,21000"}));
+    EXPECT_TRUE(flaeche.feldGewaehlt);
+    EXPECT_TRUE(flaeche.tafelnGesperrt) << "as after a click";
+    EXPECT_FALSE(zug.haelt());
+
+    flaeche.tafelOffen = true;
+    zug.feldWaehlen(20000, 21000);
+    EXPECT_EQ(flaeche.abholen(), (Taten{"Tafel zu", "Aktion speichern", "Zeichnen", "Bereich 20000,21000"}));
+    EXPECT_FALSE(flaeche.feldGewaehlt);
+    EXPECT_FALSE(flaeche.tafelnGesperrt);
+}
+
+TEST_F(LinienzugTest, WerEinFeldWaehltLegtZuerstZurueckWasErHaelt) {
+    links(20000, FREI);
+    zug.bewegt(44800, FREI);
+    ASSERT_TRUE(zug.RandX());
+    zug.feldWaehlen(FREI, FREI);
+    EXPECT_EQ(bild(LINKS, 1), Bild(20000, false));
+    EXPECT_FALSE(zug.haelt());
+    EXPECT_TRUE(flaeche.feldGewaehlt);
+}
+
+TEST_F(LinienzugTest, EinSchrittVerschiebtUndSpeichertInEinem) {
+    EXPECT_TRUE(zug.schieben(LINKS, 1, -250));
+    EXPECT_EQ(bild(LINKS, 1), Bild(19750, false));
+    EXPECT_EQ(flaeche.abholen(),
+              (Taten{"Linien speichern", "verschieben Links 20000 nach 19750", "Zeichnen"}));
+    EXPECT_EQ(flaeche.gespeichert, stand.linien);
+}
+
+TEST_F(LinienzugTest, EinSchrittEndetVorDerNaechstenLinie) {
+    linien(LINKS, {20000, 19000});
+    linien(RECHTS, {45000, 46000});
+    EXPECT_TRUE(zug.schieben(LINKS, 2, 600));
+    EXPECT_EQ(J(2, LINKS), 20000 - 501);
+    EXPECT_FALSE(zug.schieben(LINKS, 2, 250)) << "it lies at its limit";
+    EXPECT_TRUE(zug.schieben(RECHTS, 1, 600));
+    EXPECT_EQ(J(1, RECHTS), 46000 - 501);
+    linien(RECHTS, {20600});
+    linien(LINKS, {20000});
+    EXPECT_TRUE(zug.schieben(RECHTS, 1, -250)) << "the first line keeps clear of the opposite one";
+    EXPECT_EQ(J(1, RECHTS), 20501);
+}
+
+TEST_F(LinienzugTest, EinSchrittEndetAmRandDerEbene) {
+    linien(LINKS, {600});
+    linien(RECHTS, {64900});
+    linien(OBEN, {600});
+    linien(UNTEN, {64400});
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        EXPECT_TRUE(zug.schieben(d, 1, d == LINKS || d == OBEN ? -250 : 250));
+    EXPECT_EQ(J(1, LINKS), 501);
+    EXPECT_EQ(J(1, RECHTS), 64999);
+    EXPECT_EQ(J(1, OBEN), 501);
+    EXPECT_EQ(J(1, UNTEN), 64534);
+    EXPECT_EQ(J(0, RECHTS), 0);
+    flaeche.abholen();
+    EXPECT_FALSE(zug.schieben(UNTEN, 1, 250));
+    EXPECT_EQ(flaeche.abholen(), Taten{}) << "nothing to save";
+}
+
+TEST_F(LinienzugTest, EineLinieJenseitsDesRandesGehtNurHerein) {
+    linien(RECHTS, {65500});
+    EXPECT_FALSE(zug.schieben(RECHTS, 1, 250));
+    EXPECT_EQ(J(1, RECHTS), 65500);
+    EXPECT_TRUE(zug.schieben(RECHTS, 1, -250));
+    EXPECT_EQ(J(1, RECHTS), 65250);
+}
+
+TEST_F(LinienzugTest, MitGewaehltemFeldRuhenDieLinien) {
+    links(FREI, FREI);
+    EXPECT_FALSE(zug.schieben(LINKS, 1, 250));
+    EXPECT_EQ(J(1, LINKS), 20000);
+}
+
+TEST_F(LinienzugTest, EinSchrittDerNichtGespeichertWirdGehtZurueck) {
+    flaeche.speichernScheitert = 1;
+    EXPECT_EQ(fehlernummer([&] { zug.schieben(OBEN, 1, 250); }), 3218);
+    EXPECT_EQ(bild(OBEN, 1), Bild(21000, false));
+}
+
 // --- where the action panel goes ---
 
 TEST(Aktionstafelplatz, FolgtDemKlick) {
