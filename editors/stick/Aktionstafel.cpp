@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QRadioButton>
@@ -100,6 +101,21 @@ void Aktionstafel::hideEvent(QHideEvent* ereignis) {
     if (mitFokus && isAncestorOf(mitFokus))
         mitFokus->clearFocus();
     QFrame::hideEvent(ereignis);
+}
+
+// --- keyboard ---
+
+void Aktionstafel::fokusGeben() {
+    const QWidget* mitFokus = QApplication::focusWidget();
+    if (!mitFokus || !isAncestorOf(mitFokus))
+        arten_[static_cast<std::size_t>(gesetzte(arten_))]->setFocus(Qt::ShortcutFocusReason);
+}
+
+// What its controls leave of the keys stays here.
+void Aktionstafel::keyPressEvent(QKeyEvent* ereignis) {
+    if (ereignis->key() == Qt::Key_Escape)
+        emit verlassen();
+    ereignis->accept();
 }
 
 // --- opening and reading ---

@@ -32,7 +32,15 @@ public:
     /// The action text of what the panel shows.
     std::string aktionstext() const;
 
+    /// Gives the focus to the panel where it has none: to the type of the action.
+    void fokusGeben();
+
+signals:
+    /// Escape was pressed in it.
+    void verlassen();
+
 protected:
+    void keyPressEvent(QKeyEvent* ereignis) override;
     void paintEvent(QPaintEvent* ereignis) override;
     void hideEvent(QHideEvent* ereignis) override;
 

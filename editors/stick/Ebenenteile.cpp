@@ -182,6 +182,38 @@ void Ebenenrechteck::paintEvent(QPaintEvent* ereignis) {
     maler.drawRoundedRect(rand, rundung, rundung);
 }
 
+// --- Ebenenmarke ---
+
+Ebenenmarke::Ebenenmarke(QWidget* ebene) : Ebenenteil(ebene) {}
+
+void Ebenenmarke::paintEvent(QPaintEvent* ereignis) {
+    constexpr double ABSTAND = 7; // inside the borders of the chosen field and that of the stick
+    constexpr double ECKE = 18;
+    const auto rand = QRectF(rect()).adjusted(ABSTAND, ABSTAND, -ABSTAND, -ABSTAND);
+    const double ecke = std::min({ECKE, rand.width() / 3, rand.height() / 3});
+    // The point moves inside the border most of the time, where there is nothing to draw.
+    if (rand.adjusted(ecke, ecke, -ecke, -ecke).contains(ereignis->rect()))
+        return;
+    QPainter maler(this);
+    maler.setRenderHint(QPainter::Antialiasing);
+    maler.setPen(QPen(Qt::white, 3));
+    maler.drawRect(rand);
+    maler.setPen(QPen(Qt::black, 3, Qt::DashLine, Qt::FlatCap));
+    maler.drawRect(rand);
+    QPainterPath ecken;
+    for (const bool rechts : {false, true})
+        for (const bool unten : {false, true}) {
+            const QPointF eck{rechts ? rand.right() : rand.left(), unten ? rand.bottom() : rand.top()};
+            ecken.moveTo(eck.x() + (rechts ? -ecke : ecke), eck.y());
+            ecken.lineTo(eck);
+            ecken.lineTo(eck.x(), eck.y() + (unten ? -ecke : ecke));
+        }
+    for (const auto& [farbe, breite] : {std::pair{Qt::white, 8}, std::pair{Qt::black, 5}}) {
+        maler.setPen(QPen(farbe, breite, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        maler.drawPath(ecken);
+    }
+}
+
 // --- Livepunkt ---
 
 Livepunkt::Livepunkt(QWidget* ebene) : Ebenenteil(ebene) {}

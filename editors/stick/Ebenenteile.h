@@ -101,6 +101,18 @@ private:
     double rundung_;
 };
 
+/// The field at which the keyboard is: a broken border with thick corners, which tells it from the borders of
+/// other fields without their colours.
+class Ebenenmarke final : public Ebenenteil {
+    Q_OBJECT
+
+public:
+    explicit Ebenenmarke(QWidget* ebene);
+
+protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+};
+
 /// The live position of the stick; its left upper corner is the position.
 class Livepunkt final : public Ebenenteil {
     Q_OBJECT

@@ -2,6 +2,8 @@
 #include "editors/stick/Stickebene.h"
 
 #include "editors/common/Formhilfen.h"
+#include "editors/stick/Zustandstext.h"
+#include "editors/stick/Zustandszeile.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -43,6 +45,8 @@ const QRgb OHNE_BILD = qRgb(128, 136, 144);
 Stickebene::Stickebene(QWidget* form) : QWidget(form) {
     setObjectName("Stickebene");
     setMouseTracking(true);
+    // A press gives the focus by hand: by the toolkit one on a panel's bare ground would, too.
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     linienBauen();
     RechteckC_ = benannt(new Ebenenrechteck(this, QColor::fromRgb(FELDBLAU), FELDRUNDUNG), "RechteckC");
@@ -50,9 +54,12 @@ Stickebene::Stickebene(QWidget* form) : QWidget(form) {
     RechteckB_->hide();
     pfeileBauen();
     Punkt_ = benannt(new Livepunkt(this), "Punkt");
+    marke_ = benannt(new Ebenenmarke(this), "Ebenenmarke");
+    marke_->hide();
     for (Ebenenteil* teil : {static_cast<Ebenenteil*>(RechteckB_), static_cast<Ebenenteil*>(RechteckC_),
-                             static_cast<Ebenenteil*>(Punkt_)})
+                             static_cast<Ebenenteil*>(Punkt_), static_cast<Ebenenteil*>(marke_)})
         teile_.push_back(teil);
+    zustand_ = new Zustandszeile(this);
 }
 
 void Stickebene::linienBauen() {
@@ -77,8 +84,9 @@ void Stickebene::pfeileBauen() {
             linien_[d][static_cast<std::size_t>(index)].pfeil = pfeil;
             teile_.push_back(pfeil);
         }
-    for (const auto& reihe : linien_)
-        reihe[0].pfeil->setToolTip(PFEILHINWEIS);
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        for (auto& paar : linien_[d])
+            paar.pfeil->setToolTip(paar.pfeil == linien_[d][0].pfeil ? PFEILHINWEIS : pfeilhinweis(d));
 }
 
 // --- units ---
@@ -115,6 +123,21 @@ void Stickebene::linieLegen(std::size_t richtung, int index, int wert) {
     linie->strecken();
     pfeil->setVisible(da);
     linie->setVisible(da);
+}
+
+std::optional<std::size_t> Stickebene::pfeilBei(QPoint pixel) const {
+    const auto* da = childAt(pixel);
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d)
+        for (const auto& paar : linien_[d])
+            if (da && paar.pfeil == da)
+                return d;
+    return std::nullopt;
+}
+
+void Stickebene::markeSetzen(const std::optional<QRectF>& feld) {
+    if (feld)
+        marke_->setzen(*feld);
+    marke_->setVisible(feld.has_value());
 }
 
 // --- picture ---
@@ -182,6 +205,7 @@ void Stickebene::paintEvent(QPaintEvent* ereignis) {
 void Stickebene::resizeEvent(QResizeEvent*) {
     for (auto* teil : teile_)
         teil->legen();
+    zustand_->legen();
     emit groesseGeaendert();
 }
 
@@ -193,4 +217,26 @@ void Stickebene::mousePressEvent(QMouseEvent* ereignis) {
 
 void Stickebene::mouseMoveEvent(QMouseEvent* ereignis) {
     emit bewegt(einheitenVon(ereignis->position()));
+}
+
+void Stickebene::leaveEvent(QEvent*) {
+    emit verlassen();
+}
+
+// --- keyboard ---
+
+// What a control on a panel leaves of its keys comes by here, too.
+void Stickebene::keyPressEvent(QKeyEvent* ereignis) {
+    if (!hasFocus() || !tastendruck || !tastendruck(*ereignis))
+        QWidget::keyPressEvent(ereignis);
+}
+
+void Stickebene::focusInEvent(QFocusEvent* ereignis) {
+    const auto grund = ereignis->reason();
+    if (grund == Qt::TabFocusReason || grund == Qt::BacktabFocusReason || grund == Qt::ShortcutFocusReason)
+        emit tastaturKommt();
+}
+
+void Stickebene::focusOutEvent(QFocusEvent*) {
+    emit tastaturGeht();
 }

@@ -15,7 +15,12 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
+#include <optional>
 #include <vector>
+
+class Feldliste;
+class Zustandszeile;
 
 inline constexpr int LINIENCONTROLS = LINIENPLAETZE; ///< members of each array of lines and arrows
 
@@ -40,6 +45,18 @@ public:
     Ebenenrechteck& RechteckC() { return *RechteckC_; }
     Livepunkt& Punkt() { return *Punkt_; }
 
+    Zustandszeile& zustand() { return *zustand_; }
+    /// The mark of the keyboard lies at a field, in plane units, or nowhere.
+    void markeSetzen(const std::optional<QRectF>& feld);
+    /// Direction of the arrow at a pixel.
+    std::optional<std::size_t> pfeilBei(QPoint pixel) const;
+
+    /// What the fields are to those who can't see them; null for none. It outlasts its place here.
+    void feldlisteSetzen(Feldliste* felder) { felder_ = felder; }
+    Feldliste* feldliste() const { return felder_; }
+    /// Is asked for each key that goes down while the plane has the focus; true when that was for the plane.
+    std::function<bool(const QKeyEvent&)> tastendruck;
+
     /// The picture behind everything, stretched over the plane; none when it is null.
     void bildSetzen(const QImage& bild);
     /// The symbols of the fields, drawn onto the picture; show after symboleZeigen.
@@ -51,12 +68,21 @@ signals:
     void bewegt(QPointF wo);
     void pfeilGedrueckt(Qt::MouseButton taste, int richtung);
     void groesseGeaendert();
+    /// The mouse is no longer on the plane.
+    void verlassen();
+    /// The plane has the focus, by a key that moves it, or has it no longer.
+    void tastaturKommt();
+    void tastaturGeht();
 
 protected:
     void paintEvent(QPaintEvent* ereignis) override;
     void resizeEvent(QResizeEvent* ereignis) override;
     void mousePressEvent(QMouseEvent* ereignis) override;
     void mouseMoveEvent(QMouseEvent* ereignis) override;
+    void leaveEvent(QEvent* ereignis) override;
+    void keyPressEvent(QKeyEvent* ereignis) override;
+    void focusInEvent(QFocusEvent* ereignis) override;
+    void focusOutEvent(QFocusEvent* ereignis) override;
 
 private:
     struct Linienpaar {
@@ -75,6 +101,9 @@ private:
     Ebenenrechteck* RechteckB_ = nullptr;
     Ebenenrechteck* RechteckC_ = nullptr;
     Livepunkt* Punkt_ = nullptr;
+    Ebenenmarke* marke_ = nullptr;
+    Zustandszeile* zustand_ = nullptr;
+    Feldliste* felder_ = nullptr;
     std::vector<Ebenenteil*> teile_;
     QImage bild_;
     Zonenbild symbole_;

@@ -2,11 +2,13 @@
 #include "editors/stick/frmJust.h"
 
 #include "base/LaufzeitFehler.h"
+#include "base/Rundung.h"
 #include "editors/common/Fenster.h"
 #include "editors/common/Fensterplatz.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Ebenenbild.h"
+#include "editors/stick/Ebenenstimme.h"
 #include "editors/stick/Justiertafeln.h"
 #include "editors/stick/Stickebene.h"
 #include "store/schema/modKeyCode.h"
@@ -49,6 +51,7 @@ frmJust::frmJust(const Justiereigenart& art, Laufzustand& zustand, Laufsteuerung
     setWindowTitle(TITEL);
     aufbauen(zeitgeber, tastatur);
     verbinden();
+    stimmeGeben();
     liveabfrage_ = zeitgeber.formularzeitgeber([this] { Timer1Takt(); });
 }
 
@@ -96,6 +99,18 @@ void frmJust::verbinden() {
             [this](int knopf) { gesichert([&] { Command1Klick(knopf); }); });
 }
 
+/// Comes after the form's own connections: it tells what they have made of an event.
+void frmJust::stimmeGeben() {
+    Ebenenstimme::Umfeld umfeld{
+        .gesichert = [this](const std::function<void()>& arbeit) { gesichert(arbeit); },
+        .gesperrt = [this] { return (StickSperre_ & sperrbit(stand_.EditorEbene)) != 0; },
+        .testlauf = [this] { return laufsteuerung_.geladen(); },
+    };
+    Justierflaeche& flaeche = *this;
+    stimme_ =
+        std::make_unique<Ebenenstimme>(*ebene_, *aktionstafel_, stand_, zug_, flaeche, std::move(umfeld));
+}
+
 void frmJust::resizeEvent(QResizeEvent*) {
     ebene_->setGeometry(rect());
 }
@@ -132,6 +147,7 @@ void frmJust::laden() {
     setWindowTitle(qt(schema_));
     ebene_->Punkt().setzen({PUNKT_ANFANG, PUNKT_ANFANG, 0, 0});
     tafeln_->waehlen(0); // places the lines and draws
+    ebene_->setFocus();
     liveabfrage_->Interval(LIVE_INTERVALL);
     liveabfrage_->Enabled(true);
 }
@@ -170,6 +186,7 @@ void frmJust::showEvent(QShowEvent* ereignis) {
     QWidget::showEvent(ereignis);
     windowHandle()->installEventFilter(this);
     freieGroesse_ = QSize();
+    stimme_->zeigen();
 }
 
 bool frmJust::eventFilter(QObject* objekt, QEvent* ereignis) {
@@ -193,6 +210,8 @@ void frmJust::freigelegt() {
         return;
     try {
         stand_.linien = lesen().linien;
+        Database datenbank = OpenDatabase(global_.DatenbankPfad);
+        aktionenLesen(datenbank);
         gesagt_.reset();
     } catch (const LaufzeitFehler& fehler) {
         // A box that tells an error, of this or of what the user did, uncovers the window when it goes:
@@ -238,6 +257,7 @@ void frmJust::Check2Klick(bool an) {
         for (auto* sperre : {&StickSperre_, &(zustand_.*art_.stick).StickSperre})
             *sperre = an ? *sperre | bit : *sperre & ~bit;
     }
+    stimme_->zeigen();
 }
 
 void frmJust::Command1Klick(int index) {
@@ -273,14 +293,17 @@ void frmJust::Timer1Takt() {
     auto& achsen = zustand_.achsen;
     achsen.AchsenLesen();
     auto wo = ebene_->Punkt().platz();
-    if (const auto x = achsen.AchsenWert(art_.x))
+    const auto x = achsen.AchsenWert(art_.x);
+    const auto y = achsen.AchsenWert(art_.y);
+    if (x)
         wo.moveLeft(*x);
-    if (const auto y = achsen.AchsenWert(art_.y))
+    if (y)
         wo.moveTop(*y);
     ebene_->Punkt().setzen(wo);
     const auto feld = BereichFestlegen2(stand_.ebene(), wo.x(), wo.y());
     if (std::exchange(livefeld_, feld) != feld)
         ebene_->RechteckC().setzen({feld.links, feld.oben, feld.breite, feld.hoehe});
+    stimme_->stickSteht(x || y, {gerundet(wo.x()), gerundet(wo.y())});
 }
 
 // --- what Linienzug works on ---
@@ -353,13 +376,25 @@ void frmJust::AktionSpeichern() {
 }
 
 void frmJust::Zeichnen() {
+    ebene_->symbole().loeschen();
+    stimme_->auskunft().vergessen();
     try {
-        ZonenZeichnen(global_.DatenbankPfad, art_.seite, schema_, stand_.EditorEbene, ebene_->symbole());
+        Database datenbank = OpenDatabase(global_.DatenbankPfad);
+        datenbank.inEinemLesezug([&] {
+            aktionenLesen(datenbank);
+            ZonenZeichnen(datenbank, art_.seite, schema_, stand_.EditorEbene, ebene_->symbole());
+        });
     } catch (const LaufzeitFehler&) {
         ebene_->symboleZeigen(); // as far as it came
+        stimme_->zeigen();
         throw;
     }
     ebene_->symboleZeigen();
+    stimme_->zeigen();
+}
+
+void frmJust::aktionenLesen(Database& datenbank) {
+    stimme_->auskunft().lesen(datenbank, art_.seite, schema_, stand_.EditorEbene);
 }
 
 // --- store and panels ---

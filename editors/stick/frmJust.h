@@ -19,6 +19,7 @@
 #include <string>
 
 class Aktionstafel;
+class Ebenenstimme;
 class Justiertafeln;
 class Laufsteuerung;
 class Stickebene;
@@ -63,9 +64,11 @@ private:
     void aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur);
     void verbinden();
     void einpassen();
+    void stimmeGeben();
 
     template <class Arbeit> void gesichert(Arbeit&& arbeit);
     Sticklinien lesen();
+    void aktionenLesen(Database& datenbank);
     void bildLaden(int ebene);
     void linienLegen();
     void Uschalt(int ebene);
@@ -117,4 +120,5 @@ private:
     QSize vorgabe_;      ///< what it comes with, until its own frame is known; then null
     QSize freieGroesse_; ///< of the window when it was last uncovered
     std::unique_ptr<Formularzeitgeber> liveabfrage_;
+    std::unique_ptr<Ebenenstimme> stimme_; ///< goes first: a form that goes away still has events
 };

@@ -182,5 +182,10 @@ void ZonenZeichnen(const std::string& datenbankPfad, Stickseite seite, const std
                    int ebene, Zeichenflaeche& flaeche) {
     flaeche.loeschen();
     Database datenbank = OpenDatabase(datenbankPfad);
-    datenbank.inEinemLesezug([&] { Zeichner(datenbank, seite, schemaName, ebene, flaeche).zeichnen(); });
+    datenbank.inEinemLesezug([&] { ZonenZeichnen(datenbank, seite, schemaName, ebene, flaeche); });
+}
+
+void ZonenZeichnen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                   Zeichenflaeche& flaeche) {
+    Zeichner(datenbank, seite, schemaName, ebene, flaeche).zeichnen();
 }

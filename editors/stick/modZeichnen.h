@@ -14,6 +14,8 @@
 #include <variant>
 #include <vector>
 
+class Database;
+
 /// A place of the plane, 0 to 65535 in both axes.
 struct Ebenenpunkt {
     std::int32_t x = 0;
@@ -82,3 +84,6 @@ Feldsymbol KreisGelbZeichnen(const Feldecken& ecken);  ///< `Absolute Position`
 /// of the store go through.
 void ZonenZeichnen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
                    int ebene, Zeichenflaeche& flaeche);
+/// The same on a database that is open, in a transaction of the caller's; clears nothing.
+void ZonenZeichnen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
+                   Zeichenflaeche& flaeche);
