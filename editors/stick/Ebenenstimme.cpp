@@ -164,6 +164,9 @@ bool Ebenenstimme::tasteGedrueckt(const QKeyEvent& ereignis) {
     const auto fremde = ereignis.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
     if (!taste || fremde || umfeld_.testlauf())
         return false;
+    const bool pfeil = *taste < Ebenentaste::Waehlen;
+    if (ereignis.isAutoRepeat() && !pfeil)
+        return true; // a key that is held chooses a field, and does not open its panel as well
     mausZuletzt_ = false;
     bool gegolten = true;
     umfeld_.gesichert(

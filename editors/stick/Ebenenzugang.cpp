@@ -82,9 +82,6 @@ public:
             QAccessible::deleteAccessibleInterface(id);
     }
 
-    QString text(QAccessible::Text art) const override {
-        return art == QAccessible::Name ? "Felder des Sticks" : QAccessibleWidget::text(art);
-    }
     int childCount() const override { return feldzahl() + static_cast<int>(controls().size()); }
     QAccessibleInterface* child(int index) const override {
         if (index < 0 || index >= childCount())

@@ -15,7 +15,8 @@
 #include <string_view>
 
 struct Justiereigenart {
-    const char* formname; ///< also its `ZielFormular`
+    const char* formname;   ///< also its `ZielFormular`
+    const char* ebenenname; ///< of its plane, for those who can't see it
     Stickseite seite;
     StickMaschine Laufzustand::*stick; ///< whose `StickSperre` follows what the form makes of its own
     std::string_view bildende;         ///< of its pictures, behind `Schema` and layer
@@ -36,6 +37,7 @@ struct Justiereigenart {
 
 inline constexpr Justiereigenart FRMJUST{
     .formname = "frmJust",
+    .ebenenname = "Felder des linken Sticks",
     .seite = Stickseite::Links,
     .stick = &Laufzustand::linkerStick,
     .bildende = "L.bmp",
@@ -52,6 +54,7 @@ inline constexpr Justiereigenart FRMJUST{
 
 inline constexpr Justiereigenart FRMJUSTR{
     .formname = "frmJustr",
+    .ebenenname = "Felder des rechten Sticks",
     .seite = Stickseite::Rechts,
     .stick = &Laufzustand::rechterStick,
     .bildende = "R.bmp",

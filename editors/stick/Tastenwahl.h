@@ -17,6 +17,7 @@
 
 #include <optional>
 
+/// The arrows come first.
 enum class Ebenentaste { Links, Rechts, Oben, Unten, Waehlen, Aktion, Schliessen };
 
 /// How far a line goes at a press, in plane units: four of them are as far as a new line lies from the last.

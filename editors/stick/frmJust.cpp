@@ -61,6 +61,7 @@ frmJust::~frmJust() = default;
 
 void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
     ebene_ = new Stickebene(this);
+    ebene_->setAccessibleName(art_.ebenenname);
     tafeln_ = new Justiertafeln(*ebene_, art_, zeitgeber);
     aktionstafel_ = new Aktionstafel(
         art_.tafel, tastatur,
@@ -203,8 +204,8 @@ bool frmJust::eventFilter(QObject* objekt, QEvent* ereignis) {
     return QWidget::eventFilter(objekt, ereignis);
 }
 
-// What the store holds replaces the table, and nothing else: nothing moves by it, and what "1 to 1" says is
-// not stored before the lines are.
+// What the store holds replaces the table and the words for it, and nothing else: nothing moves by it, and
+// what "1 to 1" says is not stored before the lines are.
 void frmJust::freigelegt() {
     if (!geladen_ || zug_.haelt() || QApplication::activeModalWidget())
         return;
@@ -212,6 +213,7 @@ void frmJust::freigelegt() {
         stand_.linien = lesen().linien;
         Database datenbank = OpenDatabase(global_.DatenbankPfad);
         aktionenLesen(datenbank);
+        stimme_->zeigen();
         gesagt_.reset();
     } catch (const LaufzeitFehler& fehler) {
         // A box that tells an error, of this or of what the user did, uncovers the window when it goes:

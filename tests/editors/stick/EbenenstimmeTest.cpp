@@ -113,6 +113,14 @@ TEST_P(Ebenenstimmentest, NachEinerNeuenAktionSagtDasFeldSie) {
     EXPECT_EQ(zeilen()[0], "Mittelfeld – keine Aktion") << "on another layer";
 }
 
+TEST_P(Ebenenstimmentest, FreigelegtSagtDieEbeneWasGespeichertIst) {
+    editorOeffnen();
+    maus(10000, 33000);
+    datenbank_.sql("UPDATE " + aktionstabelle() + " SET Aktion = '4' WHERE Links = 20000;");
+    freilegen();
+    EXPECT_EQ(zeilen()[0], "Feld links – Sperrfeld");
+}
+
 TEST_P(Ebenenstimmentest, EinAnderesFensterLiegtNichtAufDerEbene) {
     editorOeffnen();
     klick(33000, 33000);
@@ -163,6 +171,13 @@ TEST_P(Ebenenstimmentest, ImSelbenFeldKostetDerStickNichts) {
         stick(60000 + i, 33000 + i);
     QTest::qWait(0);
     EXPECT_EQ(zaehler.zahl, 0);
+    maus(33000, 33000);
+    QTest::qWait(0);
+    zaehler.zahl = 0;
+    for (int i = 1; i < 50; ++i)
+        maus(33000 + 65 * i, 33000);
+    QTest::qWait(0);
+    EXPECT_EQ(zaehler.zahl, 0) << "nor does the mouse";
     stick(33000, 33000);
     QTest::qWait(0);
     EXPECT_GT(zaehler.zahl, 0) << "another field is told";
@@ -275,6 +290,31 @@ TEST_P(Ebenenstimmentest, EingabeWaehltUndOeffnetDannUndEscSpeichert) {
     EXPECT_EQ(aktionen()[1], (std::vector<std::string>{"0", "20000", "0", "0", "0", "4"}));
     EXPECT_TRUE(ebene().hasFocus());
     EXPECT_EQ(zeilen()[0], "Feld links – Sperrfeld");
+}
+
+TEST_P(Ebenenstimmentest, EineGehalteneEingabetasteOeffnetNichts) {
+    editorOeffnen();
+    taste(Qt::Key_Return);
+    QKeyEvent wiederholt(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+    QApplication::sendEvent(&ebene(), &wiederholt);
+    EXPECT_TRUE(zuSehen("RechteckB"));
+    EXPECT_FALSE(zuSehen("fraAktion"));
+    QKeyEvent weiter(QEvent::KeyPress, Qt::Key_Left, Qt::NoModifier, "", true);
+    QApplication::sendEvent(&ebene(), &weiter);
+    EXPECT_TRUE(liegt("Ebenenmarke", 0, 21000, 20000, 25000)) << "a held arrow goes on";
+}
+
+TEST_P(Ebenenstimmentest, EscLegtEineLinieInDerHandZurueck) {
+    editorOeffnen();
+    klick(20000, 60000);
+    ziehen(15000, 60000);
+    ASSERT_TRUE(stehtX("LLinks(0)", 15000));
+    taste(Qt::Key_Escape);
+    EXPECT_TRUE(stehtX("LLinks(0)", 20000));
+    EXPECT_EQ(linie("Links", 1), "20000");
+    EXPECT_TRUE(feld<QWidget>("Frame2").isEnabled());
+    ziehen(15000, 60000);
+    EXPECT_TRUE(stehtX("LLinks(0)", 20000)) << "it is in no hand";
 }
 
 TEST_P(Ebenenstimmentest, EinAnderesFeldLoestDasGewaehlteAb) {
@@ -395,7 +435,8 @@ TEST_P(Ebenenstimmentest, KannEscNichtSpeichernBleibtDieTafelOffen) {
 TEST_P(Ebenenstimmentest, DieFelderSindEineListeInWorten) {
     editorOeffnen();
     EXPECT_EQ(zugang().role(), QAccessible::List);
-    EXPECT_EQ(zugang().text(QAccessible::Name), "Felder des Sticks");
+    EXPECT_EQ(zugang().text(QAccessible::Name),
+              GetParam().zusatz.empty() ? "Felder des linken Sticks" : "Felder des rechten Sticks");
     ASSERT_GE(zugang().childCount(), 9);
     EXPECT_EQ(feldname(0), "Feld links oben – gilt von Feld links: Tastatur: B, gehalten");
     EXPECT_EQ(feldname(3), "Feld links – Tastatur: B, gehalten");
