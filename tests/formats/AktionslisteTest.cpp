@@ -97,7 +97,8 @@ TEST(AktionslisteTest, ImMittelbandGibtEsKeineAktionEinesBandes) {
     EXPECT_EQ(imFeld(";20000000+1,0;0000+4;", "200000", true, "00", false), "1,0 - - ");
     EXPECT_EQ(imFeld(";0000+4;0090000+1,1;", "00", false, "00", false), "4 - - ");
     EXPECT_EQ(imFeld(";20000000+1,0;0045000+1,1;", "00", false, "90000", true), "- - - ");
-    EXPECT_EQ(imFeld(";0090000+1,1;", "07", true, "00", false), "- - - ");
+    EXPECT_EQ(imFeld(";0000+4;", "200000", true, "00", false), "- - - ") << "nor that of the centre";
+    EXPECT_EQ(imFeld(";0000+4;", "00", false, "90000", true), "- - - ");
 }
 
 TEST(AktionslisteTest, AlleSindDieEintraegeInIhrerFolge) {

@@ -382,6 +382,14 @@ TEST_P(Ebenenstimmentest, TastenDerTafelBleibenAufIhr) {
     EXPECT_EQ(aktionen()[0][5], "0,1,157,10");
 }
 
+TEST_P(Ebenenstimmentest, WasStreifenVonTastenLassenIstNichtDerEbene) {
+    editorOeffnen();
+    feld<QWidget>("Uschalt(0)").setFocus();
+    tasten({Qt::Key_Return, Qt::Key_Menu});
+    EXPECT_FALSE(zuSehen("RechteckB"));
+    EXPECT_FALSE(zuSehen("fraAktion"));
+}
+
 TEST_P(Ebenenstimmentest, DieTastenboxFaengtAuchEscUndPfeile) {
     editorOeffnen();
     tasten({Qt::Key_Left, Qt::Key_Menu});
