@@ -189,7 +189,9 @@ Ebenenmarke::Ebenenmarke(QWidget* ebene) : Ebenenteil(ebene) {}
 void Ebenenmarke::paintEvent(QPaintEvent* ereignis) {
     constexpr double ABSTAND = 7; // inside the borders of the chosen field and that of the stick
     constexpr double ECKE = 18;
-    const auto rand = QRectF(rect()).adjusted(ABSTAND, ABSTAND, -ABSTAND, -ABSTAND);
+    const double abstand =
+        std::min(ABSTAND, std::min(width(), height()) / 4.0); // fields may be a few pixels wide
+    const auto rand = QRectF(rect()).adjusted(abstand, abstand, -abstand, -abstand);
     const double ecke = std::min({ECKE, rand.width() / 3, rand.height() / 3});
     // The point moves inside the border most of the time, where there is nothing to draw.
     if (rand.adjusted(ecke, ecke, -ecke, -ecke).contains(ereignis->rect()))

@@ -12,9 +12,10 @@
 namespace {
 
 constexpr int INNENRAND = 8;
-constexpr int ABSTAND = 6;            // from strips and arrows
-constexpr int NAEHE = 24;             // a hand nearer than this is in the way
-constexpr double PFEILE_UNTEN = 1400; // the arrows of vertical lines end here, in plane units
+constexpr int ABSTAND = 6; // from strips and arrows
+constexpr int NAEHE = 24;  // a hand nearer than this is in the way
+constexpr double PFEILE_ENDEN =
+    1400; // the arrows along the upper and the left edge reach here, in plane units
 constexpr double RUNDUNG = 6;
 constexpr int DECKUNG = 200; // of 255: text on any picture is to be read, and the picture to be guessed
 
@@ -42,17 +43,19 @@ void Zustandszeile::zeigen(const QStringList& zeilen) {
     setVisible(!neu.isEmpty());
 }
 
-// As wide as its longest line, and wrapped where the plane is narrower.
+// As wide as its longest line, and wrapped where the arrows leave no room for that.
 QSize Zustandszeile::groesse() const {
     const int luft = 2 * INNENRAND + fontMetrics().averageCharWidth();
-    const int breite = std::min(fontMetrics().size(0, text()).width() + luft, parentWidget()->width());
+    const auto pfeile = ebenenpixel({0, 0, PFEILE_ENDEN, 0}, parentWidget()->size()).width();
+    const int platz = parentWidget()->width() - 2 * (static_cast<int>(std::ceil(pfeile)) + ABSTAND);
+    const int breite = std::min(fontMetrics().size(0, text()).width() + luft, platz);
     return {breite, heightForWidth(breite)};
 }
 
 int Zustandszeile::hoeheAm(bool oben) const {
     const auto* ebene = parentWidget();
     const auto rand =
-        ebenenpixel({0, PFEILE_UNTEN, 0, Schiebetafel::STREIFEN_OBEN - PFEILE_UNTEN}, ebene->size());
+        ebenenpixel({0, PFEILE_ENDEN, 0, Schiebetafel::STREIFEN_OBEN - PFEILE_ENDEN}, ebene->size());
     return oben ? static_cast<int>(std::ceil(rand.top())) + ABSTAND
                 : static_cast<int>(rand.bottom()) - ABSTAND - height();
 }

@@ -198,6 +198,19 @@ TEST_P(Ebenenstimmentest, EinStickUnterwegsKostetSeltenWorte) {
     EXPECT_EQ(zeilen().back(), "Stick: Feld rechts – Maus nach rechts, 5 Schritte alle 10 ms");
 }
 
+TEST_P(Ebenenstimmentest, LangeWorteBrechenUmUndLassenPfeileFrei) {
+    aktion(0, "0,0,21000,0", "2,1,32,50,1,200");
+    editorOeffnen();
+    form().resize(640, 480);
+    ereignisse();
+    maus(10000, 10000);
+    const auto& zeile = feld<QLabel>("Zustandszeile");
+    EXPECT_GE(zeile.height(), 3 * zeile.fontMetrics().height());
+    EXPECT_GE(zeile.height(), zeile.heightForWidth(zeile.width()));
+    EXPECT_GT(zeile.x(), feld<QWidget>("UPfeil(0)").geometry().right());
+    EXPECT_TRUE(ebene().rect().contains(zeile.geometry()));
+}
+
 TEST_P(Ebenenstimmentest, SperreUndTestlaufWerdenGesagt) {
     editorOeffnen();
     feld<QCheckBox>("Check2").click();
