@@ -2,7 +2,9 @@
 // The pad as the poll cycle sees it: one call that fills one record.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
 
 /// State of a pad. Names, order and widths are those of the Windows multimedia joystick API (joystickapi.h);
 /// the axes run from 0 to 65535, small x is left, small y is up.
@@ -28,6 +30,14 @@ inline constexpr std::uint32_t JOYERR_UNPLUGGED = 167;
 inline constexpr std::uint32_t JOY_POVCENTERED = 65535;
 inline constexpr std::uint32_t JOY_AXIS_RUHE = 32767; ///< an axis at rest, and one that the pad does not have
 
+/// What is plugged in, for people to read.
+struct Padauskunft {
+    std::size_t anzahl = 0; ///< of the pads
+    std::string name;       ///< of pad 0, as it calls itself; "" where there is none or it says nothing
+
+    bool operator==(const Padauskunft&) const = default;
+};
+
 /// Contract: a pad may come and go between any two calls. Never throws, never blocks.
 class Joystick {
 public:
@@ -40,4 +50,8 @@ public:
     /// dwSize and dwFlags are the caller's and stay. Returns JOYERR_NOERROR, or JOYERR_UNPLUGGED when there
     /// is no such pad; `info` is then left as it was.
     virtual std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) = 0;
+
+    /// What is plugged in now; a backend that cannot tell says that nothing is. Not for every tick: it makes
+    /// texts.
+    virtual Padauskunft auskunft() { return {}; }
 };

@@ -185,10 +185,7 @@ SdlJoystick::~SdlJoystick() {
 }
 
 std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
-    SDL_JoystickUpdate(); // finds pads that came or went, too
-    SDL_FlushEvents(SDL_JOYAXISMOTION, SDL_CONTROLLERSENSORUPDATE);
-    umsehen();
-
+    auffrischen();
     if (id >= static_cast<std::uint32_t>(std::max(0, SDL_NumJoysticks()))) {
         offene_.erase(id);
         return JOYERR_UNPLUGGED;
@@ -243,4 +240,20 @@ void SdlJoystick::umsehen() {
         meldung_(gemeldete_.empty() ? "kein Gamepad in Gebrauch"
                                     : "in Gebrauch: " + gemeldete_.front().name + ", 1 von " +
                                           std::to_string(gemeldete_.size()));
+}
+
+// Finds pads that came or went, too.
+void SdlJoystick::auffrischen() {
+    SDL_JoystickUpdate();
+    SDL_FlushEvents(SDL_JOYAXISMOTION, SDL_CONTROLLERSENSORUPDATE);
+    umsehen();
+}
+
+Padauskunft SdlJoystick::auskunft() {
+    auffrischen();
+    const int anzahl = SDL_NumJoysticks();
+    if (anzahl <= 0)
+        return {};
+    const char* name = SDL_JoystickNameForIndex(0);
+    return {static_cast<std::size_t>(anzahl), name ? name : ""};
 }

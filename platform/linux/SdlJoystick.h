@@ -34,8 +34,9 @@ public:
     ~SdlJoystick() override;
 
     std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override;
+    Padauskunft auskunft() override;
 
-    /// Tells which pads have come and gone since the last time. joyGetPosEx does it, too.
+    /// Tells which pads have come and gone since the last time. joyGetPosEx and auskunft do it, too.
     void umsehen();
 
 private:
@@ -47,6 +48,7 @@ private:
         std::string name;
     };
 
+    void auffrischen();
     bool istGemeldet() const;
 
     std::map<std::uint32_t, std::unique_ptr<Pad>> offene_; // by id

@@ -4,6 +4,9 @@
 
 #include "platform/Joystick.h"
 
+#include <string>
+#include <vector>
+
 class ProbeJoystick final : public Joystick {
 public:
     /// The state that the next poll delivers: there, at rest.
@@ -20,6 +23,11 @@ public:
         info.dwFlags = flags;
         return JOYERR_NOERROR;
     }
+
+    /// Names of the pads that are there, as long as `da` holds; the first one is pad 0.
+    std::vector<std::string> namen{"Probepad"};
+
+    Padauskunft auskunft() override { return da ? Padauskunft{namen.size(), namen.at(0)} : Padauskunft{}; }
 
     static JOYINFOEX inRuhe() {
         JOYINFOEX info;

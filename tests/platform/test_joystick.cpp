@@ -19,11 +19,19 @@ public:
         int achsen = SDL_CONTROLLER_AXIS_MAX;
         int tasten = SDL_CONTROLLER_BUTTON_MAX;
         int huete = 0;
+        const char* name = "Testpad";
     };
 
     VirtuellesPad() : VirtuellesPad(Bau{}) {}
     explicit VirtuellesPad(const Bau& bau) {
-        const int stelle = SDL_JoystickAttachVirtual(bau.art, bau.achsen, bau.tasten, bau.huete);
+        SDL_VirtualJoystickDesc beschreibung{};
+        beschreibung.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
+        beschreibung.type = static_cast<Uint16>(bau.art);
+        beschreibung.naxes = static_cast<Uint16>(bau.achsen);
+        beschreibung.nbuttons = static_cast<Uint16>(bau.tasten);
+        beschreibung.nhats = static_cast<Uint16>(bau.huete);
+        beschreibung.name = bau.name;
+        const int stelle = SDL_JoystickAttachVirtualEx(&beschreibung);
         pad_ = SDL_JoystickOpen(stelle);
         EXPECT_NE(pad_, nullptr) << SDL_GetError();
         if (bau.art == SDL_JOYSTICK_TYPE_GAMECONTROLLER && bau.achsen == SDL_CONTROLLER_AXIS_MAX)
@@ -71,7 +79,10 @@ JOYINFOEX beschrieben() {
 // What every backend of the contract needs of a test pad: that it comes, goes and has a button for bit 0.
 struct MitProbe {
     ProbeJoystick joystick;
-    MitProbe() { joystick.da = false; }
+    MitProbe() {
+        joystick.da = false;
+        joystick.namen = {"Testpad"};
+    }
     void einstecken() { joystick.da = true; }
     void ausstecken() {
         joystick.da = false;
@@ -124,6 +135,16 @@ TYPED_TEST(JoystickVertrag, EinZweitesPadIstNichtDa) {
     EXPECT_EQ(this->joystick.joyGetPosEx(1, info), JOYERR_UNPLUGGED);
     EXPECT_EQ(this->joystick.joyGetPosEx(0xFFFFFFFF, info), JOYERR_UNPLUGGED);
     EXPECT_EQ(info, JOYINFOEX{});
+}
+
+TYPED_TEST(JoystickVertrag, DieAuskunftFolgtDemPad) {
+    for (int mal = 0; mal < 3; ++mal) {
+        EXPECT_EQ(this->joystick.auskunft(), Padauskunft{});
+        this->backend.einstecken();
+        EXPECT_EQ(this->joystick.auskunft(), (Padauskunft{1, "Testpad"}));
+        this->backend.ausstecken();
+    }
+    EXPECT_EQ(this->joystick.auskunft(), Padauskunft{});
 }
 
 TYPED_TEST(JoystickVertrag, EinPadKommtUndGehtHundertmal) {
@@ -364,3 +385,15 @@ TEST(SdlPadTeile, ZweiNacheinanderSehenDasselbePad) {
 }
 
 } // namespace
+
+TEST(SdlJoystick, DieAuskunftNenntDasPadDasGelesenWirdUndAlleZaehlt) {
+    SdlJoystick joystick;
+    auto erstes = std::make_unique<VirtuellesPad>(VirtuellesPad::Bau{.name = "Erstes"});
+    VirtuellesPad zweites(VirtuellesPad::Bau{.name = "Zweites"});
+    zweites.taste(SDL_CONTROLLER_BUTTON_Y);
+    EXPECT_EQ(joystick.auskunft(), (Padauskunft{2, "Erstes"}));
+    EXPECT_EQ(lesen(joystick).dwButtons, 0U);
+    erstes.reset();
+    EXPECT_EQ(joystick.auskunft(), (Padauskunft{1, "Zweites"}));
+    EXPECT_EQ(lesen(joystick).dwButtons, 1U);
+}
