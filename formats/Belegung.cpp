@@ -27,6 +27,18 @@ void Belegung::legenUeber(Belegungsfelder& felder) const {
                              "Index außerhalb des gültigen Bereichs: zu viele Felder");
 }
 
+std::optional<int> Belegung::mausknopf() const {
+    using namespace belegungsfeld;
+    constexpr auto MAUS = static_cast<std::int32_t>(Belegungsart::Maus);
+    if (anzahl_ <= MODUS || !felder_[ART].ist(MAUS))
+        return std::nullopt;
+    const auto& modus = felder_[MODUS];
+    for (int knopf = 0; knopf < MAUSKNOEPFE; ++knopf)
+        if (modus.ist(knopf))
+            return knopf;
+    return std::nullopt;
+}
+
 std::optional<int> Belegung::umschalttaste() const {
     if (text_.starts_with('3'))
         return 1;

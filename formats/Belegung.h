@@ -44,6 +44,9 @@ inline constexpr std::size_t PAUSENZEIT = 4; ///< ms
 /// The `Belegung` of a slot without action.
 inline constexpr std::string_view LEERE_BELEGUNG = "10,0,0-0-0";
 
+/// Buttons of the mouse, which the wheel follows in the choice of a pad button.
+inline constexpr int MAUSKNOEPFE = 3;
+
 using Belegungsfelder = std::array<Feld, BELEGUNGSFELDER>;
 
 /// A `Belegung` as a run reads it, split once.
@@ -58,6 +61,9 @@ public:
     /// held. Throws LaufzeitFehler 9 for more than five fields, of which the first five are laid.
     void legenUeber(Belegungsfelder& felder) const;
 
+    /// The mouse button of one whose type is the mouse: 0 left, 1 right, 2 middle. Nothing for the wheel, any
+    /// other type and what makes no sense.
+    std::optional<int> mausknopf() const;
     /// Which layer key its first character names, 1 or 2; nothing for any other.
     std::optional<int> umschalttaste() const;
     /// The mode of a layer key: the character at position 5, where it stands if the first two fields have one

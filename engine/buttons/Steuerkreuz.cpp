@@ -54,6 +54,11 @@ std::vector<Kreuzereignis> Steuerkreuz::auswerten(std::uint32_t pov) {
     return ereignisse;
 }
 
+bool Steuerkreuz::steht(int richtung) const {
+    return KreuzCode_ != KEIN_CODE && (rechteZiffer(KreuzCode_) == richtung ||
+                                       (diagonal(KreuzCode_) && linkeZiffer(KreuzCode_) == richtung));
+}
+
 std::vector<Kreuzereignis> Steuerkreuz::zentriert() {
     KreuzCode_ = KEIN_CODE;
     if (KreuzCodeAlt_ == KEIN_CODE)

@@ -30,6 +30,8 @@ public:
     /// Takes the POV value of this tick and gives its edges in order. 65535 is centred; a value between the
     /// eight directions changes nothing.
     std::vector<Kreuzereignis> auswerten(std::uint32_t pov);
+    /// Whether the D-pad stands in the direction, also as one of the two of a diagonal.
+    bool steht(int richtung) const;
 
 private:
     std::vector<Kreuzereignis> zentriert();

@@ -10,15 +10,30 @@
 #include <string>
 #include <string_view>
 
+/// Which of the bands in a direction, counted from the centre, and of how many; 0 of 0 for none.
+struct Bandlage {
+    int nummer = 0;
+    int anzahl = 0;
+
+    bool operator==(const Bandlage&) const = default;
+};
+
 /// A field of a stick: the layer, and the inner lines of its bands to the left, right, up and down, 0 for
 /// none.
 struct Feldname {
     int ebene = 0;
     std::array<std::int32_t, 4> linien{};
+    std::array<Bandlage, 4> baender{}; ///< the same bands by their place
 
     /// The field that is the whole x band; the whole y band.
-    Feldname xBand() const { return {ebene, {linien[0], linien[1], 0, 0}}; }
-    Feldname yBand() const { return {ebene, {0, 0, linien[2], linien[3]}}; }
+    Feldname xBand() const {
+        return {ebene, {linien[0], linien[1], 0, 0}, {baender[0], baender[1], Bandlage{}, Bandlage{}}};
+    }
+    Feldname yBand() const {
+        return {ebene, {0, 0, linien[2], linien[3]}, {Bandlage{}, Bandlage{}, baender[2], baender[3]}};
+    }
+
+    bool operator==(const Feldname&) const = default;
 };
 
 /// "Ebene Umschalt 1"

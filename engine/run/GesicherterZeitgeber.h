@@ -22,6 +22,9 @@ public:
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
 
+    /// Ids of the timers that are set.
+    const std::set<std::uint32_t>& gesetzte() const { return gesetzte_; }
+
 private:
     TimerProzedur gesichert(TimerProzedur prozedur) const;
 

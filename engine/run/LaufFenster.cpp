@@ -4,6 +4,7 @@
 #include "engine/input/Padabfrage.h"
 #include "engine/output/XPTaste.h"
 #include "engine/run/LaufAnzeige.h"
+#include "engine/stick/Stickhaltungen.h"
 #include "store/schema/SenLesSchr.h"
 #include "store/schema/modSpeichern.h"
 
@@ -37,19 +38,25 @@ Laufbelegungen belegungen(const Laufbild& texte) {
     return gelesen;
 }
 
+Eingabe& angeschlossen(Druckbuch& druckbuch, Eingabe& eingabe) {
+    druckbuch.anschliessen(eingabe);
+    return druckbuch;
+}
+
 } // namespace
 
 LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     : zustand_(umgebung.zustand)
     , joystick_(umgebung.joystick)
     , anzeige_(umgebung.anzeige)
+    , eingabe_(angeschlossen(zustand_.druckbuch, umgebung.eingabe))
     , zeitgeber_(umgebung.zeitgeber, [this](const LaufzeitFehler& fehler) { abbrechen(fehler); })
-    , xpTaste_(umgebung.eingabe, [this] { wiederholung_.WiederholungPruefen(); })
+    , xpTaste_(eingabe_, [this] { wiederholung_.WiederholungPruefen(); })
     , wiederholung_(zustand_.wiederholung, zustand_.gehaltene, xpTaste_, zeitgeber_)
     , tastenAktion_(zustand_.tasten, zustand_.gegeben, zustand_.gehaltene, wiederholung_, xpTaste_,
                     zeitgeber_, anzeige_)
     , entwackeln_(zustand_.entwackeln, zustand_.achsen, regler_, zeitgeber_, anzeige_)
-    , dienste_{zeitgeber_,         umgebung.eingabe, xpTaste_,    tastenAktion_,
+    , dienste_{zeitgeber_,         eingabe_,         xpTaste_,    tastenAktion_,
                zustand_.gehaltene, zustand_.gegeben, entwackeln_, anzeige_}
     , schubregler_(zustand_.schub, zustand_.achsendatei, zustand_.achsen, dienste_)
     , spielzeitgeber_(zeitgeber_.formularzeitgeber([this] { spieltakt(); }))
@@ -271,6 +278,58 @@ void LaufFenster::Option1Klick(int index) {
 
 bool LaufFenster::pollt() const {
     return spielzeitgeber_->Enabled();
+}
+
+// --- what is held ---
+
+Laufstand LaufFenster::stand() const {
+    Laufstand stand{ebenen_.Ebene(), {}};
+    auto& haltungen = stand.haltungen;
+    const Standquellen quellen{zustand_.druckbuch, zustand_.gehaltene, zeitgeber_.gesetzte()};
+    padhaltungenAnhaengen(haltungen);
+    for (const auto* stick : zustand_.sticks)
+        stickhaltungenAnhaengen(stick->eigenart(), stick->stand(), quellen, haltungen);
+    if (const auto schub = schubregler_.haltung(quellen))
+        haltungen.push_back(*schub);
+    ohneHalterAnhaengen(zustand_.druckbuch, haltungen);
+    return stand;
+}
+
+void LaufFenster::padhaltungenAnhaengen(std::vector<Haltung>& haltungen) const {
+    for (int slot = 0; slot < SLOTS; ++slot) {
+        const Padhalter halter{slot, gedrueckt(slot)};
+        if (const auto wirkung = padwirkung(slot))
+            haltungen.push_back({halter, *wirkung});
+        if (const auto wirkung = halter.gedrueckt ? padmauswirkung(slot) : std::nullopt)
+            haltungen.push_back({halter, *wirkung});
+    }
+}
+
+std::optional<Wirkung> LaufFenster::padwirkung(int slot) const {
+    const auto& tasten = zustand_.tasten;
+    // The masks alone outlast a run.
+    const bool imTakt = ((tasten.DrueckMaske | tasten.PausenMaske) & bit(slot)) != 0 &&
+                        zeitgeber_.gesetzte().contains(slotTimerId(slot));
+    const auto& alle = zustand_.gehaltene.eintraege();
+    const auto eintrag = std::ranges::find(alle, slot, &Halteeintrag::slot);
+    if (eintrag != alle.end())
+        return Tastenwirkung{eintrag->taste, imTakt, imTakt ? 0 : zustand_.druckbuch.druck(eintrag->taste)};
+    if (imTakt) // its pause; it was pressed, so its key is one
+        return Tastenwirkung{
+            tastencode(tasten.TastenSatz[static_cast<std::size_t>(slot) + 1][belegungsfeld::TASTE].zahl()),
+            true, 0};
+    return std::nullopt;
+}
+
+std::optional<Wirkung> LaufFenster::padmauswirkung(int slot) const {
+    const auto knopf = belegung(slot).mausknopf();
+    const auto druck = knopf ? zustand_.druckbuch.mausdruck(*knopf) : 0;
+    return druck != 0 ? std::optional<Wirkung>(Mausknopfwirkung{*knopf, druck}) : std::nullopt;
+}
+
+bool LaufFenster::gedrueckt(int slot) const {
+    return slot < TASTEN ? (JoyInfo_.dwButtons & bit(slot)) != 0
+                         : steuerkreuz_.steht(slot - ERSTER_KREUZSLOT);
 }
 
 void LaufFenster::grenzenLoeschen() {

@@ -27,6 +27,7 @@
 #include "engine/output/XPTaste.h"
 #include "engine/run/GesicherterZeitgeber.h"
 #include "engine/run/Laufdienste.h"
+#include "engine/run/Laufstand.h"
 #include "engine/run/Laufzustand.h"
 #include "engine/slider/Schubregler.h"
 #include "formats/Belegung.h"
@@ -72,6 +73,8 @@ public:
     void HScroll2Aenderung(int wert);
     void Option1Klick(int index);
 
+    /// The layer, and what is held now and for whom. Made when it is asked for: the tick keeps no book of it.
+    Laufstand stand() const;
     /// Whether the poll runs.
     bool pollt() const;
     /// Low word of the buttons, as the layer logic left it in the last tick.
@@ -87,6 +90,10 @@ private:
     void nichtsGedrueckt();
     void wechseln(const Ebenenwechsel::Schritt& schritt);
     void padtastenflanken();
+    void padhaltungenAnhaengen(std::vector<Haltung>& haltungen) const;
+    std::optional<Wirkung> padwirkung(int slot) const;
+    std::optional<Wirkung> padmauswirkung(int slot) const;
+    bool gedrueckt(int slot) const;
     void grenzenLoeschen();
     void sticktabellenLaden(int ebene);
     const Belegung& belegung(int slot) const;
@@ -94,6 +101,7 @@ private:
     Laufzustand& zustand_;
     Joystick& joystick_;
     LaufAnzeige& anzeige_;
+    Eingabe& eingabe_; ///< keeps book
 
     GesicherterZeitgeber zeitgeber_;
     XPTaste xpTaste_;

@@ -7,6 +7,7 @@
 #include "engine/buttons/Wiederholung.h"
 #include "engine/input/Achsen.h"
 #include "engine/input/Entwackeln.h"
+#include "engine/output/Druckbuch.h"
 #include "engine/run/GegebenerStand.h"
 #include "engine/run/GobalVariable.h"
 #include "engine/slider/Schubregler.h"
@@ -26,6 +27,7 @@ struct Laufzustand {
 
     GobalVariable global;
     GegebenerStand gegeben;
+    Druckbuch druckbuch; ///< before what may still send when it dies
     GehalteneTasten gehaltene;
     Wiederholstand wiederholung;
     Tastenstand tasten;

@@ -3,6 +3,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "engine/input/Achsen.h"
+#include "engine/output/Druckbuch.h"
 #include "engine/output/Maus.h"
 #include "engine/output/XPTaste.h"
 #include "engine/run/Fehlerort.h"
@@ -172,6 +173,41 @@ void Schubregler::aktionStarten(int feld, bool erlaubt) {
     case Schubart::Leerfeld:
         break;
     }
+}
+
+// --- what it holds ---
+
+std::optional<Haltung> Schubregler::haltung(const Standquellen& quellen) const {
+    std::optional<Wirkung> eine;
+    if (SchubArtAlt_ && stand_.SchubParameter)
+        misslingt([&] { eine = wirkung(quellen); });
+    return eine ? std::optional(Haltung{Schubhalter{SchubFeldAlt_}, *eine}) : std::nullopt;
+}
+
+std::optional<Wirkung> Schubregler::wirkung(const Standquellen& quellen) const {
+    const auto& buch = quellen.druckbuch;
+    const auto wahl = unterwahl();
+    if (!wahl)
+        return std::nullopt;
+    switch (*SchubArtAlt_) {
+    case Schubart::Mausbewegung:
+        if (quellen.timer.contains(timerid::SCHUBREGLER))
+            return Bewegungswirkung{*wahl};
+        break;
+    case Schubart::Maustaste:
+        if (*wahl < Druckbuch::KNOEPFE && buch.mausdruck(*wahl) != 0)
+            return Mausknopfwirkung{*wahl, buch.mausdruck(*wahl)};
+        break;
+    case Schubart::Tastatur:
+        if (stand_.SchubPause != 0)
+            return Tastenwirkung{taste(), true, 0};
+        if (buch.druck(taste()) != 0)
+            return Tastenwirkung{taste(), *wahl == TASTE_ZEITGESTEUERT, buch.druck(taste())};
+        break;
+    case Schubart::Leerfeld:
+        break;
+    }
+    return std::nullopt;
 }
 
 // --- parameters ---

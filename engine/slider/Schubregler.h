@@ -8,6 +8,7 @@
 
 #include "base/VirtuelleTaste.h"
 #include "engine/run/Laufdienste.h"
+#include "engine/run/Laufstand.h"
 #include "formats/Schubtext.h"
 #include "platform/Zeitgeber.h"
 
@@ -49,6 +50,8 @@ public:
     void erstellen();
     /// One tick. A record that can't be carried out is passed over in silence.
     void auswerten();
+    /// What the slider holds now. Never throws.
+    std::optional<Haltung> haltung(const Standquellen& quellen) const;
     /// The run is over: no movement and no press follows. A key that is down for a time is let go when that
     /// is over, by a timer that needs nothing of the run but its `Eingabe`.
     void beenden();
@@ -65,6 +68,7 @@ private:
     std::optional<int> unterwahl() const;
     std::int32_t parameter(std::size_t stelle) const;
     VirtuelleTaste taste() const;
+    std::optional<Wirkung> wirkung(const Standquellen& quellen) const;
 
     void SchubMausBewegen(const Schubsatz& satz);
     void mausTakt();

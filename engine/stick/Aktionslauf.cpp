@@ -48,6 +48,7 @@ void Aktionslauf::XAktionStarten(const Aktionszeiger& a) const {
     else
         starten(a, X_SEITE);
     umfeld_.stand->AktionAlt[X_SEITE] = a;
+    umfeld_.stand->begonnen[X_SEITE] = true;
     umfeld_.stand->feldAlt[X_SEITE] = umfeld_.felder[X_SEITE];
 }
 
@@ -59,6 +60,7 @@ void Aktionslauf::YAktionStarten(const Aktionszeiger& a) const {
     else
         starten(a, Y_SEITE);
     umfeld_.stand->AktionAlt[Y_SEITE] = a;
+    umfeld_.stand->begonnen[Y_SEITE] = true;
     umfeld_.stand->feldAlt[Y_SEITE] = umfeld_.felder[Y_SEITE];
 }
 
@@ -75,6 +77,7 @@ void Aktionslauf::XYAktionStarten(const Aktionszeiger& ax, const Aktionszeiger& 
     else if (!xBewegt) // else it runs in the diagonal
         YMausBewegen(ay);
     umfeld_.stand->AktionAlt = {ax, ay};
+    umfeld_.stand->begonnen = {true, true};
     umfeld_.stand->feldAlt = umfeld_.felder;
 }
 
@@ -219,6 +222,7 @@ void Aktionslauf::TasteLoslassen(const Tastatur& tastatur, Aktionsseite seite) c
 
 void Aktionslauf::AktionBeenden(const Aktionszeiger& neu) const {
     const auto& alt = umfeld_.stand->AktionAlt;
+    umfeld_.stand->begonnen = {};
     seiteBeenden(X_SEITE);
     if (ist<AbsolutePosition>(alt[X_SEITE]))
         Absolutlauf(umfeld_).beendenX(neu);

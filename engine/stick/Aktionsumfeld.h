@@ -34,6 +34,7 @@ inline constexpr std::uint8_t Y_AUSSEN = 2;
 struct Stickaktionsstand {
     std::array<Aktionszeiger, AKTIONSSEITEN> AktionAlt;    ///< `XAktionAlt`, `YAktionAlt`: last started
     std::array<Feldname, AKTIONSSEITEN> feldAlt;           ///< the fields that those stand in
+    std::array<bool, AKTIONSSEITEN> begonnen{};            ///< those are not ended yet
     std::array<Aktionszeiger, AKTIONSSEITEN> MausAktion;   ///< what the mouse timer repeats
     std::array<Aktionszeiger, AKTIONSSEITEN> TastenAktion; ///< the timed key; null when none
     Aktionszeiger BindenAktion;                            ///< what the timer of `Im Feld binden` repeats

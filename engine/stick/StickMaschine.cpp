@@ -6,6 +6,7 @@
 #include "engine/run/GobalVariable.h"
 #include "engine/run/LaufAnzeige.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -29,6 +30,12 @@ std::size_t nachAussensteigend(const Linienliste& linien, std::int32_t wert) {
         if (linien[i].wert() < wert && (linien[i + 1].endmarke() || wert < linien[i + 1].wert()))
             return i;
     return linien.size() - 1;
+}
+
+// Band `i` of those that the lines bound on their inner side.
+Bandlage bandlage(const Linienliste& linien, std::size_t i) {
+    const auto ende = std::ranges::find_if(linien, [](const Linie& linie) { return linie.endmarke(); });
+    return {static_cast<int>(i) + 1, static_cast<int>(ende - linien.begin())};
 }
 
 std::int32_t wertOder(const Linie& linie, std::int32_t rand) {
@@ -90,6 +97,7 @@ void StickMaschine::xBandSuchen(std::int32_t x, Feldort& feld) {
         grenzen.xMin = wertOder(links[i + 1], 0);
         feld.xLinie = links[i].text();
         feld.name.linien[richtung::LINKS] = links[i].wert();
+        feld.name.baender[richtung::LINKS] = bandlage(links, i);
         feld.xHaelfte = haelfteLinksOderOben(feld.xLinie);
     } else if (x > linien(richtung::RECHTS).front().wert()) {
         const auto& rechts = linien(richtung::RECHTS);
@@ -101,6 +109,7 @@ void StickMaschine::xBandSuchen(std::int32_t x, Feldort& feld) {
         grenzen.xMax = wertOder(rechts[i + 1], STICKEBENENRAND);
         feld.xLinie = rechts[i].text();
         feld.name.linien[richtung::RECHTS] = rechts[i].wert();
+        feld.name.baender[richtung::RECHTS] = bandlage(rechts, i);
         feld.xHaelfte = haelfteRechtsOderUnten(feld.xLinie);
     } else {
         feld.xZone = "Mitte";
@@ -119,6 +128,7 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
         grenzen.yMin = wertOder(oben[i + 1], 0);
         feld.yLinie = oben[i].text();
         feld.name.linien[richtung::OBEN] = oben[i].wert();
+        feld.name.baender[richtung::OBEN] = bandlage(oben, i);
         feld.yHaelfte = haelfteLinksOderOben(feld.yLinie);
     } else if (y > linien(richtung::UNTEN).front().wert()) {
         const auto& unten = linien(richtung::UNTEN);
@@ -127,6 +137,7 @@ void StickMaschine::yBandSuchen(std::int32_t y, Feldort& feld) {
         if (i + 1 < unten.size()) {
             grenzen.yMin = feld.name.linien[richtung::UNTEN] = unten[i].wert();
             grenzen.yMax = wertOder(unten[i + 1], STICKEBENENRAND);
+            feld.name.baender[richtung::UNTEN] = bandlage(unten, i);
         }
         // On a line too, unlike `Rechts`: the line is then the empty end mark.
         feld.yLinie = unten[i].text();

@@ -37,6 +37,7 @@ public:
     std::int32_t StickSperre = 0; ///< bit n: not evaluated in layer n
 
     Stickseite seite() const { return art_.seite; }
+    const Stickeigenart& eigenart() const { return art_; }
     const Stickaktionsstand& stand() const { return stand_; }
 
 private:

@@ -70,3 +70,12 @@ TEST(BelegungTest, GeschriebenKommtSieWieder) {
     for (const auto* text : {"1,65,0-20-30", "10,0,0-0-0", ",,--", "x, y,z-0-"})
         EXPECT_EQ(belegungstext(*belegungStrengLesen(text)), text);
 }
+
+TEST(Belegung, NenntDenMausknopfAberKeinRad) {
+    EXPECT_EQ(Belegung("5,0,0-0-0").mausknopf(), 0);
+    EXPECT_EQ(Belegung("5,0,2-0-0").mausknopf(), 2);
+    EXPECT_EQ(Belegung("05,0, 1").mausknopf(), 1);
+    for (const auto* text :
+         {"5,0,3-0-0", "5,0,4-0-0", "5,0,-1-0-0", "1,65,0-0-0", "5,0,x-0-0", "5,0", "5", ""})
+        EXPECT_EQ(Belegung(text).mausknopf(), std::nullopt) << text;
+}

@@ -79,3 +79,25 @@ TEST(SteuerkreuzTest, NachDerMitteIstAllesVergessen) {
 }
 
 } // namespace
+
+TEST(Steuerkreuz, StehtInBeidenRichtungenEinerDiagonale) {
+    const auto stehende = [](std::initializer_list<std::uint32_t> werte) {
+        Steuerkreuz kreuz;
+        for (const auto wert : werte)
+            kreuz.auswerten(wert);
+        std::string alle;
+        for (int richtung = 0; richtung < 4; ++richtung)
+            if (kreuz.steht(richtung))
+                alle += std::to_string(richtung);
+        return alle;
+    };
+    EXPECT_EQ(stehende({}), "");
+    EXPECT_EQ(stehende({MITTE}), "");
+    EXPECT_EQ(stehende({0}), "0");
+    EXPECT_EQ(stehende({4500}), "01");
+    EXPECT_EQ(stehende({13500}), "12");
+    EXPECT_EQ(stehende({22500}), "23");
+    EXPECT_EQ(stehende({31500}), "03");
+    EXPECT_EQ(stehende({18000, NIRGENDS}), "2");
+    EXPECT_EQ(stehende({18000, MITTE}), "");
+}
