@@ -3,6 +3,7 @@
 
 #include "editors/axes/Achsenwahl.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Padzeile.h"
 #include "engine/input/Padabfrage.h"
 
 #include <QCloseEvent>
@@ -78,6 +79,7 @@ AchzenKalib::AchzenKalib(Achsendatei& achsendatei, Joystick& joystick, Zeitgeber
     anordnung->addWidget(rahmengitter(), 1);
     anordnung->addWidget(hinweise());
     anordnung->addWidget(knopfzeile());
+    anordnung->addWidget(new Padzeile(joystick_));
     breiteSetzen(*this, 0);
     hoeheSetzen(*this, 0);
 
@@ -164,9 +166,10 @@ void AchzenKalib::belegungZeigen() {
 }
 
 void AchzenKalib::Timer1_Timer() {
-    padAbfragen(joystick_, joystickinfo_); // without a pad the bars stay where they are
+    const bool da = padAbfragen(joystick_, joystickinfo_); // without a pad the bars stay where they are
     for (std::size_t i = 0; i < ACHSEN; ++i) {
         auto& bar = *zeilen_[i].VScroll1;
+        bar.setEnabled(da); // and are grey
         bar.setValue(balkenwert(joystickinfo_.*ROHACHSEN[i], bar.maximum()));
     }
 }

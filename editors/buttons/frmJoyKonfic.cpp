@@ -9,6 +9,7 @@
 #include "editors/buttons/Wahlknopf.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Kurzlabel.h"
+#include "editors/common/Padzeile.h"
 #include "editors/common/Tastenfang.h"
 #include "engine/input/Padabfrage.h"
 #include "engine/run/GobalVariable.h"
@@ -96,6 +97,7 @@ frmJoyKonfic::frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber&
     eigenschaften_ = new Tasteneigenschaften(werk_);
     unten->addWidget(eigenschaften_, 1);
     anordnung->addLayout(unten);
+    anordnung->addWidget(new Padzeile(joystick_));
     ebenen_[0]->setFocus();
 }
 

@@ -3,6 +3,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Padzeile.h"
 #include "editors/main/Stickrahmen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "platform/Prozess.h"
@@ -89,6 +90,7 @@ void frmHaupt::aufbauen() {
     unterteil_ = unterteil();
     anordnung->addWidget(unterteil_, 1);
     anordnung->addStretch();
+    anordnung->addWidget(new Padzeile(laufsteuerung_.joystick()));
     gleichBreit(*findChild<QLabel*>(feldname("Label1", 0)), *findChild<QLabel*>(feldname("Label1", 1)));
     breiteSetzen(*this, BREITE);
     volleHoehe(true);

@@ -21,6 +21,8 @@ public:
                   Laufmarke& marke);
     ~Laufsteuerung() override;
 
+    /// The pad that a run is played by.
+    Joystick& joystick() const { return joystick_; }
     /// Whether a run is on.
     bool geladen() const { return ansicht_ != nullptr; }
     /// Loads the window for the current `Schema` and shows it; a run that is on ends first. Where another

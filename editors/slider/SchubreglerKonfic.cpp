@@ -4,6 +4,7 @@
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Optionen.h"
+#include "editors/common/Padzeile.h"
 #include "editors/slider/Schubaktionsrahmen.h"
 #include "editors/slider/Schubbild.h"
 #include "editors/slider/Schubzahlen.h"
@@ -52,6 +53,7 @@ SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, Achsendatei& a
     anordnung->addWidget(feldbereich(), 1);
     anordnung->addWidget(nurAuswaerts_ = benannt(new QCheckBox(NUR_AUSWAERTS), "Check2"));
     anordnung->addWidget(fusszeile());
+    anordnung->addWidget(new Padzeile(achsen_.joystick()));
     breiteSetzen(*this, 0);
     hoeheSetzen(*this, 0);
 

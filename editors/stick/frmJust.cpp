@@ -6,6 +6,7 @@
 #include "editors/common/Fenster.h"
 #include "editors/common/Fensterplatz.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Padzeile.h"
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Ebenenbild.h"
 #include "editors/stick/Ebenenstimme.h"
@@ -29,6 +30,9 @@ constexpr const char* TITEL = "Stick justieren";
 constexpr QSize GROESSE{1024, 768};
 constexpr QSize KLEINSTE{640, 480};
 
+constexpr QPoint PADZEILENORT{20, 18};
+constexpr int PADZEILENBREITE = 400;
+constexpr int PADZEILENDECKUNG = 200; // of 255: the picture shines through
 constexpr auto LIVE_INTERVALL = 5ms;
 constexpr double PUNKT_ANFANG = 32764.5;
 
@@ -67,6 +71,7 @@ void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
         art_.tafel, tastatur,
         [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
         ebene_);
+    padzeileLegen();
 
     einpassen();
     vorgabe_ = size();
@@ -81,6 +86,22 @@ void frmJust::einpassen() {
                        .expandedTo(aktionstafel_->sizeHint())
                        .boundedTo(platz));
     resize(passend.expandedTo(minimumSize()));
+}
+
+// In a corner of the plane, beside its arrows and below all else; a click on it is one on the plane.
+void frmJust::padzeileLegen() {
+    auto* zeile = new Padzeile(zustand_.achsen.joystick());
+    zeile->setParent(ebene_);
+    zeile->setMaximumWidth(PADZEILENBREITE);
+    auto farben = zeile->palette();
+    auto grund = farben.color(QPalette::Window);
+    grund.setAlpha(PADZEILENDECKUNG);
+    farben.setColor(QPalette::Window, grund);
+    zeile->setPalette(farben);
+    zeile->setAutoFillBackground(true);
+    zeile->adjustSize();
+    zeile->move(PADZEILENORT);
+    zeile->lower();
 }
 
 void frmJust::verbinden() {

@@ -62,6 +62,7 @@ protected:
 
 private:
     void aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur);
+    void padzeileLegen();
     void verbinden();
     void einpassen();
     void stimmeGeben();

@@ -16,6 +16,9 @@ public:
     /// `zuordnung` is looked at in each reading.
     Achsen(Joystick& joystick, const Achsendatei& zuordnung) : joystick_(joystick), zuordnung_(zuordnung) {}
 
+    /// The pad that is polled.
+    Joystick& joystick() const { return joystick_; }
+
     /// Polls the pad, in spite of its name, and gives the axes their values by the assignment; where a name
     /// stands twice, the first raw axis counts. Is cheap and allocates nothing: it runs every millisecond.
     void AchsenLesen();

@@ -157,6 +157,24 @@ TEST_F(AchzenKalibTest, OhnePadBleibenDieBalkenStehen) {
     EXPECT_EQ(balken().front(), 32767);
 }
 
+TEST_F(AchzenKalibTest, OhnePadSindDieBalkenGrau) {
+    const auto graue = [] {
+        int anzahl = 0;
+        for (int i = 0; i < static_cast<int>(ACHSEN); ++i)
+            anzahl += control<QScrollBar>(form(), QString("VScroll1(%1)").arg(i)).isEnabled() ? 0 : 1;
+        return anzahl;
+    };
+    oeffnen();
+    vergehen(50);
+    EXPECT_EQ(graue(), 0);
+    pad_.da = false;
+    vergehen(50);
+    EXPECT_EQ(graue(), 6);
+    pad_.da = true;
+    vergehen(50);
+    EXPECT_EQ(graue(), 0);
+}
+
 TEST_F(AchzenKalibTest, DieBalkenZeigenNurUndNehmenKeineHandAn) {
     oeffnen();
     vergehen(50);
