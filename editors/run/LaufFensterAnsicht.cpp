@@ -4,6 +4,9 @@
 #include "base/LaufzeitFehler.h"
 #include "base/Regler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Padzeile.h"
+#include "editors/run/Standanzeige.h"
+#include "store/schema/modKeyCode.h"
 
 #include <QCloseEvent>
 #include <QFormLayout>
@@ -18,15 +21,21 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 
 constexpr int HOEHE_EINGEKLAPPT = twips(2800);
 constexpr int HOEHE_AUSGEKLAPPT = twips(7605);
-constexpr int BREITE = 660;
+constexpr int BREITE = 780;
 
 // Reports come every millisecond; nobody reads faster than this.
 constexpr int BERICHTSINTERVALL_MS = 50;
+
+// What is held is read, not played by: often enough for the eye.
+constexpr std::chrono::milliseconds STANDTAKT{200};
+
+constexpr const char* GESTARTET = "Schema gestartet";
 
 constexpr const char* ANLEITUNG = "Testfenster!\n"
                                   "Drücken Sie mit der linken Maustaste auf das Fenster, \n"
@@ -67,20 +76,32 @@ QLabel* wertlabel(const QString& name, int wert) {
     return label;
 }
 
+// Without them the keys are shown by their numbers; what else is wrong with the database ends the start.
+Haltebericht::Tastennamen tastennamen(const std::string& datenbankPfad) {
+    try {
+        return TastennamenLesen(datenbankPfad);
+    } catch (const LaufzeitFehler&) {
+        return {};
+    }
+}
+
 } // namespace
 
 LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe,
-                                       Zeitgeber& zeitgeber) {
+                                       Zeitgeber& zeitgeber)
+    : zustand_(zustand), joystick_(joystick) {
     setObjectName("LaufFenster");
+    setToolTip("Schließen des Fensters beendet das Schema.");
     berichtstakt_ = new QTimer(this);
     berichtstakt_->setSingleShot(true);
     berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
     connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
-    setWindowTitle("Schema gestartet");
+    setWindowTitle(GESTARTET);
     lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this});
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
+    anordnung->addWidget(new Padzeile(joystick_, Padzeile::Ort::Lauf));
     anordnung->addWidget(testfeldBauen());
     anordnung->addStretch();
     breiteSetzen(*this, BREITE); // wide enough for the test panel, too
@@ -88,15 +109,20 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
     hoeheSetzen(*this, HOEHE_EINGEKLAPPT);
     setFocusPolicy(Qt::StrongFocus);
     setFocus();
+    standtakt_ = zeitgeber.formularzeitgeber([this] { standZeigen(); });
+    standtakt_->Interval(STANDTAKT);
 }
 
 LaufFensterAnsicht::~LaufFensterAnsicht() = default;
 
 void LaufFensterAnsicht::laden() {
+    haltebericht_ = Haltebericht(tastennamen(zustand_.global.DatenbankPfad));
     lauf_->laden();
+    standtakt_->Enabled(true);
 }
 
 std::optional<LaufzeitFehler> LaufFensterAnsicht::entladen() {
+    standtakt_->Enabled(false);
     auto fehler = lauf_ ? lauf_->beenden() : std::nullopt;
     lauf_.reset();
     hide();
@@ -111,6 +137,16 @@ void LaufFensterAnsicht::closeEvent(QCloseEvent* ereignis) {
 // --- top part, always in sight ---
 
 QWidget* LaufFensterAnsicht::kopf() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    zeile->setSpacing(14);
+    zeile->addWidget(bedienung());
+    zeile->addWidget(stand(), 1);
+    return bereich;
+}
+
+QWidget* LaufFensterAnsicht::bedienung() {
     auto* bereich = new QWidget;
     auto* gitter = new QGridLayout(bereich);
     gitter->setContentsMargins(0, 0, 0, 0);
@@ -128,18 +164,24 @@ QWidget* LaufFensterAnsicht::kopf() {
     }
     knoepfe->addStretch();
 
-    auto* stand = new QFormLayout;
-    umschaltung_ = benannt(new QLabel, "lblUmschalt");
-    gedrueckte_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
-    stand->addRow("Ebene betreten:", umschaltung_);
-    stand->addRow("Gedrückte Knöpfe:", gedrueckte_);
-
     gitter->addLayout(knoepfe, 0, 0);
     gitter->addWidget(ausgabegruppe(), 0, 1);
-    gitter->addLayout(stand, 0, 2);
-    gitter->addWidget(wiederholungszeile(), 1, 0, 1, 3);
-    gitter->setColumnStretch(2, 1);
+    gitter->addWidget(wiederholungszeile(), 1, 0, 1, 2);
+    gitter->setRowStretch(2, 1);
     return bereich;
+}
+
+QWidget* LaufFensterAnsicht::stand() {
+    auto* neben = new QWidget;
+    auto* zeilen = new QFormLayout(neben);
+    zeilen->setContentsMargins(0, 0, 0, 0);
+    umschaltung_ = benannt(new QLabel, "lblUmschalt");
+    gedrueckte_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
+    // It comes for a tick: nothing beside it may move.
+    umschaltung_->setMinimumWidth(umschaltung_->fontMetrics().horizontalAdvance("Umschalttaste 2"));
+    zeilen->addRow("Ebene betreten:", umschaltung_);
+    zeilen->addRow("Gedrückte Knöpfe:", gedrueckte_);
+    return standanzeige_ = benannt(new Standanzeige(neben), "Standanzeige");
 }
 
 QWidget* LaufFensterAnsicht::ausgabegruppe() {
@@ -310,7 +352,31 @@ void LaufFensterAnsicht::Option1Klick(int index) {
 // --- the engine's output ---
 
 void LaufFensterAnsicht::titel(const std::string& text) {
-    setWindowTitle(qt(text));
+    const auto neuer = qt(text);
+    if (neuer == windowTitle())
+        return;
+    setWindowTitle(neuer);
+    leerenTitelErsetzen();
+}
+
+/// The caption is the list of held keys, empty where nothing is held. A window without a title gets the name
+/// of the program from Qt, which says nothing here.
+void LaufFensterAnsicht::leerenTitelErsetzen() {
+    if (windowHandle() && windowTitle().isEmpty())
+        windowHandle()->setTitle(GESTARTET);
+}
+
+void LaufFensterAnsicht::showEvent(QShowEvent* ereignis) {
+    leerenTitelErsetzen();
+    QWidget::showEvent(ereignis);
+}
+
+void LaufFensterAnsicht::standZeigen() {
+    laufzeit_ += STANDTAKT;
+    const auto stand = lauf_->stand();
+    const auto zeilen = haltebericht_.zeilen(stand, laufzeit_); // also out of sight: time goes on
+    if (isVisible() && !isMinimized())
+        standanzeige_->zeigen(stand.ebene, zeilen);
 }
 
 void LaufFensterAnsicht::lblUmschalt(std::string_view text) {

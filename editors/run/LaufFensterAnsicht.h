@@ -3,12 +3,15 @@
 #pragma once
 
 #include "base/Spuren.h"
+#include "editors/run/Haltebericht.h"
 #include "engine/run/LaufAnzeige.h"
 #include "engine/run/LaufFenster.h"
+#include "platform/Zeitgeber.h"
 
 #include <QWidget>
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -19,6 +22,7 @@ class QPushButton;
 class QRadioButton;
 class QScrollBar;
 class QTimer;
+class Standanzeige;
 
 class LaufFensterAnsicht final : public QWidget, private LaufAnzeige {
     Q_OBJECT
@@ -46,9 +50,12 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
+    void showEvent(QShowEvent* ereignis) override;
 
 private:
     QWidget* kopf();
+    QWidget* bedienung();
+    QWidget* stand();
     QWidget* ausgabegruppe();
     QWidget* wiederholungszeile();
     QWidget* testfeldBauen();
@@ -61,6 +68,8 @@ private:
     void Command1Klick(int index);
     void spurenSchreiben();
     void berichteSchreiben();
+    void standZeigen();
+    void leerenTitelErsetzen();
 
     void titel(const std::string& text) override;
     void lblUmschalt(std::string_view text) override;
@@ -76,6 +85,8 @@ private:
     void hauptformZurueck(bool zeigen) override;
     void abgebrochen(const LaufzeitFehler& fehler) override;
 
+    Laufzustand& zustand_;
+    Joystick& joystick_;
     std::array<QPushButton*, 2> knoepfe_{};
     std::array<QRadioButton*, 3> ausgabearten_{};
     QLabel* umschaltung_ = nullptr;
@@ -89,5 +100,9 @@ private:
     QTimer* berichtstakt_;
     std::array<QLabel*, SPUREN> spurfelder_{};
     std::array<QString, SPUREN> spuren_; // what Erg shows as soon as the test panel does
+    Standanzeige* standanzeige_ = nullptr;
+    Haltebericht haltebericht_;
+    std::chrono::milliseconds laufzeit_{0}; ///< of the looks at what is held
+    std::unique_ptr<Formularzeitgeber> standtakt_;
     std::unique_ptr<LaufFenster> lauf_;
 };

@@ -39,3 +39,11 @@ std::string KeyCodeSuchen(const std::string& datenbankPfad, int richtung, const 
     Database datenbank = OpenDatabase(datenbankPfad);
     return richtung == 0 ? TastennameLesen(datenbank, wert) : codeZuName(datenbank, wert);
 }
+
+std::map<std::string, std::string> TastennamenLesen(const std::string& datenbankPfad) {
+    std::map<std::string, std::string> namen;
+    Database datenbank = OpenDatabase(datenbankPfad);
+    for (Recordset satz = datenbank.OpenRecordset("tblKeyCode"); !satz.get_EOF(); satz.MoveNext())
+        namen[alsText(satz.get_Value("Keyc"))] = alsText(satz.get_Value("Keye"));
+    return namen;
+}

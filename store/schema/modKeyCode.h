@@ -2,6 +2,7 @@
 // Key codes and their German names, from tblKeyCode.
 #pragma once
 
+#include <map>
 #include <string>
 
 class Database;
@@ -16,3 +17,6 @@ std::string TastennameLesen(Database& datenbank, const std::string& code);
 /// name and its code comes back; a failing statement then throws, as does a name without a row (3021). A
 /// database that cannot be opened throws in both directions.
 std::string KeyCodeSuchen(const std::string& datenbankPfad, int richtung, const std::string& wert);
+
+/// The names of all keys, by their codes in decimal. Throws LaufzeitFehler.
+std::map<std::string, std::string> TastennamenLesen(const std::string& datenbankPfad);

@@ -5,6 +5,7 @@
 #include "tests/hilfen/XServer.h"
 
 #include <QMessageBox>
+#include <QLabel>
 #include <QScrollBar>
 #include <QTimer>
 
@@ -211,6 +212,57 @@ TEST_F(Ablauf, EinPadDarfNachDemStartKommen) {
     takte(2);
     tippen(DREIECK);
     EXPECT_EQ(angekommen(), (Ereignisse{ab(A), auf(A)}));
+}
+
+TEST_F(Ablauf, DasFensterNenntDasPadUndSagtWennEsGetrenntIst) {
+    starten(schemaS(datenbank_));
+    const auto sagt = [](const QString& text) {
+        const auto* zeile = laufFenster()->findChild<QLabel*>("lblPad");
+        const bool da = QTest::qWaitFor([&] { return zeile->text() == text; }, GEDULD_MS);
+        EXPECT_TRUE(da) << zeile->text().toStdString();
+    };
+    const auto haelt = [](const QString& text) {
+        const auto* zeile = laufFenster()->findChild<QLabel*>("lblGehalten(0)");
+        const bool da = QTest::qWaitFor([&] { return zeile->text().startsWith(text); }, GEDULD_MS);
+        EXPECT_TRUE(da) << zeile->text().toStdString();
+    };
+    sagt("● Spielpad");
+    haelt("Nichts gehalten");
+    druecken(DREIECK);
+    haelt("Dreieck → A, ");
+    {
+        const Spielpad zweites("Zweites Pad");
+        pad_.reset(); // the first one goes, the second one steps in, its button is up
+        sagt("● Zweites Pad");
+        haelt("Nichts gehalten");
+    }
+    sagt("○ Gamepad getrennt, der letzte Stand gilt");
+    pad_.emplace("Wieder da");
+    sagt("● Wieder da");
+    druecken(DREIECK);
+    pad_.reset();
+    sagt("○ Gamepad getrennt, der letzte Stand gilt");
+    haelt("Dreieck → A, ");
+    pad_.emplace();
+    sagt("● Spielpad");
+    haelt("Nichts gehalten");
+}
+
+TEST_F(Ablauf, DerTitelIstNieDerNameDesProgramms) {
+    starten(schemaS(datenbank_));
+    const auto heisst = [this](const std::string& titel) {
+        const auto fenster = laufFenster()->winId();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return lauscher_->titel(fenster) == titel; }, GEDULD_MS))
+            << lauscher_->titel(fenster);
+    };
+    heisst("Schema gestartet");
+    druecken(DREIECK);
+    heisst("0-65,");
+    loesen(DREIECK);
+    heisst("Schema gestartet");
+    laufFenster()->showMinimized();
+    laufFenster()->showNormal();
+    heisst("Schema gestartet");
 }
 
 TEST_F(Ablauf, EinSignalBeendetDasProgrammUndLoestSeineTasten) {

@@ -4,9 +4,14 @@
 #include <limits>
 #include <stdexcept>
 
-Spielpad::Spielpad() {
-    const int stelle = SDL_JoystickAttachVirtual(SDL_JOYSTICK_TYPE_GAMECONTROLLER, SDL_CONTROLLER_AXIS_MAX,
-                                                 SDL_CONTROLLER_BUTTON_MAX, 0);
+Spielpad::Spielpad(const char* name) {
+    SDL_VirtualJoystickDesc beschreibung{};
+    beschreibung.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
+    beschreibung.type = SDL_JOYSTICK_TYPE_GAMECONTROLLER;
+    beschreibung.naxes = SDL_CONTROLLER_AXIS_MAX;
+    beschreibung.nbuttons = SDL_CONTROLLER_BUTTON_MAX;
+    beschreibung.name = name;
+    const int stelle = SDL_JoystickAttachVirtualEx(&beschreibung);
     if (stelle < 0)
         throw std::runtime_error(SDL_GetError());
     kennung_ = SDL_JoystickGetDeviceInstanceID(stelle);

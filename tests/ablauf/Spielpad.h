@@ -7,7 +7,8 @@
 /// Plugged in as long as it lives. SDL must have been started.
 class Spielpad {
 public:
-    Spielpad();
+    /// `name` is what it calls itself.
+    explicit Spielpad(const char* name = "Spielpad");
     ~Spielpad();
     Spielpad(const Spielpad&) = delete;
     Spielpad& operator=(const Spielpad&) = delete;

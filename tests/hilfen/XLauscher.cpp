@@ -3,6 +3,7 @@
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <X11/extensions/XInput2.h>
 #include <array>
 #include <cmath>
@@ -145,6 +146,15 @@ std::vector<std::string> XLauscher::vorhandene() {
         if (auto text = naechstes(); !text.empty())
             texte.push_back(std::move(text));
     return texte;
+}
+
+std::string XLauscher::titel(unsigned long fenster) const {
+    XTextProperty text{};
+    if (XGetTextProperty(anzeige_, fenster, &text, XInternAtom(anzeige_, "_NET_WM_NAME", False)) == 0)
+        return {};
+    const std::string titel(reinterpret_cast<const char*>(text.value), text.nitems);
+    XFree(text.value);
+    return titel;
 }
 
 std::pair<int, int> XLauscher::zeiger() const {

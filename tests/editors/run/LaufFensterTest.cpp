@@ -7,10 +7,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QWindow>
 
 #include <filesystem>
 #include <fstream>
@@ -37,6 +39,16 @@ protected:
         return control<QPushButton>(*laufFenster(), QString("Command1(%1)").arg(index));
     }
     QString label(const QString& name) { return control<QLabel>(*laufFenster(), name).text(); }
+    /// The lines of what is held; "!" before a striking one.
+    std::vector<QString> gehaltenes() {
+        std::vector<QString> zeilen;
+        for (int i = 0; i < 6; ++i) {
+            const auto& zeile = control<QLabel>(*laufFenster(), QString("lblGehalten(%1)").arg(i));
+            if (!zeile.text().isEmpty())
+                zeilen.push_back((zeile.font().bold() ? "!" : "") + zeile.text());
+        }
+        return zeilen;
+    }
     QScrollBar& leiste(const QString& name) { return control<QScrollBar>(*laufFenster(), name); }
 };
 
@@ -128,6 +140,133 @@ TEST_F(LaufFensterForm, NenntEineEbeneImTaktDerSieBetritt) {
     tastenDruecken(16);
     vergehen(5);
     EXPECT_EQ(label("lblUmschalt"), "Umschalttaste 2");
+}
+
+TEST_F(LaufFensterForm, DieEbeneStehtGrossDaSolangeSieGilt) {
+    laufen();
+    const auto& ebene = control<QLabel>(*laufFenster(), "lblEbene");
+    EXPECT_EQ(ebene.text(), "Ebene: Standart");
+    EXPECT_GT(ebene.fontMetrics().height(), laufFenster()->fontMetrics().height());
+    tastenDruecken(8);
+    vergehen(200);
+    EXPECT_EQ(ebene.text(), "Ebene: Umschalt 1");
+    vergehen(5000);
+    EXPECT_EQ(ebene.text(), "Ebene: Umschalt 1");
+    tastenDruecken(0);
+    vergehen(20);
+    tastenDruecken(16);
+    vergehen(200);
+    EXPECT_EQ(ebene.text(), "Ebene: Umschalt 2");
+    tastenDruecken(0);
+    vergehen(200);
+    EXPECT_EQ(ebene.text(), "Ebene: Standart");
+}
+
+TEST_F(LaufFensterForm, SagtWasGehaltenWirdUndWieLange) {
+    using Zeilen = std::vector<QString>;
+    laufen();
+    vergehen(200);
+    EXPECT_EQ(gehaltenes(), Zeilen{"Nichts gehalten"});
+    tastenDruecken(4);
+    vergehen(200);
+    EXPECT_EQ(gehaltenes(), Zeilen{"Kreuz → A, 0 s"});
+    vergehen(3000);
+    EXPECT_EQ(gehaltenes(), Zeilen{"Kreuz → A, 3 s"});
+    tastenDruecken(4 + 32);
+    vergehen(200);
+    EXPECT_EQ(gehaltenes(), (Zeilen{"Kreuz → A, 3 s", "L 1 → B im Takt, 0 s"}));
+    vergehen(7000);
+    EXPECT_EQ(gehaltenes(), (Zeilen{"!⚠ Kreuz → A, 10 s", "L 1 → B im Takt, 7 s"}));
+    tastenDruecken(0);
+    vergehen(200);
+    EXPECT_EQ(gehaltenes(), Zeilen{"Nichts gehalten"});
+}
+
+TEST_F(LaufFensterForm, ZeigtEineTasteDieDerLetzteLaufUntenGelassenHat) {
+    laufen();
+    tastenDruecken(4);
+    vergehen(20);
+    starter().click();
+    tastenDruecken(0);
+    starter().click();
+    vergehen(1200);
+    EXPECT_EQ(gehaltenes(), std::vector<QString>{"!⚠ Kreuz (losgelassen) → A, 1 s"});
+}
+
+TEST_F(LaufFensterForm, WasKeinenPlatzHatIstGezaehlt) {
+    Schemabau viele(datenbank_, "V");
+    for (int slot = 0; slot < 8; ++slot)
+        viele.taste(slot, "1," + std::to_string(65 + slot) + ",0-0-0");
+    viele.anlegen();
+    datenbank_.sql("DELETE FROM tblTastatur WHERE Schemaname = 'S'");
+    laufen();
+    tastenDruecken(0x3F);
+    vergehen(200);
+    EXPECT_EQ(gehaltenes().size(), 6U);
+    EXPECT_EQ(gehaltenes().back(), "L 1 → F, 0 s");
+    tastenDruecken(0xFF);
+    vergehen(200);
+    EXPECT_EQ(gehaltenes().size(), 6U);
+    EXPECT_EQ(gehaltenes().back(), "… und 3 weitere");
+}
+
+TEST_F(LaufFensterForm, SchreibtNurWasSichAendertUndZuSehenIst) {
+    class Zaehler final : public QObject {
+    public:
+        int gemalt = 0;
+        bool eventFilter(QObject*, QEvent* ereignis) override {
+            gemalt += ereignis->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    } zaehler;
+    laufen();
+    tastenDruecken(4);
+    vergehen(1200);
+    auto& anzeige = control<QWidget>(*laufFenster(), "Standanzeige");
+    for (auto* teil : anzeige.findChildren<QLabel*>())
+        teil->installEventFilter(&zaehler);
+    vergehen(600); // three looks within a second
+    EXPECT_EQ(zaehler.gemalt, 0);
+    vergehen(400);
+    EXPECT_GT(zaehler.gemalt, 0);
+
+    laufFenster()->showMinimized();
+    const auto vorher = gehaltenes();
+    auto* fenster = laufFenster();
+    vergehen(5000);
+    EXPECT_EQ(gehaltenes(), vorher);
+    fenster->showNormal();
+    vergehen(200);
+    EXPECT_EQ(gehaltenes(), std::vector<QString>{"Kreuz → A, 7 s"}); // the time went on
+}
+
+TEST_F(LaufFensterForm, OhneTastennamenStehtDieNummerDa) {
+    datenbank_.sql("DROP TABLE tblKeyCode");
+    laufen();
+    tastenDruecken(4);
+    vergehen(200);
+    EXPECT_EQ(gehaltenes(), std::vector<QString>{"Kreuz → Taste 65, 0 s"});
+}
+
+TEST_F(LaufFensterForm, DasFensterSagtDassSeinSchliessenDenLaufBeendet) {
+    laufen();
+    EXPECT_EQ(laufFenster()->toolTip(), "Schließen des Fensters beendet das Schema.");
+    const QPointer<QWidget> fenster = laufFenster();
+    fenster->close();
+    ereignisse();
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_TRUE(haupt().isVisible());
+}
+
+TEST_F(LaufFensterForm, EinLeererTitelZeigtNichtDenNamenDesProgramms) {
+    laufen();
+    tastenDruecken(4);
+    vergehen(5);
+    EXPECT_EQ(laufFenster()->windowHandle()->title(), "2-65,");
+    tastenDruecken(0);
+    vergehen(5);
+    EXPECT_EQ(laufFenster()->windowTitle(), "");
+    EXPECT_EQ(laufFenster()->windowHandle()->title(), "Schema gestartet");
 }
 
 TEST_F(LaufFensterForm, StopHaeltDieAbfrageAnUndStartSetztSieFort) {

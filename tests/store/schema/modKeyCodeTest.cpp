@@ -56,3 +56,17 @@ TEST(KeyCodeSuchen, OhneDatenbankGibtEsKeineSuche) {
     for (const int richtung : {0, 1})
         EXPECT_EQ(fehlernummer([&] { KeyCodeSuchen((ordner.pfad() / "x").string(), richtung, "9"); }), 3024);
 }
+
+TEST(TastennamenLesen, GibtJedemCodeSeinenNamen) {
+    const Testdatenbank datei;
+    datei.sql(
+        "DELETE FROM tblKeyCode; INSERT INTO tblKeyCode VALUES ('65', 'A'), ('32', 'Leertaste'), ('7', '')");
+    EXPECT_EQ(TastennamenLesen(datei.pfad()),
+              (std::map<std::string, std::string>{{"65", "A"}, {"32", "Leertaste"}, {"7", ""}}));
+    datei.sql("DELETE FROM tblKeyCode");
+    EXPECT_TRUE(TastennamenLesen(datei.pfad()).empty());
+}
+
+TEST(TastennamenLesen, OhneDatenbankGibtEsKeine) {
+    EXPECT_THROW(TastennamenLesen("/gibt/es/nicht.twk"), LaufzeitFehler);
+}
