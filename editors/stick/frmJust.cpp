@@ -11,6 +11,7 @@
 #include "editors/stick/Ebenenbild.h"
 #include "editors/stick/Ebenenstimme.h"
 #include "editors/stick/Justiertafeln.h"
+#include "editors/stick/Schiebetafel.h"
 #include "editors/stick/Stickebene.h"
 #include "store/schema/modKeyCode.h"
 #include "store/schema/modSpeichern.h"
@@ -30,7 +31,7 @@ constexpr const char* TITEL = "Stick justieren";
 constexpr QSize GROESSE{1024, 768};
 constexpr QSize KLEINSTE{640, 480};
 
-constexpr QPoint PADZEILENORT{20, 18};
+constexpr int PADZEILENABSTAND = 20;
 constexpr int PADZEILENBREITE = 400;
 constexpr int PADZEILENDECKUNG = 200; // of 255: the picture shines through
 constexpr auto LIVE_INTERVALL = 5ms;
@@ -71,7 +72,7 @@ void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
         art_.tafel, tastatur,
         [this](const std::string& nummer) { return KeyCodeSuchen(global_.DatenbankPfad, 0, nummer); },
         ebene_);
-    padzeileLegen();
+    padzeileBauen();
 
     einpassen();
     vorgabe_ = size();
@@ -88,9 +89,9 @@ void frmJust::einpassen() {
     resize(passend.expandedTo(minimumSize()));
 }
 
-// In a corner of the plane, beside its arrows and below all else; a click on it is one on the plane.
-void frmJust::padzeileLegen() {
-    auto* zeile = new Padzeile(zustand_.achsen.joystick());
+// On the plane below all else; a click on it is one on the plane.
+void frmJust::padzeileBauen() {
+    auto* zeile = padzeile_ = new Padzeile(zustand_.achsen.joystick());
     zeile->setParent(ebene_);
     zeile->setMaximumWidth(PADZEILENBREITE);
     auto farben = zeile->palette();
@@ -100,8 +101,13 @@ void frmJust::padzeileLegen() {
     zeile->setPalette(farben);
     zeile->setAutoFillBackground(true);
     zeile->adjustSize();
-    zeile->move(PADZEILENORT);
     zeile->lower();
+}
+
+// Above the strips and beside the arrows, where a game shows least.
+void frmJust::padzeileLegen() {
+    const auto streifen = ebenenpixel({0, double(Schiebetafel::STREIFEN_OBEN), 0, 0}, ebene_->size());
+    padzeile_->move(PADZEILENABSTAND, static_cast<int>(streifen.top()) - padzeile_->height());
 }
 
 void frmJust::verbinden() {
@@ -135,6 +141,7 @@ void frmJust::stimmeGeben() {
 
 void frmJust::resizeEvent(QResizeEvent*) {
     ebene_->setGeometry(rect());
+    padzeileLegen();
 }
 
 void frmJust::tafelnLegen() {

@@ -21,6 +21,7 @@
 class Aktionstafel;
 class Ebenenstimme;
 class Justiertafeln;
+class Padzeile;
 class Laufsteuerung;
 class Stickebene;
 class Tastatur;
@@ -62,6 +63,7 @@ protected:
 
 private:
     void aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur);
+    void padzeileBauen();
     void padzeileLegen();
     void verbinden();
     void einpassen();
@@ -116,6 +118,7 @@ private:
     std::optional<Fehlernummer> gesagt_; ///< the last error told, until the store can be read again
 
     Stickebene* ebene_ = nullptr;
+    Padzeile* padzeile_ = nullptr;
     Justiertafeln* tafeln_ = nullptr;
     Aktionstafel* aktionstafel_ = nullptr;
     QSize vorgabe_;      ///< what it comes with, until its own frame is known; then null
