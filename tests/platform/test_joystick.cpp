@@ -347,7 +347,7 @@ TEST_F(SdlPadmeldung, EinPadWirdMitNameGuidUndZuordnungGenanntWennEsKommtUndWenn
 TEST_F(SdlPadmeldung, VonZweiPadsWirdDasErsteAlsDasBenutzteGenannt) {
     auto erstes = std::make_unique<VirtuellesPad>();
     const auto benutztes = name(0);
-    const VirtuellesPad zweites({SDL_JOYSTICK_TYPE_UNKNOWN, 2, 4, 0});
+    const VirtuellesPad zweites({SDL_JOYSTICK_TYPE_UNKNOWN, 2, 4, 0, "Zweitpad"});
     const auto anderes = name(1);
     ASSERT_NE(benutztes, anderes);
     EXPECT_THAT(gemeldetes(), testing::ElementsAre(testing::StartsWith("Gamepad da: " + benutztes),

@@ -520,7 +520,7 @@ TEST_P(Ebenenstimmentest, AuchTafelnUndZustandGehoerenDazuAberKeineLinien) {
         EXPECT_EQ(zugang().child(i)->parent(), &zugang());
     }
     namen.sort();
-    EXPECT_EQ(namen, (QStringList{"Frame2", "Frame3", "Zustandszeile"}));
+    EXPECT_EQ(namen, (QStringList{"Frame2", "Frame3", "Padzeile", "Zustandszeile"}));
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&feld<QWidget>("Zustandszeile"))->text(QAccessible::Name),
               feld<QLabel>("Zustandszeile").text());
 }
