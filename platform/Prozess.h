@@ -27,4 +27,8 @@ public:
     /// Opens a document with the program that the desktop has for it. Does not wait; returns whether it could
     /// be handed over.
     virtual bool ShellExecuteA(const std::string& datei) = 0;
+
+    /// Opens the HTML page `seite`, a path, at its chapter with the id `anker`; where there is no way to go
+    /// to a chapter, at its beginning. Answers as ShellExecuteA.
+    virtual bool kapitelOeffnen(const std::string& seite, const std::string& anker) = 0;
 };

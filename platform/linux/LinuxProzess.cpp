@@ -5,9 +5,12 @@
 #include "platform/linux/Prioritaet.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QProcess>
+#include <QSaveFile>
 #include <QStandardPaths>
 #include <QString>
+#include <QUrl>
 
 #include <algorithm>
 #include <csignal>
@@ -43,6 +46,32 @@ bool abgeloestStarten(const QString& programm, const QString& argument) {
     prozess.setChildProcessModifier(abloesen);
     prozess.start();
     return prozess.waitForStarted() && prozess.waitForFinished() && prozess.exitCode() == 0;
+}
+
+// A page that sends on to a chapter of another one.
+QByteArray wegweiserseite(const QString& seite, const QString& anker) {
+    auto ziel = QUrl::fromLocalFile(seite);
+    ziel.setFragment(anker);
+    const auto adresse = QString::fromLatin1(ziel.toEncoded()).toHtmlEscaped();
+    return QString(
+               "<!DOCTYPE html>\n<html lang=\"de\">\n<head>\n<meta charset=\"utf-8\">\n<title>Hilfe</title>\n"
+               "<meta http-equiv=\"refresh\" content=\"0; url=%1\">\n</head>\n"
+               "<body><p><a href=\"%1\">Zur Hilfe</a></p></body>\n</html>\n")
+        .arg(adresse)
+        .toUtf8();
+}
+
+// The path of such a page, a file a chapter; empty where it can't be laid.
+std::string wegweiser(const std::string& seite, const std::string& anker) {
+    const auto ordner = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    const auto name = QString::fromStdString(anker);
+    if (ordner.isEmpty() || name.contains('/'))
+        return {};
+    QSaveFile datei(QDir(ordner).filePath("gamepad-konfic-" + name + ".html"));
+    const auto text = wegweiserseite(QString::fromStdString(seite), name);
+    if (!datei.open(QIODevice::WriteOnly) || datei.write(text) != text.size() || !datei.commit())
+        return {};
+    return datei.fileName().toStdString();
 }
 
 } // namespace
@@ -95,4 +124,13 @@ bool LinuxProzess::ShellExecuteA(const std::string& datei) {
     if (ziel.empty() || programm.isEmpty() || (!adresse && !std::filesystem::exists(ziel, fehler)))
         return false;
     return abgeloestStarten(programm, QString::fromStdString(ziel));
+}
+
+bool LinuxProzess::kapitelOeffnen(const std::string& seite, const std::string& anker) {
+    std::error_code fehler;
+    const auto ganze = seite.starts_with('/') ? seite : GetFullPathNameA(seite);
+    if (ganze.empty() || !std::filesystem::exists(ganze, fehler))
+        return false;
+    const auto statt = wegweiser(ganze, anker);
+    return ShellExecuteA(statt.empty() ? ganze : statt);
 }

@@ -30,6 +30,10 @@ public:
     /// without xdg-open give false; whether a program for the document exists does not show.
     bool ShellExecuteA(const std::string& datei) override;
 
+    /// Desktops drop what stands behind the "#" of a file's address. What is opened is a page of its own that
+    /// sends the browser on, in the user's folder for what lasts as long as the session.
+    bool kapitelOeffnen(const std::string& seite, const std::string& anker) override;
+
 private:
     void dienstBitten();
 

@@ -23,6 +23,9 @@ public:
         geoeffnet.push_back(datei);
         return oeffnet;
     }
+    bool kapitelOeffnen(const std::string& seite, const std::string& anker) override {
+        return ShellExecuteA(seite + '#' + anker);
+    }
 
     std::vector<std::uint32_t> klassen;
     std::vector<std::string> geoeffnet;

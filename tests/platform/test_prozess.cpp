@@ -311,6 +311,54 @@ TEST_F(MitXdgOpen, InEinemGanzenPfadIstDerAndereStrichTeilEinesNamens) {
     EXPECT_EQ(aufruf().datei, datei);
 }
 
+// The folder for what lasts as long as the session.
+class MitSitzungsordner : public MitXdgOpen {
+protected:
+    MitSitzungsordner() {
+        std::filesystem::create_directories(sitzung);
+        std::filesystem::permissions(sitzung, std::filesystem::perms::owner_all);
+        setenv("XDG_RUNTIME_DIR", sitzung.c_str(), 1);
+    }
+    ~MitSitzungsordner() override {
+        if (alterOrdner.empty())
+            unsetenv("XDG_RUNTIME_DIR");
+        else
+            setenv("XDG_RUNTIME_DIR", alterOrdner.c_str(), 1);
+    }
+    static std::string umgebung(const char* name) {
+        const auto* wert = std::getenv(name);
+        return wert ? wert : "";
+    }
+    const std::string alterOrdner = umgebung("XDG_RUNTIME_DIR");
+    const std::filesystem::path sitzung = ordner / "sitzung";
+};
+
+TEST_F(MitSitzungsordner, EinKapitelWirdUeberEineSeiteGeoeffnetDieDorthinSchickt) {
+    const auto unter = ordner / "a & b#c";
+    std::filesystem::create_directory(unter);
+    const auto seite = (unter / "Start fenster.htm").string();
+    std::ofstream(seite) << "x";
+    ASSERT_TRUE(LinuxProzess().kapitelOeffnen(seite, "knoepfe"));
+    const auto geoeffnet = aufruf().datei;
+    EXPECT_EQ(std::filesystem::path(geoeffnet).parent_path(), sitzung);
+    std::stringstream inhalt;
+    inhalt << std::ifstream(geoeffnet).rdbuf();
+    EXPECT_THAT(inhalt.str(),
+                testing::HasSubstr("<meta http-equiv=\"refresh\" content=\"0; url=file://" + ordner.string() +
+                                   "/a%20&amp;%20b%23c/Start%20fenster.htm#knoepfe\">"));
+}
+
+TEST_F(MitSitzungsordner, WoKeineSeiteGelegtWerdenKannOeffnetSichDieGanze) {
+    setenv("XDG_RUNTIME_DIR", dokument.c_str(), 1); // no folder
+    ASSERT_TRUE(LinuxProzess().kapitelOeffnen(dokument, "../knoepfe"));
+    EXPECT_EQ(aufruf().datei, dokument);
+}
+
+TEST_F(MitSitzungsordner, EinKapitelEinerSeiteDieFehltWirdNichtGeoeffnet) {
+    EXPECT_FALSE(LinuxProzess().kapitelOeffnen(ordner / "fehlt.htm", "knoepfe"));
+    EXPECT_FALSE(LinuxProzess().kapitelOeffnen("", "knoepfe"));
+}
+
 TEST_F(MitXdgOpen, WasEsNichtGibtWirdNichtUebergeben) {
     LinuxProzess prozess;
     EXPECT_FALSE(prozess.ShellExecuteA(ordner / "fehlt.htm"));
