@@ -147,6 +147,8 @@ QWidget* AchzenKalib::knopfzeile() {
     zeile->setContentsMargins(0, 0, 0, 0);
     auto* uebernehmen = benannt(new QPushButton("Übernehmen"), feldname("Command1", 0));
     auto* abbrechen = benannt(new QPushButton("Abbrechen"), feldname("Command1", 1));
+    uebernehmen->setToolTip("Prüft die Zuordnung, speichert sie für das Schema und schließt das Fenster");
+    abbrechen->setToolTip("Schließt das Fenster, ohne zu speichern");
     connect(uebernehmen, &QPushButton::clicked, this, &AchzenKalib::bestaetigen);
     connect(abbrechen, &QPushButton::clicked, this, &QWidget::close);
     zeile->addStretch();

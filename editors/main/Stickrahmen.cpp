@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 
+#include <initializer_list>
+
 namespace {
 
 constexpr int REGLER_MAX = 2000;
@@ -51,6 +53,8 @@ Stickrahmen::Stickrahmen(int stick, QPushButton& bearbeiten) {
     connect(senkrecht, &QScrollBar::valueChanged, wert,
             [wert](int neu) { wert->setText(QString::number(neu)); });
     gitter->addWidget(senkrecht, 0, 1, 3, 1, Qt::AlignHCenter);
+    for (QWidget* control : std::initializer_list<QWidget*>{waagrecht, sensible, senkrecht, wert})
+        control->setToolTip("Ohne Wirkung. Was gilt, stellen Sie im Fenster des laufenden Schemas ein.");
     gitter->setRowStretch(1, 1);
     gitter->addWidget(wert, 3, 1);
 }

@@ -29,6 +29,13 @@ namespace {
 // Indices of Command1.
 enum Knopf { KOPIEREN = 0, WECHSEL = 1, LOESCHEN = 2, INFO = 3, OK = 4, ABBRECHEN = 5 };
 constexpr std::array<const char*, 6> KNOPFTEXTE{"Kopieren", "Wechsel", "Löschen", "Info", "OK", "Abbrechen"};
+constexpr std::array<const char*, 6> KNOPFHINWEISE{
+    "Wählen Sie danach rechts die Ziele und drücken Sie „OK“",
+    "Wählen Sie danach rechts ein Ziel und drücken Sie „OK“: Beide Ebenen tauschen ihren Inhalt",
+    "Löscht die links gewählte Ebene",
+    "Zeigt die links gewählte Ebene, ohne dass sie sich ändern lässt",
+    "Führt „Kopieren“ oder „Wechsel“ aus",
+    "Schließt, was „Info“ zeigt, und vergisst die gewählten Ziele"};
 
 /// What stands on the choices: the three layers in each of the three frames of a column.
 constexpr auto EBENENTEXTE = [] {
@@ -167,6 +174,7 @@ QWidget* Uebersicht::knopfzeile() {
     for (int i = 0; i < static_cast<int>(knoepfe_.size()); ++i) {
         const auto platz = static_cast<std::size_t>(i);
         knoepfe_[platz] = benannt(new QPushButton(KNOPFTEXTE[platz]), feldname("Command1", i));
+        knoepfe_[platz]->setToolTip(KNOPFHINWEISE[platz]);
         connect(knoepfe_[platz], &QPushButton::clicked, this,
                 [this, i] { mitFehlermeldung(this, FEHLERTITEL, [this, i] { Command1Klick(i); }); });
         if (i == OK)

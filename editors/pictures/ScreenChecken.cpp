@@ -25,6 +25,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -177,8 +178,13 @@ void ScreenChecken::aufbauen() {
     anordnung->addWidget(hinweis);
     auto* zeile = new QHBoxLayout;
     zeile->addStretch();
-    for (const auto& [index, text] : {std::pair{START, "Start"}, std::pair{STOP, "Stop"}})
-        zeile->addWidget(benannt(new QPushButton(text), feldname("Command1", index)));
+    for (const auto& [index, text, tipp] :
+         {std::tuple{START, "Start", "Von nun an nimmt das Gamepad Bilder auf"},
+          std::tuple{STOP, "Stop", "Das Gamepad nimmt keine Bilder mehr auf"}}) {
+        auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
+        knopf->setToolTip(tipp);
+        zeile->addWidget(knopf);
+    }
     anordnung->addLayout(zeile);
 
     auswahlrahmen_ = benannt(new Auswahlrahmen(this), "Shape1");
@@ -199,8 +205,13 @@ void ScreenChecken::Frame1Bauen() {
     auto* zeile = new QHBoxLayout(auswahltafel_);
     const int rand = Auswahltafel::RAND;
     zeile->setContentsMargins(zeile->contentsMargins() + QMargins(rand, rand, rand, rand));
-    for (const auto& [index, text] : {std::pair{NEU, "Neu"}, std::pair{WECHSELN, "Wechseln"}})
-        zeile->addWidget(benannt(new QPushButton(text), feldname("Command2", index)));
+    for (const auto& [index, text, tipp] :
+         {std::tuple{NEU, "Neu", "Setzt an die Stelle dieses Bildes das leere"},
+          std::tuple{WECHSELN, "Wechseln", "Tauscht dieses Bild mit dem, das Sie danach anklicken"}}) {
+        auto* knopf = benannt(new QPushButton(text), feldname("Command2", index));
+        knopf->setToolTip(tipp);
+        zeile->addWidget(knopf);
+    }
     auswahltafel_->hide();
 }
 

@@ -26,6 +26,11 @@ constexpr double UMSCHALTEN_MITTE = 0.25;
 constexpr double SCHALTFLAECHE_MITTE = 0.75;
 
 constexpr std::array<const char*, 3> KNOPFTEXTE{"End", "Test", "Hintergrund"};
+constexpr const char* EINS_ZU_EINS = "Angehakt löst der Stick auf dieser Ebene nichts aus";
+constexpr std::array<const char*, 3> KNOPFHINWEISE{
+    "Schließt das Fenster; jede Änderung ist schon gespeichert",
+    "Startet das Schema, während dieses Fenster offen bleibt",
+    "Macht aus dem laufenden Spiel Bilder für den Hintergrund"};
 
 /// A label that does what its control does when it is clicked.
 class Beschriftung final : public QLabel {
@@ -81,11 +86,13 @@ QWidget* Justiertafeln::befehlsinhalt() {
         auto* knopf = benannt(new QPushButton(KNOPFTEXTE[static_cast<std::size_t>(index)]),
                               feldname("Command1", index));
         knopf->setFocusPolicy(Qt::TabFocus);
+        knopf->setToolTip(KNOPFHINWEISE[static_cast<std::size_t>(index)]);
         connect(knopf, &QPushButton::clicked, this, [this, index] { emit geklickt(index); });
         zeile->addWidget(knopf);
     }
     zeile->addSpacing(10);
     einsZuEins_ = benannt(new QCheckBox, "Check2");
+    einsZuEins_->setToolTip(EINS_ZU_EINS);
     connect(einsZuEins_, &QCheckBox::toggled, this, &Justiertafeln::einsZuEinsGeaendert);
     zeile->addWidget(einsZuEins_);
     zeile->addWidget(benannt(new Beschriftung("1 to 1 ", *einsZuEins_), feldname("Label1", EBENEN)));
