@@ -13,7 +13,8 @@ Programm::Programm(const Plattform& plattform)
                 plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
                      {plattform.joystick, plattform.zeitgeber, plattform.ton, plattform.aufnahme})
-    , hauptform_(zustand_.global, zustand_.achsendatei, laufsteuerung_, plattform.prozess) {
+    , hauptform_(zustand_.global, zustand_.achsendatei, laufsteuerung_, plattform.prozess,
+                 plattform.zeitgeber) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);

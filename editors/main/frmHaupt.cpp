@@ -3,11 +3,15 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Hilfekapitel.h"
+#include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
+#include "editors/common/Speicherstand.h"
 #include "editors/main/Stickrahmen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "platform/Prozess.h"
 #include "store/files/Achsendatei.h"
+#include "store/files/Gamepadtabelle.h"
 #include "store/schema/Schemaloeschen.h"
 #include "store/schema/modSpeichern.h"
 
@@ -22,6 +26,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -40,6 +45,23 @@ enum Knopf {
     SCHEMA_STARTEN = 5,
     RECHTEN_STICK_BEARBEITEN = 6,
 };
+
+constexpr const char* SPALTE_SCHEMA = "Schema"; // of Gamepad.xml
+
+struct Knopfhinweis {
+    int knopf;
+    const char* text;
+};
+constexpr std::array<Knopfhinweis, 7> KNOPFHINWEISE{{
+    {SCHEMA_NEU, "Fragt nach dem Namen eines neuen Schemas und legt es an"},
+    {SCHEMA_LOESCHEN, "Löscht nach einer Frage das gewählte Schema mit allen Belegungen"},
+    {SCHEMA_STARTEN,
+     "Setzt das Gamepad in Tastatur und Maus um, bis das Fenster des Schemas geschlossen wird"},
+    {BUTTON_BEARBEITEN, "Belegt die Knöpfe und das Steuerkreuz"},
+    {LINKEN_STICK_BEARBEITEN, "Teilt den linken Stick in Felder und gibt ihnen Aktionen"},
+    {RECHTEN_STICK_BEARBEITEN, "Teilt den rechten Stick in Felder und gibt ihnen Aktionen"},
+    {DATENBANK, "Dieser Knopf hat keine Funktion. Übersicht über die Schemata der Datenbank: Strg+D"},
+}};
 
 constexpr const char* NEU = "Schema neu";
 constexpr const char* SPEICHERN = "Schema Speichern";
@@ -71,11 +93,19 @@ void setzeText(QLineEdit& feld, const std::string& text) {
 } // namespace
 
 frmHaupt::frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerung& laufsteuerung,
-                   Prozess& prozess)
-    : global_(global), achsendatei_(achsendatei), laufsteuerung_(laufsteuerung), prozess_(prozess) {
+                   Prozess& prozess, Zeitgeber& zeitgeber)
+    : global_(global)
+    , achsendatei_(achsendatei)
+    , laufsteuerung_(laufsteuerung)
+    , prozess_(prozess)
+    , hilfe_(global, prozess) {
     setObjectName("frmHaupt");
     setWindowTitle("Game-Pad-Konfic");
     aufbauen();
+    gespeichert_ = new Gespeichertzeichen(zeitgeber, this);
+    verwerfen_ = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    verwerfen_->setEnabled(false);
+    connect(verwerfen_, &QShortcut::activated, this, &frmHaupt::nameVerwerfen);
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_D), this), &QShortcut::activated, this,
             &frmHaupt::uebersichtGewuenscht);
     connect(&laufsteuerung_, &Laufsteuerung::hauptformVerbergen, this, &QWidget::hide);
@@ -87,6 +117,8 @@ frmHaupt::frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerun
 void frmHaupt::aufbauen() {
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
+    kurzzeile_ = kurzzeile();
+    anordnung->addWidget(kurzzeile_);
     unterteil_ = unterteil();
     anordnung->addWidget(unterteil_, 1);
     anordnung->addStretch();
@@ -104,6 +136,12 @@ QWidget* frmHaupt::kopf() {
     schemaauswahl_ = schemaauswahl("Combo1");
     connect(schemaauswahl_, &QComboBox::editTextChanged, this,
             [this](const QString& text) { global_.SchemaName = global_.Schemaauswahl = text.toStdString(); });
+    connect(schemaauswahl_, &QComboBox::editTextChanged, this, [this] { nameZeigen(); });
+    connect(schemaauswahl_->lineEdit(), &QLineEdit::returnPressed, this, [this] {
+        // Without a name there is nothing to save.
+        if (verwerfen_->isEnabled() && !schemaauswahl_->currentText().isEmpty())
+            knoepfe_[SCHEMA_NEU]->click();
+    });
     connect(schemaauswahl_, &QComboBox::activated, this, [this] { Combo1Klick(); });
     auto* name = benannt(new QLabel("Schema wählen:"), feldname("Label1", 0));
     name->setBuddy(schemaauswahl_);
@@ -123,7 +161,6 @@ QWidget* frmHaupt::kopf() {
     knoepfe->addWidget(starten, 0, 2, 2, 1);
     knoepfe->addWidget(Command1(BUTTON_BEARBEITEN, "Button bearbeiten"), 1, 0);
     knoepfe->addWidget(Command1(DATENBANK, "Datenbank"), 1, 1);
-    knoepfe_[DATENBANK]->setToolTip("Übersicht über die Schemata der Datenbank: Strg+D");
     gitter->addLayout(knoepfe, 1, 0, 1, 3);
     gitter->setColumnStretch(1, 1);
     return bereich;
@@ -139,6 +176,28 @@ QWidget* frmHaupt::unterteil() {
     sticks->addWidget(new Stickrahmen(1, *Command1(RECHTEN_STICK_BEARBEITEN, "Bearbeiten")));
     anordnung->addLayout(sticks, 1);
     anordnung->addWidget(fusszeile());
+    for (const auto& [knopf, text] : KNOPFHINWEISE)
+        knoepfe_[knopf]->setToolTip(text);
+    return bereich;
+}
+
+/// What only the short form shows.
+QWidget* frmHaupt::kurzzeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    namenshinweis_ = kurzlabel("lblNamenshinweis", "");
+    namenshinweis_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto* erste =
+        benannt(new QLabel(QString("<a href=\"%1\">Erste Schritte</a>").arg(KAPITEL_ERSTE_SCHRITTE)),
+                "lblErsteSchritte");
+    erste->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    erste->setAccessibleName("Erste Schritte");
+    erste->setToolTip("Öffnet die Hilfe: das erste Schema in fünf Schritten");
+    connect(erste, &QLabel::linkActivated, this,
+            [this](const QString& anker) { hilfe_.kapitelOeffnen(this, anker); });
+    zeile->addWidget(namenshinweis_, 1);
+    zeile->addWidget(erste);
     return bereich;
 }
 
@@ -148,6 +207,8 @@ QWidget* frmHaupt::pfadzeile() {
     zeile->setContentsMargins(0, 0, 0, 0);
     programmpfad_ = benannt(new QLineEdit, feldname("Text1", 0));
     auto* name = benannt(new QLabel("Programmpfad:"), feldname("Label1", 1));
+    for (QWidget* control : {static_cast<QWidget*>(programmpfad_), static_cast<QWidget*>(name)})
+        control->setToolTip("Nur eine Notiz: Das Programm startet nichts damit");
     name->setBuddy(programmpfad_);
     zeile->addWidget(name);
     zeile->addWidget(programmpfad_, 1);
@@ -165,7 +226,10 @@ QWidget* frmHaupt::fusszeile() {
         knopf->setMinimumHeight(std::max(KNOPFHOEHE, knopf->minimumSizeHint().height()));
     connect(achsen, &QPushButton::clicked, this, &frmHaupt::achsenGewuenscht);
     connect(schubregler, &QPushButton::clicked, this, &frmHaupt::schubreglerGewuenscht);
-    connect(hilfe, &QPushButton::clicked, this, &frmHaupt::hilfeOeffnen);
+    connect(hilfe, &QPushButton::clicked, this, [this] { hilfe_.seiteOeffnen(this); });
+    achsen->setToolTip("Ordnet die Achsen des Gamepads den Sticks und dem Schubregler zu");
+    schubregler->setToolTip("Teilt den Schubregler in Felder und gibt ihnen Aktionen");
+    hilfe->setToolTip("Öffnet die Hilfe; F1 öffnet sie in jedem Fenster an der Stelle, die es erklärt");
     auto* hinweis =
         benannt(new QLabel("Die Hilfe ist mit Java geschrieben. Bitte lassen Sie diese in Ihrem Browser zu!"),
                 "Label3");
@@ -188,6 +252,7 @@ QPushButton* frmHaupt::Command1(int index, const QString& text) {
 
 void frmHaupt::volleHoehe(bool voll) {
     unterteil_->setVisible(voll);
+    kurzzeile_->setVisible(!voll);
     hoeheSetzen(*this, voll ? VOLLE_HOEHE : KURZE_HOEHE);
 }
 
@@ -317,6 +382,10 @@ void frmHaupt::neu() {
 }
 
 void frmHaupt::nameErfragen() {
+    vorher_ = {{}, schemaauswahl_->currentText(), programmpfad_->text()};
+    for (int i = 0; i < schemaauswahl_->count(); ++i)
+        vorher_.liste << schemaauswahl_->itemText(i);
+    vergebeneNamenLesen();
     namenseingabeZeigen(true);
     knoepfe_[SCHEMA_NEU]->setText(SPEICHERN);
     programmpfad_->clear();
@@ -324,6 +393,51 @@ void frmHaupt::nameErfragen() {
     schemaauswahl_
         ->clearEditText(); // a list that is empty already has nothing to clear, and keeps what was typed
     schemaauswahl_->setFocus();
+}
+
+/// The form is as it was before a name was asked for.
+void frmHaupt::nameVerwerfen() {
+    namenseingabeZeigen(false);
+    knoepfe_[SCHEMA_NEU]->setText(NEU);
+    schemaauswahl_->addItems(vorher_.liste);
+    schemaauswahl_->setCurrentIndex(static_cast<int>(vorher_.liste.indexOf(vorher_.name)));
+    setzeText(*schemaauswahl_->lineEdit(), vorher_.name.toStdString());
+    setzeText(*programmpfad_, vorher_.pfad.toStdString());
+    if (vorher_.liste.isEmpty())
+        volleHoehe(false);
+}
+
+/// A database that can't be read says so when the name is saved.
+void frmHaupt::vergebeneNamenLesen() {
+    vergebeneNamen_.clear();
+    try {
+        vergebeneNamen_ = SchemataLesen(global_.DatenbankPfad).SchemaNamen;
+        vergebeneNamen_.pop_back(); // the spare entry is no name
+    } catch (const LaufzeitFehler&) {
+    }
+}
+
+/// Tells at the field what is wrong with the name that is typed.
+void frmHaupt::nameZeigen() {
+    const auto hinweis =
+        verwerfen_->isEnabled() ? namenshinweis(schemaauswahl_->currentText().toStdString()) : QString();
+    namenshinweis_->setText(hinweis);
+    namenshinweis_->setToolTip(hinweis);
+    schemaauswahl_->lineEdit()->setAccessibleDescription(hinweis);
+}
+
+QString frmHaupt::namenshinweis(const std::string& name) const {
+    if (name.empty())
+        return "Ohne Namen entsteht kein Schema.";
+    if (name.find('\'') != std::string::npos)
+        return "Mit einem Apostroph lässt sich das Schema weder bearbeiten noch starten.";
+    if (std::ranges::find(vergebeneNamen_, name) != vergebeneNamen_.end())
+        return "Ein Schema dieses Namens gibt es schon.";
+    if (!gamepadNimmt(SPALTE_SCHEMA, name))
+        return gamepadNimmt("", name)
+                   ? "Der Name ist zu lang: Achsen werden nur bis 100 Zeichen gespeichert."
+                   : "Der Name enthält Zeichen, mit denen keine Achsen gespeichert werden.";
+    return {};
 }
 
 void frmHaupt::nameSpeichern() {
@@ -363,13 +477,18 @@ bool frmHaupt::nameAnlegen(const QString& name) {
 
 void frmHaupt::namenseingabeZeigen(bool an) {
     knoepfe_[SCHEMA_LOESCHEN]->setEnabled(!an);
+    schemaauswahl_->lineEdit()->setPlaceholderText(an ? "Name des neuen Schemas" : "");
+    verwerfen_->setEnabled(an);
     volleHoehe(!an);
+    nameZeigen();
 }
 
-void frmHaupt::hilfeOeffnen() {
-    if (!prozess_.ShellExecuteA(global_.HilfePfad))
-        meldung(this, QString("Die Hilfe konnte nicht geöffnet werden:\n%1").arg(qt(global_.HilfePfad)),
-                windowTitle(), QMessageBox::Warning);
+void frmHaupt::gespeichertZeigen() {
+    const auto rand = layout()->contentsMargins();
+    gespeichert_->adjustSize();
+    gespeichert_->move(width() - rand.right() - gespeichert_->width(),
+                       height() - rand.bottom() - gespeichert_->height());
+    gespeichert_->zeigen();
 }
 
 void frmHaupt::hauptformZurueck(bool zeigen) {

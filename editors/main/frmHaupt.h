@@ -7,29 +7,42 @@
 #pragma once
 
 #include "base/Stickseite.h"
+#include "editors/common/Hilfe.h"
 #include "engine/run/GobalVariable.h"
 #include "store/schema/modLesen.h"
 
 #include <QWidget>
 
+#include <QStringList>
+
 #include <map>
+#include <string>
+#include <vector>
 
 class Achsendatei;
+class Gespeichertzeichen;
+class Kurzlabel;
 class Laufsteuerung;
 class Prozess;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
+class QShortcut;
+class Zeitgeber;
 
 class frmHaupt final : public QWidget {
     Q_OBJECT
 
 public:
-    frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerung& laufsteuerung, Prozess& prozess);
+    frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerung& laufsteuerung, Prozess& prozess,
+             Zeitgeber& zeitgeber);
 
     /// Load of the form: priority, paths, the list. A database that can't be read gives one message box and
     /// an empty list.
     void laden();
+
+    /// Shows for a moment that a form which closes when it saves has saved.
+    void gespeichertZeigen();
 
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
@@ -56,6 +69,7 @@ signals:
 private:
     void aufbauen();
     QWidget* kopf();
+    QWidget* kurzzeile();
     QWidget* unterteil();
     QWidget* pfadzeile();
     QWidget* fusszeile();
@@ -71,20 +85,35 @@ private:
     void loeschen();
     void neu();
     void nameErfragen();
+    void nameVerwerfen();
+    void vergebeneNamenLesen();
+    void nameZeigen();
+    QString namenshinweis(const std::string& name) const;
     void nameSpeichern();
     bool nameAnlegen(const QString& name);
     void namenseingabeZeigen(bool an);
-    void hilfeOeffnen();
     void hauptformZurueck(bool zeigen);
 
     GobalVariable& global_;
     Achsendatei& achsendatei_;
     Laufsteuerung& laufsteuerung_;
     Prozess& prozess_;
+    Hilfe hilfe_;
     Schemaliste schemata_;
+    std::vector<std::string> vergebeneNamen_; ///< while a name is asked for: those that there are
+    /// While a name is asked for: what the form showed before.
+    struct {
+        QStringList liste;
+        QString name;
+        QString pfad;
+    } vorher_;
 
     QComboBox* schemaauswahl_ = nullptr;
     QLineEdit* programmpfad_ = nullptr;
+    QWidget* kurzzeile_ = nullptr;
+    Kurzlabel* namenshinweis_ = nullptr;
+    QShortcut* verwerfen_ = nullptr;
     QWidget* unterteil_ = nullptr;
+    Gespeichertzeichen* gespeichert_ = nullptr;
     std::map<int, QPushButton*> knoepfe_;
 };

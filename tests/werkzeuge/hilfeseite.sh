@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# hilfeseite.sh BUILD: the help page stands by itself: its pictures lie beside it, its jumps have a target, nothing comes
-# out of the net, and what it calls a caption is one: each text in „quotes“ is a whole literal of the forms, but for
+# hilfeseite.sh BUILD: the help page stands by itself: its pictures lie beside it, its jumps and those of F1 have a
+# target, nothing comes out of the net, and what it calls a caption is one: each text in „quotes“ is a whole literal of the forms, but for
 # the mark of its shortcut and for blanks at its end.
 set -euo pipefail
 wurzel=$(cd "$(dirname "$0")/../.." && pwd)
@@ -40,6 +40,13 @@ done < <(attribute href)
 ziele=$(grep -o 'Startfenster\.htm#[a-z]*' "$ordner/Wayland.htm" | cut -d'#' -f2)
 [ "$(sort -u <<<"$ziele")" = wayland ] || fehlschlag "Wayland.htm leads to: $ziele"
 grep -qxF wayland <<<"$anker" || fehlschlag "the page has no place for Wayland.htm to lead to"
+
+# F1 jumps by the anchors of one table.
+kapitel=$(grep -oE '", "[^"]+"\}|KAPITEL_[A-Z_]+ = "[^"]+"' "$wurzel/editors/common/Hilfekapitel.h" | sed 's/.*"\([^"]*\)".*/\1/')
+[ -n "$kapitel" ] || fehlschlag "F1 has no chapter"
+while IFS= read -r ziel; do
+    grep -qxF "$ziel" <<<"$anker" || fehlschlag "F1 opens the chapter $ziel, which the page doesn't have"
+done <<<"$kapitel"
 
 vorhandene=$(literale)
 genannte=$(beschriftungen)

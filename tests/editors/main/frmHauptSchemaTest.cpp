@@ -265,19 +265,126 @@ TEST_F(FrmHauptSchema, SolangeEinNameGetipptWirdGehtNichtsAnderes) {
     EXPECT_EQ(combo().currentText(), "Eins");
 }
 
-TEST_F(FrmHauptSchema, EnterImNamenSpeichertNichtsUndFuegtNichtsEin) {
+TEST_F(FrmHauptSchema, EnterImNamenSpeichertIhn) {
     schema("Eins");
+    starten();
+    for (const auto& [taste, name] : {std::pair{Qt::Key_Return, "Neu"}, std::pair{Qt::Key_Enter, "Neuer"}}) {
+        klicken(2);
+        tippen(name);
+        QTest::keyClick(combo().lineEdit(), taste);
+        ereignisse();
+        erwarteGrundzustand();
+        EXPECT_EQ(liste(), Namen{name});
+    }
+    EXPECT_EQ(schemata(), (Namen{"Eins", "Neu", "Neuer"}));
+}
+
+TEST_F(FrmHauptSchema, EnterOhneNamenOderOhneFrageNachEinemTutNichts) {
+    schema("Eins");
+    starten();
+    tippen("Neu");
+    QTest::keyClick(combo().lineEdit(), Qt::Key_Return);
+    erwarteGrundzustand();
+    EXPECT_EQ(liste(), Namen{"Eins"});
+    klicken(2);
+    QTest::keyClick(combo().lineEdit(), Qt::Key_Return);
+    erwarteNamenseingabe();
+    EXPECT_EQ(schemata(), Namen{"Eins"});
+}
+
+TEST_F(FrmHauptSchema, EscapeLaesstAllesWieEsVorDerFrageNachDemNamenWar) {
+    schema("Eins", "/eins");
+    schema("Zwei", "/zwei");
+    starten();
+    combo().setCurrentIndex(1);
+    emit combo().activated(1);
+    pfad().setText("getippt");
+    const auto vorher = gamepadnamen();
+    klicken(2);
+    tippen("Neu");
+    Boxleser boxen;
+    QTest::keyClick(combo().lineEdit(), Qt::Key_Escape);
+    ereignisse();
+    erwarteGrundzustand();
+    EXPECT_EQ(liste(), (Namen{"Eins", "Zwei"}));
+    EXPECT_EQ(combo().currentText(), "Zwei");
+    EXPECT_EQ(combo().currentIndex(), 1);
+    EXPECT_EQ(pfad().text(), "getippt");
+    EXPECT_EQ(schemata(), (Namen{"Eins", "Zwei"}));
+    EXPECT_EQ(gamepadnamen(), vorher);
+    EXPECT_EQ(boxen.gesehen(), Boxen{});
+    QTest::keyClick(combo().lineEdit(), Qt::Key_Escape);
+    EXPECT_EQ(combo().currentText(), "Zwei") << "nothing is asked for any more";
+    klicken(5);
+    EXPECT_NE(laufFenster(), nullptr);
+    knopf(5).click();
+}
+
+TEST_F(FrmHauptSchema, EscapeOhneEinSchemaLaesstDieFormKurz) {
     starten();
     klicken(2);
     tippen("Neu");
-    QTest::keyClick(combo().lineEdit(), Qt::Key_Return);
-    QTest::keyClick(combo().lineEdit(), Qt::Key_Enter);
-    ereignisse();
-    erwarteNamenseingabe();
-    EXPECT_EQ(liste(), Namen{});
-    EXPECT_EQ(schemata(), Namen{"Eins"});
+    QTest::keyClick(combo().lineEdit(), Qt::Key_Escape);
+    EXPECT_EQ(knopf(2).text(), "Schema neu");
+    EXPECT_EQ(haupt().height(), KURZ);
+    EXPECT_EQ(combo().currentText(), "");
+    EXPECT_EQ(schemata(), Namen{});
+}
+
+TEST_F(FrmHauptSchema, DasFeldSagtWofuerEsDaIstSolangeEinNameGefragtIst) {
+    schema("Eins");
+    starten();
+    EXPECT_EQ(combo().lineEdit()->placeholderText(), "");
     klicken(2);
-    EXPECT_EQ(liste(), Namen{"Neu"});
+    EXPECT_EQ(combo().lineEdit()->placeholderText(), "Name des neuen Schemas");
+    tippen("Neu");
+    klicken(2);
+    EXPECT_EQ(combo().lineEdit()->placeholderText(), "");
+}
+
+TEST_F(FrmHauptSchema, WasDemNamenFehltStehtAmFeldWaehrendErGetipptWird) {
+    schema("Eins");
+    starten();
+    auto& hinweis = control<QLabel>(haupt(), "lblNamenshinweis");
+    tippen("O'Brien");
+    EXPECT_EQ(hinweis.text(), "") << "no name is asked for";
+    klicken(2);
+    Boxleser boxen;
+    EXPECT_EQ(hinweis.text(), "Ohne Namen entsteht kein Schema.");
+    EXPECT_TRUE(hinweis.isVisible());
+    tippen("O");
+    EXPECT_EQ(hinweis.text(), "");
+    tippen("O'");
+    EXPECT_EQ(hinweis.text(), "Mit einem Apostroph lässt sich das Schema weder bearbeiten noch starten.");
+    EXPECT_EQ(combo().lineEdit()->accessibleDescription(), hinweis.text());
+    tippen("Eins");
+    EXPECT_EQ(hinweis.text(), "Ein Schema dieses Namens gibt es schon.");
+    tippen(std::string(100, 'n'));
+    EXPECT_EQ(hinweis.text(), "");
+    tippen(std::string(101, 'n'));
+    EXPECT_EQ(hinweis.text(), "Der Name ist zu lang: Achsen werden nur bis 100 Zeichen gespeichert.");
+    combo().setEditText(QString("a") + QChar(1));
+    EXPECT_EQ(hinweis.text(), "Der Name enthält Zeichen, mit denen keine Achsen gespeichert werden.");
+    EXPECT_EQ(boxen.gesehen(), Boxen{});
+    EXPECT_EQ(haupt().height(), KURZ);
+    tippen("Zwei");
+    klicken(2);
+    EXPECT_EQ(hinweis.text(), "");
+    EXPECT_FALSE(hinweis.isVisible());
+}
+
+TEST_F(FrmHauptSchema, DieKurzeFormFuehrtZuDenErstenSchritten) {
+    starten();
+    auto& verweis = control<QLabel>(haupt(), "lblErsteSchritte");
+    EXPECT_TRUE(verweis.isVisible());
+    EXPECT_EQ(verweis.accessibleName(), "Erste Schritte");
+    const QPoint mitte(verweis.fontMetrics().horizontalAdvance("Erste") / 2, verweis.height() / 2);
+    QTest::mouseClick(&verweis, Qt::LeftButton, {}, mitte);
+    EXPECT_EQ(prozess_.geoeffnet,
+              Namen{datenbank_.ordner().string() + "/Beschreibung\\Startfenster.htm#erstes"});
+    schema("Eins");
+    starten();
+    EXPECT_FALSE(control<QLabel>(haupt(), "lblErsteSchritte").isVisible());
 }
 
 TEST_F(FrmHauptSchema, JaAendertDenPfadEinesVorhandenenSchemasUndListetNichtsAuf) {

@@ -264,7 +264,7 @@ TEST_F(FrmHaupt, EinGetippterNameIstSogleichDasAktuelleSchemaUndRuehrtKeineAchse
     schema("Eins");
     Laufzustand zustand(pad_, (datenbank_.ordner() / "Gamepad.xml").string());
     Laufsteuerung laeufe(zustand, pad_, eingabe_, uhr_, marke_);
-    frmHaupt form(zustand.global, zustand.achsendatei, laeufe, prozess_);
+    frmHaupt form(zustand.global, zustand.achsendatei, laeufe, prozess_, uhr_);
     form.laden();
     EXPECT_EQ(zustand.global.SchemaName, "Eins");
     const auto achsen = dateiLesen(datenbank_.ordner() / "Gamepad.xml");
