@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/buttons/Padzeichnung.h"
 
+#include "base/Tastennamen.h"
+
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
@@ -120,6 +122,19 @@ QPainterPath abzugspfad(const QRectF& marke) {
     return pfad;
 }
 
+// The name that is printed on a shoulder button. A label may call it otherwise; a run calls it so.
+void aufdruck(QPainter& maler, int taste) {
+    constexpr int HOEHE = 14;
+    auto schrift = maler.font();
+    schrift.setPixelSize(HOEHE);
+    schrift.setBold(true);
+    maler.setFont(schrift);
+    maler.setPen(Qt::white);
+    const auto name = LAUFNAMEN[static_cast<std::size_t>(taste)];
+    maler.drawText(platz(taste).marke, Qt::AlignCenter,
+                   QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+}
+
 // Both shoulder buttons of each side run on behind the body.
 void schultern(QPainter& maler, const Farben& farben) {
     const auto zeichneForm = [&](const QPainterPath& pfad) {
@@ -141,6 +156,8 @@ void schultern(QPainter& maler, const Farben& farben) {
                             platz(taste).rundung);
         zeichneForm(pfad);
     }
+    for (const int taste : {4, 5, 6, 7})
+        aufdruck(maler, taste);
 }
 
 void koerper(QPainter& maler, const Farben& farben) {
