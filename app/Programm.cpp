@@ -28,6 +28,7 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformZurueck, &hauptform_, &QWidget::show);
     QObject::connect(&hauptform_, &frmHaupt::achsenGewuenscht, &editoren_, &Editoren::achsenZeigen);
     QObject::connect(&hauptform_, &frmHaupt::schubreglerGewuenscht, &editoren_, &Editoren::schubreglerZeigen);
+    QObject::connect(&editoren_, &Editoren::gespeichert, &hauptform_, &frmHaupt::gespeichertZeigen);
     QObject::connect(&hauptform_, &frmHaupt::uebersichtGewuenscht, &hauptform_,
                      [this] { uebersichtZeigen(); });
 }

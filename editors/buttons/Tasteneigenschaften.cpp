@@ -4,6 +4,7 @@
 #include "base/LaufzeitFehler.h"
 #include "editors/buttons/Wahlknopf.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Speicherstand.h"
 #include "formats/Felder.h"
 
 #include <QCheckBox>
@@ -15,6 +16,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <initializer_list>
 
 using belegungsfeld::DRUCKZEIT;
@@ -36,6 +38,20 @@ constexpr std::array<const char*, 2> UMSCHALTTEXTE{"Halten ---> Loslassen", "Fes
 constexpr std::size_t PULSEND = 1;
 constexpr int SCROLLRAD_PLUS = 3;
 constexpr int SCROLLRAD_MINUS = 4;
+
+// One below 0 is as good as out of range: its sign would part the fields of the `Belegung`, and neither this
+// form nor a run could read the text again.
+bool istZeit(std::int16_t zahl) {
+    return zahl >= 0;
+}
+
+bool wirdGenommen(const std::string& text) {
+    try {
+        return istZeit(getippteZahl16(text));
+    } catch (const LaufzeitFehler&) {
+        return false;
+    }
+}
 
 // One of several options by a field of the image.
 template <std::size_t N>
@@ -72,7 +88,7 @@ QGroupBox* Tasteneigenschaften::tastenrahmen() {
     druckzeit_ = zahlfeld(feldname("Text1", 0), "1", DRUCKZEIT);
     wiederholen_ = benannt(new QCheckBox("Tastendruck wiederholen"), feldname("Check1", 0));
     connect(wiederholen_, &QCheckBox::toggled, this,
-            [this] { mitFehlermeldung(window(), window()->windowTitle(), [this] { Check1_Click(); }); });
+            [this] { mitFehlermeldung(window(), formtitel(*window()), [this] { Check1_Click(); }); });
     pausenzeit_ = zahlfeld(feldname("Text2", 0), "0", PAUSENZEIT);
 
     const auto zeile = [gitter](int reihe, int links, QLineEdit* box, int rechts) {
@@ -130,8 +146,9 @@ QGroupBox* Tasteneigenschaften::umschaltrahmen() {
 QLineEdit* Tasteneigenschaften::zahlfeld(const QString& name, const QString& text, std::size_t feld) {
     auto* box = benannt(new QLineEdit(text), name);
     box->setMaximumWidth(box->fontMetrics().horizontalAdvance("0000000000") + 16);
+    zahlfelder_.push_back({box, feld});
     connect(box, &QLineEdit::textChanged, this, [this, box, feld] {
-        mitFehlermeldung(window(), window()->windowTitle(), [&] { zahlGeaendert(*box, feld); });
+        mitFehlermeldung(window(), formtitel(*window()), [&] { zahlGeaendert(*box, feld); });
     });
     return box;
 }
@@ -169,13 +186,15 @@ void Tasteneigenschaften::Option3_Click(int index) {
 void Tasteneigenschaften::zahlGeaendert(QLineEdit& box, std::size_t feld) {
     try {
         const auto zahl = getippteZahl16(box.text().toStdString());
-        // One below 0 is as good as out of range: its sign would part the fields of the `Belegung`, and
-        // neither this form nor a run could read the text again.
-        if (zahl >= 0)
+        if (istZeit(zahl))
             werk_.setzeFeld(feld, std::to_string(zahl));
+        else
+            werk_.geaendert();
     } catch (const LaufzeitFehler& fehler) {
-        if (fehler.nummer() != Fehlernummer::FalscherTyp)
+        if (fehler.nummer() != Fehlernummer::FalscherTyp) {
+            werk_.geaendert();
             return; // out of range: neither stored nor told
+        }
         const QPointer<QLineEdit> noch = &box;
         meldung(window(), "Sie haben keine Zahl eingegeben!", "");
         if (!noch)
@@ -183,6 +202,15 @@ void Tasteneigenschaften::zahlGeaendert(QLineEdit& box, std::size_t feld) {
         textSetzen(box, "1", feld);
         box.setFocus();
     }
+}
+
+bool Tasteneigenschaften::hatUngueltiges() const {
+    return werk_.gewaehlt() && std::ranges::any_of(zahlfelder_, [this](const Zahlfeld& zahlfeld) {
+               const auto text = zahlfeld.box->text().toStdString();
+               const bool imGebrauch =
+                   !zahlfeld.box->parentWidget()->isHidden() && zahlfeld.box->isEnabledTo(this);
+               return imGebrauch && text != werk_.feld(zahlfeld.feld) && !wirdGenommen(text);
+           });
 }
 
 // --- the image in the controls ---

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 class QCheckBox;
 class QGroupBox;
@@ -31,6 +32,9 @@ public:
     void Eigenschaftfestlegen(Belegungsart art);
     void verbergen();
 
+    /// Whether a box that is in use holds a text which the image could not take.
+    bool hatUngueltiges() const;
+
 private:
     QGroupBox* tastenrahmen();
     QGroupBox* mausrahmen();
@@ -48,7 +52,13 @@ private:
     void textSetzen(QLineEdit& box, const std::string& text, std::size_t feld);
     void wiederholungSetzen(bool an);
 
+    struct Zahlfeld {
+        QLineEdit* box;
+        std::size_t feld;
+    };
+
     Tastwerk& werk_;
+    std::vector<Zahlfeld> zahlfelder_;
     std::array<QGroupBox*, 3> rahmen_{};
     std::array<Wahlknopf*, 2> tastenmodus_{};
     QLineEdit* druckzeit_ = nullptr;

@@ -92,6 +92,7 @@ const std::string& Tastwerk::feld(std::size_t feld) const {
 void Tastwerk::setzeFeld(std::size_t feld, std::string wert) {
     if (gewaehlt())
         bild.field(AktuelleTaste, AktuelleEbene, static_cast<int>(feld)) = std::move(wert);
+    geaendert();
 }
 
 bool Tastwerk::hatTaste() const {
@@ -153,13 +154,12 @@ void Tastwerk::SchemaNeu(bool nurAktuelle) {
         for (int feld = 0; feld < BELEGUNGSFELDER; ++feld)
             bild.field(taste, AktuelleEbene, feld) = LEERE_FELDER[static_cast<std::size_t>(feld)];
     };
-    if (nurAktuelle) {
-        if (gewaehlt())
-            leeren(AktuelleTaste);
-        return;
-    }
-    for (int taste = 0; taste < TASTEN; ++taste)
-        leeren(taste);
+    if (!nurAktuelle)
+        for (int taste = 0; taste < TASTEN; ++taste)
+            leeren(taste);
+    else if (gewaehlt())
+        leeren(AktuelleTaste);
+    geaendert();
 }
 
 void Tastwerk::artWaehlen(Belegungsart art) {

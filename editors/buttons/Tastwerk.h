@@ -47,6 +47,9 @@ public:
     /// `umschaltTasten` outlives this object.
     explicit Tastwerk(Umschalttasten& umschaltTasten) : UmschaltTasten_(umschaltTasten) {}
 
+    /// Runs after whatever may have changed the image.
+    std::function<void()> geaendert = [] {};
+
     VarTastenbelegung bild;
     int AktuelleTaste = KEINE_TASTE_GEWAEHLT; ///< 0 to 15
     int AktuelleEbene = 0;                    ///< 0 to 2

@@ -2,6 +2,7 @@
 #include "editors/buttons/Wahlknopf.h"
 
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Speicherstand.h"
 
 #include <QSignalBlocker>
 
@@ -21,7 +22,7 @@ Wahlknopf::Wahlknopf(const QString& text, std::function<void()> klick)
 }
 
 void Wahlknopf::geklickt() {
-    mitFehlermeldung(window(), window()->windowTitle(), klick_);
+    mitFehlermeldung(window(), formtitel(*window()), klick_);
 }
 
 void Wahlknopf::setzen() {

@@ -10,6 +10,7 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
+#include "editors/common/Speicherstand.h"
 #include "editors/common/Tastenfang.h"
 #include "engine/input/Padabfrage.h"
 #include "engine/run/GobalVariable.h"
@@ -25,6 +26,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -46,6 +48,13 @@ constexpr int NEU = 5;
 
 constexpr std::array<const char*, TASTENARTEN> ARTTEXTE{"1,2,3,4...",     "Taste:",         "0,9,8,7...",
                                                         "Umschalttaste1", "Umschalttaste2", "Maus"};
+constexpr std::array<const char*, TASTENARTEN> ARTHINWEISE{
+    "Sendet bei jedem Druck die nächste Zifferntaste, nach der 9 die 0",
+    "Sendet eine Taste der Tastatur",
+    "Sendet bei jedem Druck die vorige Zifferntaste",
+    "Wechselt auf die Ebene „Umschalt 1“",
+    "Wechselt auf die Ebene „Umschalt 2“",
+    "Drückt eine Maustaste oder dreht das Scrollrad"};
 constexpr int TASTE_TAB = 9;
 
 // Indices of Option1.
@@ -75,10 +84,11 @@ QString unlesbar(const std::vector<Tastenort>& orte) {
 } // namespace
 
 frmJoyKonfic::frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber,
-                           Tastatur& tastatur)
+                           Tastatur& tastatur, Entwuerfe<Tastenentwurf>& entwuerfe)
     : global_(global)
     , joystick_(joystick)
     , tastatur_(tastatur)
+    , entwuerfe_(entwuerfe)
     , werk_(global.UmschaltTasten)
     , abfrage_(zeitgeber.formularzeitgeber([this] { Timer1_Timer(); })) {
     setObjectName("frmJoyKonfic");
@@ -88,17 +98,24 @@ frmJoyKonfic::frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber&
     bild_ = benannt(new Padbild, "imgHintergrund");
     for (int taste = 0; taste < SLOTS; ++taste)
         bild_->lblInfo(taste).setText(ENTWURFSTEXTE[static_cast<std::size_t>(taste)]);
+    for (std::size_t taste = 0; taste < LAUFNAMEN.size(); ++taste)
+        if (LAUFNAMEN[taste] != TASTENBESCHRIFTUNG[taste])
+            bild_->lblInfo(static_cast<int>(taste))
+                .setToolTip(QString("Auf dem Gamepad steht „%1“; ohne Belegung heißt dieser Knopf hier „%2“")
+                                .arg(qt(LAUFNAMEN[taste]), qt(TASTENBESCHRIFTUNG[taste])));
     connect(bild_, &Padbild::geklickt, this,
-            [this](int taste) { mitFehlermeldung(this, windowTitle(), [&] { lblInfo_Click(taste); }); });
+            [this](int taste) { mitFehlermeldung(this, formtitel(*this), [&] { lblInfo_Click(taste); }); });
     anordnung->addWidget(bild_, 1);
-    anordnung->addWidget(knopfzeile());
+    anordnung->addWidget(knopfzeile(zeitgeber));
     auto* unten = new QHBoxLayout;
-    unten->addWidget(tastenereignis(), 1);
+    tastenereignis_ = tastenereignis();
+    unten->addWidget(tastenereignis_, 1);
     eigenschaften_ = new Tasteneigenschaften(werk_);
     unten->addWidget(eigenschaften_, 1);
     anordnung->addLayout(unten);
     anordnung->addWidget(new Padzeile(joystick_));
     ebenen_[0]->setFocus();
+    werk_.geaendert = [this] { standZeigen(); };
 }
 
 frmJoyKonfic::~frmJoyKonfic() = default;
@@ -125,7 +142,7 @@ QWidget* frmJoyKonfic::kopf() {
     return bereich;
 }
 
-QWidget* frmJoyKonfic::knopfzeile() {
+QWidget* frmJoyKonfic::knopfzeile(Zeitgeber& zeitgeber) {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
     zeile->setContentsMargins(0, 0, 0, 0);
@@ -135,17 +152,27 @@ QWidget* frmJoyKonfic::knopfzeile() {
         knopf->setCheckable(true); // the layer in sight stays pressed
         knopf->setAutoExclusive(true);
         knopf->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + ebene)));
+        knopf->setToolTip(
+            QString("Zeigt, was auf der Ebene „%1“ gilt (Alt+%2)").arg(knopf->text()).arg(ebene + 1));
         zeile->addWidget(knopf);
     }
+    auto* speichern = Command1(SPEICHERN, "Speichern");
+    speicherstand_ = new Speicherstand(*this, *speichern, zeitgeber);
+    connect(speicherstand_, &Speicherstand::wiederherstellenGewuenscht, this,
+            &frmJoyKonfic::wiederherstellen);
     zeile->addStretch();
+    zeile->addWidget(&speicherstand_->angebot());
+    zeile->addWidget(&speicherstand_->zeichen());
     auto* tasteNeu = benannt(new QPushButton("Taste neu"), "Command10");
     connect(tasteNeu, &QPushButton::clicked, this,
-            [this] { mitFehlermeldung(this, windowTitle(), [this] { Command10_Click(); }); });
+            [this] { mitFehlermeldung(this, formtitel(*this), [this] { Command10_Click(); }); });
     tasteNeu->setShortcut(QKeySequence(Qt::ALT | Qt::Key_T));
     auto* neu = Command1(NEU, "Neu");
     neu->setShortcut(QKeySequence(Qt::ALT | Qt::Key_N));
-    auto* speichern = Command1(SPEICHERN, "Speichern");
     speichern->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    tasteNeu->setToolTip("Leert den gewählten Knopf auf dieser Ebene (Alt+T)");
+    neu->setToolTip("Leert alle zwölf Knöpfe dieser Ebene; das Steuerkreuz bleibt (Alt+N)");
+    speichern->setToolTip("Speichert alle drei Ebenen (Strg+S)");
     for (auto* knopf : {tasteNeu, neu, speichern})
         zeile->addWidget(knopf);
     return bereich;
@@ -154,7 +181,7 @@ QWidget* frmJoyKonfic::knopfzeile() {
 QPushButton* frmJoyKonfic::Command1(int index, const QString& text) {
     auto* knopf = benannt(new QPushButton(text), feldname("Command1", index));
     connect(knopf, &QPushButton::clicked, this, [this, index] {
-        mitFehlermeldung(this, windowTitle(), [this, index] { Command1_Click(index); });
+        mitFehlermeldung(this, formtitel(*this), [this, index] { Command1_Click(index); });
     });
     return knopf;
 }
@@ -166,6 +193,7 @@ QGroupBox* frmJoyKonfic::tastenereignis() {
         const auto i = static_cast<std::size_t>(art);
         arten_[i] = benannt(new Wahlknopf(ARTTEXTE[i], [this, art] { Option1_Click(art); }),
                             feldname("Option1", art));
+        arten_[i]->setToolTip(ARTHINWEISE[i]);
         gitter->addWidget(arten_[i], art, 0, Qt::AlignLeft);
     }
     tastenname_ = kurzlabel("txtTaste", "");
@@ -174,10 +202,10 @@ QGroupBox* frmJoyKonfic::tastenereignis() {
     tastenfang_->setFixedWidth(tastenfang_->fontMetrics().horizontalAdvance("Hier Klicken") + 32);
     connect(tastenfang_, &Tastenfang::tasteGeloest, this, [this](int code) {
         tastenfang_->setText(QString::number(code));
-        mitFehlermeldung(this, windowTitle(), [this, code] { tasteUebernehmen(code); });
+        mitFehlermeldung(this, formtitel(*this), [this, code] { tasteUebernehmen(code); });
     });
     connect(tastenfang_, &Tastenfang::tabBestaetigt, this,
-            [this] { mitFehlermeldung(this, windowTitle(), [this] { tasteUebernehmen(TASTE_TAB); }); });
+            [this] { mitFehlermeldung(this, formtitel(*this), [this] { tasteUebernehmen(TASTE_TAB); }); });
     platzBehalten(*tastenname_);
     platzBehalten(*tastenfang_);
     gitter->addWidget(tastenname_, int{TASTENDRUCK}, 1);
@@ -201,7 +229,8 @@ void frmJoyKonfic::laden() {
     ebenenname_->setText(EBENENNAMEN_OHNE_LEERZEICHEN[0]);
     ebenen_[0]->setChecked(true);
     std::vector<Tastenort> unlesbare;
-    werk_.bild = TastenbelegungLesen(global_.DatenbankPfad, schema_, unlesbare);
+    werk_.bild = gespeichertes_ = TastenbelegungLesen(global_.DatenbankPfad, schema_, unlesbare);
+    speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
     auswaehlen(Tastwerk::KEINE_TASTE_GEWAEHLT);
     werk_.AktuelleEbene = 0;
     labelBeschriften(ALLE);
@@ -210,12 +239,16 @@ void frmJoyKonfic::laden() {
     if (!unlesbare.empty())
         QMetaObject::invokeMethod(
             this,
-            [this, text = unlesbar(unlesbare)] { meldung(this, text, windowTitle(), QMessageBox::Warning); },
+            [this, text = unlesbar(unlesbare)] {
+                meldung(this, text, formtitel(*this), QMessageBox::Warning);
+            },
             Qt::QueuedConnection);
 }
 
 void frmJoyKonfic::closeEvent(QCloseEvent* ereignis) {
     abfrage_->Enabled(false);
+    if (ungespeichert())
+        entwuerfe_.merken(schema_, entwurf());
     ereignis->accept();
     emit geschlossen();
 }
@@ -227,13 +260,11 @@ void frmJoyKonfic::Command1_Click(int index) {
     arten_[UMSCHALTTASTE_1]->setEnabled(umschalttasten);
     arten_[UMSCHALTTASTE_2]->setEnabled(umschalttasten);
     if (index >= 0 && index < EBENEN) {
-        ebenenname_->setText(EBENENNAMEN_OHNE_LEERZEICHEN[static_cast<std::size_t>(index)]);
-        ebenen_[static_cast<std::size_t>(index)]->setChecked(true);
         auswaehlen(Tastwerk::KEINE_TASTE_GEWAEHLT);
         subShape2Steuern(KEINE_MARKE, KEINE_MARKE);
         TextEinAus(false);
         TastenEreignissFestlegen();
-        werk_.AktuelleEbene = index;
+        ebeneSetzen(index);
         labelBeschriften(ALLE);
         eigenschaften_->verbergen();
     } else if (index == SPEICHERN) {
@@ -242,16 +273,65 @@ void frmJoyKonfic::Command1_Click(int index) {
         werk_.SchemaNeu(false);
         labelBeschriften(ALLE);
     }
+    standZeigen();
 }
 
 void frmJoyKonfic::speichern() {
     // For a `Schema` that is gone the store writes nothing, and has no error.
-    if (!TastenbelegungSpeichern(global_.DatenbankPfad, schema_, werk_.bild))
+    if (!TastenbelegungSpeichern(global_.DatenbankPfad, schema_, werk_.bild)) {
         meldung(this,
                 QString("Das Schema „%1“ gibt es nicht mehr. Seine Tastenbelegung konnte nicht gespeichert "
                         "werden.")
                     .arg(qt(schema_)),
-                windowTitle(), QMessageBox::Warning);
+                formtitel(*this), QMessageBox::Warning);
+        return;
+    }
+    gespeichertes_ = werk_.bild;
+    entwuerfe_.vergessen(schema_);
+    speicherstand_->gespeichert();
+    standZeigen();
+}
+
+// --- what is not saved ---
+
+bool frmJoyKonfic::ungespeichert() const {
+    return werk_.bild != gespeichertes_ || eigenschaften_->hatUngueltiges();
+}
+
+void frmJoyKonfic::standZeigen() {
+    if (!siehtAn_)
+        speicherstand_->setUngespeichert(ungespeichert());
+}
+
+// To show a button may write its numbers another way, "05" as "5": that is nobody's change.
+void frmJoyKonfic::ansehen(const std::function<void()>& zeigen) {
+    const bool gleich = werk_.bild == gespeichertes_;
+    siehtAn_ = true;
+    const auto danach = qScopeGuard([this, gleich] {
+        siehtAn_ = false;
+        if (gleich && werk_.bild != gespeichertes_)
+            gespeichertes_ = werk_.bild;
+        standZeigen();
+    });
+    zeigen();
+}
+
+Tastenentwurf frmJoyKonfic::entwurf() const {
+    return {werk_.bild, werk_.AktuelleTaste, werk_.AktuelleEbene, global_.UmschaltTasten,
+            Formstand({bild_, tastenereignis_, eigenschaften_})};
+}
+
+void frmJoyKonfic::wiederherstellen() {
+    speicherstand_->anbieten(false);
+    const auto entwurf = entwuerfe_.nehmen(schema_);
+    if (!entwurf)
+        return;
+    werk_.bild = entwurf->bild;
+    global_.UmschaltTasten = entwurf->umschalttasten;
+    ebeneSetzen(entwurf->ebene);
+    auswaehlen(entwurf->taste);
+    entwurf->stand.stummAnwenden({bild_, tastenereignis_, eigenschaften_});
+    standZeigen();
 }
 
 void frmJoyKonfic::Command10_Click() {
@@ -267,7 +347,7 @@ void frmJoyKonfic::lblInfo_Click(int taste) {
     arten_[UMSCHALTTASTE_1]->setEnabled(erlaubt[0]);
     arten_[UMSCHALTTASTE_2]->setEnabled(erlaubt[1]);
     subShape2Steuern(taste, zweiteMarke(taste));
-    labelBeschriften(zweiteMarke(taste));
+    ansehen([this, taste] { labelBeschriften(zweiteMarke(taste)); });
 }
 
 void frmJoyKonfic::Option1_Click(int index) {
@@ -305,7 +385,7 @@ void frmJoyKonfic::Timer1_Timer() {
         // Once as long as it is held, and not from within the timer.
         fehlerwort_ = joystickinfo_.dwButtons;
         QMetaObject::invokeMethod(
-            this, [this, fehler] { fehlermeldung(this, fehler, windowTitle()); }, Qt::QueuedConnection);
+            this, [this, fehler] { fehlermeldung(this, fehler, formtitel(*this)); }, Qt::QueuedConnection);
     }
 }
 
@@ -315,7 +395,9 @@ void frmJoyKonfic::subButtonsAuswerten() {
         auswaehlen(*taste);
     }
     if (joystickinfo_.dwButtons > 0)
-        gewaehlteBeschriften([this](const std::string& code) { return gemerkterName(code); });
+        ansehen([this] {
+            gewaehlteBeschriften([this](const std::string& code) { return gemerkterName(code); });
+        });
 }
 
 void frmJoyKonfic::subShape2Steuern(int erste, int zweite) {
@@ -329,6 +411,13 @@ void frmJoyKonfic::auswaehlen(int taste) {
         return;
     werk_.AktuelleTaste = taste;
     bild_->setGewaehlt(taste);
+}
+
+void frmJoyKonfic::ebeneSetzen(int ebene) {
+    const auto platz = static_cast<std::size_t>(ebene);
+    werk_.AktuelleEbene = ebene;
+    ebenenname_->setText(EBENENNAMEN_OHNE_LEERZEICHEN[platz]);
+    ebenen_[platz]->setChecked(true);
 }
 
 void frmJoyKonfic::labelBeschriften(int auswahl) {

@@ -2,17 +2,21 @@
 // The button editor: assigns the twelve buttons and the four directions of the D-pad of a `Schema`, on three
 // layers.
 //
-// Nothing reaches the database until "Speichern"; closing discards the rest without a question. The pad is
-// polled all the time, and a button that is pressed there is picked as by a click on its label. The form
-// reads the pad beside everybody else, so it takes no capture of it.
+// Nothing reaches the database until "Speichern"; closing asks nothing, and keeps what is not saved for the
+// next time that this `Schema` is edited. The pad is polled all the time, and a button that is pressed there
+// is picked as by a click on its label. The form reads the pad beside everybody else, so it takes no capture
+// of it.
 #pragma once
 
+#include "editors/buttons/Tastenentwurf.h"
 #include "editors/buttons/Tastwerk.h"
+#include "editors/common/Entwuerfe.h"
 #include "platform/Joystick.h"
 #include "platform/Zeitgeber.h"
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -20,6 +24,7 @@ class Padbild;
 class QGroupBox;
 class QLabel;
 class QPushButton;
+class Speicherstand;
 class Tastatur;
 class Tasteneigenschaften;
 class Tastenfang;
@@ -30,7 +35,9 @@ class frmJoyKonfic final : public QWidget {
     Q_OBJECT
 
 public:
-    frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber, Tastatur& tastatur);
+    /// All of them outlive this object.
+    frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber& zeitgeber, Tastatur& tastatur,
+                 Entwuerfe<Tastenentwurf>& entwuerfe);
     ~frmJoyKonfic() override;
 
     /// Load of the form for the current `Schema`. Assignments that can't be read stand there as empty, and
@@ -52,7 +59,7 @@ protected:
 private:
     // layout, top to bottom
     QWidget* kopf();
-    QWidget* knopfzeile();
+    QWidget* knopfzeile(Zeitgeber& zeitgeber);
     QGroupBox* tastenereignis();
     QPushButton* Command1(int index, const QString& text);
 
@@ -63,6 +70,7 @@ private:
     void tasteUebernehmen(int code);
     void Timer1_Timer();
     void speichern();
+    void wiederherstellen();
 
     // the steps that they share
     void labelBeschriften(int auswahl);
@@ -72,6 +80,11 @@ private:
     void subShape2Steuern(int erste, int zweite);
     void TextEinAus(bool ein);
     void auswaehlen(int taste);
+    void ebeneSetzen(int ebene);
+    bool ungespeichert() const;
+    void standZeigen();
+    void ansehen(const std::function<void()>& zeigen);
+    Tastenentwurf entwurf() const;
 
     std::string name(const std::string& code) const;
     std::string gemerkterName(const std::string& code);
@@ -79,8 +92,11 @@ private:
     GobalVariable& global_;
     Joystick& joystick_;
     Tastatur& tastatur_;
+    Entwuerfe<Tastenentwurf>& entwuerfe_;
     Tastwerk werk_;
-    std::string schema_; ///< the name on load
+    VarTastenbelegung gespeichertes_; ///< the image as it is stored, but for how its numbers are written
+    bool siehtAn_ = false;            ///< a button is shown just now
+    std::string schema_;              ///< the name on load
     JOYINFOEX joystickinfo_;
     /// The last key name that was looked up while the button word on the pad stayed the same.
     struct {
@@ -95,8 +111,10 @@ private:
     QLabel* ebenenname_ = nullptr; ///< of the layer in sight
     std::array<QPushButton*, EBENEN> ebenen_{};
     std::array<Wahlknopf*, TASTENARTEN> arten_{};
+    QGroupBox* tastenereignis_ = nullptr;
     QLabel* tastenname_ = nullptr;
     Tastenfang* tastenfang_ = nullptr;
     Tasteneigenschaften* eigenschaften_ = nullptr;
+    Speicherstand* speicherstand_ = nullptr;
     std::unique_ptr<Formularzeitgeber> abfrage_;
 };

@@ -20,7 +20,8 @@ Editoren::~Editoren() = default;
 
 void Editoren::tastwerkZeigen() {
     tastwerk_.zeigen([this] {
-        auto neues = std::make_unique<frmJoyKonfic>(global_, joystick_, zeitgeber_, tastatur_);
+        auto neues =
+            std::make_unique<frmJoyKonfic>(global_, joystick_, zeitgeber_, tastatur_, tastenentwuerfe_);
         mitFehlermeldung(
             nullptr, "Button bearbeiten", [&] { neues->laden(); },
             [&](const LaufzeitFehler&) { neues.reset(); });
@@ -35,6 +36,10 @@ void Editoren::tastwerkEntladen() {
 void Editoren::schemaVergessen(const std::string& name) {
     if (const auto* form = tastwerk_.offene(); form && form->geladenesSchema() == name)
         tastwerkEntladen();
+    if (auto* form = schubreglerKonfic_.offene(); form && form->geladenesSchema() == name)
+        form->schemaVergessen();
+    tastenentwuerfe_.vergessen(name);
+    schubentwuerfe_.vergessen(name);
 }
 
 void Editoren::achsenZeigen() {
@@ -44,6 +49,9 @@ void Editoren::achsenZeigen() {
 
 void Editoren::schubreglerZeigen() {
     schubreglerKonfic_.zeigen([this] {
-        return std::make_unique<SchubreglerKonfic>(global_, achsendatei_, achsen_, zeitgeber_, tastatur_);
+        auto neue = std::make_unique<SchubreglerKonfic>(global_, achsendatei_, achsen_, zeitgeber_, tastatur_,
+                                                        schubentwuerfe_);
+        connect(neue.get(), &SchubreglerKonfic::gespeichert, this, &Editoren::gespeichert);
+        return neue;
     });
 }

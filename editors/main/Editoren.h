@@ -2,7 +2,10 @@
 // The editors that are open: the one place that knows which of them are loaded.
 #pragma once
 
+#include "editors/buttons/Tastenentwurf.h"
 #include "editors/common/Einzelform.h"
+#include "editors/common/Entwuerfe.h"
+#include "editors/slider/Schubentwurf.h"
 
 #include <QObject>
 
@@ -31,12 +34,17 @@ public:
     void tastwerkZeigen();
     /// Closes the button editor, if it is open, with all that was not saved.
     void tastwerkEntladen();
-    /// Closes the button editor of a `Schema` that is gone: what it holds belongs to nothing any more.
+    /// Closes the button editor of a `Schema` that is gone: what it holds belongs to nothing any more, and so
+    /// does what was discarded for it.
     void schemaVergessen(const std::string& name);
     /// Shows the axis assignment form; one that is open comes to the front as it is.
     void achsenZeigen();
     /// Shows the slider editor; one that is open comes to the front as it is.
     void schubreglerZeigen();
+
+signals:
+    /// The slider editor has saved, and closes.
+    void gespeichert();
 
 private:
     GobalVariable& global_;
@@ -45,6 +53,8 @@ private:
     Joystick& joystick_;
     Zeitgeber& zeitgeber_;
     Tastatur& tastatur_;
+    Entwuerfe<Tastenentwurf> tastenentwuerfe_;
+    Entwuerfe<Schubentwurf> schubentwuerfe_;
     Einzelform<frmJoyKonfic> tastwerk_;
     Einzelform<AchzenKalib> achzenKalib_;
     Einzelform<SchubreglerKonfic> schubreglerKonfic_;

@@ -72,7 +72,7 @@ void Infoansicht::stickZeigen(InfoEditor editor, int ebene, const QWidget& neben
 }
 
 void Infoansicht::tastenZeigen(int ebene, const QWidget& neben) {
-    auto* form = new frmJoyKonfic(zustand_.global, joystick_, zeitgeber_, tastatur_);
+    auto* form = new frmJoyKonfic(zustand_.global, joystick_, zeitgeber_, tastatur_, entwuerfe_);
     Formbesitz<QWidget> besitz(form);
     form->laden();
     connect(form, &frmJoyKonfic::geschlossen, this, [this] { entladen(InfoEditor::frmJoyKonfic); });

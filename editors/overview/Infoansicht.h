@@ -5,6 +5,8 @@
 // their own: a look touches neither what is not saved there, nor a run, nor the current `Schema`.
 #pragma once
 
+#include "editors/buttons/Tastenentwurf.h"
+#include "editors/common/Entwuerfe.h"
 #include "editors/common/Fenster.h"
 #include "engine/run/Laufzustand.h"
 
@@ -64,6 +66,7 @@ private:
     Laufsteuerung& laufsteuerung_;
     Zeitgeber& zeitgeber_;
     Tastatur& tastatur_;
-    Laufzustand zustand_; ///< of the editors that are shown; outlives them
+    Laufzustand zustand_;                ///< of the editors that are shown; outlives them
+    Entwuerfe<Tastenentwurf> entwuerfe_; ///< nothing can be changed, so there is never one
     std::map<InfoEditor, Gezeigt> gezeigt_;
 };

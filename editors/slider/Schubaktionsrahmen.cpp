@@ -80,6 +80,23 @@ Schubaktionsrahmen::Schubaktionsrahmen(const std::string& datenbankPfad, Tastatu
     gitter->addWidget(rahmen_, 0, 1);
     gitter->addWidget(uebernehmen, 1, 1, Qt::AlignRight);
     gitter->setColumnStretch(1, 1);
+    uebernehmen->setToolTip(
+        "Gibt dem gewählten Feld diese Aktion; gespeichert wird sie mit „Schema speichern“");
+    aenderungenMelden();
+}
+
+// What the controls tell as they go, one that loses the focus for example, comes too late.
+Schubaktionsrahmen::~Schubaktionsrahmen() {
+    for (auto* control : findChildren<QWidget*>())
+        control->disconnect(this);
+}
+
+void Schubaktionsrahmen::aenderungenMelden() {
+    for (auto* knopf : findChildren<QAbstractButton*>())
+        if (knopf->isCheckable())
+            connect(knopf, &QAbstractButton::toggled, this, &Schubaktionsrahmen::geaendert);
+    for (auto* feld : findChildren<QLineEdit*>())
+        connect(feld, &QLineEdit::textChanged, this, &Schubaktionsrahmen::geaendert);
 }
 
 // --- layout ---
@@ -230,10 +247,27 @@ void Schubaktionsrahmen::zahlfeldVerlassen(QLineEdit* feld) {
 
 void Schubaktionsrahmen::tasteGewaehlt(int code) {
     const auto nummer = std::to_string(code);
-    tastenname_ = qt(ohneRand(KeyCodeSuchen(datenbankPfad_, 0, nummer)));
-    taste_ = code;
-    tastenfang_->setText(tastenname_);
+    tasteSetzen(code, qt(ohneRand(KeyCodeSuchen(datenbankPfad_, 0, nummer))));
     tastenrahmen_->setTitle(QString("Taste: %1 - %2").arg(qt(nummer), tastenname_));
+    emit geaendert();
+}
+
+void Schubaktionsrahmen::tasteSetzen(int code, const QString& name) {
+    tastenname_ = name;
+    taste_ = code;
+    if (code != 0)
+        tastenfang_->setText(tastenname_);
+}
+
+// --- what is not saved ---
+
+Schubrahmenstand Schubaktionsrahmen::stand() const {
+    return {Formstand({this}), taste_, tastenname_};
+}
+
+void Schubaktionsrahmen::herstellen(const Schubrahmenstand& stand) {
+    tasteSetzen(stand.taste, stand.tastenname);
+    stand.controls.eingeben(*this);
 }
 
 // --- a record in the controls ---

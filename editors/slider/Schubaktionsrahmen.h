@@ -5,6 +5,7 @@
 // Only what an action reads is checked, and nothing leaves the frame that would break the slider text.
 #pragma once
 
+#include "editors/slider/Schubentwurf.h"
 #include "formats/Schubtext.h"
 
 #include <QGroupBox>
@@ -25,6 +26,7 @@ class Schubaktionsrahmen final : public QGroupBox {
 public:
     /// The key names lie in the database at `datenbankPfad`.
     Schubaktionsrahmen(const std::string& datenbankPfad, Tastatur& tastatur);
+    ~Schubaktionsrahmen() override;
 
     /// Fills the controls. Throws LaufzeitFehler for a value that no control has, and for a key whose name
     /// can't be looked up.
@@ -37,7 +39,13 @@ public:
     /// looked up; the key stays as it was.
     void tasteGewaehlt(int code);
 
+    /// All that the frame holds and shows, whether or not an action can be read from it.
+    Schubrahmenstand stand() const;
+    void herstellen(const Schubrahmenstand& stand);
+
 signals:
+    /// Something was set or written in the frame, be it by code.
+    void geaendert();
     /// "Aktion übernehmen" was clicked.
     void uebernehmenGewuenscht();
     /// A key was pressed in the box for it; it waits for tasteGewaehlt.
@@ -57,6 +65,8 @@ private:
     QGroupBox* leerfeld();
     QLineEdit* zahlfeld(const QString& name, const QString& text);
 
+    void tasteSetzen(int code, const QString& name);
+    void aenderungenMelden();
     void optMaus_Click(int index);
     void tastenzeitenSchalten();
     void zahlfeldVerlassen(QLineEdit* feld);

@@ -5,6 +5,7 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Optionen.h"
 #include "editors/common/Padzeile.h"
+#include "editors/common/Speicherstand.h"
 #include "editors/slider/Schubaktionsrahmen.h"
 #include "editors/slider/Schubbild.h"
 #include "editors/slider/Schubzahlen.h"
@@ -38,18 +39,24 @@ QString feldtext(int nummer) {
 } // namespace
 
 SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, Achsendatei& achsendatei, Achsen& achsen,
-                                     Zeitgeber& zeitgeber, Tastatur& tastatur)
+                                     Zeitgeber& zeitgeber, Tastatur& tastatur,
+                                     Entwuerfe<Schubentwurf>& entwuerfe)
     : achsendatei_(achsendatei)
     , achsen_(achsen)
+    , entwuerfe_(entwuerfe)
     , schema_(achsendatei.Schema())
     , aktionsrahmen_(new Schubaktionsrahmen(global.DatenbankPfad, tastatur)) {
     setObjectName("SchubreglerKonfic");
     setWindowTitle("Schubregler konfigurieren");
+    speichern_ = speicherknopf();
+    speicherstand_ = new Speicherstand(*this, *speichern_, zeitgeber);
+    connect(speicherstand_, &Speicherstand::wiederherstellenGewuenscht, this,
+            [this] { mitFehlermeldung(this, formtitel(*this), [this] { wiederherstellen(); }); });
     auto* anordnung = new QVBoxLayout(this);
     anordnung->setSpacing(10);
     anordnung->addWidget(reglerzeile());
     anordnung->addWidget(bild_ = benannt(new Schubbild, "Picture1"));
-    anordnung->addWidget(aktuellesFeld_ = benannt(new QLabel(feldtext(1)), "Label1"));
+    anordnung->addWidget(feldzeile());
     anordnung->addWidget(feldbereich(), 1);
     anordnung->addWidget(nurAuswaerts_ = benannt(new QCheckBox(NUR_AUSWAERTS), "Check2"));
     anordnung->addWidget(fusszeile());
@@ -58,13 +65,24 @@ SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, Achsendatei& a
     hoeheSetzen(*this, 0);
 
     laden();
+    connect(aktionsrahmen_, &Schubaktionsrahmen::geaendert, this, &SchubreglerKonfic::standZeigen);
+    connect(nurAuswaerts_, &QCheckBox::toggled, this, &SchubreglerKonfic::standZeigen);
     abfrage_ = zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
     abfrage_->Interval(ABFRAGE);
     abfrage_->Enabled(true);
 }
 
+// What the controls tell as they go, one that loses the focus for example, comes too late.
+SchubreglerKonfic::~SchubreglerKonfic() {
+    aktionsrahmen_->disconnect(this);
+    nurAuswaerts_->disconnect(this);
+}
+
 void SchubreglerKonfic::closeEvent(QCloseEvent* ereignis) {
     abfrage_->Enabled(false);
+    if (ungespeichert() && !verwaist_)
+        entwuerfe_.merken(schema_, {regler_, gewaehlt_, nurAuswaerts_->isChecked(), gewaehltesFeld(),
+                                    aktionsrahmen_->stand(), gezeigter_});
     ereignis->accept();
 }
 
@@ -85,12 +103,34 @@ QWidget* SchubreglerKonfic::reglerzeile() {
     }
     zeile->addStretch();
     const std::array<const char*, 2> texte{"Neue Linie", "Linie löschen"};
+    const std::array<const char*, 2> hinweise{"Teilt den Regler in ein gleich großes Feld mehr",
+                                              "Nimmt das letzte Feld mit seiner Aktion weg"};
     for (int i = 0; i < 2; ++i) {
         auto* knopf = benannt(new QPushButton(texte[static_cast<std::size_t>(i)]), feldname("Command1", i));
+        knopf->setToolTip(hinweise[static_cast<std::size_t>(i)]);
         connect(knopf, &QPushButton::clicked, this, [this, i] { Command1_Click(i); });
         zeile->addWidget(knopf);
     }
     return bereich;
+}
+
+// The field in which the slider stands; behind it there is room.
+QWidget* SchubreglerKonfic::feldzeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    zeile->addWidget(aktuellesFeld_ = benannt(new QLabel(feldtext(1)), "Label1"));
+    zeile->addStretch();
+    platzBehalten(speicherstand_->angebot());
+    zeile->addWidget(&speicherstand_->angebot());
+    return bereich;
+}
+
+QPushButton* SchubreglerKonfic::speicherknopf() {
+    auto* knopf = benannt(new QPushButton("Schema speichern"), "Command3");
+    knopf->setToolTip("Speichert die Felder von „Schubregler 1“ und schließt das Fenster");
+    connect(knopf, &QPushButton::clicked, this, &SchubreglerKonfic::Command3_Click);
+    return knopf;
 }
 
 QWidget* SchubreglerKonfic::feldbereich() {
@@ -101,7 +141,7 @@ QWidget* SchubreglerKonfic::feldbereich() {
     connect(aktionsrahmen_, &Schubaktionsrahmen::uebernehmenGewuenscht, this,
             &SchubreglerKonfic::Command2_Click);
     connect(aktionsrahmen_, &Schubaktionsrahmen::tasteGefangen, this, [this](int code) {
-        mitFehlermeldung(this, windowTitle(), [&] { aktionsrahmen_->tasteGewaehlt(code); });
+        mitFehlermeldung(this, formtitel(*this), [&] { aktionsrahmen_->tasteGewaehlt(code); });
     });
     zeile->addWidget(aktionsrahmen_, 1);
     return bereich;
@@ -130,14 +170,13 @@ QWidget* SchubreglerKonfic::fusszeile() {
     hinweis_ = benannt(new QLabel, "lblHinweis");
     hinweis_->setWordWrap(true);
     hinweis_->setMinimumHeight(2 * hinweis_->fontMetrics().lineSpacing()); // it comes and goes
-    auto* speichern = benannt(new QPushButton("Schema speichern"), "Command3");
     auto* abbrechen = benannt(new QPushButton("Abbrechen"), "Command4");
     // A click on it takes no focus away, so nobody is asked for a number that is not wanted any more.
     abbrechen->setFocusPolicy(Qt::TabFocus);
-    connect(speichern, &QPushButton::clicked, this, &SchubreglerKonfic::Command3_Click);
     connect(abbrechen, &QPushButton::clicked, this, &QWidget::close);
     zeile->addWidget(hinweis_, 1);
-    zeile->addWidget(speichern);
+    abbrechen->setToolTip("Schließt das Fenster, ohne zu speichern");
+    zeile->addWidget(speichern_);
     zeile->addWidget(abbrechen);
     return bereich;
 }
@@ -150,10 +189,13 @@ void SchubreglerKonfic::laden() {
         regler_[0] = Schubtext(achsendatei_.SchubreglerText());
     } catch (const LaufzeitFehler& fehler) {
         QMetaObject::invokeMethod(
-            this, [this, fehler] { fehlermeldung(this, fehler, windowTitle()); }, Qt::QueuedConnection);
+            this, [this, fehler] { fehlermeldung(this, fehler, formtitel(*this)); }, Qt::QueuedConnection);
     }
     nurAuswaerts_->setChecked(regler_[0].nurAuswaerts());
     felderZeigen();
+    gespeicherte_ = texte();
+    gezeigter_ = aktionsrahmen_->stand();
+    speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
 }
 
 void SchubreglerKonfic::Option3_Click(int index) {
@@ -167,6 +209,7 @@ void SchubreglerKonfic::Option3_Click(int index) {
 void SchubreglerKonfic::Command1_Click(int index) {
     if (index == NEUE_LINIE ? regler().linieAnfuegen() : regler().linieLoeschen())
         felderZeigen();
+    standZeigen();
 }
 
 void SchubreglerKonfic::Timer1_Timer() {
@@ -187,8 +230,10 @@ void SchubreglerKonfic::List1_Click() {
     if (index < 0)
         return;
     const auto satz = regler().satz(index);
-    mitFehlermeldung(this, windowTitle(),
+    mitFehlermeldung(this, formtitel(*this),
                      [&] { aktionsrahmen_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
+    gezeigter_ = aktionsrahmen_->stand();
+    standZeigen();
 }
 
 void SchubreglerKonfic::Command2_Click() {
@@ -202,6 +247,8 @@ void SchubreglerKonfic::Command2_Click() {
         return;
     const auto satz = alsSatz(index + 1, aktion);
     regler().satzSetzen(index, satz);
+    gezeigter_ = aktionsrahmen_->stand();
+    standZeigen();
     meldung(this, qt(satz), "");
 }
 
@@ -224,7 +271,44 @@ void SchubreglerKonfic::Command3_Click() {
                 "");
         return; // they are nowhere else
     }
+    entwuerfe_.vergessen(achsendatei_.Schema());
+    gespeicherte_[0] = texte()[0];
+    emit gespeichert();
     close();
+}
+
+// --- what is not saved ---
+
+std::array<std::string, SchubreglerKonfic::REGLER> SchubreglerKonfic::texte() const {
+    const bool nurAuswaerts = nurAuswaerts_->isChecked();
+    return {regler_[0].text(nurAuswaerts), regler_[1].text(false)};
+}
+
+bool SchubreglerKonfic::ungespeichert() const {
+    return texte() != gespeicherte_ || aktionsrahmen_->stand() != gezeigter_;
+}
+
+void SchubreglerKonfic::standZeigen() {
+    speicherstand_->setUngespeichert(ungespeichert());
+}
+
+void SchubreglerKonfic::wiederherstellen() {
+    speicherstand_->anbieten(false);
+    const auto entwurf = entwuerfe_.nehmen(schema_);
+    if (!entwurf)
+        return;
+    regler_ = entwurf->regler;
+    reglerwahl_[static_cast<std::size_t>(entwurf->gewaehlt)]->setChecked(true);
+    felderZeigen();
+    nurAuswaerts_->setChecked(entwurf->nurAuswaerts);
+    {
+        const QSignalBlocker stumm(*felder_);
+        felder_->setCurrentRow(entwurf->feld);
+    }
+    bild_->feldHervorheben(entwurf->feld);
+    gezeigter_ = entwurf->gezeigter;
+    aktionsrahmen_->herstellen(entwurf->rahmen);
+    standZeigen();
 }
 
 // --- the steps that they share ---

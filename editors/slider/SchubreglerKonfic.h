@@ -3,10 +3,13 @@
 //
 // It works on fields of its own and writes nothing before "Schema speichern", which stores the slider text of
 // `Schubregler 1` for the `Schema` that the main form shows then; if that is not the one it was opened for,
-// the user is asked first. The fields of `Schubregler 2` have no place in that text: they last as long as the
-// form.
+// the user is asked first. Closing asks nothing, and keeps what is not saved for the next time that the form
+// is opened for its `Schema`. The fields of `Schubregler 2` have no place in the slider text: they last as
+// long as the form, or are kept so.
 #pragma once
 
+#include "editors/common/Entwuerfe.h"
+#include "editors/slider/Schubentwurf.h"
 #include "formats/Schubtext.h"
 #include "platform/Zeitgeber.h"
 
@@ -22,9 +25,11 @@ class Achsendatei;
 class QCheckBox;
 class QLabel;
 class QListWidget;
+class QPushButton;
 class QRadioButton;
 class Schubaktionsrahmen;
 class Schubbild;
+class Speicherstand;
 class Tastatur;
 struct GobalVariable;
 
@@ -35,7 +40,16 @@ public:
     /// Reads the slider text of the `Schema`. One that is ill-formed is told of once the event loop runs, and
     /// counts as none.
     SchubreglerKonfic(const GobalVariable& global, Achsendatei& achsendatei, Achsen& achsen,
-                      Zeitgeber& zeitgeber, Tastatur& tastatur);
+                      Zeitgeber& zeitgeber, Tastatur& tastatur, Entwuerfe<Schubentwurf>& entwuerfe);
+    ~SchubreglerKonfic() override;
+
+    const std::string& geladenesSchema() const { return schema_; }
+    /// Its `Schema` is gone: what is not saved is not kept any more.
+    void schemaVergessen() { verwaist_ = true; }
+
+signals:
+    /// "Schema speichern" has saved; the form closes.
+    void gespeichert();
 
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
@@ -45,8 +59,10 @@ private:
 
     // layout, top to bottom
     QWidget* reglerzeile();
+    QWidget* feldzeile();
     QWidget* feldbereich();
     QWidget* listenspalte();
+    QPushButton* speicherknopf();
     QWidget* fusszeile();
 
     // what the controls do
@@ -62,16 +78,26 @@ private:
     Schubtext& regler() { return regler_[static_cast<std::size_t>(gewaehlt_)]; }
     void felderZeigen();
     int gewaehltesFeld() const;
+    std::array<std::string, REGLER> texte() const;
+    bool ungespeichert() const;
+    void standZeigen();
+    void wiederherstellen();
 
     Achsendatei& achsendatei_;
     Achsen& achsen_;
+    Entwuerfe<Schubentwurf>& entwuerfe_;
     const std::string schema_; ///< whose values were loaded
+    bool verwaist_ = false;    ///< that one was deleted
 
     std::array<Schubtext, REGLER> regler_;
-    int gewaehlt_ = 0; // whose fields the form shows
+    int gewaehlt_ = 0;                             // whose fields the form shows
+    std::array<std::string, REGLER> gespeicherte_; // texts of the sliders as they were loaded
+    Schubrahmenstand gezeigter_;                   // the frame before somebody changed it
 
     std::array<QRadioButton*, REGLER> reglerwahl_{};
     QLabel* hinweis_ = nullptr;
+    QPushButton* speichern_;
+    Speicherstand* speicherstand_;
     Schubbild* bild_ = nullptr;
     QLabel* aktuellesFeld_ = nullptr;
     QListWidget* felder_ = nullptr;

@@ -85,7 +85,8 @@ TEST_F(FrmJoyKonfic, ZeigtDieGegebenenTexte) {
 
 TEST_F(FrmJoyKonfic, VorDemLadenStehenDieAufschriftenDesEntwurfs) {
     GobalVariable global;
-    const frmJoyKonfic form(global, pad_, uhr_, tastatur_);
+    Entwuerfe<Tastenentwurf> entwuerfe;
+    const frmJoyKonfic form(global, pad_, uhr_, tastatur_, entwuerfe);
     std::vector<std::string> texte;
     for (int taste = 0; taste < 16; ++taste)
         texte.push_back(form.findChild<QLabel*>(feld("lblInfo", taste))->text().toStdString());
@@ -517,7 +518,8 @@ TEST_F(FrmJoyKonfic, DerSatzWirdMitSeinerGroesseUndSeinenFlaggenVerlangt) {
     GobalVariable global;
     global.DatenbankPfad = datenbank_.pfad();
     global.SchemaName = "S";
-    frmJoyKonfic form(global, pad, uhr_, tastatur_);
+    Entwuerfe<Tastenentwurf> entwuerfe;
+    frmJoyKonfic form(global, pad, uhr_, tastatur_, entwuerfe);
     form.laden();
     vergehen(20);
     const std::array<std::uint32_t, 3> anfrage{0, 64, 255};
