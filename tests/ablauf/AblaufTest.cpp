@@ -4,8 +4,8 @@
 #include "app/Endsignale.h"
 #include "tests/hilfen/XServer.h"
 
-#include <QMessageBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QScrollBar>
 #include <QTimer>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Loaded before the installed program (LD_PRELOAD): plugs a virtual pad in as soon as SDL is up, and moves it by what is
-// written into the pipe that SPIELPAD names, a line "BUTTON 1" or "BUTTON 0" with a number of SDL's. The program itself
-// is the one of the package and knows nothing of it.
+// Loaded before the installed program (LD_PRELOAD): plugs a virtual pad in as soon as SDL is up, and moves it
+// by what is written into the pipe that SPIELPAD names, a line "BUTTON 1" or "BUTTON 0" with a number of
+// SDL's. The program itself is the one of the package and knows nothing of it.
 #include "tests/ablauf/Spielpad.h"
 
 #include <dlfcn.h>
