@@ -6,12 +6,11 @@
 #include "app/Protokoll.h"
 
 Systemplattform::Systemplattform()
-    : eingabe_(eingabeKandidaten(layout_))
+    : eingabe_(eingabeKandidaten(layout_), eingabeProtokollieren)
     , joystick_(padmeldung())
     , padliste_(padlisteLaden(PADLISTE))
     , aufnahme_(schirmaufnahmeWaehlen())
     , gamepadXml_(eigenerOrdner() + "/Gamepad.xml") {
-    eingabeProtokollieren(eingabe_.wahl());
     padlisteProtokollieren(padliste_);
     joystick_.umsehen();
 }

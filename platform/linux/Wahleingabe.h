@@ -8,8 +8,11 @@
 
 class Wahleingabe final : public Eingabe, public Eingabeweg {
 public:
-    /// Asks the candidates, the best first.
-    explicit Wahleingabe(std::vector<EingabeKandidat> kandidaten);
+    using Empfaenger = std::function<void(const EingabeWahl&)>;
+
+    /// Asks the candidates, the best first. `beiWahl` hears what came of it, now and whenever that is another
+    /// injection or stands for other reasons.
+    explicit Wahleingabe(std::vector<EingabeKandidat> kandidaten, Empfaenger beiWahl = {});
 
     std::uint32_t SendInput(std::span<const INPUT> ereignisse) override;
     std::uint32_t MapVirtualKeyA(std::uint32_t code, std::uint32_t art) override;
@@ -20,6 +23,9 @@ public:
     const EingabeWahl& wahl() const { return wahl_; }
 
 private:
+    void sagen() const;
+
+    const Empfaenger beiWahl_;
     const std::vector<EingabeKandidat> kandidaten_;
     EingabeWahl wahl_;
 };

@@ -235,6 +235,34 @@ TEST_F(WahleingabeFaelle, OhneEinenWirdJederNocheinmalGefragt) {
     EXPECT_EQ(beste.gefragt, gefragt) << "one who reaches everyone stays";
 }
 
+TEST_F(WahleingabeFaelle, WerDientUndWarumAndereNichtWirdGesagtSooftEsEinAnderesIst) {
+    std::vector<std::string> gesagt;
+    const auto hoeren = [&](const EingabeWahl& wahl) {
+        std::string text = wahl.name;
+        for (const auto& grund : wahl.gruende)
+            text += "; " + grund;
+        gesagt.push_back(text);
+    };
+    const auto neues = [&] { return std::exchange(gesagt, {}); };
+    Wahleingabe eingabe(kandidaten(), hoeren);
+    EXPECT_THAT(neues(), ElementsAre("; a: noch nicht; b: noch nicht; c: noch nicht"));
+    eingabe.pruefen();
+    EXPECT_THAT(neues(), ElementsAre());
+    naechste.da = true;
+    eingabe.pruefen();
+    EXPECT_THAT(neues(), ElementsAre("b; a: noch nicht"));
+    eingabe.pruefen();
+    EXPECT_THAT(neues(), ElementsAre());
+    beste.grund = "gar nicht";
+    eingabe.pruefen();
+    EXPECT_THAT(neues(), ElementsAre("b; a: gar nicht"));
+    beste.da = true;
+    eingabe.pruefen();
+    EXPECT_THAT(neues(), ElementsAre("a"));
+    eingabe.pruefen();
+    EXPECT_THAT(neues(), ElementsAre());
+}
+
 TEST(EingabeReichweite, XTestErreichtUnterWaylandNurX11UndSonstAlle) {
     const auto reichweiten = [] {
         Tastaturlayout layout;
