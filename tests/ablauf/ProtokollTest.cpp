@@ -18,6 +18,8 @@
 #include <thread>
 
 #include <X11/Xlib.h> // its macros come last
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
 
 using ::testing::AllOf;
 using ::testing::ElementsAre;
@@ -50,8 +52,8 @@ private:
     const QtMessageHandler vorher_;
 };
 
-/// How many windows the X server shows.
-int sichtbareFenster() {
+/// How many windows the X server shows, of all or of those with a title.
+int sichtbareFenster(const std::string& titel = "") {
     auto* anzeige = XOpenDisplay(nullptr);
     XGrabServer(anzeige); // none goes while it is looked at
     Window wurzel = 0;
@@ -62,17 +64,33 @@ int sichtbareFenster() {
     int sichtbare = 0;
     for (unsigned i = 0; i < anzahl; ++i) {
         XWindowAttributes angaben{};
-        sichtbare += XGetWindowAttributes(anzeige, alle[i], &angaben) != 0 && angaben.map_state == IsViewable;
+        char* name = nullptr;
+        XFetchName(anzeige, alle[i], &name);
+        sichtbare += XGetWindowAttributes(anzeige, alle[i], &angaben) != 0 &&
+                     angaben.map_state == IsViewable && (titel.empty() || (name && titel == name));
+        if (name)
+            XFree(name);
     }
     XFree(alle);
     XCloseDisplay(anzeige);
     return sichtbare;
 }
 
+void klicken(QPoint ort) {
+    auto* anzeige = XOpenDisplay(nullptr);
+    XTestFakeMotionEvent(anzeige, -1, ort.x(), ort.y(), CurrentTime);
+    for (const int unten : {True, False})
+        XTestFakeButtonEvent(anzeige, 1, unten, CurrentTime);
+    XCloseDisplay(anzeige);
+}
+
 /// The program as a process; what it writes to its standard error output.
 class Fehlerausgabe : public ::testing::Test {
 protected:
-    std::string nachStartUndEnde(const std::function<void()>& vorbereiten, const std::string& qtConf = "") {
+    /// `inzwischen` happens while it is open.
+    std::string nachStartUndEnde(
+        const std::function<void()>& vorbereiten, const std::string& qtConf = "",
+        const std::function<void()>& inzwischen = [] {}) {
         const auto datei = ordner_.pfad() / "stderr";
         Programmprozess prozess(datenbank_.ordner(), [&](const std::filesystem::path& programmordner) {
             if (!qtConf.empty())
@@ -86,9 +104,23 @@ protected:
             vorbereiten();
         });
         EXPECT_TRUE(prozess.nimmtAn(SIGTERM));
+        inzwischen();
         prozess.senden(SIGTERM);
         EXPECT_EQ(prozess.ausgang(), "exit 0");
         return dateiLesen(datei);
+    }
+    /// Where "Schema starten" stands on the screen: a process lays its form where this one does.
+    QPoint schemaStarten() const {
+        std::filesystem::current_path(datenbank_.ordner());
+        Systemplattform system;
+        auto plattform = system.plattform();
+        plattform.gamepadXml = (ordner_.pfad() / "Gamepad.xml").string();
+        Programm programm(plattform);
+        programm.starten();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&programm.hauptform()));
+        const auto* knopf = programm.hauptform().findChild<QPushButton*>("Command1(5)");
+        std::filesystem::current_path("/");
+        return knopf->mapToGlobal(knopf->rect().center());
     }
     Testordner ordner_;
     Testdatenbank datenbank_;
@@ -205,6 +237,18 @@ TEST_F(Fehlerausgabe, QtLoggingRulesDrehtDasProtokollAuf) {
               "gamepad.eingabe: dient nicht: uinput: Der X-Server liest keine Geräte des Kerns\n"
               "gamepad.eingabe: gewählt: XTest\n"
               "gamepad.pad: gamecontrollerdb.txt wird nicht benutzt: sie ist kein Text in UTF-8 (Zeile 1)\n");
+}
+
+TEST_F(Fehlerausgabe, DasProgrammErzaehltVonSeinenLaeufen) {
+    Schemabau(datenbank_).anlegen();
+    const auto ort = schemaStarten();
+    const auto laufen = [&] {
+        EXPECT_TRUE(Programmprozess::warten([] { return sichtbareFenster("Game-Pad-Konfic") == 1; }));
+        klicken(ort);
+        EXPECT_TRUE(Programmprozess::warten([] { return sichtbareFenster("Schema gestartet") == 1; }));
+    };
+    EXPECT_THAT(nachStartUndEnde([] { setenv("QT_LOGGING_RULES", "gamepad.zeit=true", 1); }, "", laufen),
+                StartsWith("gamepad.zeit: Lauf zu Ende: "));
 }
 
 TEST_F(Fehlerausgabe, EineFehlerhafteListeWirdBeimStartInEinerBoxGenannt) {
