@@ -18,16 +18,11 @@ constexpr const char* ABHILFE =
     "sudo modprobe uinput; sudo udevadm control --reload; "
     "sudo udevadm trigger --action=change --sysname-match=uinput";
 
-QString nichtsKommtAn(const Eingabelage& lage) {
-    QString text = "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n";
-    for (const auto& grund : lage.gruende)
-        text += "\n" + qt(grund);
-    return text;
-}
-
-QString nurBeiX(const Eingabelage& lage) {
-    QString text = "Unter Wayland kommen Tasten und Mausbewegungen so nur in Programmen an, die noch für X11 "
-                   "gemacht sind.\n";
+QString lagetext(const Eingabelage& lage) {
+    QString text = lage.reichweite == Reichweite::Keine
+                       ? "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n"
+                       : "Unter Wayland kommen Tasten und Mausbewegungen so nur in Programmen an, die noch "
+                         "für X11 gemacht sind.\n";
     for (const auto& grund : lage.gruende)
         text += "\n" + qt(grund);
     return text +
@@ -44,9 +39,7 @@ void Tastenankunft::pruefen() {
     const auto lage = weg_.pruefen();
     if (lage.reichweite == Reichweite::Alle)
         return;
-    if (lage.reichweite == Reichweite::Keine)
-        return meldung(nullptr, nichtsKommtAn(lage), "Game-Pad-Konfic", QMessageBox::Warning);
-    QMessageBox box(QMessageBox::Warning, "Game-Pad-Konfic", nurBeiX(lage),
+    QMessageBox box(QMessageBox::Warning, "Game-Pad-Konfic", lagetext(lage),
                     QMessageBox::Ok | QMessageBox::Help);
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

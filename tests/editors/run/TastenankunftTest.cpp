@@ -13,24 +13,26 @@ const std::vector<std::string> GRUND{"uinput: Es fehlt die Berechtigung"};
 const std::vector<std::string> GRUENDE{"uinput: Es fehlt die Berechtigung",
                                        "XTest: Kein X-Server erreichbar"};
 
-const Gesehen NICHTS{
-    "Game-Pad-Konfic",
-    "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n\nuinput: Es fehlt die "
-    "Berechtigung\nXTest: Kein X-Server erreichbar",
-    QMessageBox::Warning, QMessageBox::Ok};
-
-const Gesehen NUR_X{
-    "Game-Pad-Konfic",
-    "Unter Wayland kommen Tasten und Mausbewegungen so nur in Programmen an, die noch für X11 gemacht "
-    "sind.\n\n"
-    "uinput: Es fehlt die Berechtigung\n\n"
+const QString ABHILFE =
     "Mit diesen zwei Zeilen in einem Terminal kommen sie überall an, ohne neue Anmeldung:\n\n"
     "echo 'KERNEL==\"uinput\", SUBSYSTEM==\"misc\", OPTIONS+=\"static_node=uinput\", TAG+=\"uaccess\"' | "
     "sudo "
     "tee /etc/udev/rules.d/70-gamepad-konfic.rules\n\n"
     "sudo modprobe uinput; sudo udevadm control --reload; sudo udevadm trigger --action=change "
     "--sysname-match=uinput\n\n"
-    "Drücken Sie danach „Schema starten“.",
+    "Drücken Sie danach „Schema starten“.";
+
+const Gesehen NICHTS{"Game-Pad-Konfic",
+                     "Es können keine Tasten und keine Mausbewegungen gesendet werden.\n\n"
+                     "uinput: Es fehlt die Berechtigung\nXTest: Kein X-Server erreichbar\n\n" +
+                         ABHILFE,
+                     QMessageBox::Warning, QMessageBox::Ok | QMessageBox::Help};
+
+const Gesehen NUR_X{
+    "Game-Pad-Konfic",
+    "Unter Wayland kommen Tasten und Mausbewegungen so nur in Programmen an, die noch für X11 gemacht "
+    "sind.\n\nuinput: Es fehlt die Berechtigung\n\n" +
+        ABHILFE,
     QMessageBox::Warning, QMessageBox::Ok | QMessageBox::Help};
 
 class TastenankunftForm : public Formtest {
@@ -66,7 +68,7 @@ TEST_F(TastenankunftForm, WasNurBeiX11AnkommtWirdGesagtUndDerLaufBeginntTrotzdem
     EXPECT_EQ(beimLauf(), std::vector<Gesehen>{}) << "to stop needs no word";
 }
 
-TEST_F(TastenankunftForm, WennNichtsGesendetWerdenKannStehenDieGruendeDa) {
+TEST_F(TastenankunftForm, WennNichtsGesendetWerdenKannStehenDieGruendeUndDieAbhilfeDa) {
     weg_.lage = {Reichweite::Keine, GRUENDE};
     EXPECT_EQ(beimStart(), std::vector{NICHTS});
     EXPECT_EQ(beimLauf(), std::vector{NICHTS});
