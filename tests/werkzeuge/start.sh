@@ -51,5 +51,8 @@ starten XDG_DATA_HOME="$daten" DISPLAY=:7 >/dev/null
 [[ $(starten DISPLAY=:7) == *"in $ordner/heim/.local/share/gamepad-konfic with DISPLAY=:7" ]] ||
     fehlschlag "without XDG_DATA_HOME it does not start below HOME"
 
+[[ $(starten XDG_DATA_HOME=daten DISPLAY=:7) == *"lie in $ordner/heim/.local/share/gamepad-konfic"* ]] && [ ! -e "$baum/daten" ] ||
+    fehlschlag "a relative XDG_DATA_HOME is no folder"
+
 [[ $(starten XDG_DATA_HOME="$daten") == *"in $daten/gamepad-konfic with DISPLAY=:"[0-9]* ]] ||
     fehlschlag "without a display it does not start in a virtual one"
