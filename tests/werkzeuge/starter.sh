@@ -19,6 +19,14 @@ for datei in bin/gamepad-konfic libexec/gamepad-konfic/gamepad-konfic share/game
     share/icons/hicolor/16x16/apps/gamepad-konfic.png; do
     [ -s "$praefix/$datei" ] || fehlschlag "$datei is not installed"
 done
+# Folders of their own, wherever they lie.
+wurzel=$(cd "$(dirname "$0")/../.." && pwd)
+cmake -S "$wurzel" -B "$ordner/bau" -G Ninja -DCMAKE_INSTALL_PREFIX="$ordner/p" -DCMAKE_INSTALL_DATADIR="$ordner/d" \
+    -DCMAKE_INSTALL_LIBEXECDIR="$ordner/l/e" >"$ordner/worte" 2>&1 || fehlschlag "$(cat "$ordner/worte")"
+for zeile in 'vorlagen=$hier/../../d/gamepad-konfic' 'programm=$hier/../../l/e/gamepad-konfic/gamepad-konfic'; do
+    grep -qxF "$zeile" "$ordner/bau/einrichtung/launcher/gamepad-konfic" || fehlschlag "absolute folders: $zeile is missing"
+done
+
 befehl="$praefix/bin/gamepad-konfic"
 version=$("$befehl" --version)
 [[ $version == "Game-Pad-Konfic "[0-9]* ]] || fehlschlag "--version says: $version"
@@ -31,8 +39,7 @@ for seite in man1 de/man1; do
 done
 [ -z "$(grep -rlE '@[A-Z_]+@' "$praefix/bin" "$praefix/share" --include='*.xml' --include='*.1' --include='*.htm' \
     --include=gamepad-konfic)" ] || fehlschlag "a placeholder is left"
-wurzel=$(cd "$(dirname "$0")/../.." && pwd)
-grep -q "^## ${version#* }" "$wurzel/CHANGELOG.md" || fehlschlag "CHANGELOG.md does not know the version"
+grep -qE "^## ${version#* }( |\$)" "$wurzel/CHANGELOG.md" || fehlschlag "CHANGELOG.md does not know the version"
 grep -q "^gamepad-konfic (${version#* })" "$wurzel/debian/changelog" || fehlschlag "the package is of another version"
 grep -q "_${version#* }_" "$wurzel/README.md" || fehlschlag "README.md installs another version"
 [[ $("$befehl" --help) == Usage:* ]] || fehlschlag "--help does not help"
