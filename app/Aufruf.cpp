@@ -8,11 +8,11 @@
 namespace {
 
 constexpr const char* GEBRAUCH =
-    "Usage: gamepad-konfic [--help | --version]\n"
+    "Aufruf: gamepad-konfic [--help | --version]\n"
     "\n"
-    "Turns a game pad into a keyboard and a mouse. Without a word it opens its window.\n"
-    "Its files lie in $XDG_DATA_HOME/gamepad-konfic (~/.local/share/gamepad-konfic), or\n"
-    "in the current folder where that holds a Belegung.twk. See gamepad-konfic(1).\n";
+    "Macht aus dem Gamepad eine Tastatur und eine Maus. Ohne ein Wort öffnet sich das Fenster.\n"
+    "Ihre Dateien liegen in $XDG_DATA_HOME/gamepad-konfic (~/.local/share/gamepad-konfic) oder\n"
+    "im aktuellen Ordner, wo der eine Belegung.twk hat. Siehe gamepad-konfic(1).\n";
 
 std::string umgebung(const char* name) {
     const char* wert = std::getenv(name);
@@ -31,7 +31,7 @@ std::optional<Auskunft> auskunft(std::span<char* const> worte) {
         return Auskunft{GEBRAUCH, 0};
     const std::string fremdes =
         worte.size() > 1 && (wort == "--version" || wort == "--help") ? worte[1] : wort;
-    return Auskunft{"gamepad-konfic: unknown word \"" + fremdes + "\"\n" + GEBRAUCH, 2};
+    return Auskunft{"gamepad-konfic: Unbekanntes Wort „" + fremdes + "“.\n" + GEBRAUCH, 2};
 }
 
 std::string eigenerOrdner() {

@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-/// What is printed instead of a start.
+/// What is printed instead of a start, in German.
 struct Auskunft {
     std::string text;
     int ende; ///< exit status; 0 goes to stdout, any other to stderr

@@ -42,10 +42,18 @@ done
 grep -qE "^## ${version#* }( |\$)" "$wurzel/CHANGELOG.md" || fehlschlag "CHANGELOG.md does not know the version"
 grep -q "^gamepad-konfic (${version#* })" "$wurzel/debian/changelog" || fehlschlag "the package is of another version"
 grep -q "_${version#* }_" "$wurzel/README.md" || fehlschlag "README.md installs another version"
-[[ $("$befehl" --help) == Usage:* ]] || fehlschlag "--help does not help"
-code=0
-worte=$("$befehl" --nichts 2>&1) || code=$?
-[ $code -eq 2 ] && [[ $worte == *'"--nichts"'* ]] || fehlschlag "an unknown word: $code, $worte"
+[[ $("$befehl" --help) == Aufruf:* ]] || fehlschlag "--help does not help"
+antwort() { # WORD WORD...: what the command says to the words, of which it does not know WORD
+    local wort=$1 code=0 worte
+    shift
+    worte=$("$befehl" "$@" 2>&1 >"$ordner/worte") || code=$?
+    [ $code -eq 2 ] && [ ! -s "$ordner/worte" ] && [[ $worte == *"Unbekanntes Wort „$wort“"*Aufruf:* ]] ||
+        fehlschlag "an unknown word: $code, $worte"
+}
+antwort --nichts --nichts
+antwort "" ""
+antwort datei.twk --version datei.twk
+antwort datei.twk datei.twk --help
 
 # --- the user's folder ---
 cat >"$praefix/libexec/gamepad-konfic/gamepad-konfic" <<'ENDE'
