@@ -163,6 +163,12 @@ lauf "a database that has all names"
 unveraendert "a database that has all names was written"
 [ "$(ls -A "$alt" | paste -sd' ')" = "Belegung.twk Beschreibung Bilder" ] || fehlschlag "litter is left: $(ls -A "$alt")"
 
+# What the user's own sqlite3 is set to does not matter.
+veraltet
+echo '.output /dev/null' >"$ordner/heim/.sqliterc"
+starten HOME="$ordner/heim" XDG_DATA_HOME="$ordner/alt" >/dev/null
+erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names beside a .sqliterc"
+
 # A stamp of this program, and none, are written; one of a version to come, or of another program, is not.
 sqlite3 "$vorlage" 'PRAGMA application_id = 0x47506B31; PRAGMA user_version = 1'
 veraltet 'PRAGMA application_id = 0; PRAGMA user_version = 0'
