@@ -119,6 +119,37 @@ erwarten "$(starten XDG_DATA_HOME="$ordner/Verweis")" \
 erwarten "$(starten XDG_DATA_HOME=daten HOME="$ordner/heim")" \
     "in $ordner/heim/.local/share/gamepad-konfic; own $ordner/heim/.local/share/gamepad-konfic; well" "a relative XDG_DATA_HOME"
 
+[[ $(starten HOME=heim) == *"Weder HOME noch XDG_DATA_HOME"* ]] || fehlschlag "a relative HOME"
+[ -z "$(ls -A "$ordner/anderswo")" ] || fehlschlag "a relative HOME lays something where the program is started"
+
+# The user's folder and that of the pictures are links themselves: what lies behind them is found, whatever its case.
+mkdir -p "$ordner/Regal/Fotos" "$ordner/verlegt"
+echo meins >"$ordner/Regal/BELEGUNG.TWK"
+echo meins >"$ordner/Regal/Fotos/JOY2.BMP"
+ln -s "$ordner/Regal/Fotos" "$ordner/Regal/Bilder"
+ln -s "$ordner/Regal" "$ordner/verlegt/gamepad-konfic"
+erwarten "$(starten XDG_DATA_HOME="$ordner/verlegt")" \
+    "in $ordner/verlegt/gamepad-konfic; own $ordner/verlegt/gamepad-konfic; well" "a link as the user's folder"
+erwarten "$(ls "$ordner/Regal" "$ordner/Regal/Fotos" | grep -ic -e belegung -e joy2)" 2 "a link hides what lies behind it"
+
+# Starts that were broken off leave a copy that was not whole yet: it goes. One that is being laid stays, and so does
+# what only has such a name.
+reste="$ordner/Reste/gamepad-konfic"
+mkdir -p "$reste/Bilder/.Joy2.bmp.neu.3"
+echo halb >"$reste/.Belegung.twk.neu.1"
+echo halb >"$reste/Bilder/.Joy2.bmp.neu.2"
+echo meins >"$reste/Belegung.twk.neu.4"
+touch -d '1 hour ago' "$reste"/.Belegung.twk.neu.1 "$reste"/Bilder/.Joy2.bmp.neu.* "$reste"/Belegung.twk.neu.4
+echo halb >"$reste/.Belegung.twk.neu.5"
+starten XDG_DATA_HOME="$ordner/Reste" >/dev/null
+erwarten "$(find "$reste" -name '*.neu.*' -printf '%f\n' | sort | paste -sd' ')" \
+    ".Belegung.twk.neu.5 .Joy2.bmp.neu.3 Belegung.twk.neu.4" "what broken off starts have left"
+
+# A session that names no folder with the commands of the system.
+for pfad in /nirgendwo ''; do
+    erwarten "$(cd "$ordner/anderswo" && XDG_DATA_HOME="$daten" PATH=$pfad "$befehl" 2>&1)" "in $ziel; own $ziel; well" "PATH=$pfad"
+done
+
 # A home that is read-only: what is there is enough to start, and a picture that is missing is no obstacle.
 [ "$(id -u)" -ne 0 ] || chmod 755 "$ordner"
 als_benutzer() { # COMMAND...
@@ -237,6 +268,10 @@ cp "$datei" "$ordner/Stick"
 (cd "$ordner/Stick" && "$befehl" >/dev/null)
 datei="$ordner/Stick/Belegung.twk"
 erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names in a portable folder"
+# Its name may end in a new line.
+mkdir "$ordner/Zeile"$'\n'
+cp "$ordner/Stick/Belegung.twk" "$ordner/Zeile"$'\n'
+[[ $(cd "$ordner/Zeile"$'\n' && "$befehl") == *"; well" ]] || fehlschlag "a portable folder whose name ends in a new line"
 # What only has the name of a database makes no portable folder.
 mkdir -p "$ordner/Falle/Belegung.twk"
 [[ $(cd "$ordner/Falle" && XDG_DATA_HOME="$daten" "$befehl") == "in $ziel;"* ]] || fehlschlag "a folder that is called Belegung.twk"
@@ -255,3 +290,10 @@ halb=$(ulimit -f 100; starten XDG_DATA_HOME="$ordner/halb" 2>/dev/null)
 mv "$praefix/share/gamepad-konfic/Belegung.twk" "$ordner/weg"
 [[ $(starten XDG_DATA_HOME="$ordner/neu") == *"share/gamepad-konfic/Belegung.twk“ fehlt"* ]] || fehlschlag "a missing template"
 erwarten "$(starten XDG_DATA_HOME="$daten")" "in $ziel; own $ziel; well" "a folder that lacks nothing"
+# A help that is missing where the program is installed takes the place of none.
+mv "$praefix/share/gamepad-konfic/Beschreibung" "$ordner/weg.hilfe"
+rm "$ziel/Beschreibung"
+mkdir "$ziel/Beschreibung"
+echo "eine alte Hilfe" >"$ziel/Beschreibung/Startfenster.htm"
+starten XDG_DATA_HOME="$daten" >/dev/null
+erwarten "$(cat "$ziel/Beschreibung/Startfenster.htm" 2>&1)" "eine alte Hilfe" "the only help there is"
