@@ -38,7 +38,7 @@ struct Umgebung {
         datenbank.sql("UPDATE " + tabelle + " SET " + spalte + " = '1,168,1-100-50';");
     }
     std::unique_ptr<frmJoyKonfic> oeffnen() {
-        auto form = std::make_unique<frmJoyKonfic>(global, pad, uhr, tastatur);
+        auto form = std::make_unique<frmJoyKonfic>(global, pad, uhr, tastatur, entwuerfe);
         form->laden();
         form->resize(1000, 700);
         form->show();
@@ -49,6 +49,7 @@ struct Umgebung {
 
     Testdatenbank datenbank;
     GobalVariable global;
+    Entwuerfe<Tastenentwurf> entwuerfe;
     ProbeJoystick pad;
     ProbeUhr uhr;
     ProbeTastatur tastatur;
