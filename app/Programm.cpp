@@ -8,13 +8,13 @@ Programm::Programm(const Plattform& plattform)
     , zustand_(plattform.joystick, plattform.gamepadXml)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber,
                      plattform.laufmarke)
-    , tastenankunft_(plattform.eingabeweg, plattform.prozess, zustand_.global)
     , editoren_(zustand_.global, zustand_.achsendatei, zustand_.achsen, plattform.joystick,
                 plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
                      {plattform.joystick, plattform.zeitgeber, plattform.ton, plattform.aufnahme})
     , hauptform_(zustand_.global, zustand_.achsendatei, laufsteuerung_, plattform.prozess,
-                 plattform.zeitgeber) {
+                 plattform.zeitgeber)
+    , tastenankunft_(plattform.eingabeweg, hauptform_.hilfe()) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);

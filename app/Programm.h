@@ -48,9 +48,9 @@ private:
     const Plattform plattform_;
     Laufzustand zustand_;
     Laufsteuerung laufsteuerung_;
-    Tastenankunft tastenankunft_;
     Editoren editoren_;
     Stickeditoren stickeditoren_;
     frmHaupt hauptform_;
+    Tastenankunft tastenankunft_;
     Einzelform<Uebersicht> uebersicht_;
 };

@@ -23,5 +23,7 @@ inline constexpr std::array<Hilfekapitel, 10> HILFEKAPITEL{{
 }};
 /// How to make the first `Schema`.
 inline constexpr const char* KAPITEL_ERSTE_SCHRITTE = "erstes";
+/// What lets keys arrive under Wayland.
+inline constexpr const char* KAPITEL_TASTENANKUNFT = "wayland";
 /// What a box tells that belongs to no form.
 inline constexpr const char* KAPITEL_OHNE_FORM = "fehler";

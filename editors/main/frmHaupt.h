@@ -44,6 +44,8 @@ public:
     /// Shows for a moment that a form which closes when it saves has saved.
     void gespeichertZeigen();
 
+    Hilfe& hilfe() { return hilfe_; }
+
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
 

@@ -2,8 +2,9 @@
 #include "editors/run/Tastenankunft.h"
 
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Hilfe.h"
+#include "editors/common/Hilfekapitel.h"
 #include "platform/Eingabeweg.h"
-#include "platform/Prozess.h"
 
 #include <QPushButton>
 
@@ -32,8 +33,7 @@ QString lagetext(const Eingabelage& lage) {
 
 } // namespace
 
-Tastenankunft::Tastenankunft(Eingabeweg& weg, Prozess& prozess, const GobalVariable& global)
-    : weg_(weg), prozess_(prozess), global_(global) {}
+Tastenankunft::Tastenankunft(Eingabeweg& weg, Hilfe& hilfe) : weg_(weg), hilfe_(hilfe) {}
 
 void Tastenankunft::pruefen() {
     const auto lage = weg_.pruefen();
@@ -49,15 +49,7 @@ void Tastenankunft::pruefen() {
     hilfe->setText("&Hilfe");
     // The lines stay in sight while the page is read.
     QObject::disconnect(hilfe, &QPushButton::clicked, nullptr, nullptr);
-    QObject::connect(hilfe, &QPushButton::clicked, &box, [this] { hilfeOeffnen(); });
+    QObject::connect(hilfe, &QPushButton::clicked, &box,
+                     [this, &box] { hilfe_.kapitelOeffnen(&box, KAPITEL_TASTENANKUNFT); });
     box.exec();
-}
-
-// A desktop takes a file, not a place in it: the small page beside the help leads there.
-void Tastenankunft::hilfeOeffnen() {
-    const auto stelle = prozess_.GetFullPathNameA("Beschreibung\\Wayland.htm");
-    const auto& seite = global_.HilfePfad;
-    if (!prozess_.ShellExecuteA(stelle) && !prozess_.ShellExecuteA(seite))
-        meldung(nullptr, QString("Die Hilfe konnte nicht geöffnet werden:\n%1").arg(qt(seite)),
-                "Game-Pad-Konfic", QMessageBox::Warning);
 }

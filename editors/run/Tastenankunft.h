@@ -2,22 +2,18 @@
 // Tells the user when what the pad does can't reach the program that has the focus, and what mends it.
 #pragma once
 
-#include "engine/run/GobalVariable.h"
-
 class Eingabeweg;
-class Prozess;
+class Hilfe;
 
 class Tastenankunft {
 public:
-    Tastenankunft(Eingabeweg& weg, Prozess& prozess, const GobalVariable& global);
+    /// Both outlive this object.
+    Tastenankunft(Eingabeweg& weg, Hilfe& hilfe);
 
     /// Looks, and shows one message box unless everyone is reached.
     void pruefen();
 
 private:
-    void hilfeOeffnen();
-
     Eingabeweg& weg_;
-    Prozess& prozess_;
-    const GobalVariable& global_;
+    Hilfe& hilfe_;
 };

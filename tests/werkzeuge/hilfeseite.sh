@@ -36,11 +36,6 @@ while IFS= read -r ziel; do
     grep -qxF "${ziel#\#}" <<<"$anker" || fehlschlag "the jump $ziel has no target"
 done < <(attribute href)
 
-# The forms open a place of the help by a small page beside it, which leads there at once.
-ziele=$(grep -o 'Startfenster\.htm#[a-z]*' "$ordner/Wayland.htm" | cut -d'#' -f2)
-[ "$(sort -u <<<"$ziele")" = wayland ] || fehlschlag "Wayland.htm leads to: $ziele"
-grep -qxF wayland <<<"$anker" || fehlschlag "the page has no place for Wayland.htm to lead to"
-
 # F1 jumps by the anchors of one table.
 kapitel=$(grep -oE '", "[^"]+"\}|KAPITEL_[A-Z_]+ = "[^"]+"' "$wurzel/editors/common/Hilfekapitel.h" | sed 's/.*"\([^"]*\)".*/\1/')
 [ -n "$kapitel" ] || fehlschlag "F1 has no chapter"

@@ -13,7 +13,7 @@ praefix="$ordner/Müller's Präfix"
 cmake --install "$bau" --prefix "$praefix" >/dev/null
 for datei in bin/gamepad-konfic libexec/gamepad-konfic/gamepad-konfic share/gamepad-konfic/Belegung.twk \
     share/gamepad-konfic/tasten_nachtrag.sql share/gamepad-konfic/Bilder/Joy2.bmp share/gamepad-konfic/Beschreibung/Startfenster.htm \
-    share/gamepad-konfic/Beschreibung/Wayland.htm share/gamepad-konfic/Beschreibung/Tastwerk.png lib/udev/rules.d/70-gamepad-konfic.rules \
+    share/gamepad-konfic/Beschreibung/Tastwerk.png lib/udev/rules.d/70-gamepad-konfic.rules \
     share/man/man1/gamepad-konfic.1 share/man/de/man1/gamepad-konfic.1 share/applications/gamepad-konfic.desktop \
     share/metainfo/gamepad-konfic.metainfo.xml share/icons/hicolor/scalable/apps/gamepad-konfic.svg \
     share/icons/hicolor/16x16/apps/gamepad-konfic.png; do

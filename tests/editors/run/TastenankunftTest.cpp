@@ -49,7 +49,7 @@ protected:
         control<QPushButton>(haupt(), "Command1(5)").click();
         return boxen.gesehen();
     }
-    std::string hilfe(const std::string& name) { return prozess_.GetFullPathNameA("Beschreibung\\" + name); }
+    std::string hilfeseite() { return prozess_.GetFullPathNameA("Beschreibung\\Startfenster.htm"); }
 };
 
 } // namespace
@@ -85,16 +85,16 @@ TEST_F(TastenankunftForm, SobaldEsAnkommtSchweigtSie) {
 TEST_F(TastenankunftForm, HilfeOeffnetDieStelleUndDieBoxBleibt) {
     weg_.lage = {Reichweite::NurX, GRUND};
     EXPECT_EQ(beimStart({QMessageBox::Help, QMessageBox::Ok}), (std::vector{NUR_X, NUR_X}));
-    EXPECT_EQ(prozess_.geoeffnet, std::vector{hilfe("Wayland.htm")});
+    EXPECT_EQ(prozess_.geoeffnet, std::vector{hilfeseite() + "#wayland"});
 }
 
-TEST_F(TastenankunftForm, FehltDieStelleSoOeffnetSichDieSeiteUndSonstWirdEsGesagt) {
+TEST_F(TastenankunftForm, LaesstSichDieHilfeNichtOeffnenWirdEsGesagt) {
     weg_.lage = {Reichweite::NurX, GRUND};
     prozess_.oeffnet = false;
-    const Gesehen fehlt{"Game-Pad-Konfic",
-                        QString("Die Hilfe konnte nicht geöffnet werden:\n%1")
-                            .arg(QString::fromStdString(hilfe("Startfenster.htm"))),
-                        QMessageBox::Warning, QMessageBox::Ok};
+    const Gesehen fehlt{
+        "Game-Pad-Konfic",
+        QString("Die Hilfe konnte nicht geöffnet werden:\n%1").arg(QString::fromStdString(hilfeseite())),
+        QMessageBox::Warning, QMessageBox::Ok};
     std::optional<Boxleser> boxen;
     QTimer::singleShot(0, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -103,7 +103,7 @@ TEST_F(TastenankunftForm, FehltDieStelleSoOeffnetSichDieSeiteUndSonstWirdEsGesag
     });
     starten();
     EXPECT_EQ(boxen->gesehen(), (std::vector{fehlt, NUR_X}));
-    EXPECT_EQ(prozess_.geoeffnet, (std::vector{hilfe("Wayland.htm"), hilfe("Startfenster.htm")}));
+    EXPECT_EQ(prozess_.geoeffnet, std::vector{hilfeseite() + "#wayland"});
 }
 
 // What the user is told to type is what the package lays.
