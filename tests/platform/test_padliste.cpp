@@ -76,7 +76,8 @@ TEST_F(Padlistentest, KommentareLeereZeilenUndAndereSystemeZaehlenNicht) {
                                            "\n"
                                            "   \t\n"
                                            "  # Windows\n" +
-                                           GUID + ",Anderswo,a:b9,platform:Windows,\n" +
+                                           GUID + ",Anderswo,a:b9,platform:Windows,\n" + GUID +
+                                           ",Dort,a:b9,platform:Windows,type:ps5,\n" +
                                            "xinput,Auch anderswo,a:unsinn,platform:Windows,\n");
     EXPECT_THAT(liste.fehler, IsEmpty());
     EXPECT_EQ(liste.uebernommene, 0);
