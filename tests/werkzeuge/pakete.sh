@@ -32,6 +32,9 @@ done
 # The package is built with what the program is built with; the compiler is there wherever packages are built.
 abweichung=$(diff <(pakete build | grep -vx g++ | sort) <(sed -n '/^Build-Depends:/,/^[^ ]/{ /^ /{ s/[ ,]//g; /^debhelper-compat/d; p } }' \
     debian/control | sort)) || { echo "FAILED: [build] and debian/control differ: $abweichung"; fehlende=1; }
+# What is called by its name, where the tools that make the package do not find it.
+grep -qx 'Depends:.*, sqlite3' debian/control && grep -qx 'Recommends:.*\bxdg-utils\b.*' debian/control ||
+    { echo "FAILED: the package does not ask for the programs that it calls"; fehlende=1; }
 gelistet "the library of the fuzzers" "$(find "$(clang++ -print-runtime-dir)" -name 'libclang_rt.fuzzer-*.a' -print -quit)"
 gelistet "the mocks of GTest" /usr/include/gmock/gmock.h
 exit $fehlende

@@ -16,9 +16,18 @@ for datei in bin/gamepad-konfic libexec/gamepad-konfic/gamepad-konfic share/game
     share/gamepad-konfic/Beschreibung/Tastwerk.png lib/udev/rules.d/70-gamepad-konfic.rules \
     share/man/man1/gamepad-konfic.1 share/man/de/man1/gamepad-konfic.1 share/applications/gamepad-konfic.desktop \
     share/metainfo/gamepad-konfic.metainfo.xml share/icons/hicolor/scalable/apps/gamepad-konfic.svg \
-    share/icons/hicolor/16x16/apps/gamepad-konfic.png; do
+    share/icons/hicolor/{16x16,32x32,48x48,128x128}/apps/gamepad-konfic.png; do
     [ -s "$praefix/$datei" ] || fehlschlag "$datei is not installed"
 done
+# What the menu's entry and the metainfo name is what is installed.
+eintrag=$praefix/share/applications/gamepad-konfic.desktop
+[ -x "$praefix/bin/$(sed -n 's/^Exec=//p' "$eintrag")" ] || fehlschlag "the menu's entry starts nothing"
+[ -s "$praefix/share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' "$eintrag").svg" ] || fehlschlag "the menu's entry has no icon"
+metainfo=$praefix/share/metainfo/gamepad-konfic.metainfo.xml
+[ -s "$praefix/share/applications/$(sed -n 's|.*<launchable type="desktop-id">\(.*\)</launchable>|\1|p' "$metainfo")" ] ||
+    fehlschlag "the metainfo leads to no menu's entry"
+[ -s "$praefix/share/icons/hicolor/scalable/apps/$(sed -n 's|.*<icon type="stock">\(.*\)</icon>|\1|p' "$metainfo").svg" ] ||
+    fehlschlag "the metainfo has no icon"
 # Folders of their own, wherever they lie.
 wurzel=$(cd "$(dirname "$0")/../.." && pwd)
 cmake -S "$wurzel" -B "$ordner/bau" -G Ninja -DCMAKE_INSTALL_PREFIX="$ordner/p" -DCMAKE_INSTALL_DATADIR="$ordner/d" \
@@ -65,14 +74,28 @@ starten() { (cd "$ordner/anderswo" && env -u HOME -u XDG_DATA_HOME "$@" "$befehl
 erwarten() { [ "$1" = "$2" ] || fehlschlag "$3: $1"; }
 
 daten="$ordner/Meine Däten"
+chmod a-w "$praefix/share/gamepad-konfic/Belegung.twk" # as in a store of packages that nobody may write
 ziel="$daten/gamepad-konfic"
 erwarten "$(starten XDG_DATA_HOME="$daten")" "in $ziel; own $ziel; well" "first start"
 cmp -s "$ziel/Belegung.twk" "$praefix/share/gamepad-konfic/Belegung.twk" || fehlschlag "there is no database"
-[ -w "$ziel/Belegung.twk" ] || fehlschlag "the database can't be written"
+[[ $(stat -c %A "$ziel/Belegung.twk") == -rw* ]] || fehlschlag "the database can't be written"
+chmod u+w "$praefix/share/gamepad-konfic/Belegung.twk"
 [ -s "$ziel/Bilder/Joy2.bmp" ] || fehlschlag "the picture of a stick is not there"
 [ -s "$ziel/Beschreibung/Startfenster.htm" ] || fehlschlag "there is no help"
 [ -L "$ziel/Beschreibung" ] || fehlschlag "the help does not come with the program"
 [ -z "$(find "$daten" -name '*.neu.*')" ] || fehlschlag "litter is left"
+
+# A second copy that is started at the same time: what it has laid, and what has been saved there since, stays.
+mkdir "$ordner/dazwischen"
+cat >"$ordner/dazwischen/sync" <<ENDE
+#!/bin/sh
+case \$1 in *.twk.neu.*) echo meins >"\${1%/*}/Belegung.twk" ;; esac
+exec $(command -v sync) "\$@"
+ENDE
+chmod +x "$ordner/dazwischen/sync"
+starten PATH="$ordner/dazwischen:$PATH" XDG_DATA_HOME="$ordner/zugleich" >/dev/null
+erwarten "$(cat "$ordner/zugleich/gamepad-konfic/Belegung.twk")" meins "what came meanwhile was overwritten"
+[ -z "$(find "$ordner/zugleich" -name '*.neu.*')" ] || fehlschlag "litter is left beside what came meanwhile"
 
 erwarten "$(starten HOME="$ordner/heim")" \
     "in $ordner/heim/.local/share/gamepad-konfic; own $ordner/heim/.local/share/gamepad-konfic; well" "without XDG_DATA_HOME"
@@ -194,10 +217,18 @@ lauf "a database that has all names"
 unveraendert "a database that has all names was written"
 [ "$(ls -A "$alt" | paste -sd' ')" = "Belegung.twk Beschreibung Bilder" ] || fehlschlag "litter is left: $(ls -A "$alt")"
 
-# What the user's own sqlite3 is set to does not matter.
+# What the user has set sqlite3 to does not matter. It looks for that in the home of the account, whatever HOME says: a
+# stand-in gives it a file where it is not told of another.
 veraltet
-echo '.output /dev/null' >"$ordner/heim/.sqliterc"
-starten HOME="$ordner/heim" XDG_DATA_HOME="$ordner/alt" >/dev/null
+mkdir "$ordner/sqlite"
+echo '.output /dev/null' >"$ordner/sqlite/rc"
+cat >"$ordner/sqlite/sqlite3" <<ENDE
+#!/bin/sh
+case " \$* " in *' -init '*) ;; *) set -- -init '$ordner/sqlite/rc' "\$@" ;; esac
+exec $(command -v sqlite3) "\$@"
+ENDE
+chmod +x "$ordner/sqlite/sqlite3"
+starten PATH="$ordner/sqlite:$PATH" XDG_DATA_HOME="$ordner/alt" >/dev/null
 erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names beside a .sqliterc"
 
 # A stamp of this program, and none, are written; one of a version to come, or of another program, is not.
