@@ -5,6 +5,7 @@
 #include "app/Endsignale.h"
 #include "app/Padlistenmeldung.h"
 #include "app/Protokoll.h"
+#include "app/Standardkanaele.h"
 #include "app/Systemplattform.h"
 #include "editors/common/Formhilfen.h"
 
@@ -29,6 +30,7 @@ QIcon programmsymbol() {
 } // namespace
 
 int main(int anzahl, char** worte) {
+    standardkanaeleBelegen();
     if (const auto statt = auskunft({worte + 1, worte + anzahl})) {
         std::fputs(statt->text.c_str(), statt->ende == 0 ? stdout : stderr);
         return statt->ende;

@@ -56,6 +56,22 @@ TEST_F(Programmende, EinIgnoriertesSighupBleibtIgnoriert) {
     EXPECT_EQ(prozess.ausgang(), "exit 0");
 }
 
+// Its log would else go into what has the number of the closed channel: the connection to the display.
+TEST_F(Programmende, MitGeschlossenenKanaelenLaeuftEsUndProtokolliertInsLeere) {
+    Schemabau(datenbank_).anlegen();
+    Programmprozess prozess(datenbank_.ordner(), [](const std::filesystem::path&) {
+        setenv("QT_LOGGING_RULES", "*=true", 1);
+        close(STDIN_FILENO);
+        close(STDERR_FILENO);
+    });
+    EXPECT_TRUE(Programmprozess::warten(
+        [&] { return std::filesystem::exists(prozess.programmordner() / "Gamepad.xml"); }));
+    EXPECT_EQ(prozess.kanal(STDIN_FILENO), "/dev/null");
+    EXPECT_EQ(prozess.kanal(STDERR_FILENO), "/dev/null");
+    prozess.senden(SIGTERM);
+    EXPECT_EQ(prozess.ausgang(), "exit 0");
+}
+
 TEST_F(Programmende, DieAchsendateiEntstehtNebenDemProgramm) {
     Schemabau(datenbank_).anlegen();
     Programmprozess prozess(datenbank_.ordner());

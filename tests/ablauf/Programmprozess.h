@@ -52,6 +52,12 @@ public:
 
     void senden(int signal) const { kill(kennung_, signal); }
 
+    /// What an open channel leads to.
+    std::filesystem::path kanal(int nummer) const {
+        return std::filesystem::read_symlink("/proc/" + std::to_string(kennung_) + "/fd/" +
+                                             std::to_string(nummer));
+    }
+
     /// Whether the process takes the signal as a request to end; waits until it takes any.
     bool nimmtAn(int signal) const {
         std::uint64_t angenommene = 0;
