@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -16,11 +17,11 @@ std::string umgebung(const char* name) {
     return wert ? wert : "";
 }
 
-bool xErreichbar() {
+std::shared_ptr<void> xVerbindung() {
     auto* anzeige = XOpenDisplay(nullptr);
-    if (anzeige)
-        XCloseDisplay(anzeige);
-    return anzeige != nullptr;
+    if (!anzeige)
+        return nullptr;
+    return {anzeige, XCloseDisplay};
 }
 
 bool waylandErreichbar() {
@@ -44,14 +45,17 @@ bool waylandErreichbar() {
 
 } // namespace
 
-std::string bildschirmFehlt() {
+Bildschirmbefund bildschirmSuchen() {
     const auto gewaehlt = umgebung("QT_QPA_PLATFORM");
     const bool x = gewaehlt.empty() || gewaehlt.starts_with("xcb");
     const bool wayland = gewaehlt.empty() || gewaehlt.starts_with("wayland");
     if (!x && !wayland) // a platform that needs neither
-        return "";
-    if ((wayland && waylandErreichbar()) || (x && xErreichbar()))
-        return "";
-    return "Kein Bildschirm erreichbar: weder unter DISPLAY=\"" + umgebung("DISPLAY") +
-           "\" noch unter WAYLAND_DISPLAY=\"" + umgebung("WAYLAND_DISPLAY") + "\".";
+        return {};
+    if (wayland && waylandErreichbar())
+        return {};
+    if (auto verbindung = x ? xVerbindung() : nullptr)
+        return {"", std::move(verbindung)};
+    return {"Kein Bildschirm erreichbar: weder unter DISPLAY=\"" + umgebung("DISPLAY") +
+                "\" noch unter WAYLAND_DISPLAY=\"" + umgebung("WAYLAND_DISPLAY") + "\".",
+            nullptr};
 }

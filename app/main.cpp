@@ -35,12 +35,14 @@ int main(int anzahl, char** worte) {
         std::fputs(statt->text.c_str(), statt->ende == 0 ? stdout : stderr);
         return statt->ende;
     }
-    if (const auto grund = bildschirmFehlt(); !grund.empty()) {
-        std::fprintf(stderr, "gamepad-konfic: %s\n", grund.c_str());
+    auto bildschirm = bildschirmSuchen();
+    if (!bildschirm.grund.empty()) {
+        std::fprintf(stderr, "gamepad-konfic: %s\n", bildschirm.grund.c_str());
         return 1;
     }
     Endsignale endsignale;
     Anwendung anwendung(anzahl, worte);
+    bildschirm.verbindung.reset();
     QApplication::setApplicationName("gamepad-konfic");
     QApplication::setDesktopFileName("gamepad-konfic");
     QApplication::setWindowIcon(programmsymbol());

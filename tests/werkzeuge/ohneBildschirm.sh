@@ -15,3 +15,20 @@ pruefen PATH="$PATH"
 pruefen PATH="$PATH" DISPLAY=:59999
 pruefen PATH="$PATH" QT_QPA_PLATFORM=xcb
 pruefen PATH="$PATH" WAYLAND_DISPLAY=wayland-none XDG_RUNTIME_DIR=/nonexistent
+
+# A server that runs for this program alone, and ends with its last client, is a display. The program shows a box in it
+# until it is told to end.
+ordner=$(mktemp -d)
+exec {nummer}< <(exec Xvfb -displayfd 1 -terminate -screen 0 800x600x24 2>/dev/null)
+server=$!
+trap 'kill $server 2>/dev/null || true; rm -rf "$ordner"' EXIT
+read -r -t 20 bildschirm <&"$nummer"
+env -i PATH="$PATH" HOME="$ordner" XDG_RUNTIME_DIR="$ordner" DISPLAY=":$bildschirm" GAMEPAD_KONFIC_STARTFEHLER=Grund \
+    "$bau/gamepad-konfic" >"$ordner/worte" 2>&1 &
+programm=$!
+until grep -q libqxcb "/proc/$programm/maps" || ! kill -0 $programm 2>/dev/null; do :; done
+kill -TERM $programm 2>/dev/null || true
+code=0
+wait $programm || code=$?
+[ $code -eq 1 ] && [ ! -s "$ordner/worte" ] ||
+    { echo "FAILED on a server without other clients: exit code $code, output: $(cat "$ordner/worte")"; exit 1; }
