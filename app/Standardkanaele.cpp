@@ -4,11 +4,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-void standardkanaeleBelegen() {
+#include <csignal>
+
+void standardkanaeleSichern() {
     int kanal = 0;
     do // the lowest number that is free
         kanal = open("/dev/null", O_RDWR);
     while (kanal >= 0 && kanal <= STDERR_FILENO);
     if (kanal >= 0)
         close(kanal);
+    std::signal(SIGPIPE, SIG_IGN);
 }

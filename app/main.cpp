@@ -30,7 +30,7 @@ QIcon programmsymbol() {
 } // namespace
 
 int main(int anzahl, char** worte) {
-    standardkanaeleBelegen();
+    standardkanaeleSichern();
     if (const auto statt = auskunft({worte + 1, worte + anzahl})) {
         std::fputs(statt->text.c_str(), statt->ende == 0 ? stdout : stderr);
         return statt->ende;

@@ -9,6 +9,7 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 namespace {
@@ -68,6 +69,23 @@ TEST_F(Programmende, MitGeschlossenenKanaelenLaeuftEsUndProtokolliertInsLeere) {
         [&] { return std::filesystem::exists(prozess.programmordner() / "Gamepad.xml"); }));
     EXPECT_EQ(prozess.kanal(STDIN_FILENO), "/dev/null");
     EXPECT_EQ(prozess.kanal(STDERR_FILENO), "/dev/null");
+    prozess.senden(SIGTERM);
+    EXPECT_EQ(prozess.ausgang(), "exit 0");
+}
+
+// As with "| head": what it holds would stay pressed.
+TEST_F(Programmende, DassDerLeserDesProtokollsGegangenIstBeendetNichts) {
+    Schemabau(datenbank_).anlegen();
+    Programmprozess prozess(datenbank_.ordner(), [](const std::filesystem::path&) {
+        setenv("QT_LOGGING_RULES", "*=true", 1);
+        std::array<int, 2> leitung{};
+        if (pipe(leitung.data()) != 0)
+            return;
+        dup2(leitung[1], STDERR_FILENO);
+        close(leitung[0]);
+    });
+    EXPECT_TRUE(Programmprozess::warten(
+        [&] { return std::filesystem::exists(prozess.programmordner() / "Gamepad.xml"); }));
     prozess.senden(SIGTERM);
     EXPECT_EQ(prozess.ausgang(), "exit 0");
 }

@@ -235,6 +235,7 @@ protected:
         int eltern = 0;
         int guete = 0;
         unsigned long gesperrt = 0; // signals
+        unsigned long ignoriert = 0;
         int planung = 0;
     };
     Aufruf aufruf() const {
@@ -252,6 +253,8 @@ protected:
                 ergebnis.guete = std::stoi(feld);
             if (nummer == 32)
                 ergebnis.gesperrt = std::stoul(feld);
+            if (nummer == 33)
+                ergebnis.ignoriert = std::stoul(feld);
             if (nummer == 41)
                 ergebnis.planung = std::stoi(feld);
         }
@@ -293,6 +296,16 @@ TEST_F(MitXdgOpen, WelcheSignaleWirSperrenGehtNichtMit) {
         sigaddset(&menge, SIGTERM);
         sigprocmask(SIG_BLOCK, &menge, nullptr);
         return LinuxProzess().ShellExecuteA(dokument) ? std::to_string(aufruf().gesperrt) : "nicht gestartet";
+    });
+    EXPECT_EQ(ergebnis, "0");
+}
+
+TEST_F(MitXdgOpen, DassWirEineLeitungOhneLeserErtragenGehtNichtMit) {
+    const auto ergebnis = inEinemKind([this] {
+        signal(SIGPIPE, SIG_IGN);
+        if (!LinuxProzess().ShellExecuteA(dokument))
+            return std::string("nicht gestartet");
+        return std::to_string((aufruf().ignoriert >> (SIGPIPE - 1)) & 1U);
     });
     EXPECT_EQ(ergebnis, "0");
 }
