@@ -48,7 +48,7 @@ int main(int anzahl, char** worte) {
     QApplication::setWindowIcon(programmsymbol());
     if (const auto grund = startfehler(); !grund.empty()) {
         endsignale.verbinden();
-        meldung(nullptr, qt(grund), "Game-Pad-Konfic", QMessageBox::Critical);
+        meldung(nullptr, einzeiler(qt(grund)), "Game-Pad-Konfic", QMessageBox::Critical);
         return 1;
     }
 

@@ -14,10 +14,6 @@
 
 #include <algorithm>
 
-namespace {
-
-// An error quotes what it found, and that may be a text of any length and any number of lines: the box must
-// stay on the screen, with its button.
 QString einzeiler(QString text) {
     constexpr qsizetype ANFANG = 300;
     constexpr qsizetype ENDE = 100;
@@ -26,8 +22,6 @@ QString einzeiler(QString text) {
         return text;
     return text.left(ANFANG) + "…" + text.right(ENDE);
 }
-
-} // namespace
 
 QString feldname(std::string_view name, int index) {
     return QString("%1(%2)").arg(qt(name)).arg(index);

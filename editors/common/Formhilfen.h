@@ -54,6 +54,10 @@ void meldung(QWidget* eltern, const QString& text, const QString& titel,
 bool frage(QWidget* eltern, const QString& text, const QString& titel,
            QMessageBox::StandardButton vorgabe = QMessageBox::Yes);
 
+/// A text that was found somewhere, of any length and any number of lines, so that a box that quotes it stays
+/// on the screen, with its button.
+QString einzeiler(QString text);
+
 /// The message box of an error: number and text.
 void fehlermeldung(QWidget* eltern, const LaufzeitFehler& fehler, const QString& titel);
 

@@ -17,18 +17,21 @@ pruefen PATH="$PATH" QT_QPA_PLATFORM=xcb
 pruefen PATH="$PATH" WAYLAND_DISPLAY=wayland-none XDG_RUNTIME_DIR=/nonexistent
 
 # A server that runs for this program alone, and ends with its last client, is a display. The program shows a box in it
-# until it is told to end.
+# until it is told to end; however long what it quotes is, the box fits.
 ordner=$(mktemp -d)
 exec {nummer}< <(exec Xvfb -displayfd 1 -terminate -screen 0 800x600x24 2>/dev/null)
 server=$!
 trap 'kill $server 2>/dev/null || true; rm -rf "$ordner"' EXIT
 read -r -t 20 bildschirm <&"$nummer"
-env -i PATH="$PATH" HOME="$ordner" XDG_RUNTIME_DIR="$ordner" DISPLAY=":$bildschirm" GAMEPAD_KONFIC_STARTFEHLER=Grund \
+env -i PATH="$PATH" HOME="$ordner" XDG_RUNTIME_DIR="$ordner" DISPLAY=":$bildschirm" GAMEPAD_KONFIC_STARTFEHLER="$(seq 1000)" \
     "$bau/gamepad-konfic" >"$ordner/worte" 2>&1 &
 programm=$!
 until grep -q libqxcb "/proc/$programm/maps" || ! kill -0 $programm 2>/dev/null; do :; done
+hoehe=$(DISPLAY=":$bildschirm" timeout 20 xdotool search --sync --onlyvisible --name '^Game-Pad-Konfic$' getwindowgeometry --shell |
+    sed -n 's/^HEIGHT=//p') || true
 kill -TERM $programm 2>/dev/null || true
 code=0
 wait $programm || code=$?
 [ $code -eq 1 ] && [ ! -s "$ordner/worte" ] ||
     { echo "FAILED on a server without other clients: exit code $code, output: $(cat "$ordner/worte")"; exit 1; }
+[ "${hoehe:-600}" -lt 600 ] || { echo "FAILED: the box is ${hoehe:-no} high"; exit 1; }
