@@ -153,6 +153,7 @@ void Ebenenstimme::zeigen() {
     QStringList zeilen;
     for (const auto& zeile : zustandszeilen(lage(), stand_.ebene(), auskunft_))
         zeilen.push_back(qt(zeile));
+    ebene_.zustand().freilassen(flaeche_.fraAktionGezeigt() ? tafel_.geometry() : QRect());
     ebene_.zustand().zeigen(zeilen);
 }
 

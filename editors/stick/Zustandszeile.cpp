@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -60,9 +61,19 @@ int Zustandszeile::hoeheAm(bool oben) const {
                 : static_cast<int>(rand.bottom()) - ABSTAND - height();
 }
 
+QRect Zustandszeile::platzAm(bool oben) const {
+    return {QPoint((parentWidget()->width() - width()) / 2, hoeheAm(oben)), size()};
+}
+
 void Zustandszeile::legen() {
     resize(groesse());
-    move((parentWidget()->width() - width()) / 2, hoeheAm(oben_));
+    const bool zugedeckt = verdeckt_.intersects(platzAm(oben_)) && !verdeckt_.intersects(platzAm(!oben_));
+    move(platzAm(oben_ != zugedeckt).topLeft());
+}
+
+void Zustandszeile::freilassen(QRect verdeckt) {
+    if (std::exchange(verdeckt_, verdeckt) != verdeckt)
+        legen();
 }
 
 void Zustandszeile::ausweichen(QPoint wo) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The state of a stick editor in words: a translucent label on the plane that lets the mouse through and
-// moves to the other edge where a hand comes near.
+// moves to the other edge where a hand comes near or a panel covers it.
 #pragma once
 
 #include <QLabel>
@@ -15,6 +15,8 @@ public:
     void zeigen(const QStringList& zeilen);
     /// Leaves a place of the plane free, in pixels.
     void ausweichen(QPoint wo);
+    /// Stays clear of what covers this part of the plane, in pixels, where the other edge is free.
+    void freilassen(QRect verdeckt);
     /// Lays the label on the plane as large as that is now.
     void legen();
 
@@ -24,6 +26,8 @@ protected:
 private:
     QSize groesse() const;
     int hoeheAm(bool oben) const;
+    QRect platzAm(bool oben) const;
 
     bool oben_ = false;
+    QRect verdeckt_;
 };

@@ -245,6 +245,24 @@ TEST_P(Ebenenstimmentest, DieZeileWeichtDerMausUndLaesstSieDurch) {
     EXPECT_TRUE(ebene().rect().contains(zeile.geometry()));
 }
 
+TEST_P(Ebenenstimmentest, DieZeileLiegtNichtUnterDerAktionstafel) {
+    editorOeffnen();
+    const auto& zeile = feld<QWidget>("Zustandszeile");
+    klick(33000, 33000);
+    klick(33000, 33000, Qt::RightButton);
+    auto& tafel = feld<QWidget>("fraAktion");
+    ASSERT_TRUE(tafel.isVisible());
+    tafel.move(zeile.pos()); // as for a field at that edge
+    for (const int y : {10000, 33000, 20000}) {
+        maus(5000, y);
+        EXPECT_TRUE(zeile.isVisible());
+        EXPECT_FALSE(zeile.geometry().intersects(tafel.geometry()));
+    }
+    klick(5000, 20000);
+    maus(5000, 33000);
+    EXPECT_GT(zeile.y(), ebene().height() / 2) << "back where it was";
+}
+
 // --- the keyboard ---
 
 TEST_P(Ebenenstimmentest, PfeiltastenGehenVonFeldZuFeld) {
