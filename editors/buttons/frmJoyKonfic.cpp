@@ -206,12 +206,14 @@ QGroupBox* frmJoyKonfic::tastenereignis() {
     });
     connect(tastenfang_, &Tastenfang::tabBestaetigt, this,
             [this] { mitFehlermeldung(this, formtitel(*this), [this] { tasteUebernehmen(TASTE_TAB); }); });
+    tastenfang_->setAccessibleName("Taste");
     platzBehalten(*tastenname_);
     platzBehalten(*tastenfang_);
     gitter->addWidget(tastenname_, int{TASTENDRUCK}, 1);
     gitter->addWidget(tastenfang_, int{TASTENDRUCK}, 2);
     gitter->setColumnStretch(1, 1);
     gitter->setRowStretch(TASTENARTEN, 1);
+    setTabOrder(arten_[TASTENDRUCK], tastenfang_); // in the row of its option
     return gruppe;
 }
 

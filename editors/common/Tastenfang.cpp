@@ -8,11 +8,18 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
 constexpr const char* HIER_KLICKEN = "Hier Klicken";
 constexpr const char* TAB = "Tab";
+constexpr const char* BEDIENUNG =
+    "Fängt die nächste Taste. Tab geht weiter, Strg+Tab fängt die Tabulatortaste.";
+
+constexpr VirtuelleTaste TABULATOR = 9;
+constexpr VirtuelleTaste UMSCHALT = 16;
+constexpr VirtuelleTaste STRG = 17;
 
 struct Bedeutung {
     int taste; ///< Qt::Key
@@ -129,8 +136,8 @@ bool durchTaste(Qt::FocusReason grund) {
 Tastenfang::Tastenfang(Tastatur& tastatur, QWidget* eltern)
     : QLineEdit(HIER_KLICKEN, eltern), tastatur_(tastatur) {
     setReadOnly(true);
-    // Not by Tab: whoever only passes by would leave with the tabulator assigned.
-    setFocusPolicy(Qt::ClickFocus);
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleDescription(BEDIENUNG);
     // The menu key is a key like any other.
     setContextMenuPolicy(Qt::PreventContextMenu);
     setDragEnabled(false);
@@ -167,25 +174,69 @@ bool Tastenfang::event(QEvent* ereignis) {
     }
 }
 
+// Without a click that asked for it the tabulator moves on, or nobody who only has a keyboard would get past.
+bool Tastenfang::gehtWeiter(const QKeyEvent& ereignis) const {
+    if (code(ereignis, tastatur_) != TABULATOR)
+        return false;
+    return ereignis.isAutoRepeat()
+               ? !tabGefangen_
+               : !wartet_ && !(ereignis.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
+void Tastenfang::weitergehen(const QKeyEvent& ereignis) {
+    const bool zurueck =
+        ereignis.key() == Qt::Key_Backtab || ereignis.modifiers().testFlag(Qt::ShiftModifier);
+    focusNextPrevChild(!zurueck);
+}
+
 void Tastenfang::druecken(const QKeyEvent& ereignis) {
+    if (gehtWeiter(ereignis))
+        return weitergehen(ereignis);
     if (ereignis.isAutoRepeat())
         return;
     fremdeTaste_ = false;
-    if (const auto taste = code(ereignis, tastatur_))
+    const auto taste = code(ereignis, tastatur_);
+    if (taste == 0)
+        return;
+    const bool erwartet = std::exchange(wartet_, false);
+    tabGefangen_ = taste == TABULATOR;
+    if (tabGefangen_ && ereignis.modifiers().testFlag(Qt::ControlModifier)) {
+        aufgeschoben_ = 0;
+        verbraucht_ = STRG;
+    }
+    aufgeschobeneMelden();
+    if (!erwartet && (taste == UMSCHALT || taste == STRG))
+        aufgeschoben_ = taste;
+    else
         emit tasteGedrueckt(taste);
 }
 
 void Tastenfang::loesen(const QKeyEvent& ereignis) {
     if (ereignis.isAutoRepeat() || fremdeTaste_)
         return;
-    if (const auto taste = code(ereignis, tastatur_))
-        emit tasteGeloest(taste);
+    const auto taste = code(ereignis, tastatur_);
+    if (taste == 0)
+        return;
+    if (taste == TABULATOR)
+        tabGefangen_ = false;
+    if (taste == verbraucht_) {
+        verbraucht_ = 0;
+        return;
+    }
+    aufgeschobeneMelden();
+    emit tasteGeloest(taste);
+}
+
+void Tastenfang::aufgeschobeneMelden() {
+    if (const auto taste = std::exchange(aufgeschoben_, VirtuelleTaste{0}))
+        emit tasteGedrueckt(taste);
 }
 
 void Tastenfang::mouseReleaseEvent(QMouseEvent* ereignis) {
     const bool klick = ereignis->button() == Qt::LeftButton && rect().contains(ereignis->pos());
     if (klick && text() == HIER_KLICKEN)
         setText(TAB);
+    wartet_ |= klick;
     deselect();
 }
 
@@ -196,10 +247,13 @@ void Tastenfang::mouseDoubleClickEvent(QMouseEvent* ereignis) {
 
 void Tastenfang::focusInEvent(QFocusEvent* ereignis) {
     fremdeTaste_ = durchTaste(ereignis->reason());
+    wartet_ = ereignis->reason() == Qt::MouseFocusReason;
     QLineEdit::focusInEvent(ereignis);
 }
 
 void Tastenfang::focusOutEvent(QFocusEvent* ereignis) {
     setText(HIER_KLICKEN);
+    wartet_ = tabGefangen_ = false;
+    aufgeschoben_ = verbraucht_ = 0;
     QLineEdit::focusOutEvent(ereignis);
 }

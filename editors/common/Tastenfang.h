@@ -1,6 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The box that catches a key of the keyboard: every key, also those that move the focus, close a window or
-// run a shortcut elsewhere.
+// The box that catches a key of the keyboard: every key, also those that close a window or run a shortcut
+// elsewhere.
+//
+//   the tabulator             is
+//   ------------------------  ---------------------------------------------------------
+//   first key after a click   caught as any other
+//   any later, and without    the way out of the box, with Shift the way back; a Shift
+//   a click                   that goes before it is no key of the box
+//   with Ctrl                 caught; the Ctrl before it is no key of the box
 //
 // It only catches. Its text is "Hier Klicken" until a click makes it "Tab", which a double click confirms;
 // what a key makes of the text is up to the form.
@@ -39,11 +46,18 @@ protected:
     void focusOutEvent(QFocusEvent* ereignis) override;
 
 private:
+    bool gehtWeiter(const QKeyEvent& ereignis) const;
+    void weitergehen(const QKeyEvent& ereignis);
     void druecken(const QKeyEvent& ereignis);
     void loesen(const QKeyEvent& ereignis);
+    void aufgeschobeneMelden();
 
     Tastatur& tastatur_;
     /// The focus came by a key that is still down: the next release belongs to no key of the box, unless one
     /// goes down here first.
     bool fremdeTaste_ = false;
+    bool wartet_ = false;             ///< a click has asked for a key, and none has come yet
+    bool tabGefangen_ = false;        ///< the tabulator is down, and was caught
+    VirtuelleTaste aufgeschoben_ = 0; ///< Shift or Ctrl is down, and may be there for the tabulator only
+    VirtuelleTaste verbraucht_ = 0;   ///< was there for the tabulator, and is still down
 };

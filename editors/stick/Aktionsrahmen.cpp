@@ -10,7 +10,6 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -42,6 +41,11 @@ struct Zeitangabe {
 constexpr int DRUCKZEIT = 0;
 constexpr int PAUSENZEIT = 1;
 constexpr std::array<Zeitangabe, 2> ZEITEN{{{0, 2, "1"}, {3, 1, "0"}}};
+
+// By action type.
+constexpr std::array<const char*, STICKAKTIONSARTEN> ZUGANGSNAMEN{
+    "Eigenschaft der Mausbewegung", "Eigenschaft der Maustaste",  "",
+    "Eigenschaft des Leerfelds",    "Eigenschaft des Sperrfelds", "Eigenschaft der Position"};
 
 std::size_t platz(int index) {
     return static_cast<std::size_t>(index);
@@ -80,6 +84,8 @@ QLabel* schild(const QString& name, const char* text, QWidget* fuer = nullptr) {
 
 Aktionsrahmen::Aktionsrahmen(Stickaktionsart art) : QGroupBox("Eigenschaft") {
     setObjectName(feldname("Frame1", static_cast<int>(art)));
+    // That of a key goes by its title, which names the key.
+    setAccessibleName(ZUGANGSNAMEN[static_cast<std::size_t>(art)]);
 }
 
 // --- Mausbewegung ---
@@ -138,6 +144,8 @@ Maustastenrahmen::Maustastenrahmen() : Aktionsrahmen(Stickaktionsart::Maustaste)
                           Qt::AlignRight | Qt::AlignVCenter);
         gitter->addWidget(feld, reihe, 2);
     }
+    scrollPlus_->setAccessibleName("Scrollrad Plus: Scrollsprung");
+    scrollMinus_->setAccessibleName("Scrollrad Minus: Scrollsprung");
     gitter->setColumnStretch(1, 1);
     gitter->setRowStretch(MAUSTASTEN, 1);
 }
@@ -179,6 +187,10 @@ Tastaturrahmen::Tastaturrahmen(const Tafeleigenart& eigenart, Tastatur& tastatur
     wiederholzeile->setContentsMargins(EINZUG, 0, 0, 0);
     wiederholzeile->addWidget(wiederholen_);
 
+    taste_->setAccessibleName("Taste");
+    druckzeit_->setAccessibleName("Zeit bis zum Loslassen, Millisekunden");
+    pausenzeit_->setAccessibleName("Pause bis zur Wiederholung, Millisekunden");
+
     auto* anordnung = new QVBoxLayout(this);
     anordnung->setSpacing(ZEILENABSTAND);
     anordnung->addWidget(taste_);
@@ -207,7 +219,6 @@ QBoxLayout* Tastaturrahmen::zeitzeile(int zeit, QLineEdit* feld) {
 Tastenfang* Tastaturrahmen::tastenfeld(Tastatur& tastatur, const char* hinweis) {
     auto* feld = benannt(new Tastenfang(tastatur), "txtTaste");
     feld->setToolTip(hinweis);
-    feld->installEventFilter(this);
     connect(feld, &Tastenfang::tasteGedrueckt, this, &Tastaturrahmen::tasteGewaehlt);
     connect(feld, &Tastenfang::tabBestaetigt, this, [this] { tasteGewaehlt(TABTASTE); });
     return feld;
@@ -258,16 +269,6 @@ void Tastaturrahmen::Check1Klick() {
     pausenzeit_->setEnabled(wiederholen_->isChecked());
 }
 
-// The tabulator moves on here as in any other box; as a key it is chosen by double click.
-bool Tastaturrahmen::eventFilter(QObject* beobachtet, QEvent* ereignis) {
-    if (ereignis->type() == QEvent::KeyPress) {
-        const int taste = static_cast<QKeyEvent*>(ereignis)->key();
-        if (taste == Qt::Key_Tab || taste == Qt::Key_Backtab)
-            return focusNextPrevChild(taste == Qt::Key_Tab);
-    }
-    return Aktionsrahmen::eventFilter(beobachtet, ereignis);
-}
-
 // --- Leerfeld, Sperrfeld ---
 
 Hinweisrahmen::Hinweisrahmen(Stickaktionsart art, int index, const char* text) : Aktionsrahmen(art) {
@@ -299,6 +300,9 @@ Positionsrahmen::Positionsrahmen(const Tafeleigenart& eigenart)
         wert->setFocusPolicy(Qt::ClickFocus);
         connect(leiste, &QScrollBar::valueChanged, wert,
                 [wert](int neu) { wert->setText(QString::number(neu)); });
+        const QString achse = i == 0 ? "X" : "Y";
+        leiste->setAccessibleName("Weg " + achse);
+        wert->setAccessibleName("Wert des Wegs " + achse);
         leiste->hide();
         wert->hide();
         gitter->addWidget(leiste, reihe, 0);

@@ -98,9 +98,6 @@ public:
     /// A key was chosen: its number and name go into the title, its number into `txtTaste`.
     void tasteGewaehlt(int code);
 
-protected:
-    bool eventFilter(QObject* beobachtet, QEvent* ereignis) override;
-
 private:
     Tastenfang* tastenfeld(Tastatur& tastatur, const char* hinweis);
     QBoxLayout* zeitzeile(int zeit, QLineEdit* feld);

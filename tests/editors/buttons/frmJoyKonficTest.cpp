@@ -895,7 +895,7 @@ TEST_F(FrmJoyKonfic, EinLangerNameDesSchemasBrauchtNichtMehrPlatz) {
     EXPECT_EQ(control<QLabel>(form(), "lblSchemaName(0)").text(), QString(255, 'W'));
 }
 
-TEST_F(FrmJoyKonfic, DerTabulatorGehtVonObenNachUntenUndAnDerFangboxVorbei) {
+TEST_F(FrmJoyKonfic, DerTabulatorGehtVonObenNachUntenUndDurchDieFangbox) {
     belegt(0, "1,65,1-100-50");
     oeffnen();
     waehlen(0);
@@ -911,8 +911,8 @@ TEST_F(FrmJoyKonfic, DerTabulatorGehtVonObenNachUntenUndAnDerFangboxVorbei) {
     // Of the layers the one in sight; the arrow keys lead to the others.
     EXPECT_EQ(namen.join(" "),
               (QStringList{"imgHintergrund", "Command1(0)", "Command10", "Command1(5)", "Command1(4)",
-                           "Option1(0)", "Option1(1)", "Option1(2)", "Option1(3)", "Option1(4)", "Option1(5)",
-                           "optEig(0)", "optEig(1)", "Text1(0)", "Check1(0)", "Text2(0)"})
+                           "Option1(0)", "Option1(1)", "Text3(0)", "Option1(2)", "Option1(3)", "Option1(4)",
+                           "Option1(5)", "optEig(0)", "optEig(1)", "Text1(0)", "Check1(0)", "Text2(0)"})
                   .join(" "));
 }
 

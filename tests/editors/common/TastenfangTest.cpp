@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <QtTest/QTest>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -35,9 +36,9 @@ protected:
     }
 
     /// An event of the key that means `code`, as the window system delivers it.
-    void ereignis(QEvent::Type art, VirtuelleTaste code, int taste = Qt::Key_unknown,
-                  bool wiederholt = false) {
-        QKeyEvent eines(art, taste, Qt::NoModifier, ProbeTastatur::nummer(code), 0, 0, QString(), wiederholt);
+    void ereignis(QEvent::Type art, VirtuelleTaste code, int taste = Qt::Key_unknown, bool wiederholt = false,
+                  Qt::KeyboardModifiers umschalter = Qt::NoModifier) {
+        QKeyEvent eines(art, taste, umschalter, ProbeTastatur::nummer(code), 0, 0, QString(), wiederholt);
         QApplication::sendEvent(QApplication::focusWidget(), &eines);
     }
     void druecken(VirtuelleTaste code, int taste = Qt::Key_unknown) {
@@ -45,6 +46,15 @@ protected:
     }
     void loesen(VirtuelleTaste code, int taste = Qt::Key_unknown) {
         ereignis(QEvent::KeyRelease, code, taste);
+    }
+
+    /// To whoever has the focus, as real ones go.
+    void tippen(Qt::Key taste) { QTest::keyClick(fenster.windowHandle(), taste); }
+    void umschalttab() {
+        druecken(16, Qt::Key_Shift);
+        ereignis(QEvent::KeyPress, 9, Qt::Key_Backtab, false, Qt::ShiftModifier);
+        loesen(9, Qt::Key_Backtab);
+        loesen(16, Qt::Key_Shift);
     }
 
     static constexpr int TAB_BESTAETIGT = 999;
@@ -63,15 +73,109 @@ VirtuelleTaste ohneNummer(int taste, Qt::KeyboardModifiers umschalter = Qt::NoMo
 
 } // namespace
 
-TEST_F(Fangtest, SteuertMitHierKlickenUndNimmtDenFokusNurPerMaus) {
+TEST_F(Fangtest, SteuertMitHierKlickenUndNimmtDenFokusPerMausUndPerTabulator) {
     EXPECT_EQ(fang.text(), "Hier Klicken");
-    EXPECT_EQ(fang.focusPolicy(), Qt::ClickFocus);
+    EXPECT_EQ(fang.focusPolicy(), Qt::StrongFocus);
     EXPECT_TRUE(fang.isReadOnly());
+    EXPECT_EQ(fang.accessibleDescription(),
+              "Fängt die nächste Taste. Tab geht weiter, Strg+Tab fängt die Tabulatortaste.");
 }
+
+// --- the tabulator ---
+
+TEST_F(Fangtest, DerTabulatorGehtHineinUndWiederHinaus) {
+    davor.setFocus();
+    tippen(Qt::Key_Tab);
+    EXPECT_TRUE(fang.hasFocus());
+    tippen(Qt::Key_Tab);
+    EXPECT_TRUE(danach.hasFocus());
+    umschalttab();
+    EXPECT_TRUE(fang.hasFocus());
+    umschalttab();
+    EXPECT_TRUE(davor.hasFocus());
+    EXPECT_EQ(gehoert, std::vector<int>{}) << "neither the tabulator nor the Shift that went with it";
+}
+
+TEST_F(Fangtest, EinGehaltenerTabulatorGehtDurchDieBoxHindurch) {
+    davor.setFocus();
+    ereignis(QEvent::KeyPress, 9, Qt::Key_Tab);
+    ASSERT_TRUE(fang.hasFocus());
+    ereignis(QEvent::KeyPress, 9, Qt::Key_Tab, true);
+    EXPECT_TRUE(danach.hasFocus());
+    EXPECT_EQ(gehoert, std::vector<int>{});
+}
+
+TEST_F(Fangtest, OhneKlickWirdJedeAndereTasteGefangenUndDerTabulatorFuehrtHinaus) {
+    davor.setFocus();
+    fang.setFocus(Qt::TabFocusReason);
+    tippen(Qt::Key_Escape);
+    tippen(Qt::Key_Return);
+    EXPECT_EQ(gehoert, (std::vector<int>{27, -27, 13, -13}));
+    EXPECT_TRUE(fang.hasFocus());
+    tippen(Qt::Key_Tab);
+    EXPECT_TRUE(danach.hasFocus());
+    EXPECT_EQ(gehoert.size(), 4U);
+}
+
+TEST_F(Fangtest, NachEinemKlickFaengtSieAuchDenTabulatorAberNurAlsErsteTaste) {
+    tippen(Qt::Key_Tab);
+    EXPECT_TRUE(fang.hasFocus());
+    EXPECT_EQ(gehoert, (std::vector<int>{9, -9}));
+    tippen(Qt::Key_Tab);
+    EXPECT_TRUE(danach.hasFocus());
+    EXPECT_EQ(gehoert.size(), 2U);
+
+    QTest::mouseClick(&fang, Qt::LeftButton);
+    tippen(Qt::Key_A);
+    gehoert.clear();
+    QTest::mouseClick(&fang, Qt::LeftButton); // into the box that has the focus already
+    tippen(Qt::Key_Tab);
+    EXPECT_EQ(gehoert, (std::vector<int>{9, -9}));
+}
+
+TEST_F(Fangtest, EinGefangenerTabulatorDerGehaltenWirdZaehltEinmalUndBleibt) {
+    ereignis(QEvent::KeyPress, 9, Qt::Key_Tab);
+    for (int i = 0; i < 3; ++i)
+        ereignis(QEvent::KeyPress, 9, Qt::Key_Tab, true);
+    EXPECT_TRUE(fang.hasFocus());
+    loesen(9, Qt::Key_Tab);
+    EXPECT_EQ(gehoert, (std::vector<int>{9, -9}));
+}
+
+TEST_F(Fangtest, MitStrgWirdDerTabulatorGefangenUndStrgNicht) {
+    for (const bool strgZuerstGeloest : {false, true}) {
+        davor.setFocus();
+        fang.setFocus(Qt::TabFocusReason);
+        gehoert.clear();
+        druecken(17, Qt::Key_Control);
+        ereignis(QEvent::KeyPress, 9, Qt::Key_Tab, false, Qt::ControlModifier);
+        for (const int taste : strgZuerstGeloest ? std::array{17, 9} : std::array{9, 17})
+            loesen(static_cast<VirtuelleTaste>(taste));
+        EXPECT_EQ(gehoert, (std::vector<int>{9, -9}));
+        EXPECT_TRUE(fang.hasFocus());
+    }
+    druecken(17);
+    loesen(17);
+    EXPECT_EQ(gehoert, (std::vector<int>{9, -9, 17, -17})) << "the next one is a key of its own";
+}
+
+TEST_F(Fangtest, UmschalterDieVorEinerTasteLiegenKommenInIhrerOrdnung) {
+    davor.setFocus();
+    fang.setFocus(Qt::TabFocusReason);
+    druecken(16);
+    EXPECT_EQ(gehoert, std::vector<int>{}) << "the way back may follow";
+    druecken(65);
+    loesen(65);
+    loesen(16);
+    EXPECT_EQ(gehoert, (std::vector<int>{16, 65, -65, -16}));
+}
+
+// --- all keys ---
 
 TEST_F(Fangtest, JederCodeKommtBeimDrueckenUndBeimLoesen) {
     std::vector<int> erwartet;
     for (VirtuelleTaste code = 1; code <= 254; ++code) {
+        QTest::mouseClick(&fang, Qt::LeftButton);
         druecken(code);
         loesen(code);
         const int gleich = code >= 160 && code <= 165 ? 16 + (code - 160) / 2 : code;
@@ -89,6 +193,7 @@ TEST_F(Fangtest, WasQtSonstSelbstNimmtBleibtInDerBox) {
         {Qt::Key_Home, 36},   {Qt::Key_F1, 112},    {Qt::Key_F4, 115},    {Qt::Key_Super_L, 91}};
     std::vector<int> erwartet;
     for (const auto& [taste, code] : tasten) {
+        QTest::mouseClick(&fang, Qt::LeftButton);
         QTest::keyClick(fenster.windowHandle(),
                         static_cast<Qt::Key>(taste)); // to whom has the focus, as real ones go
         erwartet.insert(erwartet.end(), {code, -code});
@@ -96,7 +201,7 @@ TEST_F(Fangtest, WasQtSonstSelbstNimmtBleibtInDerBox) {
     }
     EXPECT_EQ(gehoert, erwartet);
     EXPECT_TRUE(fenster.isVisible());
-    EXPECT_EQ(fang.text(), "Hier Klicken") << "what a key makes of the text is up to the form";
+    EXPECT_EQ(fang.text(), "Tab") << "what a key makes of the text is up to the form";
 }
 
 TEST_F(Fangtest, EinTastenkuerzelDesFenstersGehtAnDieBox) {

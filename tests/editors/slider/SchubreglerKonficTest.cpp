@@ -524,7 +524,7 @@ TEST_F(SchubreglerKonficTest, DerTabulatorGehtVonObenNachUnten) {
         weg << QApplication::focusWidget()->objectName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     } while (QApplication::focusWidget()->objectName() != "Option3(0)" && weg.size() < 30);
-    EXPECT_EQ(weg, (QStringList{"Option3(0)", "Command1(0)", "Command1(1)", "List1", "Option1(2)",
+    EXPECT_EQ(weg, (QStringList{"Option3(0)", "Command1(0)", "Command1(1)", "List1", "Option1(2)", "txtTaste",
                                 "optEig(1)", "txtZeit(0)", "Check1", "txtZeit(1)", "Command2", "Check2",
                                 "Command3", "Command4"}));
 }
