@@ -2,8 +2,10 @@
 #include "editors/buttons/Padbild.h"
 
 #include "editors/buttons/Padzeichnung.h"
+#include "editors/buttons/Padzugang.h"
 #include "editors/common/Formhilfen.h"
 
+#include <QAccessible>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -109,6 +111,8 @@ void Padschild::leaveEvent(QEvent*) {
 
 Padbild::Padbild(QWidget* eltern) : QWidget(eltern) {
     setFocusPolicy(Qt::TabFocus);
+    padzugangEinrichten();
+    setAccessibleName("Knöpfe des Gamepads");
     for (int nummer = 0; nummer < MARKEN; ++nummer) {
         const bool ring = nummer >= ERSTE_STUMME;
         const auto& ort = platz(nummer < ERSTE_STUMME       ? nummer
@@ -134,6 +138,24 @@ void Padbild::setGewaehlt(int taste) {
     gewaehlt_ = taste;
     for (int i = 0; i < SCHILDER; ++i)
         lblInfo(i).setGewaehlt(i == taste);
+    fokusMelden();
+}
+
+int Padbild::tasteVon(const Padschild& schild) const {
+    return static_cast<int>(std::ranges::find(schilder_, &schild) - schilder_.begin());
+}
+
+// The list has the focus; to who listens, its chosen button does.
+void Padbild::fokusMelden() {
+    if (gewaehlt_ < 0 || !hasFocus() || !QAccessible::isActive())
+        return;
+    QAccessibleEvent ereignis(&lblInfo(gewaehlt_), QAccessible::Focus);
+    QAccessible::updateAccessibility(&ereignis);
+}
+
+void Padbild::focusInEvent(QFocusEvent* ereignis) {
+    QWidget::focusInEvent(ereignis);
+    fokusMelden();
 }
 
 int Padbild::schildbreite() const {

@@ -20,6 +20,7 @@ public:
     explicit Padschild(QWidget* eltern);
     /// Whether it belongs to the chosen button.
     void setGewaehlt(bool gewaehlt);
+    bool gewaehlt() const { return gewaehlt_; }
     QSize minimumSizeHint() const override;
 
 signals:
@@ -46,10 +47,13 @@ public:
     explicit Padbild(QWidget* eltern = nullptr);
 
     Padschild& lblInfo(int taste) { return *schilder_[static_cast<std::size_t>(taste)]; }
+    /// The button of one of its labels.
+    int tasteVon(const Padschild& schild) const;
     /// Shows the marks `erste` and `zweite` and hides all others; a number that no mark has shows none.
     void markenZeigen(int erste, int zweite);
     /// Highlights the label of the chosen button, none for -1.
     void setGewaehlt(int taste);
+    int gewaehlt() const { return gewaehlt_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -64,8 +68,10 @@ protected:
     void changeEvent(QEvent* ereignis) override;
     void mousePressEvent(QMouseEvent* ereignis) override;
     void keyPressEvent(QKeyEvent* ereignis) override;
+    void focusInEvent(QFocusEvent* ereignis) override;
 
 private:
+    void fokusMelden();
     void anordnen();
     qreal masstab() const;
     QTransform ausZeichnung() const;
