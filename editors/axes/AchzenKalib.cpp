@@ -122,9 +122,13 @@ QGroupBox* AchzenKalib::rahmen(int achse) {
     auto* gitter = new QGridLayout(gruppe);
     gitter->addWidget(zeile.VScroll1, 0, 0, 6, 1);
     gitter->setColumnMinimumWidth(1, 6);
-    gitter->addWidget(beschriftung("Stick:", 2 * achse, zeile.Auswahl), 1, 2);
+    auto* stick = beschriftung("Stick:", 2 * achse, zeile.Auswahl);
+    auto* richtung = beschriftung("Richtung", 2 * achse + 1, zeile.Richtung);
+    listeBenennen(*zeile.Auswahl, *stick, gruppe->title() + ": Stick");
+    listeBenennen(*zeile.Richtung, *richtung, gruppe->title() + ": Richtung");
+    gitter->addWidget(stick, 1, 2);
     gitter->addWidget(zeile.Auswahl, 2, 2);
-    gitter->addWidget(beschriftung("Richtung", 2 * achse + 1, zeile.Richtung), 3, 2);
+    gitter->addWidget(richtung, 3, 2);
     gitter->addWidget(zeile.Richtung, 4, 2);
     gitter->setRowStretch(0, 1);
     gitter->setRowStretch(5, 1);

@@ -104,6 +104,9 @@ QGroupBox* Tasteneigenschaften::tastenrahmen() {
     gitter->setColumnMinimumWidth(0, 20); // the times belong to the option above them
     gitter->setColumnStretch(4, 1);
     gitter->setRowStretch(6, 1);
+    gruppe->setAccessibleName("Tastendruckeigenschaft");
+    druckzeit_->setAccessibleName("Zeitspanne Drücken bis Loslassen, Millisekunden");
+    pausenzeit_->setAccessibleName("Pause bis zur Wiederholung, Millisekunden");
     return gruppe;
 }
 
@@ -127,6 +130,8 @@ QGroupBox* Tasteneigenschaften::mausrahmen() {
     }
     gitter->setColumnStretch(3, 1);
     gitter->setRowStretch(5, 1);
+    scrollPlus_->setAccessibleName("Scrollrad Plus: Scrollsprung");
+    scrollMinus_->setAccessibleName("Scrollrad Minus: Scrollsprung");
     return gruppe;
 }
 

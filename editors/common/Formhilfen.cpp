@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QCompleter>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPointer>
@@ -50,6 +51,11 @@ QComboBox* schemaauswahl(const QString& name) {
     QObject::connect(combo, &QComboBox::currentIndexChanged, combo->lineEdit(), anfangZeigen);
     QObject::connect(combo, &QComboBox::activated, combo->lineEdit(), anfangZeigen);
     return combo;
+}
+
+void listeBenennen(QComboBox& liste, QLabel& label, const QString& name) {
+    liste.setAccessibleName(name);
+    label.setAccessibleName(name);
 }
 
 void breiteSetzen(QWidget& form, int gewuenscht) {

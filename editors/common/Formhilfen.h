@@ -12,6 +12,7 @@
 #include <string_view>
 
 class QComboBox;
+class QLabel;
 
 /// A length in twips, 1/15 of a device-independent pixel.
 constexpr int twips(int laenge) {
@@ -37,6 +38,9 @@ void platzBehalten(QWidget& control);
 /// A list of `Schema`s into which another name may be typed. What is typed stays as it is typed, and a long
 /// name does not ask for a wider form.
 QComboBox* schemaauswahl(const QString& name);
+
+/// Names a list for assistive technology: that asks the list's label for it, not the list.
+void listeBenennen(QComboBox& liste, QLabel& label, const QString& name);
 
 /// Gives the form a fixed width: `gewuenscht`, or what its content needs where a large font makes it need
 /// more. Comes before hoeheSetzen.

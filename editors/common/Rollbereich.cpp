@@ -40,6 +40,7 @@ void rollbarMachen(QWidget& form, QSize platz) {
 
     auto* bereich = new QScrollArea;
     bereich->setObjectName(NAME);
+    bereich->setAccessibleName("Inhalt des Fensters");
     bereich->setFrameShape(QFrame::NoFrame);
     bereich->setWidgetResizable(true);
     bereich->setWidget(inhalt);

@@ -33,6 +33,9 @@ QLineEdit* anzeigefeld(const QString& name, const QString& text) {
 } // namespace
 
 Stickrahmen::Stickrahmen(int stick, QPushButton& bearbeiten) {
+    const QString wer = stick == 0 ? "Linker Stick" : "Rechter Stick";
+    setAccessibleName(wer);
+    bearbeiten.setAccessibleName(wer + " bearbeiten");
     auto* gitter = new QGridLayout(this);
     gitter->setVerticalSpacing(3);
     gitter->addWidget(
@@ -57,4 +60,8 @@ Stickrahmen::Stickrahmen(int stick, QPushButton& bearbeiten) {
         control->setToolTip("Ohne Wirkung. Was gilt, stellen Sie im Fenster des laufenden Schemas ein.");
     gitter->setRowStretch(1, 1);
     gitter->addWidget(wert, 3, 1);
+    waagrecht->setAccessibleName(wer + ": Sensible");
+    sensible->setAccessibleName(wer + ": Wert von Sensible");
+    senkrecht->setAccessibleName(wer + ": senkrechter Regler");
+    wert->setAccessibleName(wer + ": Wert des senkrechten Reglers");
 }

@@ -66,6 +66,13 @@ constexpr const char* ENDUNG = ".mdb";
 
 constexpr int FELDBREITE = 300;
 
+constexpr std::array<const char*, 2> SEITENNAMEN{"Ursprungsschema", "Zielschema"};
+
+/// What bears the same caption on both sides, told apart.
+QString mitSeite(int seite, const QString& name) {
+    return QString("%1: %2").arg(SEITENNAMEN[static_cast<std::size_t>(seite)], name);
+}
+
 /// The name that was chosen, with the extension of a database where one without is no file.
 QString mitEndung(const QString& datei) {
     const QFileInfo angaben(datei);
@@ -111,8 +118,9 @@ Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht>
 // --- layout ---
 
 QWidget* Uebersicht::schemaspalte(int seite) {
-    auto* spalte =
-        seite == 0 ? benannt(new QGroupBox("Ursprungsschema"), "Frame1") : new QGroupBox("Zielschema");
+    auto* spalte = new QGroupBox(SEITENNAMEN[static_cast<std::size_t>(seite)]);
+    if (seite == 0)
+        spalte->setObjectName("Frame1");
     auto* anordnung = new QVBoxLayout(spalte);
     anordnung->addWidget(pfadrahmen(seite));
     anordnung->addWidget(namensrahmen(seite));
@@ -127,6 +135,8 @@ QWidget* Uebersicht::schemaspalte(int seite) {
 QGroupBox* Uebersicht::pfadrahmen(int seite) {
     const auto i = static_cast<std::size_t>(seite);
     auto* rahmen = new QGroupBox("Pfad");
+    const auto wo = mitSeite(seite, rahmen->title());
+    rahmen->setAccessibleName(wo);
     if (seite == 0)
         rahmen->setObjectName("Frame2");
     pfadfelder_[i] = benannt(new QLineEdit, feldname("Text1", seite));
@@ -135,6 +145,8 @@ QGroupBox* Uebersicht::pfadrahmen(int seite) {
             [feld = pfadfelder_[i]](const QString& pfad) { feld->setToolTip(pfad.toHtmlEscaped()); });
     dateiwahl_[i] = benannt(new QPushButton("..."), feldname("Command2", seite));
     dateiwahl_[i]->setToolTip(DIALOGTITEL);
+    pfadfelder_[i]->setAccessibleName(wo + " der Datenbank");
+    dateiwahl_[i]->setAccessibleName(wo + " auswählen");
     connect(dateiwahl_[i], &QPushButton::clicked, this, [this, seite] { Command2Klick(seite); });
     auto* zeile = new QHBoxLayout(rahmen);
     zeile->addWidget(pfadfelder_[i], 1);
@@ -145,9 +157,11 @@ QGroupBox* Uebersicht::pfadrahmen(int seite) {
 QGroupBox* Uebersicht::namensrahmen(int seite) {
     const auto i = static_cast<std::size_t>(seite);
     auto* rahmen = new QGroupBox("Schema");
+    rahmen->setAccessibleName(mitSeite(seite, rahmen->title()));
     if (seite == 0)
         rahmen->setObjectName("Schema");
     schemalisten_[i] = schemaauswahl(feldname("Combo1", seite));
+    schemalisten_[i]->setAccessibleName(mitSeite(seite, "Name"));
     connect(schemalisten_[i], &QComboBox::activated, this, [this] { frameEnable(1); });
     auto* zeile = new QHBoxLayout(rahmen);
     zeile->addWidget(schemalisten_[i]);
@@ -160,9 +174,13 @@ void Uebersicht::ebenenrahmen(QWidget& spalte, int ersterRahmen, const Knoepfe& 
     for (const auto& [text, ersteEbene] : RAHMEN) {
         auto* rahmen = benannt(new QGroupBox(text), feldname("Frame3", nummer));
         ebenenrahmen_[static_cast<std::size_t>(nummer++)] = rahmen;
+        rahmen->setAccessibleName(mitSeite(ersterRahmen == ZIELRAHMEN, text));
         auto* zeile = new QHBoxLayout(rahmen);
-        for (std::size_t ebene = 0; ebene < EBENEN; ++ebene)
-            zeile->addWidget(knoepfe[ersteEbene + ebene], 1);
+        for (std::size_t ebene = 0; ebene < EBENEN; ++ebene) {
+            auto* knopf = knoepfe[ersteEbene + ebene];
+            knopf->setAccessibleName(rahmen->accessibleName() + ": " + knopf->text());
+            zeile->addWidget(knopf, 1);
+        }
         spalte.layout()->addWidget(rahmen);
     }
 }

@@ -213,6 +213,7 @@ QWidget* LaufFensterAnsicht::wiederholungszeile() {
         if (lauf_)
             lauf_->HScroll2Aenderung(neu);
     });
+    leiste->setAccessibleName("Tasten wiederholen alle, Millisekunden");
     zeile->addWidget(new QLabel("Tasten wiederholen alle"));
     zeile->addWidget(leiste, 1);
     zeile->addWidget(wert);
@@ -227,6 +228,7 @@ QWidget* LaufFensterAnsicht::testfeldBauen() {
     auto* anordnung = new QVBoxLayout(testfeld_);
     anordnung->setContentsMargins(0, 0, 0, 0);
     testtext_ = benannt(new QPlainTextEdit(ANLEITUNG), "Text2");
+    testtext_->setAccessibleName("Zum Ausprobieren der Tasten");
     testtext_->setFixedHeight(testtext_->fontMetrics().lineSpacing() * 4 + 12);
     anordnung->addWidget(testtext_);
     anordnung->addWidget(reglergitter());
@@ -253,6 +255,8 @@ QWidget* LaufFensterAnsicht::reglergitter() {
             auto* leiste = regler(index);
             auto* wert = reglerwert(index);
             connect(leiste, &QScrollBar::valueChanged, wert, qOverload<int>(&QLabel::setNum));
+            leiste->setAccessibleName(
+                QString("%1: %2").arg(achse.name, spalten[static_cast<std::size_t>(spalte / 2)]));
             gitter->addWidget(leiste, reihe, spalte++);
             gitter->addWidget(wert, reihe, spalte++);
         }
@@ -288,7 +292,9 @@ QWidget* LaufFensterAnsicht::meldungszeile() {
         text->setReadOnly(true);
         achsenberichte_[static_cast<std::size_t>(i)] = text;
         text->setFixedHeight(text->fontMetrics().lineSpacing() * 4 + 12);
-        zeile->addWidget(new QLabel(ACHSENZEILEN[static_cast<std::size_t>(i)].name), 0, i);
+        const QString achse = ACHSENZEILEN[static_cast<std::size_t>(i)].name;
+        text->setAccessibleName(achse + ": Messwerte");
+        zeile->addWidget(new QLabel(achse), 0, i);
         zeile->addWidget(text, 1, i);
     }
     return bereich;
@@ -325,6 +331,7 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
         felder->addWidget(benannt(new QLabel(name), name));
     auto* text1 = benannt(new QLineEdit("Text1"), "Text1");
     text1->setReadOnly(true);
+    text1->setAccessibleName("Ausgabe");
     felder->addWidget(text1, 1);
     gitter->addLayout(felder, reihe, 2, 1, -1);
     return bereich;

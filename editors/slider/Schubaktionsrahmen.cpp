@@ -121,6 +121,7 @@ QGroupBox* Schubaktionsrahmen::mausbewegung() {
     gitter->setColumnMinimumWidth(1, 24);
     gitter->setColumnStretch(4, 1);
     gitter->setRowStretch(reihe, 1);
+    gruppe->setAccessibleName("Eigenschaft der Mausbewegung");
     return gruppe;
 }
 
@@ -146,6 +147,9 @@ QGroupBox* Schubaktionsrahmen::maustaste() {
             beschriftung("Scrollsprung", feldname("Scrollsprung", reihe - SCROLLRAD_PLUS), feld), reihe, 2);
         gitter->addWidget(feld, reihe++, 3);
     }
+    gruppe->setAccessibleName("Eigenschaft der Maustaste");
+    scrollPlus_->setAccessibleName("Scrollrad Plus: Scrollsprung");
+    scrollMinus_->setAccessibleName("Scrollrad Minus: Scrollsprung");
     optMaus_Click(0);
     gitter->setColumnMinimumWidth(1, 24);
     gitter->setColumnStretch(4, 1);
@@ -190,6 +194,10 @@ QGroupBox* Schubaktionsrahmen::tastendruck(Tastatur& tastatur) {
     gitter->setColumnMinimumWidth(0, 20); // sets the times in under their option
     gitter->setColumnStretch(4, 1);
     gitter->setRowStretch(6, 1);
+    // The frame goes by its title, which names the key.
+    tastenfang_->setAccessibleName("Taste");
+    zeiten_[DRUCKZEIT]->setAccessibleName("Zeit bis zum Loslassen, Millisekunden");
+    zeiten_[PAUSE]->setAccessibleName("Pause bis zur Wiederholung, Millisekunden");
     return gruppe;
 }
 
@@ -200,6 +208,7 @@ QGroupBox* Schubaktionsrahmen::leerfeld() {
     text->setWordWrap(true);
     spalte->addWidget(text);
     spalte->addStretch();
+    gruppe->setAccessibleName("Eigenschaft des Leerfelds");
     return gruppe;
 }
 

@@ -156,6 +156,7 @@ QWidget* SchubreglerKonfic::listenspalte() {
     connect(felder_, &QListWidget::itemClicked, this, &SchubreglerKonfic::List1_Click);
     auto* bitte = benannt(new QLabel("Bitte ein Feld in der Liste auswählen"), "Label4");
     bitte->setBuddy(felder_);
+    felder_->setAccessibleName("Felder des Schubreglers");
     bitte->setWordWrap(true);
     spalte->addWidget(bitte);
     spalte->addWidget(felder_, 1);
