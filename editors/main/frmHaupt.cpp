@@ -124,6 +124,7 @@ void frmHaupt::aufbauen() {
     anordnung->addStretch();
     anordnung->addWidget(new Padzeile(laufsteuerung_.joystick()));
     gleichBreit(*findChild<QLabel*>(feldname("Label1", 0)), *findChild<QLabel*>(feldname("Label1", 1)));
+    setTabOrder(knoepfe_[DATENBANK], knoepfe_[SCHEMA_STARTEN]); // stands to the right of both rows
     breiteSetzen(*this, BREITE);
     volleHoehe(true);
 }

@@ -3,11 +3,12 @@
 
 #include "editors/stick/Ebenenteile.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -20,6 +21,20 @@ constexpr auto OFFEN_BLEIBEN = 2000ms;
 constexpr int STREIFEN_MINDESTENS = 11; // pixels, so that its title can be read
 constexpr int RUNDUNG = 4;
 constexpr int TITELRAND = 12;
+
+Qt::FocusReason grund(const QEvent& fokuswechsel) {
+    return static_cast<const QFocusEvent&>(fokuswechsel).reason();
+}
+
+bool durchTaste(const QEvent& fokuswechsel) {
+    const auto wodurch = grund(fokuswechsel);
+    return wodurch == Qt::TabFocusReason || wodurch == Qt::BacktabFocusReason;
+}
+
+// The focus goes to another window, and comes back to where it was.
+bool fensterwechsel(const QEvent& fokuswechsel) {
+    return grund(fokuswechsel) == Qt::ActiveWindowFocusReason;
+}
 
 } // namespace
 
@@ -38,8 +53,10 @@ void Schiebetafel::inhaltSetzen(QWidget* inhalt) {
     inhalt_->setParent(this);
     // The mouse is over the panel also where a control lies on it.
     inhalt_->setMouseTracking(true);
-    for (auto* control : inhalt_->findChildren<QWidget*>())
+    for (auto* control : inhalt_->findChildren<QWidget*>()) {
         control->setMouseTracking(true);
+        control->installEventFilter(this);
+    }
     inhalt_->show();
     legen();
 }
@@ -48,6 +65,8 @@ void Schiebetafel::zurueckstellen(int hoehe) {
     oben_ = STREIFEN_OBEN;
     hoehe_ = hoehe;
     legen();
+    if (tastatur_)
+        aufschieben();
 }
 
 void Schiebetafel::anhalten() {
@@ -143,6 +162,24 @@ void Schiebetafel::paintEvent(QPaintEvent*) {
 // --- sliding ---
 
 void Schiebetafel::mouseMoveEvent(QMouseEvent*) {
+    aufschieben();
+}
+
+// Whoever goes by keys must not stand on a control that is out of sight.
+bool Schiebetafel::eventFilter(QObject* control, QEvent* ereignis) {
+    if (ereignis->type() == QEvent::FocusIn && durchTaste(*ereignis)) {
+        tastatur_ = true;
+        aufschieben();
+    }
+    if (ereignis->type() == QEvent::FocusOut && !fensterwechsel(*ereignis) &&
+        std::exchange(tastatur_, false) && schliessen_) {
+        schliessen_->Interval(OFFEN_BLEIBEN);
+        schliessen_->Enabled(true);
+    }
+    return QFrame::eventFilter(control, ereignis);
+}
+
+void Schiebetafel::aufschieben() {
     if (!oeffnen_)
         return;
     // Setting the interval would start a period anew, and a mouse that keeps moving would keep the panel
@@ -168,6 +205,8 @@ void Schiebetafel::oeffnenTakt() {
 }
 
 void Schiebetafel::schliessenTakt() {
+    if (tastatur_)
+        return;
     zurueckstellen(mass_.hoehe);
     schliessen_->Enabled(false);
     schliessen_->Interval(0ms);

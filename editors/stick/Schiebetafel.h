@@ -5,6 +5,7 @@
 //   mouse over it      opening on (25 ms), closing off
 //   opening ticks      a step higher; high enough: opening off, closing on (2000 ms)
 //   closing ticks      a strip again, closing off
+//   focus by a key     as the mouse over it; a strip again only after the focus has gone
 //
 // Top and height are plane units, so that the strip is as thin on a small window; what lies on the panel
 // shows as far as the panel is high.
@@ -51,8 +52,10 @@ protected:
     void mouseMoveEvent(QMouseEvent* ereignis) override;
     void paintEvent(QPaintEvent* ereignis) override;
     void changeEvent(QEvent* ereignis) override;
+    bool eventFilter(QObject* control, QEvent* ereignis) override;
 
 private:
+    void aufschieben();
     void legen();
     int streifenpixel() const;
     int offeneHoehe() const;
@@ -64,6 +67,7 @@ private:
     double mitte_ = 0;
     int oben_ = STREIFEN_OBEN;
     int hoehe_;
+    bool tastatur_ = false; ///< a key has brought the focus to one of its controls
     QWidget* inhalt_ = nullptr;
     std::unique_ptr<Formularzeitgeber> oeffnen_;
     std::unique_ptr<Formularzeitgeber> schliessen_;
