@@ -53,7 +53,6 @@ Ebenenstimme::Ebenenstimme(Stickebene& ebene, Aktionstafel& tafel, const Justier
     , flaeche_(flaeche)
     , umfeld_(std::move(umfeld))
     , tastenwahl_(stand, zug, flaeche) {
-    ebenenzugangEinrichten();
     ebene.feldlisteSetzen(this);
     ebene.tastendruck = [this](const QKeyEvent& ereignis) { return tasteGedrueckt(ereignis); };
     verbinden();

@@ -189,6 +189,7 @@ TEST_F(SchubreglerAktionTest, EineLosgelasseneTasteStehtMitNummerUndNamenDa) {
 TEST_F(SchubreglerAktionTest, TastenDieSonstDenFokusBewegenSindTastenWieAndere) {
     oeffnen();
     waehlen(0, 2);
+    nachVorn();
     feld("txtTaste").setFocus(Qt::MouseFocusReason);
     const std::vector<std::pair<Qt::Key, QString>> tasten{{Qt::Key_Tab, "Tab"},
                                                           {Qt::Key_Escape, "Esc"},
