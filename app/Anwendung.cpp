@@ -3,9 +3,14 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Kontraststil.h"
+
+#include <QStyle>
 
 Anwendung::Anwendung(int& anzahl, char** worte) : QApplication(anzahl, worte) {
     installNativeEventFilter(&geisterklicks_);
+    if (style()->name() == Kontraststil::GRUNDSTIL)
+        setStyle(new Kontraststil);
 }
 
 bool Anwendung::notify(QObject* empfaenger, QEvent* ereignis) {

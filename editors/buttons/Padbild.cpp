@@ -42,9 +42,13 @@ protected:
         QPainter maler(this);
         maler.setRenderHint(QPainter::Antialiasing);
         const auto farbe = palette().color(QPalette::Highlight);
-        maler.setPen(QPen(farbe, std::max(2.0, 2.2 * massstab_)));
-        maler.setBrush(ring_ ? QBrush(Qt::NoBrush) : QBrush(durchscheinend(farbe, 0.38)));
         const auto innen = QRectF(rect()).adjusted(2, 2, -2, -2);
+        const qreal strich = std::max(2.0, 2.2 * massstab_);
+        // Its edges set it off from a body that may be as light as the highlight.
+        maler.setPen(QPen(palette().color(QPalette::WindowText), strich + 1.5));
+        maler.drawRoundedRect(innen, rundung_ * massstab_, rundung_ * massstab_);
+        maler.setPen(QPen(farbe, strich));
+        maler.setBrush(ring_ ? QBrush(Qt::NoBrush) : QBrush(durchscheinend(farbe, 0.38)));
         maler.drawRoundedRect(innen, rundung_ * massstab_, rundung_ * massstab_);
     }
 
@@ -82,10 +86,12 @@ void Padschild::paintEvent(QPaintEvent*) {
     const auto grund = palette().color(QPalette::Base);
     const auto schrift = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Text);
     const auto betont = palette().color(QPalette::Highlight);
+    const auto flaeche = gewaehlt_ ? mischung(grund, betont, 0.22) : grund;
     const qreal strich = gewaehlt_ ? 2 : 1;
-    maler.setPen(QPen(gewaehlt_ || ueberfahren_ ? betont : mischung(grund, schrift, 0.35), strich));
-    maler.setBrush(gewaehlt_ ? mischung(grund, betont, 0.22) : grund);
-    maler.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
+    const qreal rand = gewaehlt_ ? 1 : 1.5; // on whole pixels, or the line would fade
+    maler.setPen(QPen(abgehoben(gewaehlt_ || ueberfahren_ ? betont : grund, flaeche, schrift), strich));
+    maler.setBrush(flaeche);
+    maler.drawRoundedRect(QRectF(rect()).adjusted(rand, rand, -rand, -rand), 6, 6);
     maler.setPen(schrift);
     const auto feld = rect().adjusted(SCHILDRAND / 2, 0, -SCHILDRAND / 2, 0);
     maler.drawText(feld, Qt::AlignCenter | Qt::TextSingleLine,

@@ -18,19 +18,6 @@ const Platz& platz(int taste) {
     return *std::ranges::find(PLAETZE, taste, &Platz::taste);
 }
 
-QColor mischung(const QColor& a, const QColor& b, qreal anteil) {
-    const auto kanal = [anteil](float x, float y) {
-        return static_cast<float>(x * (1 - anteil) + y * anteil);
-    };
-    return QColor::fromRgbF(kanal(a.redF(), b.redF()), kanal(a.greenF(), b.greenF()),
-                            kanal(a.blueF(), b.blueF()));
-}
-
-QColor durchscheinend(QColor farbe, qreal deckung) {
-    farbe.setAlphaF(static_cast<float>(deckung));
-    return farbe;
-}
-
 namespace {
 
 // From the last point of their ways to the pills in the middle.

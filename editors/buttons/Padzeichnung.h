@@ -3,7 +3,8 @@
 // mark and the line between them lie.
 #pragma once
 
-#include <QColor>
+#include "editors/common/Farben.h"
+
 #include <QPointF>
 #include <QRectF>
 #include <QSizeF>
@@ -58,7 +59,3 @@ const Platz& platz(int taste);
 /// Draws the pad in its own units, in colours made of `palette`, with the lines from the labels to the
 /// buttons.
 void padZeichnen(QPainter& maler, const QPalette& palette);
-
-/// `b` laid over `a`: 0 gives `a`, 1 gives `b`.
-QColor mischung(const QColor& a, const QColor& b, qreal anteil);
-QColor durchscheinend(QColor farbe, qreal deckung);

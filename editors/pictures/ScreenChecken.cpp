@@ -2,6 +2,7 @@
 #include "editors/pictures/ScreenChecken.h"
 
 #include "base/Ebenennamen.h"
+#include "editors/common/Farben.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/pictures/Bildschreiber.h"
 #include "editors/pictures/Bildvorschau.h"
@@ -105,7 +106,7 @@ protected:
         maler.translate(RAND, RAND); // styles place the title at the left, whatever the rectangle
         maler.drawComplexControl(QStyle::CC_GroupBox, rahmen);
         maler.resetTransform();
-        maler.setPen(palette().color(QPalette::Shadow));
+        maler.setPen(umriss(palette().color(QPalette::Window), palette().color(QPalette::WindowText)));
         maler.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
     }
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/slider/Schubbild.h"
 
+#include "editors/common/Farben.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/slider/Schubzahlen.h"
 
@@ -89,7 +90,9 @@ void Schubbild::paintEvent(QPaintEvent*) {
         maler.setPen(palette().color(QPalette::Text));
         maler.drawText(feld, Qt::AlignCenter, QString::number(i + 1));
     }
-    maler.setPen(palette().color(QPalette::Mid));
+    const auto getoent =
+        mischung(palette().color(QPalette::Base), palette().color(QPalette::Highlight), TOENUNG);
+    maler.setPen(umriss(getoent, palette().color(QPalette::Text)));
     maler.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

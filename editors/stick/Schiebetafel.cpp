@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/stick/Schiebetafel.h"
 
+#include "editors/common/Farben.h"
 #include "editors/stick/Ebenenteile.h"
 
 #include <QFocusEvent>
@@ -141,21 +142,22 @@ void Schiebetafel::paintEvent(QPaintEvent*) {
     auto grund = palette().color(QPalette::Window);
     grund.setAlpha(240);
     const auto rand = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    maler.setPen(palette().color(QPalette::Mid));
+    maler.setPen(umriss(grund, palette().color(QPalette::Active, QPalette::WindowText)));
     maler.setBrush(grund);
     maler.drawRoundedRect(rand, RUNDUNG, RUNDUNG);
 
     const QRect streifen(0, 0, width(), streifenpixel());
     maler.setPen(Qt::NoPen);
-    maler.setBrush(palette().color(QPalette::Active, isEnabled() ? QPalette::Highlight : QPalette::Mid));
+    const auto band = palette().color(QPalette::Active, isEnabled() ? QPalette::Highlight : QPalette::Mid);
+    maler.setBrush(band);
     maler.drawRoundedRect(QRectF(streifen).adjusted(0.5, 0.5, -0.5, -0.5), RUNDUNG, RUNDUNG);
     auto schrift = font();
     schrift.setPixelSize(std::max(9, streifen.height() * 3 / 4));
     schrift.setBold(true);
     maler.setFont(schrift);
     // A locked panel is told by its grey; its title is to be read all the same.
-    maler.setPen(
-        palette().color(QPalette::Active, isEnabled() ? QPalette::HighlightedText : QPalette::WindowText));
+    const auto wunsch = isEnabled() ? QPalette::HighlightedText : QPalette::WindowText;
+    maler.setPen(lesbar(band, palette().color(QPalette::Active, wunsch)));
     maler.drawText(streifen, Qt::AlignCenter, titel_);
 }
 
