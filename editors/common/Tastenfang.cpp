@@ -20,6 +20,7 @@ constexpr const char* BEDIENUNG =
 constexpr VirtuelleTaste TABULATOR = 9;
 constexpr VirtuelleTaste UMSCHALT = 16;
 constexpr VirtuelleTaste STRG = 17;
+constexpr VirtuelleTaste ALT = 18;
 
 struct Bedeutung {
     int taste; ///< Qt::Key
@@ -125,6 +126,10 @@ VirtuelleTaste nachBedeutung(const QKeyEvent& ereignis) {
     return nachschlagen(ereignis.key(), REIHEN, BEDEUTUNGEN);
 }
 
+bool istUmschalter(VirtuelleTaste taste) {
+    return taste == UMSCHALT || taste == STRG || taste == ALT;
+}
+
 // A key moved the focus here, or the desktop's key for the next window did.
 bool durchTaste(Qt::FocusReason grund) {
     return grund == Qt::TabFocusReason || grund == Qt::BacktabFocusReason ||
@@ -198,7 +203,8 @@ void Tastenfang::druecken(const QKeyEvent& ereignis) {
     const auto taste = code(ereignis, tastatur_);
     if (taste == 0)
         return;
-    const bool erwartet = std::exchange(wartet_, false);
+    const bool erwartet = wartet_;
+    wartet_ = wartet_ && istUmschalter(taste); // which goes before the key that is meant
     tabGefangen_ = taste == TABULATOR;
     if (tabGefangen_ && ereignis.modifiers().testFlag(Qt::ControlModifier)) {
         aufgeschoben_ = 0;

@@ -102,6 +102,7 @@ TEST_P(JedesLayout, JedeTasteWirdAlsDerCodeGefangenDerSieDrueckt) {
             continue;
         ++tasten;
         gehoert.clear();
+        QTest::mouseClick(&fang, Qt::LeftButton); // or the tabulator would move on
         tastatur.tippen(code);
         EXPECT_TRUE(warten(2)) << "key " << code;
         const int erwartet = inEreignissen(code);
@@ -113,7 +114,7 @@ TEST_P(JedesLayout, JedeTasteWirdAlsDerCodeGefangenDerSieDrueckt) {
 
 TEST_P(JedesLayout, UmschaltAendertNichtWelcheTasteEsIst) {
     for (const auto umschalter : std::initializer_list<VirtuelleTaste>{16, 161, 17, 18, 165})
-        for (const auto code : std::initializer_list<VirtuelleTaste>{65, 90, 49, 9, 13, 27, 112, 192, 187}) {
+        for (const auto code : std::initializer_list<VirtuelleTaste>{65, 90, 49, 13, 27, 112, 192, 187}) {
             gehoert.clear();
             tastatur.senden(umschalter, 0);
             tastatur.tippen(code);
@@ -123,6 +124,30 @@ TEST_P(JedesLayout, UmschaltAendertNichtWelcheTasteEsIst) {
             const int c = code;
             EXPECT_EQ(gehoert, (std::vector<int>{u, c, -c, -u})) << umschalter << " " << code;
         }
+}
+
+TEST_P(JedesLayout, DerTabulatorGehtWeiterUndMitStrgWirdErGefangen) {
+    const auto amZiel = [this](QWidget& ziel) {
+        return QTest::qWaitFor([&] { return ziel.hasFocus(); }, GEDULD_MS);
+    };
+    davor.setFocus();
+    tastatur.tippen(9);
+    EXPECT_TRUE(amZiel(fang));
+    tastatur.senden(17, 0);
+    tastatur.tippen(9);
+    tastatur.senden(17, KEYEVENTF_KEYUP);
+    tastatur.tippen(65);
+    EXPECT_TRUE(warten(4));
+    EXPECT_EQ(gehoert, (std::vector<int>{9, -9, 65, -65}));
+    tastatur.senden(16, 0);
+    tastatur.tippen(9);
+    tastatur.senden(16, KEYEVENTF_KEYUP);
+    EXPECT_TRUE(amZiel(davor));
+    tastatur.tippen(9);
+    EXPECT_TRUE(amZiel(fang));
+    tastatur.tippen(9);
+    EXPECT_TRUE(amZiel(danach));
+    EXPECT_EQ(gehoert.size(), 4U);
 }
 
 // The number pad gives its own codes whether its lock is on or not.
