@@ -285,7 +285,8 @@ bool LaufFenster::pollt() const {
 Laufstand LaufFenster::stand() const {
     Laufstand stand{ebenen_.Ebene(), {}};
     auto& haltungen = stand.haltungen;
-    const Standquellen quellen{zustand_.druckbuch, zustand_.gehaltene, zeitgeber_.gesetzte()};
+    const Standquellen quellen{zustand_.druckbuch, zustand_.gehaltene, zeitgeber_.gesetzte(),
+                               zustand_.gegeben.timer};
     padhaltungenAnhaengen(haltungen);
     for (const auto* stick : zustand_.sticks)
         stickhaltungenAnhaengen(stick->eigenart(), stick->stand(), quellen, haltungen);

@@ -20,6 +20,7 @@
 
 class Druckbuch;
 class GehalteneTasten;
+class TimerUeberwachung;
 
 struct Padhalter {
     int slot = 0;          ///< 0 to 15
@@ -78,6 +79,7 @@ struct Standquellen {
     const Druckbuch& druckbuch;
     const GehalteneTasten& gehaltene;
     const std::set<std::uint32_t>& timer; ///< ids of those that are set
+    const TimerUeberwachung& ueberwachung;
 };
 
 /// Adds the keys and mouse buttons that are down and that no entry of `haltungen` has.

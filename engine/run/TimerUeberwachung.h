@@ -32,7 +32,7 @@ inline constexpr std::uint32_t ENTWACKELN = 3939;
 
 } // namespace timerid
 
-/// Keeps the mask of the stick timers. It outlasts a run.
+/// Keeps the mask of the stick timers, and which use has each of them. It outlasts a run.
 class TimerUeberwachung {
 public:
     /// Sets bit n, 0 to 31, of `TimerMaske`.
@@ -41,8 +41,14 @@ public:
     void TimerLoeschen(int n) { TimerMaske_ &= ~(1U << n); }
     std::uint32_t TimerMaske() const { return TimerMaske_; }
 
+    /// A stick timer, 0 to RECHTS_Y_MAUS, was set for use n: one of them has two uses.
+    void vergeben(std::uint32_t id, int n) { verwendung_[id] = n; }
+    /// The use for which it was set last.
+    int verwendung(std::uint32_t id) const { return verwendung_[id]; }
+
 private:
     std::uint32_t TimerMaske_ = 0;
+    std::array<int, timerid::RECHTS_Y_MAUS + 1> verwendung_{};
 };
 
 /// Ids in the order in which AlleTimerBeenden goes through them. The last one is listed and skipped: whoever

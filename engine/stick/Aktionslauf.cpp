@@ -251,6 +251,7 @@ void Aktionslauf::timerSetzen(const Sticktimer& timer, const Feld& ms,
                               bool mitBit) const {
     umfeld_.dienste->zeitgeber.SetTimer(timer.id, std::chrono::milliseconds{ms.zahl()},
                                         [lauf = *this, takt, seite] { (lauf.*takt)(seite); });
+    umfeld_.dienste->gegeben.timer.vergeben(timer.id, timer.bit);
     if (mitBit)
         umfeld_.dienste->gegeben.timer.TimerSetzen(timer.bit);
 }

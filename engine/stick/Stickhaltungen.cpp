@@ -26,7 +26,7 @@ public:
     // One timer for both sides. What runs without a field of its own is an `Ego Shooter` that goes on with
     // the data of the field in which it began.
     void absolut() {
-        if (!gesetzt(art_.absolut))
+        if (!quellen_.timer.contains(art_.absolut))
             return;
         for (const auto seite : {X_SEITE, Y_SEITE}) {
             const auto& aktion = stand_.AktionAlt[seite];
@@ -41,12 +41,14 @@ public:
 private:
     static constexpr int BINDEN = 1;
 
-    bool gesetzt(std::uint32_t id) const { return quellen_.timer.contains(id); }
+    // One timer serves two sides of the two sticks: who sets it takes it from the other.
+    bool gesetzt(const Sticktimer& timer) const {
+        return quellen_.timer.contains(timer.id) && quellen_.ueberwachung.verwendung(timer.id) == timer.bit;
+    }
 
     void taste(Aktionsseite seite) {
         const auto& zeitaktion = stand_.TastenAktion[seite];
-        const auto* zeit =
-            zeitaktion && gesetzt(art_.taste[seite].id) ? zeitaktion->als<Tastatur>() : nullptr;
+        const auto* zeit = zeitaktion && gesetzt(art_.taste[seite]) ? zeitaktion->als<Tastatur>() : nullptr;
         const auto& alle = quellen_.gehaltene.eintraege();
         const auto eintrag = std::ranges::find(alle, art_.slot[seite], &Halteeintrag::slot);
         if (eintrag != alle.end())
@@ -68,7 +70,7 @@ private:
         const bool diagonal =
             stand_.DiagonalFlag && stand_.MausAktion[Y_SEITE] && begonnene<Mausbewegung>(X_SEITE);
         const auto& timer = art_.maus[diagonal ? X_SEITE : seite];
-        const auto* eine = gesetzt(timer.id) ? begonnene<Mausbewegung>(seite) : nullptr;
+        const auto* eine = gesetzt(timer) ? begonnene<Mausbewegung>(seite) : nullptr;
         if (const auto wohin = eine ? eine->richtung.ziffer() : std::nullopt)
             anhaengen(seite, Bewegungswirkung{*wohin});
     }

@@ -362,6 +362,48 @@ TEST_P(StickstandTest, NachDemLaufBewegtSichNichtsMehrUndDieTasteBleibt) {
     EXPECT_EQ(stand(), Texte{"Stick Oben 1/1: 87"});
 }
 
+// --- the timer of two sides ---
+
+namespace {
+
+/// The left stick's movement upward and the right stick's timed key to the right, which share a timer.
+class GeteilterTimer : public testing::Test {
+protected:
+    GeteilterTimer() {
+        lauf.aktion(OBEN, "0,2,5,25");
+        Schemabau(lauf.datenbank).feld(Stickseite::Rechts, RECHTS, "2,1,65,50,1,30").ergaenzen();
+        lauf.starten();
+        lauf.bewegen(MITTIG, MITTIG);
+    }
+    void linkerNachOben() { lauf.bewegen(MITTIG, NIEDRIG); }
+    void rechterNachRechts() {
+        lauf.pad.zustand.dwZpos = HOCH;
+        lauf.warten(10);
+    }
+    Texte stand() { return texte(lauf); }
+    Sticklauf lauf{Stickseite::Links};
+};
+
+} // namespace
+
+TEST_F(GeteilterTimer, DieTasteNimmtIhnDerBewegung) {
+    linkerNachOben();
+    EXPECT_EQ(stand(), Texte{"Stick Oben 1/1: Bewegung 2"});
+    rechterNachRechts();
+    EXPECT_EQ(stand(), Texte{"Stick Rechts 1/1: 65 im Takt"}) << "the movement stands still";
+    lauf.warten(60);
+    EXPECT_EQ(stand(), Texte{"Stick Rechts 1/1: 65 im Takt"}) << "in its pause";
+}
+
+TEST_F(GeteilterTimer, DieBewegungNimmtIhnDerTasteDieUntenBleibt) {
+    rechterNachRechts();
+    linkerNachOben();
+    const Texte beide{"Stick Oben 1/1: Bewegung 2", "Stick Rechts 1/1: 65"};
+    EXPECT_EQ(stand(), beide);
+    lauf.warten(1000);
+    EXPECT_EQ(stand(), beide) << "nothing lets it go";
+}
+
 // --- slider ---
 
 namespace {
