@@ -4,6 +4,7 @@
 #include "base/Ebenennamen.h"
 #include "editors/common/Farben.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Padzeile.h"
 #include "editors/pictures/Bildschreiber.h"
 #include "editors/pictures/Bildvorschau.h"
 #include "editors/stick/Ebenenbild.h"
@@ -178,7 +179,7 @@ void ScreenChecken::aufbauen() {
     hinweis->setWordWrap(true);
     anordnung->addWidget(hinweis);
     auto* zeile = new QHBoxLayout;
-    zeile->addStretch();
+    zeile->addWidget(new Padzeile(geraete_.joystick), 1);
     for (const auto& [index, text, tipp] :
          {std::tuple{START, "Start", "Von nun an nimmt das Gamepad Bilder auf"},
           std::tuple{STOP, "Stop", "Das Gamepad nimmt keine Bilder mehr auf"}}) {

@@ -124,6 +124,18 @@ TEST_F(PadzeileTest, JedeFormDieEinPadBrauchtNenntEs) {
     }
 }
 
+TEST_F(PadzeileTest, AuchDieFernbedienungFuerBilderNenntEs) {
+    schemaStarten();
+    control<QPushButton>(haupt(), "Command1(1)").click();
+    control<QPushButton>(*offene("frmJust"), "Command1(2)").click();
+    auto* form = offene("ScreenChecken");
+    ASSERT_NE(form, nullptr);
+    EXPECT_EQ(folge(*form), (std::vector<QString>{DA, KEINES, DA}));
+    EXPECT_EQ(beschnittene(*form), std::vector<std::string>{});
+    form->close();
+    ereignisse();
+}
+
 TEST_F(PadzeileTest, AufDerEbeneEinesStickeditorsIstEinKlickAufDieZeileEinerAufDieEbene) {
     schemaStarten();
     control<QPushButton>(haupt(), "Command1(1)").click();
