@@ -6,3 +6,6 @@
 
 /// Largest x and y of the plane.
 inline constexpr std::int32_t EBENENENDE = 65535;
+
+/// The arrows along the upper and the left edge reach here.
+inline constexpr std::int32_t PFEILE_ENDEN = 1400;

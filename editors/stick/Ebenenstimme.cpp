@@ -76,7 +76,9 @@ void Ebenenstimme::verbinden() {
         markeZeigen();
     });
     connect(&ebene_, &Stickebene::gedrueckt, this, [this] {
-        if (!flaeche_.fraAktionGezeigt()) // whose boxes want the keys
+        if (flaeche_.fraAktionGezeigt()) // whose boxes want the keys; it has just come, or could not be saved
+            tafel_.fokusGeben();
+        else
             ebene_.setFocus(Qt::MouseFocusReason);
         mausZuletzt_ = true;
         tastenwahl_.enden();

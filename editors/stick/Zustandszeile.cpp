@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/stick/Zustandszeile.h"
 
+#include "editors/stick/Ebenenmass.h"
 #include "editors/stick/Ebenenteile.h"
 #include "editors/stick/Schiebetafel.h"
 
@@ -15,8 +16,6 @@ namespace {
 constexpr int INNENRAND = 8;
 constexpr int ABSTAND = 6; // from strips and arrows
 constexpr int NAEHE = 24;  // a hand nearer than this is in the way
-constexpr double PFEILE_ENDEN =
-    1400; // the arrows along the upper and the left edge reach here, in plane units
 constexpr double RUNDUNG = 6;
 constexpr int DECKUNG = 200; // of 255: text on any picture is to be read, and the picture to be guessed
 
@@ -47,7 +46,7 @@ void Zustandszeile::zeigen(const QStringList& zeilen) {
 // As wide as its longest line, and wrapped where the arrows leave no room for that.
 QSize Zustandszeile::groesse() const {
     const int luft = 2 * INNENRAND + fontMetrics().averageCharWidth();
-    const auto pfeile = ebenenpixel({0, 0, PFEILE_ENDEN, 0}, parentWidget()->size()).width();
+    const auto pfeile = ebenenpixel({0, 0, double(PFEILE_ENDEN), 0}, parentWidget()->size()).width();
     const int platz = parentWidget()->width() - 2 * (static_cast<int>(std::ceil(pfeile)) + ABSTAND);
     const int breite = std::min(fontMetrics().size(0, text()).width() + luft, platz);
     return {breite, heightForWidth(breite)};
@@ -55,10 +54,15 @@ QSize Zustandszeile::groesse() const {
 
 int Zustandszeile::hoeheAm(bool oben) const {
     const auto* ebene = parentWidget();
-    const auto rand =
-        ebenenpixel({0, PFEILE_ENDEN, 0, Schiebetafel::STREIFEN_OBEN - PFEILE_ENDEN}, ebene->size());
+    const auto rand = ebenenpixel(
+        {0, double(PFEILE_ENDEN), 0, double(Schiebetafel::STREIFEN_OBEN - PFEILE_ENDEN)}, ebene->size());
     return oben ? static_cast<int>(std::ceil(rand.top())) + ABSTAND
-                : static_cast<int>(rand.bottom()) - ABSTAND - height();
+                : static_cast<int>(rand.bottom()) - ABSTAND - untenFrei_ - height();
+}
+
+void Zustandszeile::untenFreihalten(int pixel) {
+    untenFrei_ = pixel;
+    legen();
 }
 
 QRect Zustandszeile::platzAm(bool oben) const {

@@ -17,6 +17,8 @@ public:
     void ausweichen(QPoint wo);
     /// Stays clear of what covers this part of the plane, in pixels, where the other edge is free.
     void freilassen(QRect verdeckt);
+    /// Keeps this height above the strips free for what else lies there.
+    void untenFreihalten(int pixel);
     /// Lays the label on the plane as large as that is now.
     void legen();
 
@@ -30,4 +32,5 @@ private:
 
     bool oben_ = false;
     QRect verdeckt_;
+    int untenFrei_ = 0;
 };

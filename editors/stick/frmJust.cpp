@@ -9,10 +9,12 @@
 #include "editors/common/Padzeile.h"
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Ebenenbild.h"
+#include "editors/stick/Ebenenmass.h"
 #include "editors/stick/Ebenenstimme.h"
 #include "editors/stick/Justiertafeln.h"
 #include "editors/stick/Schiebetafel.h"
 #include "editors/stick/Stickebene.h"
+#include "editors/stick/Zustandszeile.h"
 #include "store/schema/modKeyCode.h"
 #include "store/schema/modSpeichern.h"
 
@@ -21,6 +23,7 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <cmath>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -31,7 +34,7 @@ constexpr const char* TITEL = "Stick justieren";
 constexpr QSize GROESSE{1024, 768};
 constexpr QSize KLEINSTE{640, 480};
 
-constexpr int PADZEILENABSTAND = 20;
+constexpr int PADZEILENABSTAND = 4; // from the arrows
 constexpr int PADZEILENBREITE = 400;
 constexpr int PADZEILENDECKUNG = 200; // of 255: the picture shines through
 constexpr auto LIVE_INTERVALL = 5ms;
@@ -104,10 +107,14 @@ void frmJust::padzeileBauen() {
     zeile->lower();
 }
 
-// Above the strips and beside the arrows, where a game shows least.
+// Above the strips and beside the arrows, where a game shows least; the line of state stays above it, however
+// long the two are.
 void frmJust::padzeileLegen() {
-    const auto streifen = ebenenpixel({0, double(Schiebetafel::STREIFEN_OBEN), 0, 0}, ebene_->size());
-    padzeile_->move(PADZEILENABSTAND, static_cast<int>(streifen.top()) - padzeile_->height());
+    const auto frei =
+        ebenenpixel({double(PFEILE_ENDEN), double(Schiebetafel::STREIFEN_OBEN), 0, 0}, ebene_->size());
+    padzeile_->move(static_cast<int>(std::ceil(frei.left())) + PADZEILENABSTAND,
+                    static_cast<int>(frei.top()) - padzeile_->height());
+    ebene_->zustand().untenFreihalten(padzeile_->height());
 }
 
 void frmJust::verbinden() {

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QTimer>
 
 namespace {
 
@@ -21,6 +22,18 @@ protected:
         form().activateWindow();
         ereignisse();
         ASSERT_TRUE(ebene().hasFocus()) << "from the beginning";
+        ebene().clearFocus();
+        ebene().setFocus(Qt::TabFocusReason);
+        ereignisse();
+    }
+    /// The editor with the field to the right chosen by the mouse before the keyboard came for the first
+    /// time.
+    void schemaMitWahl() {
+        Justiertest::editorOeffnen();
+        form().activateWindow();
+        ereignisse();
+        feld<QWidget>("Uschalt(0)").setFocus(Qt::MouseFocusReason);
+        klick(60000, 33000);
         ebene().clearFocus();
         ebene().setFocus(Qt::TabFocusReason);
         ereignisse();
@@ -209,6 +222,43 @@ TEST_P(Ebenenstimmentest, LangeWorteBrechenUmUndLassenPfeileFrei) {
     EXPECT_GE(zeile.height(), zeile.heightForWidth(zeile.width()));
     EXPECT_GT(zeile.x(), feld<QWidget>("UPfeil(0)").geometry().right());
     EXPECT_TRUE(ebene().rect().contains(zeile.geometry()));
+    EXPECT_TRUE(zeile.wordWrap());
+    form().resize(800, 600);
+    ereignisse();
+    EXPECT_LE(std::abs(zeile.geometry().center().x() - 400), 1) << "it goes along with the plane";
+}
+
+TEST_P(Ebenenstimmentest, DieZeilenDesPadsUndDesZustandsLassenEinanderUndDenPfeilenPlatz) {
+    aktion(0, "0,0,21000,0", "2,1,32,50,1,200");
+    pad_.namen = {"Ein Gamepad mit einem Namen, der länger ist als alle, die sonst da sind"};
+    editorOeffnen();
+    form().setMinimumSize(0, 0);
+    for (const auto groesse : {QSize(1182, 665), QSize(1024, 768), QSize(683, 384), QSize(640, 480)}) {
+        form().resize(groesse);
+        ereignisse();
+        maus(10000, 10000);
+        const auto zustand = feld<QWidget>("Zustandszeile").geometry();
+        const auto pad = feld<QWidget>("Padzeile").geometry();
+        EXPECT_TRUE(zuSehen("Zustandszeile") && zuSehen("Padzeile"));
+        EXPECT_GT(zustand.top(), ebene().height() / 3) << "at the lower edge, where they could meet";
+        EXPECT_FALSE(zustand.intersects(pad)) << groesse.width();
+        EXPECT_LE(std::abs(zustand.center().x() - ebene().width() / 2), 1);
+        EXPECT_GT(pad.left(), ebene().width() * 1400 / 65535) << "beside the arrows";
+        EXPECT_LE(pad.bottom(), ebene().height() * 63828 / 65535) << "above the strips";
+        EXPECT_GT(pad.top(), ebene().height() * 3 / 4);
+    }
+}
+
+TEST_P(Ebenenstimmentest, EinNeuerPadnameHatPlatzUndLiegtUnterAllemAnderen) {
+    pad_.namen = {"Kurz"};
+    editorOeffnen();
+    pad_.namen = {"Ein Gamepad mit längerem Namen"};
+    auto& zeile = feld<QLabel>("lblPad");
+    QMetaObject::invokeMethod(feld<QWidget>("Padzeile").findChild<QTimer*>(), "timeout");
+    EXPECT_GE(zeile.width(), zeile.fontMetrics().horizontalAdvance("● Ein Gamepad mit längerem Namen"));
+    EXPECT_EQ(ebene().findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).first()->objectName(),
+              "Padzeile");
+    EXPECT_TRUE(zeile.hasMouseTracking()) << "the mouse moves on the plane there, too";
 }
 
 TEST_P(Ebenenstimmentest, SperreUndTestlaufWerdenGesagt) {
@@ -356,6 +406,73 @@ TEST_P(Ebenenstimmentest, EinAnderesFeldLoestDasGewaehlteAb) {
     taste(Qt::Key_Escape);
     EXPECT_FALSE(zuSehen("RechteckB"));
     EXPECT_EQ(aktionen(), AKTIONEN) << "nothing is saved by choosing";
+}
+
+TEST_P(Ebenenstimmentest, WoDieMarkeGingWirdMitDenLinienWenigerFelder) {
+    editorOeffnen();
+    pfeil("LPfeil(0)");
+    ebene().setFocus(Qt::TabFocusReason);
+    tasten({Qt::Key_Right, Qt::Key_Right, Qt::Key_Down});
+    EXPECT_TRUE(liegt("Ebenenmarke", 45000, 46000, 65535 - 45000, 65535 - 46000)) << "the last column";
+    pfeil("LPfeil(0)", Qt::RightButton);
+    tasten({Qt::Key_Up, Qt::Key_Return});
+    EXPECT_TRUE(liegt("RechteckB", 45000, 21000, 66000 - 45000, 25000)) << "is still the last one";
+}
+
+TEST_P(Ebenenstimmentest, DieMarkeBeginntImGewaehltenFeld) {
+    schemaMitWahl();
+    tasten({Qt::Key_Menu});
+    EXPECT_TRUE(liegt("RechteckB", 45000, 21000, 66000 - 45000, 25000));
+    EXPECT_TRUE(zuSehen("fraAktion"));
+}
+
+TEST_P(Ebenenstimmentest, TastenMitStrgOderAltSindNichtDerEbene) {
+    editorOeffnen();
+    for (const auto zusatz : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier}) {
+        taste(Qt::Key_Left, zusatz);
+        taste(Qt::Key_Return, zusatz);
+    }
+    EXPECT_TRUE(liegt("Ebenenmarke", 20000, 21000, 25000, 25000));
+    EXPECT_FALSE(zuSehen("RechteckB"));
+    taste(Qt::Key_Left, Qt::KeypadModifier);
+    EXPECT_TRUE(liegt("Ebenenmarke", 0, 21000, 20000, 25000));
+}
+
+TEST_P(Ebenenstimmentest, DerZustandLaesstDieMarkeFrei) {
+    datenbank_.sql("UPDATE " + Justiertest::stick() + " SET Oben = 6000, Unten = 56000 WHERE \"index\" = 1;");
+    editorOeffnen();
+    taste(Qt::Key_Down);
+    EXPECT_LT(feld<QWidget>("Zustandszeile").geometry().bottom(), ebene().height() / 2);
+    tasten({Qt::Key_Up, Qt::Key_Up});
+    EXPECT_GT(feld<QWidget>("Zustandszeile").geometry().top(), ebene().height() / 2);
+}
+
+TEST_P(Ebenenstimmentest, MitDemFokusAufDerEbeneSpeichertEingabeDieOffeneTafel) {
+    editorOeffnen();
+    tasten({Qt::Key_Right, Qt::Key_Menu});
+    feld<QRadioButton>("Option1(4)").click();
+    ebene().setFocus(Qt::BacktabFocusReason);
+    taste(Qt::Key_Left);
+    EXPECT_TRUE(liegt("Ebenenmarke", 45000, 21000, 65535 - 45000, 25000)) << "an open panel holds it";
+    ebene().setFocus(Qt::BacktabFocusReason);
+    taste(Qt::Key_Return);
+    EXPECT_FALSE(zuSehen("fraAktion"));
+    EXPECT_EQ(aktionen()[0][5], "4");
+}
+
+TEST_P(Ebenenstimmentest, EinKlickDerNichtSpeichernKannLaesstDerTafelDieTasten) {
+    editorOeffnen();
+    tasten({Qt::Key_Right, Qt::Key_Menu});
+    feld<QRadioButton>("Option1(4)").click();
+    feld<QRadioButton>("Option1(4)").setFocus();
+    datenbank_.sql("ALTER TABLE " + aktionstabelle() + " RENAME TO weg;");
+    Boxleser boxen;
+    klick(33000, 60000);
+    EXPECT_EQ(boxen.gesehen().size(), 1u);
+    EXPECT_TRUE(zuSehen("fraAktion"));
+    form().activateWindow();
+    ereignisse();
+    ASSERT_EQ(QApplication::focusWidget(), &feld<QWidget>("Option1(4)"));
 }
 
 TEST_P(Ebenenstimmentest, DieMenuetasteOeffnetDieAktionDesMarkiertenFeldes) {
@@ -513,6 +630,9 @@ TEST_P(Ebenenstimmentest, FelderSagenWoDieTastaturIstUndWasGewaehltIst) {
     EXPECT_FALSE(zugang().child(4)->state().focused);
     EXPECT_EQ(zugang().focusChild(), zugang().child(3));
     EXPECT_FALSE(zugang().child(3)->state().selected);
+    feld<QWidget>("Uschalt(0)").setFocus();
+    EXPECT_FALSE(zugang().child(3)->state().focused) << "the focus is on a panel";
+    ebene().setFocus(Qt::TabFocusReason);
     taste(Qt::Key_Return);
     EXPECT_TRUE(zugang().child(3)->state().selected);
 }
@@ -527,6 +647,11 @@ TEST_P(Ebenenstimmentest, FelderLassenSichBedienen) {
     taten->doAction(QAccessibleActionInterface::showMenuAction());
     EXPECT_TRUE(zuSehen("fraAktion"));
     EXPECT_EQ(aktionen(), AKTIONEN);
+    feld<QRadioButton>("Option1(0)").setFocus();
+    taste(Qt::Key_Escape);
+    zugang().child(3)->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    EXPECT_TRUE(zuSehen("fraAktion")) << "also of a field that is not chosen";
+    EXPECT_TRUE(liegt("RechteckB", 0, 21000, 20000, 25000));
 }
 
 TEST_P(Ebenenstimmentest, AuchTafelnUndZustandGehoerenDazuAberKeineLinien) {
@@ -538,6 +663,9 @@ TEST_P(Ebenenstimmentest, AuchTafelnUndZustandGehoerenDazuAberKeineLinien) {
         EXPECT_EQ(zugang().child(i)->parent(), &zugang());
     }
     namen.sort();
+    const auto streifen = feld<QWidget>("Frame2").mapToGlobal(QPoint(5, 5));
+    EXPECT_EQ(zugang().childAt(streifen.x(), streifen.y())->object(), &feld<QWidget>("Frame2"))
+        << "it lies on a field";
     EXPECT_EQ(namen, (QStringList{"Frame2", "Frame3", "Padzeile", "Zustandszeile"}));
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&feld<QWidget>("Zustandszeile"))->text(QAccessible::Name),
               feld<QLabel>("Zustandszeile").text());
