@@ -169,14 +169,27 @@ bool Ebenenstimme::tasteGedrueckt(const QKeyEvent& ereignis) {
     const bool pfeil = *taste < Ebenentaste::Waehlen;
     if (ereignis.isAutoRepeat() && !pfeil)
         return true; // a key that is held chooses a field, and does not open its panel as well
+    const bool umschalt = ereignis.modifiers().testFlag(Qt::ShiftModifier);
+    if (ereignis.isAutoRepeat() && umschalt && kommtZuFrueh(ereignis.timestamp()))
+        return true;
     mausZuletzt_ = false;
     bool gegolten = true;
-    umfeld_.gesichert(
-        [&] { gegolten = tastenwahl_.druecken(*taste, ereignis.modifiers().testFlag(Qt::ShiftModifier)); });
+    const auto beginn = Uhr::now();
+    umfeld_.gesichert([&] { gegolten = tastenwahl_.druecken(*taste, umschalt); });
+    schritt_ = {ereignis.timestamp(), Uhr::now() - beginn};
     if (flaeche_.fraAktionGezeigt())
         tafel_.fokusGeben();
     markeZeigen();
     return gegolten;
+}
+
+/// Each step of a line is saved, which takes its time on a slow disk: from a key that is held only as many
+/// steps are taken as fill half of the time, or the line would go on when the key is up again.
+bool Ebenenstimme::kommtZuFrueh(std::uint64_t zeitpunkt) const {
+    if (zeitpunkt == 0)
+        return false; // who sends it tells no time
+    const std::chrono::milliseconds seither{zeitpunkt - schritt_.zeitpunkt};
+    return seither < 2 * schritt_.dauer;
 }
 
 void Ebenenstimme::tafelVerlassen() {

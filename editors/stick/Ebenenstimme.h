@@ -12,6 +12,8 @@
 #include <QObject>
 #include <QPointF>
 
+#include <chrono>
+#include <cstdint>
 #include <functional>
 #include <optional>
 
@@ -50,11 +52,19 @@ protected:
     bool eventFilter(QObject* tafel, QEvent* ereignis) override;
 
 private:
+    using Uhr = std::chrono::steady_clock;
+    /// What a key did last.
+    struct Tastenschritt {
+        std::uint64_t zeitpunkt = 0; ///< of its event, in the ms of the window system
+        Uhr::duration dauer{0};
+    };
+
     void verbinden();
     void mausBewegt(QPointF wo);
     void mausWeg();
     void markeZeigen();
     bool tasteGedrueckt(const QKeyEvent& ereignis);
+    bool kommtZuFrueh(std::uint64_t zeitpunkt) const;
     void tafelVerlassen();
     Ebenenlage lage() const;
     Feldgitter gitter() const { return Feldgitter(stand_.ebene()); }
@@ -80,4 +90,5 @@ private:
     std::optional<Feldanker> stick_;
     bool testlauf_ = false;
     int takteSeitWorten_ = 0;
+    Tastenschritt schritt_;
 };

@@ -510,6 +510,24 @@ TEST_P(Ebenenstimmentest, UmschaltUndPfeilSchiebenEineLinieUndSpeichern) {
     EXPECT_EQ(linie("Oben", 1), "20750");
 }
 
+TEST_P(Ebenenstimmentest, EineGehalteneTasteSchiebtNichtSchnellerAlsGespeichertWird) {
+    editorOeffnen();
+    taste(Qt::Key_Left);
+    const auto gehalten = [&](quint64 zeitpunkt, bool wiederholt = true) {
+        QKeyEvent eine(QEvent::KeyPress, Qt::Key_Left, Qt::ShiftModifier, "", wiederholt);
+        eine.setTimestamp(zeitpunkt);
+        QApplication::sendEvent(&ebene(), &eine);
+        return linie("Links", 1);
+    };
+    EXPECT_EQ(gehalten(1000, false), "19750");
+    EXPECT_EQ(gehalten(1000), "19750") << "it waited while the first was saved";
+    EXPECT_EQ(gehalten(601000), "19500");
+    EXPECT_EQ(gehalten(601000), "19500");
+    EXPECT_EQ(gehalten(601000, false), "19250") << "each press by itself counts";
+    EXPECT_EQ(gehalten(0), "19000") << "without a time each counts, too";
+    EXPECT_EQ(aktionen()[1][1], "19000");
+}
+
 TEST_P(Ebenenstimmentest, TastenDerTafelBleibenAufIhr) {
     editorOeffnen();
     tasten({Qt::Key_Right, Qt::Key_Menu});
