@@ -18,6 +18,7 @@
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
@@ -32,7 +33,7 @@ namespace {
 
 constexpr int GEDULD_MS = 20000;
 constexpr int LEISTENHOEHE = 48;
-constexpr const char* HALTEKNOPF = "Command1(0)"; // of a run: its window unfolds
+constexpr const char* KLAPPKNOPF = "Command1(1)"; // of a run: its window unfolds
 
 enum class Verwaltung { Ohne, Openbox, OpenboxMitLeiste };
 constexpr const char* VERWALTUNGEN[] = {"ohne", "Openbox", "OpenboxMitLeiste"};
@@ -327,13 +328,46 @@ TEST_P(Formen, AuchBilderUndLaufStehenGanzAufDemSchirm) {
     erwarteImBild(lauf);
     EXPECT_TRUE(!lauf.frameGeometry().intersects(editor.frameGeometry()) || !platzNeben(editor, lauf))
         << lage(lauf) << ", opened by " << lage(editor);
-    control<QPushButton>(lauf, HALTEKNOPF).click();
+    control<QPushButton>(lauf, KLAPPKNOPF).click();
     ereignisse();
+    EXPECT_TRUE(control<QWidget>(lauf, "Text2").isVisible());
     erwarteImBild(lauf);
     erwarteErreichbar(lauf);
     control<QPushButton>(editor, "Command1(0)").click();
     ereignisse();
     erwarteImBild(haupt());
+}
+
+namespace {
+
+class Minimiert : public Fenster {
+protected:
+    /// Whether the line of the pad looks at it.
+    static bool fragt(QWidget& form) {
+        return form.findChild<QWidget*>("Padzeile")->findChild<QTimer*>()->isActive();
+    }
+    void erwarteNurInSichtFragend(QWidget& form) {
+        erwarteImBild(form);
+        EXPECT_TRUE(fragt(form)) << lage(form);
+        form.showMinimized();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return form.isMinimized() && !fragt(form); }, GEDULD_MS))
+            << lage(form);
+        form.showNormal();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return fragt(form); }, GEDULD_MS)) << lage(form);
+    }
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(, Minimiert, ::testing::Values(Bildschirm{1366, 768, "1", Verwaltung::Openbox}),
+                         [](const auto& fall) { return bildschirmname(fall.param); });
+
+TEST_P(Minimiert, FragtKeineFormNachDemPad) {
+    erwarteNurInSichtFragend(oeffnen(VOM_HAUPT[4]));
+    auto& editor = oeffnen(VOM_HAUPT[1]);
+    erwarteNurInSichtFragend(editor);
+    control<QPushButton>(editor, "Command1(1)").click();
+    erwarteNurInSichtFragend(gezeigt("LaufFenster"));
 }
 
 int main(int anzahl, char** worte) {
