@@ -100,24 +100,29 @@ QString Haltebericht::wirkungswort(const Wirkung& wirkung) const {
                       wirkung);
 }
 
-std::vector<Haltezeile> Haltebericht::zeilen(const Laufstand& stand, milliseconds jetzt) {
+void Haltebericht::ansehen(const Laufstand& stand, milliseconds jetzt) {
     std::vector<Gehaltenes> neue;
     for (const auto& haltung : stand.haltungen)
         neue.push_back({haltung, beginn(haltung, jetzt)});
-    gehaltene_ = neue;
+    gehaltene_ = std::move(neue);
+    jetzt_ = jetzt;
+}
 
-    const auto auffaellig = [&](const Gehaltenes& eines) {
-        return verwaist(eines.haltung.halter) ||
-               (druck(eines.haltung.wirkung) != 0 && jetzt - eines.seit > LANGE);
-    };
-    std::ranges::stable_sort(neue, [&](const Gehaltenes& a, const Gehaltenes& b) {
+bool Haltebericht::auffaellig(const Gehaltenes& eines) const {
+    return verwaist(eines.haltung.halter) ||
+           (druck(eines.haltung.wirkung) != 0 && jetzt_ - eines.seit > LANGE);
+}
+
+std::vector<Haltezeile> Haltebericht::zeilen() const {
+    auto geordnete = gehaltene_;
+    std::ranges::stable_sort(geordnete, [&](const Gehaltenes& a, const Gehaltenes& b) {
         return std::pair(!auffaellig(a), a.seit) < std::pair(!auffaellig(b), b.seit);
     });
     std::vector<Haltezeile> zeilen;
-    for (const auto& eines : neue) {
+    for (const auto& eines : geordnete) {
         const bool warnen = auffaellig(eines);
         zeilen.push_back({(warnen ? "⚠ " : "") + halterwort(eines.haltung.halter) + " → " +
-                              wirkungswort(eines.haltung.wirkung) + ", " + dauerwort(jetzt - eines.seit),
+                              wirkungswort(eines.haltung.wirkung) + ", " + dauerwort(jetzt_ - eines.seit),
                           warnen});
     }
     return zeilen;

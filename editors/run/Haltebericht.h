@@ -36,9 +36,10 @@ public:
 
     explicit Haltebericht(Tastennamen namen = {}) : namen_(std::move(namen)) {}
 
-    /// The lines at the time `jetzt`, which never goes back: the striking ones first, of these and of the
-    /// others the oldest.
-    std::vector<Haltezeile> zeilen(const Laufstand& stand, std::chrono::milliseconds jetzt);
+    /// Looks at what is held at the time `jetzt`, which never goes back; makes no words.
+    void ansehen(const Laufstand& stand, std::chrono::milliseconds jetzt);
+    /// The lines as of the last look: the striking ones first, of these and of the others the oldest.
+    std::vector<Haltezeile> zeilen() const;
 
 private:
     struct Gehaltenes {
@@ -47,10 +48,12 @@ private:
     };
 
     std::chrono::milliseconds beginn(const Haltung& haltung, std::chrono::milliseconds jetzt) const;
+    bool auffaellig(const Gehaltenes& eines) const;
     QString wirkungswort(const Wirkung& wirkung) const;
 
     Tastennamen namen_;
     std::vector<Gehaltenes> gehaltene_; // as of the last look
+    std::chrono::milliseconds jetzt_{0};
 };
 
 /// The field in words, by its bands as they lie about the centre: "Feld oben", "Feld oben links", "Feld

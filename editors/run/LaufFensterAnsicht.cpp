@@ -381,9 +381,9 @@ void LaufFensterAnsicht::showEvent(QShowEvent* ereignis) {
 void LaufFensterAnsicht::standZeigen() {
     laufzeit_ += STANDTAKT;
     const auto stand = lauf_->stand();
-    const auto zeilen = haltebericht_.zeilen(stand, laufzeit_); // also out of sight: time goes on
+    haltebericht_.ansehen(stand, laufzeit_); // also out of sight: time goes on
     if (isVisible() && !isMinimized())
-        standanzeige_->zeigen(stand.ebene, zeilen);
+        standanzeige_->zeigen(stand.ebene, haltebericht_.zeilen());
 }
 
 void LaufFensterAnsicht::lblUmschalt(std::string_view text) {

@@ -27,7 +27,8 @@ constexpr Bandlage EINZIGES{1, 1};
 class HalteberichtTest : public testing::Test {
 protected:
     Zeilen zeilen(const std::vector<Haltung>& haltungen, milliseconds jetzt = {}) {
-        return bericht.zeilen({0, haltungen}, jetzt);
+        bericht.ansehen({0, haltungen}, jetzt);
+        return bericht.zeilen();
     }
     Haltebericht bericht{{{"65", "A"}, {"32", "Leertaste"}, {"87", ""}}};
 };
