@@ -2,7 +2,6 @@
 #include "editors/buttons/Padbild.h"
 
 #include "editors/buttons/Padzeichnung.h"
-#include "editors/buttons/Padzugang.h"
 #include "editors/common/Formhilfen.h"
 
 #include <QAccessible>
@@ -117,7 +116,6 @@ void Padschild::leaveEvent(QEvent*) {
 
 Padbild::Padbild(QWidget* eltern) : QWidget(eltern) {
     setFocusPolicy(Qt::TabFocus);
-    padzugangEinrichten();
     setAccessibleName("Knöpfe des Gamepads");
     for (int nummer = 0; nummer < MARKEN; ++nummer) {
         const bool ring = nummer >= ERSTE_STUMME;

@@ -5,6 +5,7 @@
 #include "base/LaufzeitFehler.h"
 #include "base/Text.h"
 #include "editors/buttons/Padbild.h"
+#include "editors/buttons/Padzugang.h"
 #include "editors/buttons/Tasteneigenschaften.h"
 #include "editors/buttons/Wahlknopf.h"
 #include "editors/common/Formhilfen.h"
@@ -93,6 +94,7 @@ frmJoyKonfic::frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber&
     , abfrage_(zeitgeber.formularzeitgeber([this] { Timer1_Timer(); })) {
     setObjectName("frmJoyKonfic");
     setWindowTitle("Tastwerk");
+    padzugangEinrichten(); // before anybody asks for what the picture is
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
     bild_ = benannt(new Padbild, "imgHintergrund");

@@ -2,7 +2,6 @@
 #include "editors/stick/Stickebene.h"
 
 #include "editors/common/Formhilfen.h"
-#include "editors/stick/Ebenenzugang.h"
 #include "editors/stick/Zustandstext.h"
 #include "editors/stick/Zustandszeile.h"
 
@@ -44,7 +43,6 @@ const QRgb OHNE_BILD = qRgb(128, 136, 144);
 } // namespace
 
 Stickebene::Stickebene(QWidget* form) : QWidget(form) {
-    ebenenzugangEinrichten(); // before anybody asks for what this is
     setObjectName("Stickebene");
     setMouseTracking(true);
     // A press gives the focus by hand: by the toolkit one on a panel's bare ground would, too.

@@ -11,6 +11,7 @@
 #include "editors/stick/Ebenenbild.h"
 #include "editors/stick/Ebenenmass.h"
 #include "editors/stick/Ebenenstimme.h"
+#include "editors/stick/Ebenenzugang.h"
 #include "editors/stick/Justiertafeln.h"
 #include "editors/stick/Schiebetafel.h"
 #include "editors/stick/Stickebene.h"
@@ -68,6 +69,7 @@ frmJust::~frmJust() = default;
 // --- layout ---
 
 void frmJust::aufbauen(Zeitgeber& zeitgeber, Tastatur& tastatur) {
+    ebenenzugangEinrichten(); // before anybody asks for what the plane is
     ebene_ = new Stickebene(this);
     ebene_->setAccessibleName(art_.ebenenname);
     tafeln_ = new Justiertafeln(*ebene_, art_, zeitgeber);
