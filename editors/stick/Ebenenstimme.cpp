@@ -84,7 +84,8 @@ void Ebenenstimme::verbinden() {
         tastenwahl_.enden();
         markeZeigen();
     });
-    connect(&ebene_, &Stickebene::pfeilGedrueckt, this, &Ebenenstimme::zeigen);
+    connect(&ebene_, &Stickebene::pfeilGedrueckt, this,
+            &Ebenenstimme::markeZeigen); // other lines, other fields
     connect(&tafel_, &Aktionstafel::verlassen, this, &Ebenenstimme::tafelVerlassen);
     for (QWidget* tafel : ebene_.findChildren<QFrame*>(Qt::FindDirectChildrenOnly))
         tafel->installEventFilter(this);

@@ -251,6 +251,8 @@ TEST_F(LaufFensterForm, OhneTastennamenStehtDieNummerDa) {
 TEST_F(LaufFensterForm, DasFensterSagtDassSeinSchliessenDenLaufBeendet) {
     laufen();
     EXPECT_EQ(laufFenster()->toolTip(), "Schließen des Fensters beendet das Schema.");
+    EXPECT_EQ(control<QLabel>(*laufFenster(), "lblGehalten(0)").toolTip(),
+              "Was gerade gehalten wird und wovon. Die Felder eines Sticks sind von der Mitte aus gezählt.");
     const QPointer<QWidget> fenster = laufFenster();
     fenster->close();
     ereignisse();

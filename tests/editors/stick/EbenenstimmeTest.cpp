@@ -223,6 +223,7 @@ TEST_P(Ebenenstimmentest, LangeWorteBrechenUmUndLassenPfeileFrei) {
     EXPECT_GT(zeile.x(), feld<QWidget>("UPfeil(0)").geometry().right());
     EXPECT_TRUE(ebene().rect().contains(zeile.geometry()));
     EXPECT_TRUE(zeile.wordWrap());
+    EXPECT_EQ(zeile.textFormat(), Qt::PlainText) << "an action text is nobody's markup";
     form().resize(800, 600);
     ereignisse();
     EXPECT_LE(std::abs(zeile.geometry().center().x() - 400), 1) << "it goes along with the plane";
@@ -415,8 +416,14 @@ TEST_P(Ebenenstimmentest, WoDieMarkeGingWirdMitDenLinienWenigerFelder) {
     tasten({Qt::Key_Right, Qt::Key_Right, Qt::Key_Down});
     EXPECT_TRUE(liegt("Ebenenmarke", 45000, 46000, 65535 - 45000, 65535 - 46000)) << "the last column";
     pfeil("LPfeil(0)", Qt::RightButton);
+    EXPECT_EQ(zeilen()[0],
+              "Feld rechts unten – gilt von Feld rechts: Maus nach rechts, 5 Schritte alle 10 ms");
     tasten({Qt::Key_Up, Qt::Key_Return});
     EXPECT_TRUE(liegt("RechteckB", 45000, 21000, 66000 - 45000, 25000)) << "is still the last one";
+    tasten({Qt::Key_Escape, Qt::Key_Left, Qt::Key_Left});
+    EXPECT_TRUE(liegt("Ebenenmarke", 0, 21000, 20000, 25000));
+    pfeil("LPfeil(0)");
+    EXPECT_FALSE(liegt("Ebenenmarke", 0, 21000, 20000, 25000)) << "a line goes through it";
 }
 
 TEST_P(Ebenenstimmentest, DieMarkeBeginntImGewaehltenFeld) {
@@ -450,6 +457,7 @@ TEST_P(Ebenenstimmentest, DerZustandLaesstDieMarkeFrei) {
 TEST_P(Ebenenstimmentest, MitDemFokusAufDerEbeneSpeichertEingabeDieOffeneTafel) {
     editorOeffnen();
     tasten({Qt::Key_Right, Qt::Key_Menu});
+    EXPECT_EQ(QApplication::focusWidget(), &feld<QWidget>("Option1(0)"));
     feld<QRadioButton>("Option1(4)").click();
     ebene().setFocus(Qt::BacktabFocusReason);
     taste(Qt::Key_Left);
