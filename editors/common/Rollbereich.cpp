@@ -48,9 +48,9 @@ void rollbarMachen(QWidget& form, QSize platz) {
     anordnung->setContentsMargins(0, 0, 0, 0);
     anordnung->addWidget(bereich);
 
-    // Each bar takes of the other side.
-    const int balkenbreite = bereich->verticalScrollBar()->sizeHint().width();
-    const int balkenhoehe = bereich->horizontalScrollBar()->sizeHint().height();
+    // Each bar takes of the other side, and the screen's scale may round a pixel away.
+    const int balkenbreite = bereich->verticalScrollBar()->sizeHint().width() + 1;
+    const int balkenhoehe = bereich->horizontalScrollBar()->sizeHint().height() + 1;
     const QSize mitBalken(ganz.width() + (ganz.height() > platz.height() ? balkenbreite : 0),
                           ganz.height() + (ganz.width() > platz.width() ? balkenhoehe : 0));
     // A fixed size stays one all the time: a window that may be drawn larger can have a wider frame.
@@ -70,7 +70,7 @@ void rollhoeheSetzen(QWidget& form, int platz) {
     auto* bereich = rollbereich(form);
     const int hoehe = bereich->widget()->minimumHeight();
     const bool quer = bereich->widget()->minimumWidth() > form.width();
-    const int ganz = hoehe + (quer ? bereich->horizontalScrollBar()->sizeHint().height() : 0);
+    const int ganz = hoehe + (quer ? bereich->horizontalScrollBar()->sizeHint().height() + 1 : 0);
     if (form.minimumSize() == form.maximumSize())
         form.setFixedHeight(std::min(platz, ganz));
     else

@@ -18,6 +18,7 @@
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QWindow>
 
@@ -201,9 +202,26 @@ protected:
         return bereich->viewport()->rect().contains(control.mapTo(bereich->viewport(), punkt));
     }
 
+    /// A form rolls only the way in which it has no room, with its bars.
+    void erwarteNurNoetigeBalken(const QWidget& form, QScrollArea& bereich) const {
+        auto& quer = *bereich.horizontalScrollBar();
+        auto& hoch = *bereich.verticalScrollBar();
+        const auto rahmen = form.frameGeometry().size() - form.size();
+        const auto platz = frei().size() - rahmen - QSize(2, 2); // what the scale rounds
+        const auto noetig = bereich.widget()->minimumSize();
+        if (noetig.width() + hoch.sizeHint().width() <= platz.width()) {
+            EXPECT_EQ(quer.maximum(), 0) << lage(form);
+        }
+        if (noetig.height() + quer.sizeHint().height() <= platz.height()) {
+            EXPECT_EQ(hoch.maximum(), 0) << lage(form);
+        }
+    }
+
     /// Everything that takes the focus can be brought into sight, and shows its whole text.
     void erwarteErreichbar(QWidget& form) {
         auto* bereich = form.findChild<QScrollArea*>("Rollbereich");
+        if (bereich)
+            erwarteNurNoetigeBalken(form, *bereich);
         for (auto* control : form.findChildren<QWidget*>()) {
             if (control->focusPolicy() == Qt::NoFocus || !control->isVisible() || control == bereich)
                 continue;
@@ -328,6 +346,9 @@ TEST_P(Formen, AuchBilderUndLaufStehenGanzAufDemSchirm) {
     erwarteImBild(lauf);
     EXPECT_TRUE(!lauf.frameGeometry().intersects(editor.frameGeometry()) || !platzNeben(editor, lauf))
         << lage(lauf) << ", opened by " << lage(editor);
+    lauf.move(lauf.x(), frei().bottom() + 1 - lauf.frameGeometry().height());
+    erwarteImBild(lauf);
+    erwarteErreichbar(lauf);
     control<QPushButton>(lauf, KLAPPKNOPF).click();
     ereignisse();
     EXPECT_TRUE(control<QWidget>(lauf, "Text2").isVisible());
