@@ -438,6 +438,13 @@ QString frmHaupt::namenshinweis(const std::string& name) const {
         return gamepadNimmt("", name)
                    ? "Der Name ist zu lang: Achsen werden nur bis 100 Zeichen gespeichert."
                    : "Der Name enthält Zeichen, mit denen keine Achsen gespeichert werden.";
+    // In a list they are not seen, and "Rennen" and "Rennen " look the same there.
+    const auto getippt = qt(name);
+    const auto sichtbar = getippt.trimmed();
+    if (sichtbar.isEmpty())
+        return "Der Name besteht nur aus Leerzeichen.";
+    if (sichtbar != getippt)
+        return "Der Name beginnt oder endet mit einem Leerzeichen.";
     return {};
 }
 

@@ -365,6 +365,14 @@ TEST_F(FrmHauptSchema, WasDemNamenFehltStehtAmFeldWaehrendErGetipptWird) {
     EXPECT_EQ(hinweis.text(), "Der Name ist zu lang: Achsen werden nur bis 100 Zeichen gespeichert.");
     combo().setEditText(QString("a") + QChar(1));
     EXPECT_EQ(hinweis.text(), "Der Name enthält Zeichen, mit denen keine Achsen gespeichert werden.");
+    tippen("  ");
+    EXPECT_EQ(hinweis.text(), "Der Name besteht nur aus Leerzeichen.");
+    for (const char* name : {" Zwei", "Zwei "}) {
+        tippen(name);
+        EXPECT_EQ(hinweis.text(), "Der Name beginnt oder endet mit einem Leerzeichen.");
+    }
+    tippen("Eins Zwei");
+    EXPECT_EQ(hinweis.text(), "");
     EXPECT_EQ(boxen.gesehen(), Boxen{});
     EXPECT_EQ(haupt().height(), KURZ);
     tippen("Zwei");
