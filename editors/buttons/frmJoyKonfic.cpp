@@ -326,10 +326,12 @@ Tastenentwurf frmJoyKonfic::entwurf() const {
 }
 
 void frmJoyKonfic::wiederherstellen() {
-    speicherstand_->anbieten(false);
     const auto entwurf = entwuerfe_.nehmen(schema_);
     if (!entwurf)
         return;
+    if (ungespeichert())
+        entwuerfe_.hintanstellen(schema_, this->entwurf());
+    speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
     werk_.bild = entwurf->bild;
     global_.UmschaltTasten = entwurf->umschalttasten;
     ebeneSetzen(entwurf->ebene);

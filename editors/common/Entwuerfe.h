@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a form held when it was closed without saving, one a `Schema`: it lasts as long as the program.
+// What a form held whenever it was closed without saving, by `Schema`: it lasts as long as the program.
 #pragma once
 
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -9,18 +10,28 @@
 
 template <class Entwurf> class Entwuerfe {
 public:
-    /// Keeps what the form of this `Schema` held, in place of what was kept for it before.
+    /// Keeps what the form of this `Schema` held; what was kept for it before stays behind it.
     void merken(const std::string& schema, Entwurf entwurf) {
-        entwuerfe_.insert_or_assign(schema, std::move(entwurf));
+        entwuerfe_[schema].push_back(std::move(entwurf));
     }
     bool gibtEs(const std::string& schema) const { return entwuerfe_.contains(schema); }
-    /// Hands it over; there is none afterwards.
+    /// Hands the newest over, which is kept no longer.
     std::optional<Entwurf> nehmen(const std::string& schema) {
-        auto knoten = entwuerfe_.extract(schema);
-        return knoten.empty() ? std::nullopt : std::optional<Entwurf>(std::move(knoten.mapped()));
+        const auto stelle = entwuerfe_.find(schema);
+        if (stelle == entwuerfe_.end())
+            return std::nullopt;
+        std::optional<Entwurf> neuester(std::move(stelle->second.back()));
+        stelle->second.pop_back();
+        if (stelle->second.empty())
+            entwuerfe_.erase(stelle);
+        return neuester;
+    }
+    /// Keeps what a restored one replaces on the form, behind all others: who goes on taking sees each again.
+    void hintanstellen(const std::string& schema, Entwurf entwurf) {
+        entwuerfe_[schema].push_front(std::move(entwurf));
     }
     void vergessen(const std::string& schema) { entwuerfe_.erase(schema); }
 
 private:
-    std::map<std::string, Entwurf> entwuerfe_;
+    std::map<std::string, std::deque<Entwurf>> entwuerfe_; ///< of each `Schema` at least one, the newest last
 };

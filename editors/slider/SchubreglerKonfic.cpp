@@ -81,8 +81,7 @@ SchubreglerKonfic::~SchubreglerKonfic() {
 void SchubreglerKonfic::closeEvent(QCloseEvent* ereignis) {
     abfrage_->Enabled(false);
     if (ungespeichert() && !verwaist_)
-        entwuerfe_.merken(schema_, {regler_, gewaehlt_, nurAuswaerts_->isChecked(), gewaehltesFeld(),
-                                    aktionsrahmen_->stand(), gezeigter_});
+        entwuerfe_.merken(schema_, entwurf());
     ereignis->accept();
 }
 
@@ -293,11 +292,18 @@ void SchubreglerKonfic::standZeigen() {
     speicherstand_->setUngespeichert(ungespeichert());
 }
 
+Schubentwurf SchubreglerKonfic::entwurf() const {
+    return {regler_,   gewaehlt_, nurAuswaerts_->isChecked(), gewaehltesFeld(), aktionsrahmen_->stand(),
+            gezeigter_};
+}
+
 void SchubreglerKonfic::wiederherstellen() {
-    speicherstand_->anbieten(false);
     const auto entwurf = entwuerfe_.nehmen(schema_);
     if (!entwurf)
         return;
+    if (ungespeichert())
+        entwuerfe_.hintanstellen(schema_, this->entwurf());
+    speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
     regler_ = entwurf->regler;
     reglerwahl_[static_cast<std::size_t>(entwurf->gewaehlt)]->setChecked(true);
     felderZeigen();

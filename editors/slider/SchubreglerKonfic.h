@@ -81,6 +81,7 @@ private:
     std::array<std::string, REGLER> texte() const;
     bool ungespeichert() const;
     void standZeigen();
+    Schubentwurf entwurf() const;
     void wiederherstellen();
 
     Achsendatei& achsendatei_;

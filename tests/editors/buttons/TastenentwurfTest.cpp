@@ -279,6 +279,43 @@ TEST_F(TastenentwurfTest, WiederhergestelltesDasVerworfenWirdKommtWieder) {
     }
 }
 
+TEST_F(TastenentwurfTest, WasDasWiederherstellenErsetztKommtMitDemNaechstenZurueck) {
+    oeffnen();
+    waehlen(0);
+    art(5);
+    schliessen();
+    oeffnen();
+    waehlen(1);
+    art(5); // without a look at the offer
+    for (int i = 0; i < 2; ++i) {
+        angebot().click();
+        EXPECT_EQ(text(0), "Maus");
+        EXPECT_EQ(text(1), "Kreis");
+        ASSERT_TRUE(angebot().isVisible());
+        angebot().click();
+        EXPECT_EQ(text(0), "Dreieck");
+        EXPECT_EQ(text(1), "Maus");
+        ASSERT_TRUE(angebot().isVisible());
+    }
+}
+
+TEST_F(TastenentwurfTest, JedesVerwerfenBleibtAuchWennEinFrueheresNochAngebotenIst) {
+    for (const int taste : {0, 1}) {
+        oeffnen();
+        waehlen(taste);
+        art(5);
+        schliessen();
+    }
+    oeffnen();
+    angebot().click();
+    EXPECT_EQ(text(0), "Dreieck");
+    EXPECT_EQ(text(1), "Maus") << "the newest";
+    ASSERT_TRUE(angebot().isVisible());
+    angebot().click();
+    EXPECT_EQ(text(0), "Maus");
+    EXPECT_EQ(text(1), "Kreis");
+}
+
 TEST_F(TastenentwurfTest, SchilderDerSchultertastenSagenWasAufDemPadSteht) {
     oeffnen();
     std::vector<std::string> hinweise;

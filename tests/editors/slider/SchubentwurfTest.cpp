@@ -169,6 +169,18 @@ TEST_F(SchubentwurfTest, DieFelderVonSchubreglerZweiKommenZurueck) {
     EXPECT_EQ(liste().count(), 4);
 }
 
+TEST_F(SchubentwurfTest, WasDasWiederherstellenErsetztKommtMitDemNaechstenZurueck) {
+    oeffnen(DREI_FELDER);
+    neueLinien(1);
+    schliessenUndOeffnen();
+    neueLinien(2); // without a look at the offer
+    for (const int felder : {4, 5, 4}) {
+        ASSERT_TRUE(angebot().isVisible());
+        angebot().click();
+        EXPECT_EQ(liste().count(), felder);
+    }
+}
+
 TEST_F(SchubentwurfTest, GespeichertesUndUnveraendertesBietetNichtsAn) {
     oeffnen(DREI_FELDER);
     schliessenUndOeffnen();
