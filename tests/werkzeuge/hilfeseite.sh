@@ -27,6 +27,12 @@ while IFS= read -r bild; do
     [ -s "$ordner/$bild" ] || fehlschlag "the picture $bild does not exist"
     [ "$(stat -c %s "$ordner/$bild")" -lt "$GROESSTES_BILD" ] || fehlschlag "the picture $bild is too large"
 done <<<"$bilder"
+# The page keeps room for a picture by the size that it names.
+masse() { od -An -tu1 -j"$1" -N4 "$2" | awk '{ print (($1 * 256 + $2) * 256 + $3) * 256 + $4 }'; } # OFFSET FILE
+while IFS='|' read -r bild breite hoehe; do
+    [ "$breite $hoehe" = "$(masse 16 "$ordner/$bild") $(masse 20 "$ordner/$bild")" ] ||
+        fehlschlag "the page says that $bild has $breite by $hoehe pixels"
+done < <(grep -o '<img [^>]*>' "$seite" | sed 's/.* src="\([^"]*\)" width="\([^"]*\)" height="\([^"]*\)".*/\1|\2|\3/')
 for datei in "$ordner"/*.png; do
     grep -qxF "$(basename "$datei")" <<<"$bilder" || fehlschlag "no place of the page shows $datei"
 done
