@@ -12,11 +12,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QRadioButton>
+#include <QScreen>
 #include <QStyleFactory>
 #include <QTimer>
 
@@ -237,6 +239,17 @@ protected:
         pad_.da = true;
         schliessen(form);
     }
+    /// The open list of the `Schema`s lies on the screen.
+    void liste() {
+        auto& combo = *haupt().findChild<QComboBox*>();
+        combo.showPopup();
+        auto& fenster = *combo.view()->window();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&fenster));
+        ereignisse();
+        EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().contains(fenster.frameGeometry()));
+        ansehen(fenster, "frmHaupt-Liste");
+        combo.hidePopup();
+    }
     void uebersicht() {
         emit programm_->hauptform().uebersichtGewuenscht();
         ereignisse();
@@ -280,6 +293,7 @@ TEST_P(Formbilder, NichtsIstAbgeschnitten) {
     schemataLegen();
     starten();
     ansehen(haupt(), "frmHaupt");
+    liste();
     tastwerk();
     stickeditor("Command1(1)", "frmJust");
     stickeditor("Command1(6)", "frmJustr");

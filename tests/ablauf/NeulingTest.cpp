@@ -131,10 +131,12 @@ protected:
         auto& haupt = vorn("frmHaupt");
         const int kurz = haupt.height();
         knopf(haupt, "Schema neu");
-        auto& speichern = beschriftet<QAbstractButton>(haupt, "Schema Speichern");
+        beschriftet<QAbstractButton>(haupt, "Schema Speichern");
+        auto& feld = *haupt.findChild<QComboBox*>()->lineEdit();
+        EXPECT_EQ(feld.placeholderText(), "Name des neuen Schemas");
         hand_.tippen("Mein Spiel");
-        EXPECT_TRUE(warten([&] { return haupt.findChild<QComboBox*>()->currentText() == "Mein Spiel"; }));
-        klicken(speichern);
+        EXPECT_TRUE(warten([&] { return feld.text() == "Mein Spiel"; })) << feld.text().toStdString();
+        hand_.taste("Return");
         EXPECT_TRUE(warten([&] { return haupt.height() > kurz; })) << "the form unfolds";
     }
     void dreieckBelegen() {
