@@ -9,6 +9,7 @@
 #include "editors/buttons/Tasteneigenschaften.h"
 #include "editors/buttons/Wahlknopf.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Hinweistext.h"
 #include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
 #include "editors/common/Speicherstand.h"
@@ -229,7 +230,7 @@ void frmJoyKonfic::laden() {
     eigenschaften_->verbergen();
     TextEinAus(false);
     schemaname_->setText(qt(schema_));
-    schemaname_->setToolTip(qt(schema_).toHtmlEscaped());
+    schemaname_->setToolTip(hinweistext(qt(schema_)));
     ebenenname_->setText(EBENENNAMEN_OHNE_LEERZEICHEN[0]);
     ebenen_[0]->setChecked(true);
     std::vector<Tastenort> unlesbare;

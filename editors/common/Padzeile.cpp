@@ -2,6 +2,7 @@
 #include "editors/common/Padzeile.h"
 
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Hinweistext.h"
 #include "editors/common/Kurzlabel.h"
 
 #include <QHBoxLayout>
@@ -66,8 +67,9 @@ QString Padzeile::text() const {
 QString Padzeile::hinweis() const {
     if (gezeigt_->anzahl == 0)
         return "Sobald ein Gamepad angesteckt ist, steht hier sein Name.";
-    const auto name = padname(*gezeigt_).toHtmlEscaped();
+    const auto name = padname(*gezeigt_);
     if (gezeigt_->anzahl == 1)
-        return name;
-    return QString("%1 Gamepads sind angesteckt, benutzt wird: %2").arg(gezeigt_->anzahl).arg(name);
+        return hinweistext(name);
+    return hinweistext(
+        QString("%1 Gamepads sind angesteckt, benutzt wird: %2").arg(gezeigt_->anzahl).arg(name));
 }

@@ -4,6 +4,7 @@
 #include "base/Ebenennamen.h"
 #include "editors/common/Fenster.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Hinweistext.h"
 #include "editors/common/Optionen.h"
 #include "store/schema/modLesen.h"
 
@@ -142,7 +143,7 @@ QGroupBox* Uebersicht::pfadrahmen(int seite) {
     pfadfelder_[i] = benannt(new QLineEdit, feldname("Text1", seite));
     pfadfelder_[i]->setMinimumWidth(FELDBREITE);
     connect(pfadfelder_[i], &QLineEdit::textChanged, pfadfelder_[i],
-            [feld = pfadfelder_[i]](const QString& pfad) { feld->setToolTip(pfad.toHtmlEscaped()); });
+            [feld = pfadfelder_[i]](const QString& pfad) { feld->setToolTip(hinweistext(pfad)); });
     dateiwahl_[i] = benannt(new QPushButton("..."), feldname("Command2", seite));
     dateiwahl_[i]->setToolTip(DIALOGTITEL);
     pfadfelder_[i]->setAccessibleName(wo + " der Datenbank");

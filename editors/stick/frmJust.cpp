@@ -6,6 +6,7 @@
 #include "editors/common/Fenster.h"
 #include "editors/common/Fensterplatz.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Hinweistext.h"
 #include "editors/common/Padzeile.h"
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Ebenenbild.h"
@@ -182,7 +183,7 @@ void frmJust::laden() {
     global_.OffenerEditor = art_.OffenerEditor;
     global_.ZielFormular = art_.formname;
     bildLaden(0);
-    setWindowTitle(qt(schema_));
+    setWindowTitle(titeltext(qt(schema_)));
     ebene_->Punkt().setzen({PUNKT_ANFANG, PUNKT_ANFANG, 0, 0});
     tafeln_->waehlen(0); // places the lines and draws
     ebene_->setFocus();

@@ -4,6 +4,8 @@
 #include "tests/editors/common/Formtest.h"
 
 #include <QSignalSpy>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 
 #include <utility>
 
@@ -62,14 +64,24 @@ public:
 } // namespace
 
 TEST_F(PadzeileTest, VonMehrerenPadsStehtDasErsteDaUndDieZahlImHinweis) {
-    pad_.namen = {"Erstes <b>", "Zweites"};
+    pad_.namen = {"Erstes", "Zweites"};
     Padzeile eine(pad_);
-    EXPECT_EQ(zeile(eine).text(), "● Erstes <b>");
-    EXPECT_EQ(zeile(eine).toolTip(), "2 Gamepads sind angesteckt, benutzt wird: Erstes &lt;b&gt;");
+    EXPECT_EQ(zeile(eine).text(), "● Erstes");
+    EXPECT_EQ(zeile(eine).toolTip(), "2 Gamepads sind angesteckt, benutzt wird: Erstes");
     pad_.namen = {"Zweites"};
     eine.show();
     EXPECT_EQ(zeile(eine).text(), "● Zweites");
     EXPECT_EQ(zeile(eine).toolTip(), "Zweites");
+}
+
+TEST_F(PadzeileTest, DerHinweisZeigtDenNamenWieErIst) {
+    for (const char* name : {"Tom & \"Jerry\"", "<b>Fett</b> & Co", "&lt;b&gt;", "&amp;"}) {
+        pad_.namen = {name};
+        const auto hinweis = zeile(*std::make_unique<Padzeile>(pad_)).toolTip();
+        EXPECT_EQ(Qt::mightBeRichText(hinweis) ? QTextDocumentFragment::fromHtml(hinweis).toPlainText()
+                                               : hinweis,
+                  name);
+    }
 }
 
 TEST_F(PadzeileTest, EinNameIstEineZeileUndFehltErStehtGamepadDa) {

@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QScreen>
+#include <QWindow>
 
 #include <fstream>
 
@@ -73,6 +74,18 @@ TEST_P(FrmJust, OeffnetMitLinienPfeilenUndFeldUnterDemStick) {
     EXPECT_TRUE(feld<QRadioButton>("Uschalt(0)").isChecked());
     EXPECT_TRUE(nahe(feld<QWidget>("Punkt").x(), 32764.5, ebene().width()));
     EXPECT_TRUE(haupt().isVisible()) << "the main form stays";
+}
+
+TEST_P(FrmJust, DerTitelZeigtDenNamenWieErIst) {
+    for (const char* name : {"A [*]", "[*][*]", "<b> & %1"}) {
+        schema(name);
+        linien(name);
+        editorOeffnen();
+        EXPECT_EQ(form().windowHandle()->title(), name);
+        form().close();
+        ereignisse();
+        datenbank_.sql("DELETE FROM tblTastatur;");
+    }
 }
 
 TEST_P(FrmJust, ZeigtDieVorgegebenenTexte) {
