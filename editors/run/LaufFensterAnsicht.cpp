@@ -180,7 +180,10 @@ QWidget* LaufFensterAnsicht::stand() {
     // It comes for a tick: nothing beside it may move.
     umschaltung_->setMinimumWidth(umschaltung_->fontMetrics().horizontalAdvance("Umschalttaste 2"));
     zeilen->addRow("Ebene betreten:", umschaltung_);
-    zeilen->addRow("Gedrückte Knöpfe:", gedrueckte_);
+    zeilen->addRow("Knopfmaske:", gedrueckte_); // one number for all: no count of them
+    for (QWidget* teil : {zeilen->labelForField(gedrueckte_), static_cast<QWidget*>(gedrueckte_)})
+        teil->setToolTip(
+            "Welche Knöpfe gedrückt sind: Jeder hat seine Zahl (1, 2, 4, 8 …), hier steht die Summe");
     return standanzeige_ = benannt(new Standanzeige(neben), "Standanzeige");
 }
 

@@ -3,6 +3,7 @@
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Gamepadxml.h"
 
+#include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -122,6 +123,11 @@ TEST_F(LaufFensterForm, ZeigtGehalteneTastenImTitelUndGedrueckteButtonsImLabel) 
     vergehen(5);
     EXPECT_EQ(laufFenster()->windowTitle(), "2-65,");
     EXPECT_EQ(label("Label1(0)"), "4");
+    auto& zahl = control<QLabel>(*laufFenster(), "Label1(0)");
+    const auto* zeilen = qobject_cast<QFormLayout*>(zahl.parentWidget()->layout());
+    ASSERT_NE(zeilen, nullptr);
+    EXPECT_EQ(qobject_cast<QLabel*>(zeilen->labelForField(&zahl))->text(), "Knopfmaske:") << "one is pressed";
+    EXPECT_TRUE(zahl.toolTip().contains("Summe"));
     tastenDruecken(0);
     vergehen(5);
     EXPECT_EQ(laufFenster()->windowTitle(), "");
