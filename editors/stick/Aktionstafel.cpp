@@ -111,8 +111,10 @@ void Aktionstafel::fokusGeben() {
         arten_[static_cast<std::size_t>(gesetzte(arten_))]->setFocus(Qt::ShortcutFocusReason);
 }
 
-// What its controls leave of the keys stays here.
+// What its controls leave of the keys stays here, but for the one that opens the help in any window.
 void Aktionstafel::keyPressEvent(QKeyEvent* ereignis) {
+    if (ereignis->key() == Qt::Key_F1)
+        return ereignis->ignore();
     if (ereignis->key() == Qt::Key_Escape)
         emit verlassen();
     ereignis->accept();

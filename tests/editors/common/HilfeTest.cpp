@@ -97,6 +97,19 @@ TEST_F(HilfeTest, F1GehtAuchWoEinControlDenFokusHat) {
     EXPECT_EQ(geoeffnet(), (Geoeffnet{4, "knoepfe"}));
 }
 
+TEST_F(HilfeTest, F1OeffnetInDerAktionstafelDasKapitelDerAktionen) {
+    auto& form = oeffnen("frmJust");
+    auto& ebene = control<QWidget>(form, "Stickebene");
+    ebene.setFocus(Qt::TabFocusReason);
+    for (const auto taste : {Qt::Key_Return, Qt::Key_Menu})
+        QTest::keyClick(&ebene, taste);
+    ASSERT_TRUE(control<QWidget>(form, "fraAktion").isVisible());
+    QTest::keyClick(form.focusWidget(), Qt::Key_F1);
+    EXPECT_EQ(geoeffnet(), (Geoeffnet{1, "aktionen"}));
+    QTest::keyClick(form.focusWidget(), Qt::Key_F10);
+    EXPECT_TRUE(control<QWidget>(form, "fraAktion").isVisible()) << "a key that nothing takes";
+}
+
 TEST_F(HilfeTest, F1IstInDerFangboxEineTasteWieJedeAndere) {
     auto& form = oeffnen("SchubreglerKonfic");
     control<QAbstractButton>(form, "Option1(2)").click();
