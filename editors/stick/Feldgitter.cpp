@@ -49,7 +49,10 @@ std::string Feldgitter::bandname(const Achse& achse, int stelle) {
     if (slot == 0)
         return "";
     const auto* wort = RICHTUNGSWORTE[stelle < achse.vorn ? achse.fallend : achse.steigend];
-    return std::string(" ") + wort + (slot > 1 ? " " + std::to_string(slot) : "");
+    std::string name = std::string(" ") + wort;
+    if (slot > 1)
+        name.append(" ").append(std::to_string(slot));
+    return name;
 }
 
 int Feldgitter::stelle(const Achse& achse, const Feldanker& anker) const {
