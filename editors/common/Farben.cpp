@@ -29,7 +29,7 @@ QColor durchscheinend(QColor farbe, qreal deckung) {
 }
 
 double kontrast(const QColor& a, const QColor& b) {
-    const auto [dunkler, heller] = std::minmax(leuchtdichte(a), leuchtdichte(b));
+    const auto [dunkler, heller] = std::minmax({leuchtdichte(a), leuchtdichte(b)});
     return (heller + 0.05) / (dunkler + 0.05);
 }
 
