@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScreen>
 #include <QTimer>
 
@@ -121,8 +122,10 @@ protected:
         EXPECT_TRUE(warten([&] { return fang.text() != vorher; })) << vorher.toStdString();
     }
     void schliessen(QWidget& form) {
+        const QPointer<QWidget> rest(&form); // it may go at once
+        const auto name = form.objectName().toStdString();
         hand_.taste(SCHLIESSEN);
-        EXPECT_TRUE(warten([&] { return !form.isVisible(); })) << form.objectName().toStdString();
+        EXPECT_TRUE(warten([&] { return !rest || !rest->isVisible(); })) << name;
     }
 
     // --- the stops ---
