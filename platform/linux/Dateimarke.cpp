@@ -10,7 +10,8 @@
 
 namespace {
 
-// The sticky bit keeps what cleans $XDG_RUNTIME_DIR of old files away, as its specification has it.
+// What clears $XDG_RUNTIME_DIR of old files leaves those with the sticky bit: the rule of the XDG base
+// directories.
 constexpr mode_t RECHTE = S_IRUSR | S_IWUSR | S_ISVTX;
 
 // In a folder into which anyone may write, another user may have laid something under our name: no link is
