@@ -50,4 +50,8 @@ public:
 
     /// A new form timer, which must not outlive this object.
     virtual std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) = 0;
+
+    /// Number of the wake-up whose procedures run now: those that are due at one time share it, later ones
+    /// have another. 0 outside of any procedure, and always where the clock does not count.
+    virtual std::uint64_t augenblick() const { return 0; }
 };

@@ -21,6 +21,7 @@ public:
     void SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) override;
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
+    std::uint64_t augenblick() const override { return innen_.augenblick(); }
 
     /// Ids of the timers that are set.
     const std::set<std::uint32_t>& gesetzte() const { return gesetzte_; }

@@ -22,6 +22,14 @@ Zeitpunkt aufDasRaster(Zeitpunkt frist) {
     return std::chrono::ceil<std::chrono::milliseconds>(frist - NACHSICHT);
 }
 
+timespec zeitangabe(std::chrono::nanoseconds dauer) {
+    const auto sekunden = std::chrono::duration_cast<std::chrono::seconds>(dauer);
+    timespec angabe{};
+    angabe.tv_sec = sekunden.count();
+    angabe.tv_nsec = (dauer - sekunden).count();
+    return angabe;
+}
+
 } // namespace
 
 class QtZeitgeber::Formular final : public Formularzeitgeber {
@@ -99,10 +107,25 @@ void QtZeitgeber::streichen(const Zeiger& eintrag) {
         stellen();
 }
 
+void QtZeitgeber::laufen() {
+    schlaegeZaehlen();
+    ++durchgaenge_;
+    ++augenblick_;
+    faelligeLaufenLassen();
+    ++augenblick_; // for what goes on around this pass: it may have waited long
+    --durchgaenge_;
+    stellen();
+}
+
+void QtZeitgeber::schlaegeZaehlen() {
+    std::uint64_t schlaege = 0;
+    if (read(uhr_, &schlaege, sizeof schlaege) == sizeof schlaege)
+        schlag_ += static_cast<std::int64_t>(schlaege) * schritt_;
+}
+
 // Runs what is due, each timer once at most, so that other events get their turn even when procedures take
 // longer than their periods.
-void QtZeitgeber::laufen() {
-    gestellt_ = {};
+void QtZeitgeber::faelligeLaufenLassen() {
     const auto jetzt = Uhr::now();
     for (auto eintrag = faelligster(); eintrag && eintrag->faellig <= jetzt; eintrag = faelligster()) {
         verspaetungZaehlen(eintrag->faellig);
@@ -112,7 +135,6 @@ void QtZeitgeber::laufen() {
         eintrag->prozedur(); // may kill, replace or destroy the timer, this one too
         eintrag->laeuft = false;
     }
-    stellen();
 }
 
 // By the time of the call itself: others that were due with it may have come before it and taken long.
@@ -126,10 +148,10 @@ void QtZeitgeber::verspaetungZaehlen(Uhr::time_point faellig) {
 }
 
 // A timer whose procedure runs an event loop of its own waits for the end of that.
-QtZeitgeber::Zeiger QtZeitgeber::faelligster() const {
+QtZeitgeber::Zeiger QtZeitgeber::faelligster(Uhr::time_point nach) const {
     Zeiger erster;
     for (const auto& eintrag : plan_)
-        if (!eintrag->laeuft && (!erster || frueher(*eintrag, *erster)))
+        if (!eintrag->laeuft && eintrag->faellig > nach && (!erster || frueher(*eintrag, *erster)))
             erster = eintrag;
     return erster;
 }
@@ -138,16 +160,30 @@ bool QtZeitgeber::frueher(const Eintrag& eintrag, const Eintrag& als) {
     return std::pair(eintrag.faellig, eintrag.intervall) < std::pair(als.faellig, als.intervall);
 }
 
+// While procedures run, what is due with them is served without the clock, and where one of them runs an
+// event loop of its own, at the next beat: it then only has to be early enough for what comes later.
 void QtZeitgeber::stellen() {
-    const auto erster = faelligster();
-    const auto frist = erster ? erster->faellig : Uhr::time_point{};
-    if (frist == gestellt_ && erster)
+    const bool unterwegs = durchgaenge_ > 0;
+    const auto erster = unterwegs ? faelligster(Uhr::now()) : faelligster();
+    const bool steht = schlag_ == Uhr::time_point{};
+    if (!erster) {
+        if (!steht && !unterwegs)
+            schlagen({}, {});
         return;
-    gestellt_ = frist;
-    const auto seitStart = frist.time_since_epoch(); // steady_clock is CLOCK_MONOTONIC
-    const auto sekunden = std::chrono::duration_cast<std::chrono::seconds>(seitStart);
+    }
+    if (erster->faellig == schlag_ || (unterwegs && !steht && erster->faellig > schlag_))
+        return;
+    const auto kuerzester =
+        std::ranges::min_element(plan_, {}, [](const Zeiger& eintrag) { return eintrag->intervall; });
+    schlagen(erster->faellig, (*kuerzester)->intervall);
+}
+
+// The epoch stops the clock.
+void QtZeitgeber::schlagen(Uhr::time_point erster, Uhr::duration schritt) {
+    schlag_ = erster;
+    schritt_ = schritt;
     itimerspec wecken{};
-    wecken.it_value.tv_sec = sekunden.count();
-    wecken.it_value.tv_nsec = std::chrono::nanoseconds(seitStart - sekunden).count();
-    timerfd_settime(uhr_, TFD_TIMER_ABSTIME, &wecken, nullptr); // all 0 stops it
+    wecken.it_value = zeitangabe(erster.time_since_epoch()); // steady_clock is CLOCK_MONOTONIC
+    wecken.it_interval = zeitangabe(schritt);
+    timerfd_settime(uhr_, TFD_TIMER_ABSTIME, &wecken, nullptr);
 }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Timers on Qt's event loop.
 //
-// All timers share one timerfd, which is set to the next deadline: exact to some 0.1 ms under every event
-// dispatcher, where Qt's own timers round to whole milliseconds. Deadlines lie on one grid of whole
-// milliseconds, so that timers wake the process together and one that is set anew in its own procedure does
-// not drift. At one deadline the shorter interval goes first, so that what is read every 5 ms is as fresh as
-// what is worked out every 1 ms, and then the one that was set first. Whole periods that were missed are left
-// out.
+// All timers share one timerfd: exact to some 0.1 ms under every event dispatcher, where Qt's own timers
+// round to whole milliseconds. It beats by the shortest interval and is set anew only where the next deadline
+// does not lie on its next beat. Deadlines lie on one grid of whole milliseconds, so that timers wake the
+// process together and one that is set anew in its own procedure does not drift. At one deadline the shorter
+// interval goes first, so that what is read every 5 ms is as fresh as what is worked out every 1 ms, and then
+// the one that was set first. Whole periods that were missed are left out.
 #pragma once
 
 #include "platform/Zeitgeber.h"
@@ -35,6 +35,7 @@ public:
     void SetTimer(std::uint32_t id, std::chrono::milliseconds intervall, TimerProzedur prozedur) override;
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
+    std::uint64_t augenblick() const override { return durchgaenge_ > 0 ? augenblick_ : 0; }
 
     /// The late calls of all timers since the count was begun.
     const Verspaetungen& verspaetungen() const { return verspaetungen_; }
@@ -56,13 +57,19 @@ private:
     static bool frueher(const Eintrag& eintrag, const Eintrag& als);
     void streichen(const Zeiger& eintrag);
     void laufen();
+    void schlaegeZaehlen();
+    void faelligeLaufenLassen();
     void verspaetungZaehlen(Uhr::time_point faellig);
-    Zeiger faelligster() const;
+    Zeiger faelligster(Uhr::time_point nach = Uhr::time_point::min()) const;
     void stellen();
+    void schlagen(Uhr::time_point erster, Uhr::duration schritt);
 
     int uhr_; // file descriptor
     std::unique_ptr<QSocketNotifier> melder_;
-    Uhr::time_point gestellt_; // what the clock is set to; the epoch when it is not
+    Uhr::time_point schlag_;  // when the clock beats next; the epoch when it stands
+    Uhr::duration schritt_{}; // from beat to beat
+    int durchgaenge_ = 0;     // of laufen on the stack
+    std::uint64_t augenblick_ = 0;
     std::vector<Zeiger> plan_; // in the order in which they were set
     std::map<std::uint32_t, Zeiger> fenster_;
     Verspaetungen verspaetungen_;

@@ -60,6 +60,10 @@ std::unique_ptr<Formularzeitgeber> ProbeUhr::formularzeitgeber(TimerProzedur pro
     return std::make_unique<Formular>(*this, std::move(prozedur));
 }
 
+std::uint64_t ProbeUhr::augenblick() const {
+    return laeuft_ ? static_cast<std::uint64_t>(jetzt_.count()) + 1 : 0;
+}
+
 std::uint64_t ProbeUhr::einplanen(Zeit intervall, TimerProzedur prozedur) {
     const Platz platz{jetzt_ + intervall, intervall, naechsteReihe_++};
     plan_.emplace(platz, std::move(prozedur));
@@ -82,7 +86,9 @@ void ProbeUhr::vorBis(Zeit ziel) {
         plaetze_.at(knoten.key().reihe) = knoten.key();
         const TimerProzedur prozedur = knoten.mapped();
         plan_.insert(std::move(knoten));
+        laeuft_ = true;
         prozedur();
+        laeuft_ = false;
     }
     jetzt_ = ziel;
 }

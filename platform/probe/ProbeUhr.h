@@ -23,6 +23,7 @@ public:
     void SetTimer(std::uint32_t id, Zeit intervall, TimerProzedur prozedur) override;
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
+    std::uint64_t augenblick() const override;
 
     Zeit jetzt() const { return jetzt_; }
     /// Runs all timers that are due up to and including `ziel`, then stands at `ziel`.
@@ -53,6 +54,7 @@ private:
     void streichen(std::uint64_t reihe);
 
     Zeit jetzt_{0};
+    bool laeuft_ = false; // a procedure
     std::uint64_t naechsteReihe_ = 0;
     std::map<Platz, TimerProzedur> plan_;
     std::map<std::uint64_t, Platz> plaetze_;         // by order number

@@ -13,10 +13,26 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
+#include <sys/syscall.h>
+#include <sys/timerfd.h>
 #include <thread>
+#include <unistd.h>
+#include <vector>
 
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
+
+namespace {
+
+int uhrstellungen = 0;
+
+} // namespace
+
+// In the place of the library's: how often the clock is set.
+extern "C" int timerfd_settime(int uhr, int art, const itimerspec* neu, itimerspec* alt) noexcept {
+    ++uhrstellungen;
+    return static_cast<int>(syscall(SYS_timerfd_settime, uhr, art, neu, alt));
+}
 
 namespace {
 
@@ -247,6 +263,24 @@ TYPED_TEST(ZeitgeberVertrag, EinFormulartimerDarfSichInSeinerProzedurAusschalten
     EXPECT_EQ(form->Interval(), TAKT);
 }
 
+TYPED_TEST(ZeitgeberVertrag, WasZuEinerFristLaeuftTeiltDenAugenblick) {
+    std::vector<std::uint64_t> kurze;
+    std::vector<std::uint64_t> lange;
+    std::chrono::steady_clock::time_point begonnen;
+    do { // see above
+        begonnen = anfangEinerMillisekunde();
+        this->geber.SetTimer(1, TAKT, [&] { kurze.push_back(this->geber.augenblick()); });
+        this->geber.SetTimer(2, 2 * TAKT, [&] { lange.push_back(this->geber.augenblick()); });
+    } while (std::chrono::steady_clock::now() - begonnen > 500us);
+    EXPECT_EQ(this->geber.augenblick(), 0U);
+    this->takte(2);
+    ASSERT_EQ(kurze.size(), 2U);
+    EXPECT_NE(kurze[0], 0U);
+    EXPECT_NE(kurze[0], kurze[1]);
+    EXPECT_EQ(lange, std::vector{kurze[1]});
+    EXPECT_EQ(this->geber.augenblick(), 0U);
+}
+
 namespace {
 
 class EchteZeit : public testing::Test {
@@ -372,6 +406,53 @@ TEST_F(EchteZeit, EineProzedurMitEigenerEreignisschleifeLaesstAndereLaufenUndSic
     qt.geber.SetTimer(2, 40ms, [&] { text += 'b'; });
     vergehen(105ms + 40ms);
     EXPECT_EQ(text.substr(0, 5), "[bb]b");
+}
+
+// The longer one is due with it and comes in the loop within; both instants differ from that around them.
+TEST_F(EchteZeit, EineEreignisschleifeInEinerProzedurHatIhreEigenenAugenblicke) {
+    std::vector<std::uint64_t> augenblicke;
+    qt.geber.SetTimer(1, 20ms, [&] {
+        qt.geber.KillTimer(1);
+        augenblicke.push_back(qt.geber.augenblick());
+        qt.geber.SetTimer(2, 5ms, [&] { augenblicke.push_back(qt.geber.augenblick()); });
+        vergehen(8ms);
+        qt.geber.KillTimer(2);
+        augenblicke.push_back(qt.geber.augenblick());
+    });
+    vergehen(50ms);
+    ASSERT_GE(augenblicke.size(), 3U);
+    EXPECT_LT(augenblicke[0], augenblicke[1]);
+    EXPECT_LT(augenblicke[1], augenblicke.back());
+}
+
+// What runs beside a millisecond, and sets itself anew there, has its deadlines on the beat.
+TEST_F(EchteZeit, DieUhrSchlaegtOhneGestelltZuWerden) {
+    std::function<void()> nochmal = [&] { qt.geber.SetTimer(3, 10ms, nochmal); };
+    int schlaege = 0;
+    qt.geber.SetTimer(1, 1ms, [&] { ++schlaege; });
+    qt.geber.SetTimer(2, 5ms, [] {});
+    qt.geber.SetTimer(3, 10ms, nochmal);
+    uhrstellungen = 0;
+    vergehen(300ms);
+    EXPECT_GT(schlaege, 150);
+    EXPECT_LE(uhrstellungen, schlaege / 10); // once when a beat has come late
+}
+
+// A timer that nobody else is due with: its first deadline lies between two beats of the other.
+TEST_F(EchteZeit, ZwischenZweiSchlaegenFaelligesKommtNichtErstZumNaechsten) {
+    milliseconds beste = 1000ms;
+    for (int mal = 0; mal < 5 && beste > 35ms; ++mal) { // a busy system can only make it later
+        qt.geber.SetTimer(1, 200ms, [] {});
+        vergehen(3ms);
+        const auto anfang = std::chrono::steady_clock::now();
+        qt.geber.SetTimer(2, 30ms, [&] {
+            beste = std::min(
+                beste, std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - anfang));
+            qt.geber.KillTimer(2);
+        });
+        vergehen(50ms);
+    }
+    EXPECT_LE(beste, 35ms);
 }
 
 TEST_F(EchteZeit, OhneTimerSchlaeftDieUhr) {
