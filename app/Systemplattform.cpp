@@ -7,7 +7,7 @@
 
 Systemplattform::Systemplattform()
     : eingabe_(eingabeKandidaten(layout_), eingabeProtokollieren)
-    , joystick_(padmeldung())
+    , joystick_(padmeldung(), &zeitgeber_)
     , padliste_(padlisteLaden(PADLISTE))
     , aufnahme_(schirmaufnahmeWaehlen())
     , gamepadXml_(eigenerOrdner() + "/Gamepad.xml") {

@@ -31,9 +31,9 @@ public:
 private:
     Tastaturlayout layout_;
     Wahleingabe eingabe_;
+    QtZeitgeber zeitgeber_;
     SdlJoystick joystick_;
     Padliste padliste_; // pads are opened after it
-    QtZeitgeber zeitgeber_;
     LinuxProzess prozess_;
     SdlTon ton_;
     std::unique_ptr<Schirmaufnahme> aufnahme_;

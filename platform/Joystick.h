@@ -38,7 +38,8 @@ struct Padauskunft {
     bool operator==(const Padauskunft&) const = default;
 };
 
-/// Contract: a pad may come and go between any two calls. Never throws, never blocks.
+/// Contract: a pad may come and go between any two calls. Calls in one instant of the program's clock may
+/// share one look at the pads. Never throws, never blocks.
 class Joystick {
 public:
     Joystick() = default;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/SdlJoystick.h"
 
+#include "platform/Zeitgeber.h"
+
 #include <SDL.h>
 #include <algorithm>
 #include <bit>
@@ -166,7 +168,8 @@ private:
     SDL_Joystick* roh_;
 };
 
-SdlJoystick::SdlJoystick(Meldung meldung) : meldung_(std::move(meldung)) {
+SdlJoystick::SdlJoystick(Meldung meldung, const Zeitgeber* zeitgeber)
+    : meldung_(std::move(meldung)), zeitgeber_(zeitgeber) {
     SDL_SetHintWithPriority(SDL_HINT_NO_SIGNAL_HANDLERS, "1", SDL_HINT_OVERRIDE);
     SDL_SetHintWithPriority(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1", SDL_HINT_OVERRIDE);
     // The search for HIDAPI devices can hold up a call for long; the kernel's own drivers serve the same
@@ -242,8 +245,16 @@ void SdlJoystick::umsehen() {
                                           std::to_string(gemeldete_.size()));
 }
 
+// Whether this instant has had its update; from now on it has.
+bool SdlJoystick::istAufgefrischt() {
+    const auto jetzt = zeitgeber_ ? zeitgeber_->augenblick() : 0;
+    return std::exchange(augenblick_, jetzt) == jetzt && jetzt != 0;
+}
+
 // Finds pads that came or went, too.
 void SdlJoystick::auffrischen() {
+    if (istAufgefrischt())
+        return;
     SDL_JoystickUpdate();
     SDL_FlushEvents(SDL_JOYAXISMOTION, SDL_CONTROLLERSENSORUPDATE);
     umsehen();

@@ -26,11 +26,14 @@
 #include <string>
 #include <vector>
 
+class Zeitgeber;
+
 class SdlJoystick final : public Joystick {
 public:
     /// If SDL cannot be started there is simply never a pad. `meldung` is told of each pad that comes or
-    /// goes, and which one then is the first.
-    explicit SdlJoystick(Meldung meldung = {});
+    /// goes, and which one then is the first. All that reads in one instant of `zeitgeber`, which outlives
+    /// this object, shares one update of the pads; without it each call makes its own.
+    explicit SdlJoystick(Meldung meldung = {}, const Zeitgeber* zeitgeber = nullptr);
     ~SdlJoystick() override;
 
     std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override;
@@ -49,9 +52,12 @@ private:
     };
 
     void auffrischen();
+    bool istAufgefrischt();
     bool istGemeldet() const;
 
     std::map<std::uint32_t, std::unique_ptr<Pad>> offene_; // by id
     Meldung meldung_;
+    const Zeitgeber* zeitgeber_;
+    std::uint64_t augenblick_ = 0;      // of the last update
     std::vector<Gemeldetes> gemeldete_; // in the order of SDL's list
 };

@@ -2,12 +2,28 @@
 // Pads: the contract on the scripted pad and on SDL's virtual ones, then what only the SDL backend does.
 #include "platform/linux/SdlJoystick.h"
 #include "platform/probe/ProbeJoystick.h"
+#include "platform/probe/ProbeUhr.h"
 #include "tests/platform/JoystickSatz.h"
 
 #include <SDL.h>
 #include <csignal>
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+namespace {
+
+int auffrischungen = 0;
+
+} // namespace
+
+// In the place of the library's: how often the pads are updated.
+extern "C" void SDLCALL SDL_JoystickUpdate(void) {
+    ++auffrischungen;
+    static const auto eigentliche =
+        reinterpret_cast<decltype(&SDL_JoystickUpdate)>(dlsym(RTLD_NEXT, "SDL_JoystickUpdate"));
+    eigentliche();
+}
 
 namespace {
 
@@ -306,6 +322,58 @@ TEST_F(SdlPad, DieEreignisschlangeFuelltSichNicht) {
         lesen(joystick);
     }
     EXPECT_FALSE(SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT));
+}
+
+// --- how often the pads are updated ---
+
+class SdlPadNachDerUhr : public testing::Test {
+protected:
+    ProbeUhr uhr;
+    SdlJoystick joystick{{}, &uhr};
+    VirtuellesPad pad;
+};
+
+TEST_F(SdlPadNachDerUhr, WasInEinemAugenblickLiestTeiltEineAuffrischung) {
+    std::vector<std::uint32_t> kurz;
+    std::vector<std::uint32_t> lang;
+    uhr.SetTimer(1, std::chrono::milliseconds{1}, [&] {
+        kurz.push_back(lesen(joystick).dwButtons);
+        pad.taste(SDL_CONTROLLER_BUTTON_Y); // too late for this instant
+    });
+    uhr.SetTimer(2, std::chrono::milliseconds{2}, [&] { lang.push_back(lesen(joystick).dwButtons); });
+    uhr.vorBis(std::chrono::milliseconds{1});
+    pad.taste(SDL_CONTROLLER_BUTTON_Y, false);
+    uhr.vorBis(std::chrono::milliseconds{4});
+    EXPECT_THAT(kurz, testing::ElementsAre(0, 0, 1, 1));
+    EXPECT_THAT(lang, testing::ElementsAre(0, 1));
+}
+
+// As a run reads: the smoothing, the tick and the slider in it.
+TEST_F(SdlPadNachDerUhr, HoechstensTausendmalInDerSekunde) {
+    int gelesen = 0;
+    const auto einmal = [&] {
+        lesen(joystick);
+        ++gelesen;
+    };
+    uhr.SetTimer(1, std::chrono::milliseconds{1}, einmal);
+    uhr.SetTimer(2, std::chrono::milliseconds{5}, [&] {
+        einmal();
+        einmal();
+    });
+    auffrischungen = 0;
+    uhr.vorBis(std::chrono::milliseconds{1000});
+    EXPECT_EQ(gelesen, 1400);
+    EXPECT_EQ(auffrischungen, 1000);
+    uhr.KillTimer(1);
+    auffrischungen = 0;
+    uhr.vorUm(std::chrono::milliseconds{1000});
+    EXPECT_EQ(auffrischungen, 200);
+}
+
+TEST_F(SdlPadNachDerUhr, AusserhalbVonZeitgebernIstJederBlickFrisch) {
+    lesen(joystick);
+    pad.taste(SDL_CONTROLLER_BUTTON_Y);
+    EXPECT_EQ(lesen(joystick).dwButtons, 1U);
 }
 
 // --- what is told of pads ---
