@@ -13,6 +13,9 @@
 namespace {
 
 constexpr Uint32 TEILE = SDL_INIT_JOYSTICK | SDL_INIT_GAMECONTROLLER;
+// So long SDL is given to find what has come, whoever else has to deal with it first.
+constexpr std::chrono::seconds SUCHDAUER{2};
+constexpr std::chrono::seconds SUCHABSTAND{1};
 constexpr Sint16 HALBER_WEG = 16384;
 constexpr int ROHE_ACHSEN = 6;
 constexpr int ROHE_TASTEN = 32;
@@ -127,6 +130,11 @@ std::string zuordnung(int stelle) {
     return text ? "Zuordnung " + std::string(text.get()) : "ohne Zuordnung, Knöpfe und Achsen wie sie kommen";
 }
 
+void sdlAuffrischen() {
+    SDL_JoystickUpdate();
+    SDL_FlushEvents(SDL_JOYAXISMOTION, SDL_CONTROLLERSENSORUPDATE);
+}
+
 } // namespace
 
 // An open pad, as a controller if SDL knows its layout.
@@ -146,6 +154,12 @@ public:
     }
 
     SDL_JoystickID kennung() const { return kennung_; }
+    /// Of its device; null where there is none.
+    const char* pfad() const {
+        if (erkannt_)
+            return SDL_GameControllerPath(erkannt_);
+        return roh_ ? SDL_JoystickPath(roh_) : nullptr;
+    }
 
     bool angeschlossen() const {
         if (erkannt_)
@@ -190,21 +204,37 @@ SdlJoystick::~SdlJoystick() {
 std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
     auffrischen();
     if (id >= static_cast<std::uint32_t>(std::max(0, SDL_NumJoysticks()))) {
-        offene_.erase(id);
+        schliessen(id);
         return JOYERR_UNPLUGGED;
     }
-    auto& pad = offene_[id];
     const int stelle = static_cast<int>(id);
-    if (!pad || pad->kennung() != SDL_JoystickGetDeviceInstanceID(stelle)) {
-        pad.reset();
-        pad = std::make_unique<Pad>(stelle);
+    if (const auto offen = offene_.find(id);
+        offen == offene_.end() || offen->second->kennung() != SDL_JoystickGetDeviceInstanceID(stelle)) {
+        schliessen(id);
+        oeffnen(id);
     }
-    if (!pad->angeschlossen()) {
-        offene_.erase(id);
+    const auto& pad = *offene_.at(id);
+    if (!pad.angeschlossen()) {
+        schliessen(id);
         return JOYERR_UNPLUGGED;
     }
-    pad->lesen(info);
+    pad.lesen(info);
     return JOYERR_NOERROR;
+}
+
+// SDL first: the kernel then gives it each event before it gives it to the watch. What comes before the watch
+// has begun is found by the updates of the time that follows.
+void SdlJoystick::oeffnen(std::uint32_t id) {
+    auto pad = std::make_unique<Pad>(static_cast<int>(id));
+    wache_.knotenHinzu(pad->kennung(), pad->pfad());
+    offene_[id] = std::move(pad);
+    suchende_ = Uhr::now() + SUCHDAUER;
+    sdlAuffrischen();
+}
+
+void SdlJoystick::schliessen(std::uint32_t id) {
+    if (const auto pad = offene_.extract(id))
+        wache_.knotenWeg(pad.mapped()->kennung());
 }
 
 // Whether SDL's list is what was told last; asked at each poll, so it costs next to nothing.
@@ -255,9 +285,25 @@ bool SdlJoystick::istAufgefrischt() {
 void SdlJoystick::auffrischen() {
     if (istAufgefrischt())
         return;
-    SDL_JoystickUpdate();
-    SDL_FlushEvents(SDL_JOYAXISMOTION, SDL_CONTROLLERSENSORUPDATE);
+    if (kannNeuesBringen())
+        sdlAuffrischen();
     umsehen();
+}
+
+bool SdlJoystick::kannNeuesBringen() {
+    const auto befund = wache_.nachsehen();
+    const auto jetzt = Uhr::now();
+    if (befund.geraete)
+        suchende_ = jetzt + SUCHDAUER;
+    if (!befund.pads && allesBewacht() && jetzt >= suchende_ && jetzt < naechsteSuche_)
+        return false;
+    naechsteSuche_ = jetzt + SUCHABSTAND;
+    return true;
+}
+
+bool SdlJoystick::allesBewacht() const {
+    return wache_.siehtKommen() &&
+           std::ranges::all_of(offene_, [&](const auto& pad) { return wache_.sieht(pad.second->kennung()); });
 }
 
 Padauskunft SdlJoystick::auskunft() {

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Pads through SDL.
 //
+// SDL is asked for an update where Padwache says that it could bring anything, for a while after pads have
+// come or gone, and each second to be sure. A pad that cannot be watched has it updated each time: one that
+// the kernel has no event node of, or only for others.
+//
 // Pad `id` is the one that stands at this place in SDL's list, oldest first; so when the first pad goes, the
 // next call takes the one after it. A pad is opened at the first call that asks for it.
 //
@@ -19,6 +23,7 @@
 
 #include "platform/Joystick.h"
 #include "platform/Meldung.h"
+#include "platform/linux/Padwache.h"
 
 #include <cstdint>
 #include <map>
@@ -51,10 +56,19 @@ private:
         std::string name;
     };
 
+    using Uhr = Padwache::Uhr;
+
     void auffrischen();
     bool istAufgefrischt();
+    bool kannNeuesBringen();
+    bool allesBewacht() const;
+    void oeffnen(std::uint32_t id);
+    void schliessen(std::uint32_t id);
     bool istGemeldet() const;
 
+    Padwache wache_;                // before SDL looks for pads
+    Uhr::time_point suchende_;      // until then each update may find a pad, or how it stands
+    Uhr::time_point naechsteSuche_; // the next update that needs no reason
     std::map<std::uint32_t, std::unique_ptr<Pad>> offene_; // by id
     Meldung meldung_;
     const Zeitgeber* zeitgeber_;

@@ -360,6 +360,7 @@ TEST_F(SdlPadNachDerUhr, HoechstensTausendmalInDerSekunde) {
         einmal();
         einmal();
     });
+    lesen(joystick); // opens the pad
     auffrischungen = 0;
     uhr.vorBis(std::chrono::milliseconds{1000});
     EXPECT_EQ(gelesen, 1400);
@@ -368,6 +369,17 @@ TEST_F(SdlPadNachDerUhr, HoechstensTausendmalInDerSekunde) {
     auffrischungen = 0;
     uhr.vorUm(std::chrono::milliseconds{1000});
     EXPECT_EQ(auffrischungen, 200);
+}
+
+// Where no pad is open nothing but a search is left to do.
+TEST(SdlPadSuche, OhnePadWirdNichtJedesmalGesucht) {
+    SdlJoystick joystick;
+    JOYINFOEX info;
+    joystick.joyGetPosEx(0, info);
+    auffrischungen = 0;
+    for (int mal = 0; mal < 1000; ++mal)
+        joystick.joyGetPosEx(0, info);
+    EXPECT_LE(auffrischungen, 1);
 }
 
 TEST_F(SdlPadNachDerUhr, AusserhalbVonZeitgebernIstJederBlickFrisch) {
