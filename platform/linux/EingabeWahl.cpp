@@ -51,9 +51,9 @@ EingabeAngebot uinputPruefen(Tastaturlayout& layout) {
     return angebot;
 }
 
-EingabeAngebot xtestPruefen(Tastaturlayout& layout) {
+EingabeAngebot xtestPruefen(Tastaturlayout& layout, Waechterblatt* blatt) {
     EingabeAngebot angebot;
-    angebot.eingabe = XTestEingabe::oeffnen(layout, {}, angebot.grund);
+    angebot.eingabe = XTestEingabe::oeffnen(layout, {}, angebot.grund, blatt);
     return angebot;
 }
 
@@ -97,8 +97,8 @@ EingabeWahl eingabeWaehlen(std::span<const EingabeKandidat> kandidaten) {
     return wahl;
 }
 
-std::vector<EingabeKandidat> eingabeKandidaten(Tastaturlayout& layout) {
+std::vector<EingabeKandidat> eingabeKandidaten(Tastaturlayout& layout, Waechterblatt* blatt) {
     const auto durchX = unterWayland() ? Reichweite::NurX : Reichweite::Alle;
     return {{"uinput", [&layout] { return uinputPruefen(layout); }, Reichweite::Alle},
-            {"XTest", [&layout] { return xtestPruefen(layout); }, durchX}};
+            {"XTest", [&layout, blatt] { return xtestPruefen(layout, blatt); }, durchX}};
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 class Tastaturlayout;
+struct Waechterblatt;
 
 /// The answer of a candidate: an injection that serves, or the reason in German why it cannot.
 struct EingabeAngebot {
@@ -37,8 +38,9 @@ struct EingabeWahl {
 EingabeWahl eingabeWaehlen(std::span<const EingabeKandidat> kandidaten);
 
 /// uinput, then XTest, on the X server of $DISPLAY; in a Wayland session that one reaches X11 programs only.
-/// The layout must outlive what is chosen.
-std::vector<EingabeKandidat> eingabeKandidaten(Tastaturlayout& layout);
+/// What XTest holds down is noted on `blatt`, if there is one: under uinput the kernel lets go by itself.
+/// Layout and sheet must outlive what is chosen.
+std::vector<EingabeKandidat> eingabeKandidaten(Tastaturlayout& layout, Waechterblatt* blatt = nullptr);
 
 /// Whether the X server `anzeige` ("": $DISPLAY) is there but takes its input from elsewhere than the
 /// kernel's devices, as virtual servers do: none of its devices has a node.

@@ -43,7 +43,7 @@ int pixel(std::int32_t wert, int laenge) {
 } // namespace
 
 std::unique_ptr<XTestEingabe> XTestEingabe::oeffnen(Tastaturlayout& layout, const std::string& anzeige,
-                                                    std::string& grund) {
+                                                    std::string& grund, Waechterblatt* blatt) {
     auto verbindung = XVerbindung::oeffnen(anzeige);
     if (!verbindung) {
         grund = "Kein X-Server erreichbar";
@@ -54,18 +54,28 @@ std::unique_ptr<XTestEingabe> XTestEingabe::oeffnen(Tastaturlayout& layout, cons
         grund = "Dem X-Server fehlt XTEST";
         return nullptr;
     }
-    return std::unique_ptr<XTestEingabe>(new XTestEingabe(layout, std::move(verbindung)));
+    return std::unique_ptr<XTestEingabe>(new XTestEingabe(layout, std::move(verbindung), blatt));
 }
 
-XTestEingabe::XTestEingabe(Tastaturlayout& layout, std::unique_ptr<XVerbindung> verbindung)
+XTestEingabe::XTestEingabe(Tastaturlayout& layout, std::unique_ptr<XVerbindung> verbindung,
+                           Waechterblatt* blatt)
     : GeraeteEingabe(layout)
     , verbindung_(std::move(verbindung))
+    , vermerk_(blatt)
     , breite_(DisplayWidth(verbindung_->anzeige(), DefaultScreen(verbindung_->anzeige())))
     , hoehe_(DisplayHeight(verbindung_->anzeige(), DefaultScreen(verbindung_->anzeige()))) {
     Display* display = verbindung_->anzeige();
     XTestGrabControl(display, True); // a server grab does not hold us up
     XSelectInput(display, DefaultRootWindow(display), StructureNotifyMask); // the screen may change its size
+    zeugenfenster();
     XFlush(display);
+}
+
+// Never shown. It goes when the server has done all that came by this connection.
+void XTestEingabe::zeugenfenster() {
+    Display* display = verbindung_->anzeige();
+    vermerk_.anmelden(static_cast<std::uint32_t>(XCreateWindow(display, DefaultRootWindow(display), 0, 0, 1,
+                                                               1, 0, 0, InputOnly, nullptr, 0, nullptr)));
 }
 
 XTestEingabe::~XTestEingabe() {
@@ -74,20 +84,35 @@ XTestEingabe::~XTestEingabe() {
 
 // Xlib would send a full buffer by itself, and if the server had gone by then go on to write past its end.
 void XTestEingabe::anfrage(const std::function<void(_XDisplay*)>& schreiben) {
-    if (ungesendet_ == PUFFERN_HOECHSTENS) {
-        XFlush(verbindung_->anzeige());
-        ungesendet_ = 0;
-    }
+    if (ungesendet_ == PUFFERN_HOECHSTENS)
+        leeren();
     if (!verbindung_->steht())
         return;
     schreiben(verbindung_->anzeige());
     ++ungesendet_;
 }
 
+void XTestEingabe::leeren() {
+    ungesendet_ = 0;
+    if (verbindung_->steht())
+        XFlush(verbindung_->anzeige());
+    if (verbindung_->steht())
+        vermerk_.abgeschickt();
+}
+
+void XTestEingabe::druckanfrage(std::size_t stelle, bool unten,
+                                const std::function<void(_XDisplay*)>& schreiben) {
+    if (unten)
+        vermerk_.unten(stelle);
+    anfrage(schreiben);
+    if (!unten)
+        vermerk_.oben(stelle);
+}
+
 void XTestEingabe::taste(EvdevTaste taste, bool unten) {
-    anfrage([=](Display* display) {
-        XTestFakeKeyEvent(display, static_cast<unsigned>(taste + X_VERSATZ), unten ? True : False,
-                          CurrentTime);
+    const auto code = static_cast<unsigned>(taste + X_VERSATZ);
+    druckanfrage(Haltevermerk::taste(code), unten, [=](Display* display) {
+        XTestFakeKeyEvent(display, code, unten ? True : False, CurrentTime);
     });
 }
 
@@ -96,8 +121,9 @@ void XTestEingabe::knopf(Mausknopf knopf, bool unten) {
 }
 
 void XTestEingabe::nummernknopf(unsigned nummer, bool unten) {
-    anfrage(
-        [=](Display* display) { XTestFakeButtonEvent(display, nummer, unten ? True : False, CurrentTime); });
+    druckanfrage(Haltevermerk::knopf(nummer), unten, [=](Display* display) {
+        XTestFakeButtonEvent(display, nummer, unten ? True : False, CurrentTime);
+    });
 }
 
 void XTestEingabe::bewegen(std::int32_t dx, std::int32_t dy) {
@@ -122,9 +148,7 @@ void XTestEingabe::rad(std::int32_t rasten) {
 }
 
 bool XTestEingabe::abschicken() {
-    ungesendet_ = 0;
-    if (verbindung_->steht())
-        XFlush(verbindung_->anzeige());
+    leeren();
     verbindung_->ereignisse([this](const XEvent& ereignis) {
         if (ereignis.type == ConfigureNotify) {
             breite_ = ereignis.xconfigure.width;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/linux/GeraeteEingabe.h"
+#include "platform/linux/Haltevermerk.h"
 
 #include <functional>
 #include <memory>
@@ -14,13 +15,13 @@ struct _XDisplay;
 class XTestEingabe final : public GeraeteEingabe {
 public:
     /// Uses the server `anzeige`, with "" the one of $DISPLAY. Null if it cannot serve; `grund` then says
-    /// why.
+    /// why. What is down is noted on `blatt`, if there is one, which must outlive this object.
     static std::unique_ptr<XTestEingabe> oeffnen(Tastaturlayout& layout, const std::string& anzeige,
-                                                 std::string& grund);
+                                                 std::string& grund, Waechterblatt* blatt = nullptr);
     ~XTestEingabe() override;
 
 private:
-    XTestEingabe(Tastaturlayout& layout, std::unique_ptr<XVerbindung> verbindung);
+    XTestEingabe(Tastaturlayout& layout, std::unique_ptr<XVerbindung> verbindung, Waechterblatt* blatt);
 
     bool kann(EvdevTaste taste) const override { return taste <= LETZTE_X_TASTE; }
     void taste(EvdevTaste taste, bool unten) override;
@@ -30,11 +31,17 @@ private:
     void rad(std::int32_t rasten) override;
     bool abschicken() override;
 
+    void zeugenfenster();
+    /// Sends what is buffered.
+    void leeren();
     void nummernknopf(unsigned nummer, bool unten);
+    // What presses or releases, with its place on the sheet.
+    void druckanfrage(std::size_t stelle, bool unten, const std::function<void(_XDisplay*)>& schreiben);
     // All requests go through here: into the buffer of a lost connection none may be written.
     void anfrage(const std::function<void(_XDisplay*)>& schreiben);
 
     std::unique_ptr<XVerbindung> verbindung_;
+    Haltevermerk vermerk_;
     int ungesendet_ = 0; // requests in the buffer
     int breite_;         // of the root window, in pixels
     int hoehe_;

@@ -80,10 +80,18 @@ void XServer::tastatur(const std::string& layout, const std::string& variante) c
         throw std::runtime_error("setxkbmap " + layout);
 }
 
+void XServer::anhalten(bool still) const {
+    kill(kennung_, still ? SIGSTOP : SIGCONT);
+}
+
 void XServer::toeten() {
+    beenden(SIGKILL);
+}
+
+void XServer::beenden(int signal) {
     if (kennung_ <= 0)
         return;
-    kill(kennung_, SIGKILL);
+    kill(kennung_, signal);
     waitpid(kennung_, nullptr, 0);
     kennung_ = -1;
     // A killed server leaves these behind.

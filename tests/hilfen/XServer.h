@@ -21,6 +21,10 @@ public:
     /// Sets the keyboard layout as setxkbmap does; returns when it is in force.
     void tastatur(const std::string& layout, const std::string& variante = "") const;
 
+    /// Lets it do nothing, and lets it go on.
+    void anhalten(bool still) const;
+    /// Ends the server as `signal` does; its clients lose their connection.
+    void beenden(int signal);
     /// Kills the server; its clients lose their connection.
     void toeten();
 

@@ -1,0 +1,494 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The watcher, with processes that hold keys and die.
+#include "platform/linux/Haltevermerk.h"
+#include "platform/linux/Tastaturlayout.h"
+#include "platform/linux/Waechter.h"
+#include "platform/linux/XTestEingabe.h"
+#include "tests/hilfen/Kindprozess.h"
+#include "tests/hilfen/Prozessblick.h"
+#include "tests/hilfen/XGeraete.h"
+#include "tests/hilfen/XServer.h"
+#include "tests/platform/Ereignisse.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+
+#include <optional>
+
+using testing::AnyOf;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+namespace {
+
+using Uhr = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+using Texte = std::vector<std::string>;
+
+constexpr milliseconds FRIST{100};       // after a death
+constexpr milliseconds LANGE_GENUG{300}; // for what must not happen
+constexpr int GEDULD_MS = 10000;
+
+// X key codes of the us layout.
+constexpr unsigned A = 38;
+constexpr unsigned J = 44;
+constexpr unsigned UMSCHALT_RECHTS = 62;
+constexpr VirtuelleTaste TASTE_A = 65;
+constexpr VirtuelleTaste UMSCHALT = 16;
+
+bool binnen(milliseconds frist, const std::function<bool()>& probe) {
+    const auto ende = Uhr::now() + frist;
+    while (!probe()) {
+        if (Uhr::now() > ende)
+            return probe();
+        std::this_thread::sleep_for(milliseconds{1});
+    }
+    return true;
+}
+
+/// What plays in a process of its own: the injection as the program has it, and its watcher.
+struct Spieler {
+    Waechter waechter{WAECHTER};
+    Tastaturlayout layout;
+    std::string grund;
+    std::unique_ptr<XTestEingabe> eingabe = XTestEingabe::oeffnen(layout, {}, grund, waechter.blatt());
+
+    void tasten(const std::vector<INPUT>& ereignisse) { eingabe->SendInput(ereignisse); }
+};
+
+void schlafen() {
+    while (true)
+        pause();
+}
+
+/// Runs in a process of its own, which does `spielen` and dies with us.
+class Opfer {
+public:
+    using Spiel = std::function<void(Spieler&)>;
+
+    /// `davor` comes before the watcher is started.
+    Opfer(
+        const std::string& anzeige, const Spiel& spielen, const std::function<void()>& davor = [] {}) {
+        std::array<int, 2> rohr{};
+        if (pipe2(rohr.data(), O_CLOEXEC) != 0)
+            throw std::runtime_error("no pipe");
+        kind_ = imKind([&] {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            setenv("DISPLAY", anzeige.c_str(), 1);
+            davor();
+            Spieler spieler;
+            if (!spieler.waechter.wacht(GEDULD_MS))
+                _exit(1);
+            const pid_t waechter = spieler.waechter.kennung();
+            if (write(rohr[1], &waechter, sizeof waechter) == sizeof waechter)
+                spielen(spieler);
+        });
+        close(rohr[1]);
+        pid_t waechter = -1;
+        if (read(rohr[0], &waechter, sizeof waechter) == sizeof waechter)
+            waechter_.emplace(waechter);
+        close(rohr[0]);
+    }
+    ~Opfer() {
+        if (kind_ > 0)
+            sterben(SIGKILL);
+    }
+    Opfer(const Opfer&) = delete;
+    Opfer& operator=(const Opfer&) = delete;
+
+    const Prozessblick& waechter() const { return *waechter_; }
+    void senden(int signal) const { kill(kind_, signal); }
+    void sterben(int signal) {
+        senden(signal);
+        abwarten();
+    }
+    int abwarten() {
+        int stand = 0;
+        waitpid(std::exchange(kind_, -1), &stand, 0);
+        return stand;
+    }
+
+private:
+    pid_t kind_ = -1;
+    std::optional<Prozessblick> waechter_;
+};
+
+class Tastenwaechter : public testing::Test {
+protected:
+    bool gedrueckt(const Texte& was) {
+        return binnen(milliseconds{GEDULD_MS}, [&] { return geraete.vonProgrammen() == was; });
+    }
+    bool losgelassen() {
+        return binnen(FRIST, [&] { return geraete.vonProgrammen().empty(); });
+    }
+
+    XServer server;
+    XGeraete geraete{server.anzeige()};
+};
+
+void haltenUndSchlafen(Spieler& spieler) {
+    spieler.tasten({taste(UMSCHALT), taste(TASTE_A), maus(MOUSEEVENTF_LEFTDOWN)});
+    schlafen();
+}
+const Texte GEHALTENES{"38", "50", "K1"};
+
+/// Presses and lets go at random for ever.
+void zufallSpielen(Spieler& spieler, unsigned saat) {
+    std::mt19937 zufall(saat);
+    constexpr std::array CODES{TASTE_A,  VirtuelleTaste{83}, VirtuelleTaste{68},
+                               UMSCHALT, VirtuelleTaste{17}, VirtuelleTaste{18}};
+    constexpr std::array KNOEPFE{MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP,     MOUSEEVENTF_RIGHTDOWN,
+                                 MOUSEEVENTF_RIGHTUP,  MOUSEEVENTF_MIDDLEDOWN, MOUSEEVENTF_MIDDLEUP};
+    while (true) {
+        std::vector<INPUT> ereignisse;
+        for (auto anzahl = 1 + zufall() % 4; anzahl > 0; --anzahl) {
+            const auto wahl = zufall() % 3;
+            if (wahl == 0)
+                ereignisse.push_back(maus(KNOEPFE[zufall() % KNOEPFE.size()]));
+            else
+                ereignisse.push_back(taste(CODES[zufall() % CODES.size()], wahl == 1 ? 0 : KEYEVENTF_KEYUP));
+        }
+        spieler.tasten(ereignisse);
+        if (zufall() % 4 == 0)
+            std::this_thread::sleep_for(std::chrono::microseconds(zufall() % 2000));
+    }
+}
+
+} // namespace
+
+TEST_F(Tastenwaechter, NachZweihundertTodenInBeliebigenAugenblickenIstNichtsUnten) {
+    geraete.taste(J, true);
+    geraete.taste(UMSCHALT_RECHTS, true);
+    geraete.knopf(1, true); // also by those that die
+    const Texte eigenes{"44", "62", "K1"};
+    std::mt19937 zufall(4711);
+    int mitten = 0;
+    milliseconds laengste{0};
+    for (int i = 0; i < TOETUNGEN && !HasFailure(); ++i) {
+        Opfer opfer(server.anzeige(),
+                    [i](Spieler& spieler) { zufallSpielen(spieler, static_cast<unsigned>(i)); });
+        ASSERT_TRUE(binnen(milliseconds{GEDULD_MS}, [&] { return !geraete.vonProgrammen().empty(); }));
+        std::this_thread::sleep_for(std::chrono::microseconds(zufall() % 5000));
+        mitten += !geraete.vonProgrammen().empty();
+        std::this_thread::sleep_for(std::chrono::microseconds(zufall() % 300));
+        opfer.sterben(std::array{SIGKILL, SIGABRT, SIGSEGV}[static_cast<std::size_t>(i % 3)]);
+        const auto tod = Uhr::now();
+        EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+        laengste = std::max(laengste, std::chrono::ceil<milliseconds>(Uhr::now() - tod));
+        EXPECT_THAT(geraete.vonProgrammen(), IsEmpty()) << "death " << i;
+        EXPECT_EQ(geraete.unten(), eigenes) << "death " << i;
+    }
+    EXPECT_GT(mitten, TOETUNGEN / 2);
+    EXPECT_LE(laengste, FRIST);
+    RecordProperty("laengste_ms", static_cast<int>(laengste.count()));
+}
+
+TEST_F(Tastenwaechter, EinTodVonSelbstLaesstLos) {
+    Opfer opfer(server.anzeige(), [](Spieler& spieler) {
+        spieler.tasten({taste(TASTE_A)});
+        std::abort();
+    });
+    opfer.abwarten();
+    EXPECT_TRUE(losgelassen());
+}
+
+TEST_F(Tastenwaechter, EinHaengendesProgrammIstNichtTot) {
+    Opfer opfer(server.anzeige(), haltenUndSchlafen);
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    opfer.senden(SIGSTOP);
+    std::this_thread::sleep_for(LANGE_GENUG);
+    EXPECT_EQ(geraete.vonProgrammen(), GEHALTENES);
+    EXPECT_FALSE(opfer.waechter().endet(0));
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(losgelassen());
+}
+
+TEST_F(Tastenwaechter, AuchWaehrendEinAndererDenServerFesthaelt) {
+    Opfer opfer(server.anzeige(), haltenUndSchlafen);
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    geraete.greifen(true);
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(losgelassen());
+    geraete.greifen(false);
+}
+
+// What both have down is the user's, and up when the user lets go. The server does not part the two.
+TEST_F(Tastenwaechter, WasDerSpielerAufDerEigenenTastaturHaeltBleibtUnten) {
+    geraete.taste(A, true);
+    geraete.knopf(1, true);
+    Opfer opfer(server.anzeige(), haltenUndSchlafen);
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+    EXPECT_EQ(geraete.unten(), (Texte{"38", "K1"}));
+    geraete.taste(A, false);
+    geraete.knopf(1, false);
+    EXPECT_THAT(geraete.unten(), IsEmpty());
+}
+
+// The note of it stands before the press goes out; what dies in between has pressed nothing.
+TEST_F(Tastenwaechter, EinVermerkterDruckDerNieHinausgingLaesstDieTasteDesSpielersUnten) {
+    geraete.taste(A, true);
+    Opfer opfer(server.anzeige(), [](Spieler& spieler) {
+        Haltevermerk vermerk(spieler.waechter.blatt());
+        vermerk.anmelden(spieler.waechter.blatt()->fenster);
+        vermerk.unten(Haltevermerk::taste(A));
+        spieler.tasten({maus(MOUSEEVENTF_LEFTDOWN)});
+        schlafen();
+    });
+    ASSERT_TRUE(gedrueckt({"K1"}));
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+    EXPECT_EQ(geraete.unten(), Texte{"38"});
+}
+
+TEST_F(Tastenwaechter, WasEinAnderesProgrammHaeltBleibt) {
+    Opfer anderes(server.anzeige(), [](Spieler& spieler) {
+        spieler.tasten({taste(83)});
+        schlafen();
+    });
+    ASSERT_TRUE(gedrueckt({"39"}));
+    Opfer opfer(server.anzeige(), haltenUndSchlafen);
+    ASSERT_TRUE(gedrueckt({"38", "39", "50", "K1"}));
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+    EXPECT_EQ(geraete.vonProgrammen(), Texte{"39"});
+}
+
+// The system writes the memory of what has crashed away first; a handler that was there before stands for it.
+TEST_F(Tastenwaechter, EinAbsturzLaesstLosEheDerProzessTotIst) {
+    for (const int signal : {SIGABRT, SIGSEGV}) {
+        Opfer opfer(server.anzeige(), haltenUndSchlafen,
+                    [signal] { std::signal(signal, [](int) { schlafen(); }); });
+        ASSERT_TRUE(gedrueckt(GEHALTENES));
+        opfer.senden(signal);
+        EXPECT_TRUE(losgelassen()) << "signal " << signal;
+        EXPECT_FALSE(opfer.waechter().endet(0));
+    }
+}
+
+// An overflow leaves no stack to tell of it on.
+TEST_F(Tastenwaechter, EinVollerStapelEndetMitSeinemSignal) {
+    Opfer opfer(
+        server.anzeige(),
+        [](Spieler& spieler) {
+            spieler.tasten({taste(TASTE_A)});
+            const std::function<int(int)> tiefer = [&](int tiefe) {
+                volatile char platz[4096] = {};
+                return tiefer(tiefe + 1) + platz[tiefe % 4096];
+            };
+            _exit(tiefer(0));
+        },
+        [] {
+            const rlimit klein{1 << 20, 1 << 20};
+            setrlimit(RLIMIT_STACK, &klein);
+        });
+    const int stand = opfer.abwarten();
+#ifdef __SANITIZE_ADDRESS__ // which has a handler of its own for it, that was there before
+    EXPECT_TRUE(WIFEXITED(stand) && WEXITSTATUS(stand) != 0) << stand;
+#else
+    EXPECT_TRUE(WIFSIGNALED(stand) && WTERMSIG(stand) == SIGSEGV) << stand;
+#endif
+    EXPECT_TRUE(losgelassen());
+}
+
+TEST_F(Tastenwaechter, ErEndetMitDemProgrammWennNichtsGehaltenWird) {
+    Opfer ordentlich(server.anzeige(), [](Spieler&) {});
+    EXPECT_EQ(ordentlich.abwarten(), 0);
+    EXPECT_TRUE(ordentlich.waechter().endet(0)); // before the program itself
+    Opfer getoetet(server.anzeige(), [](Spieler&) { schlafen(); });
+    getoetet.sterben(SIGKILL);
+    EXPECT_TRUE(getoetet.waechter().endet(static_cast<int>(FRIST.count())));
+}
+
+TEST_F(Tastenwaechter, ErEndetMitDemServer) {
+    XServer anderer;
+    Opfer opfer(anderer.anzeige(), [](Spieler&) { schlafen(); });
+    EXPECT_FALSE(opfer.waechter().endet(static_cast<int>(LANGE_GENUG.count())));
+    anderer.toeten();
+    EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+}
+
+TEST_F(Tastenwaechter, ErWartetAufEinenServerDerHaengt) {
+    Opfer opfer(server.anzeige(), haltenUndSchlafen);
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    server.anhalten(true);
+    opfer.sterben(SIGKILL);
+    EXPECT_FALSE(opfer.waechter().endet(static_cast<int>(LANGE_GENUG.count())));
+    server.anhalten(false);
+    EXPECT_TRUE(losgelassen());
+    EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+}
+
+TEST_F(Tastenwaechter, ErWartetNichtFuerImmerAufEinenServerDerHaengt) {
+    Opfer opfer(server.anzeige(), haltenUndSchlafen);
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    server.anhalten(true);
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+    server.anhalten(false);
+}
+
+TEST_F(Tastenwaechter, WerDasProgrammUmSeinEndeBittetBeendetIhnNicht) {
+    Opfer opfer(server.anzeige(), haltenUndSchlafen);
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT, SIGPIPE})
+        opfer.waechter().senden(signal);
+    EXPECT_FALSE(opfer.waechter().endet(static_cast<int>(LANGE_GENUG.count())));
+    EXPECT_EQ(getsid(opfer.waechter().kennung()), opfer.waechter().kennung()); // no terminal of ours
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(losgelassen());
+}
+
+TEST_F(Tastenwaechter, ErHatNichtsVonUnsOffen) {
+    Opfer opfer(
+        server.anzeige(), [](Spieler&) { schlafen(); },
+        [] {
+            for (int i = 0; i < 3; ++i)
+                dup(STDERR_FILENO); // as a library may have, that does not think of children
+        });
+    Texte offene;
+    for (const auto& kanal : std::filesystem::directory_iterator(opfer.waechter().pfad() / "fd"))
+        offene.push_back(kanal.path().filename().string() + " " +
+                         std::filesystem::read_symlink(kanal.path()).string().substr(0, 8));
+    std::ranges::sort(offene); // the last is that to the server
+    EXPECT_THAT(offene, ElementsAre("0 /dev/nul", "1 /dev/nul", "2 /dev/nul", "3 /memfd:w", "4 socket:[",
+                                    "5 socket:["));
+    EXPECT_EQ(std::filesystem::read_symlink(opfer.waechter().pfad() / "cwd"), "/");
+}
+
+TEST_F(Tastenwaechter, ErRuhtAuchWaehrendGespieltWird) {
+    Opfer opfer(server.anzeige(), [](Spieler& spieler) { zufallSpielen(spieler, 1); });
+    ASSERT_TRUE(binnen(milliseconds{GEDULD_MS}, [&] { return !geraete.vonProgrammen().empty(); }));
+    std::this_thread::sleep_for(LANGE_GENUG); // it may still be starting
+    const auto aufgewacht = opfer.waechter().zahl("status", "voluntary_ctxt_switches:");
+    EXPECT_GT(aufgewacht, 0);
+    std::this_thread::sleep_for(LANGE_GENUG);
+    EXPECT_EQ(opfer.waechter().zahl("status", "voluntary_ctxt_switches:"), aufgewacht);
+#ifndef __SANITIZE_ADDRESS__ // which has memory of its own
+    constexpr long EIN_MEBIBYTE = 1024;
+    const auto eigenes = opfer.waechter().zahl("smaps_rollup", "Private_Dirty:");
+    EXPECT_GT(eigenes, 0);
+    EXPECT_LT(eigenes, EIN_MEBIBYTE);
+#endif
+}
+
+TEST_F(Tastenwaechter, EinGetoeteterWaechterWirdBemerktUndErsetzt) {
+    std::array<int, 2> rohr{};
+    ASSERT_EQ(pipe2(rohr.data(), O_CLOEXEC), 0);
+    Opfer opfer(server.anzeige(), [&](Spieler& spieler) {
+        int anzahl = 0;
+        QCoreApplication anwendung(anzahl, nullptr);
+        spieler.waechter.verbinden([&](const std::string&) {
+            QTimer::singleShot(0, [&] { // when the next one is there
+                const pid_t neuer = spieler.waechter.kennung();
+                if (write(rohr[1], &neuer, sizeof neuer) != sizeof neuer)
+                    _exit(1);
+            });
+        });
+        spieler.tasten({taste(UMSCHALT), taste(TASTE_A), maus(MOUSEEVENTF_LEFTDOWN)});
+        QCoreApplication::exec();
+    });
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    opfer.waechter().senden(SIGKILL);
+    pid_t neuer = -1;
+    ASSERT_EQ(read(rohr[0], &neuer, sizeof neuer), static_cast<ssize_t>(sizeof neuer));
+    EXPECT_FALSE(std::filesystem::exists(opfer.waechter().pfad())); // nor is it left as a zombie
+    EXPECT_EQ(geraete.vonProgrammen(), GEHALTENES);
+    const Prozessblick zweiter(neuer);
+    EXPECT_FALSE(zweiter.endet(static_cast<int>(LANGE_GENUG.count())));
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(losgelassen());
+    EXPECT_TRUE(zweiter.endet(GEDULD_MS));
+    close(rohr[0]);
+    close(rohr[1]);
+}
+
+TEST_F(Tastenwaechter, OhneIhnGehtAllesWieMitIhm) {
+    setenv("DISPLAY", server.anzeige().c_str(), 1);
+    const Waechter keiner("/nirgendwo/tastenwaechter");
+    EXPECT_EQ(keiner.kennung(), -1);
+    Tastaturlayout layout;
+    std::string grund;
+    const auto eingabe = XTestEingabe::oeffnen(layout, {}, grund, keiner.blatt());
+    const std::vector<INPUT> ab{taste(TASTE_A)};
+    EXPECT_EQ(eingabe->SendInput(ab), 1U);
+    EXPECT_TRUE(gedrueckt({"38"}));
+}
+
+namespace {
+
+class Vermerk : public testing::Test {
+protected:
+    bool steht(std::size_t stelle) const {
+        return (blatt.unten[stelle / Waechterblatt::JE_WORT] >> stelle % Waechterblatt::JE_WORT & 1U) != 0;
+    }
+    Waechterblatt blatt;
+    Haltevermerk vermerk{&blatt};
+};
+
+} // namespace
+
+TEST_F(Vermerk, EinDruckStehtDaEheErHinausgeht) {
+    vermerk.unten(Haltevermerk::taste(255));
+    vermerk.unten(Haltevermerk::knopf(9));
+    EXPECT_TRUE(steht(255) && steht(Waechterblatt::TASTEN + 9));
+    EXPECT_FALSE(steht(254) || steht(Waechterblatt::TASTEN + 8));
+}
+
+TEST_F(Vermerk, EinLoesenGiltErstWennEsHinausgegangenIst) {
+    vermerk.unten(A);
+    vermerk.abgeschickt();
+    vermerk.oben(A);
+    EXPECT_TRUE(steht(A));
+    vermerk.abgeschickt();
+    EXPECT_FALSE(steht(A));
+}
+
+TEST_F(Vermerk, NachLoesenUndDrueckenInEinemZugStehtDieTasteDa) {
+    vermerk.unten(A);
+    vermerk.oben(A);
+    vermerk.unten(A);
+    vermerk.abgeschickt();
+    EXPECT_TRUE(steht(A));
+}
+
+// A release that could not be sent has not gone out.
+TEST(Vermerkort, MitDemServerGehtNichtsVomBlatt) {
+    XServer server;
+    Waechterblatt blatt;
+    Tastaturlayout layout(server.anzeige());
+    std::string grund;
+    const auto eingabe = XTestEingabe::oeffnen(layout, server.anzeige(), grund, &blatt);
+    EXPECT_NE(blatt.fenster, 0U);
+    const std::vector<INPUT> ab{taste(TASTE_A)};
+    const std::vector<INPUT> auf{taste(TASTE_A, KEYEVENTF_KEYUP)};
+    EXPECT_EQ(eingabe->SendInput(ab), 1U);
+    server.toeten();
+    EXPECT_EQ(eingabe->SendInput(auf), 0U);
+    EXPECT_EQ(blatt.unten[0], std::uint64_t{1} << A);
+}
+
+TEST(Vermerkort, AmEndeDerEingabeIstDasBlattLeer) {
+    const XServer server;
+    Waechterblatt blatt;
+    Tastaturlayout layout(server.anzeige());
+    std::string grund;
+    auto eingabe = XTestEingabe::oeffnen(layout, server.anzeige(), grund, &blatt);
+    const std::vector<INPUT> ab{taste(TASTE_A), maus(MOUSEEVENTF_RIGHTDOWN)};
+    eingabe->SendInput(ab);
+    EXPECT_NE(blatt.unten[0], 0U);
+    eingabe.reset();
+    for (const auto& wort : blatt.unten)
+        EXPECT_EQ(wort, 0U);
+    EXPECT_EQ(blatt.fenster, 0U);
+}
