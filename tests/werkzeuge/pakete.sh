@@ -36,5 +36,6 @@ abweichung=$(diff <(pakete build | grep -vx g++ | sort) <(sed -n '/^Build-Depend
 grep -qx 'Depends:.*, sqlite3' debian/control && grep -qx 'Recommends:.*\bxdg-utils\b.*' debian/control ||
     { echo "FAILED: the package does not ask for the programs that it calls"; fehlende=1; }
 gelistet "the library of the fuzzers" "$(find "$(clang++ -print-runtime-dir)" -name 'libclang_rt.fuzzer-*.a' -print -quit)"
+gelistet "the portal" /usr/libexec/xdg-desktop-portal
 gelistet "the mocks of GTest" /usr/include/gmock/gmock.h
 exit $fehlende
