@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Tones: what both sides promise, then what SDL sends to a device, which here is a file.
+// Tones: what both sides promise, then what SDL sends to a device, which here is a file, and what is to be
+// heard of it behind a sound server.
 #include "platform/linux/SdlTon.h"
 #include "platform/probe/ProbeTon.h"
 #include "tests/hilfen/Dateien.h"
+#include "tests/hilfen/Hilfsprogramm.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
+#include <optional>
+#include <stop_token>
+#include <string>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -50,12 +57,9 @@ namespace {
 using Proben = std::vector<std::int16_t>;
 constexpr std::size_t ABTASTRATE = 48000;
 
-class MitDatei : public testing::Test {
+/// What sounds comes into a file.
+class Mitschnitt : public testing::Test {
 protected:
-    MitDatei() {
-        setenv("SDL_AUDIODRIVER", "disk", 1);
-        setenv("SDL_DISKAUDIOFILE", datei().c_str(), 1);
-    }
     std::string datei() const { return ordner_.pfad() / "ton.raw"; }
 
     Proben gesendet() const {
@@ -66,8 +70,11 @@ protected:
         return proben;
     }
     /// What was sent, without the silence before and after.
-    Proben klang() const {
+    Proben klang() const { return klangAb(0); }
+    /// The same of what was sent from a sample on.
+    Proben klangAb(std::size_t anfang) const {
         auto proben = gesendet();
+        proben.erase(proben.begin(), proben.begin() + static_cast<std::ptrdiff_t>(anfang));
         const auto laut = [](std::int16_t probe) { return probe != 0; };
         proben.erase(std::find_if(proben.rbegin(), proben.rend(), laut).base(), proben.end());
         proben.erase(proben.begin(), std::ranges::find_if(proben, laut));
@@ -103,6 +110,14 @@ protected:
     }
 
     const Testordner ordner_;
+};
+
+class MitDatei : public Mitschnitt {
+protected:
+    MitDatei() {
+        setenv("SDL_AUDIODRIVER", "disk", 1);
+        setenv("SDL_DISKAUDIOFILE", datei().c_str(), 1);
+    }
 };
 
 TEST_F(MitDatei, EinTonHatSeineHoeheUndSeineLaenge) {
@@ -152,6 +167,80 @@ TEST_F(MitDatei, OhneGeraetBleibtEsStill) {
     ton.Beep(500, 100);
     ton.Beep(250, 100);
     EXPECT_FALSE(std::filesystem::exists(datei()));
+}
+
+/// A sound server of the test's own, whose one device is a pipe: what comes out of it is what a user hears.
+class MitPulseaudio : public Mitschnitt {
+protected:
+    MitPulseaudio() {
+        setenv("SDL_AUDIODRIVER", "pulseaudio", 1);
+        setenv("PULSE_SERVER", ("unix:" + anschluss()).c_str(), 1);
+        // The device comes before the socket that shows that the server is ready.
+        server_.emplace(
+            std::vector<std::string>{
+                "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
+                "--disable-shm=yes", "--realtime=no", "--high-priority=no", "-L",
+                "module-pipe-sink format=s16le rate=48000 channels=1 file=" + membran(), "-L",
+                "module-native-protocol-unix auth-anonymous=1 socket=" + anschluss()},
+            umgebung());
+        EXPECT_TRUE(warten([this] { return std::filesystem::exists(anschluss()); })) << "no sound server";
+        hoerer_ = std::jthread([this](const std::stop_token& ende) { hoeren(ende); });
+    }
+
+    /// What was heard, without the gaps where SDL was late: they are the machine's, and nothing is lost by
+    /// them.
+    static Proben ohneLuecken(const Proben& klang) {
+        constexpr std::size_t LUECKE = 10; // a tone passes through 0, but stays nowhere
+        Proben ohne;
+        std::size_t stille = 0;
+        for (const auto probe : klang) {
+            stille = probe == 0 ? stille + 1 : 0;
+            ohne.push_back(probe);
+            if (stille > LUECKE)
+                ohne.resize(ohne.size() - (stille == LUECKE + 1 ? stille : 1));
+        }
+        return ohne;
+    }
+
+private:
+    std::string anschluss() const { return ordner_.pfad() / "anschluss"; }
+    std::string membran() const { return ordner_.pfad() / "membran"; }
+    std::vector<std::pair<std::string, std::string>> umgebung() const {
+        const std::string ordner = ordner_.pfad();
+        return {{"HOME", ordner}, {"XDG_RUNTIME_DIR", ordner}, {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    }
+
+    /// The device goes as fast as it is heard, so nothing is lost where the machine is slow.
+    void hoeren(const std::stop_token& ende) const {
+        const int ohr = open(membran().c_str(), O_RDONLY | O_NONBLOCK);
+        fcntl(ohr, F_SETPIPE_SZ, 4096);
+        std::ofstream heft(datei(), std::ios::binary);
+        for (std::array<char, 960> gehoert{}; !ende.stop_requested(); std::this_thread::sleep_for(10ms))
+            if (const auto bytes = read(ohr, gehoert.data(), gehoert.size()); bytes > 0)
+                heft.write(gehoert.data(), bytes).flush();
+        close(ohr);
+    }
+
+    std::optional<Hilfsprogramm> server_;
+    std::jthread hoerer_;
+};
+
+constexpr std::size_t RAND = 8; // what is silent at the ends of a tone
+
+TEST_F(MitPulseaudio, DieToeneDesProgrammsSindZuHoeren) {
+    for (const auto& [frequenz, dauer] :
+         {std::pair{500U, 100U}, std::pair{250U, 100U}, std::pair{300U, 500U}}) {
+        const auto vorher = gesendet().size();
+        SdlTon ton;
+        ton.Beep(frequenz, dauer);
+        const std::size_t laenge = ABTASTRATE * dauer / 1000;
+        EXPECT_TRUE(warten([&] { return ohneLuecken(klangAb(vorher)).size() + RAND >= laenge; })) << frequenz;
+        EXPECT_TRUE(warten([this] { return verklungen(); })) << frequenz;
+        const auto proben = ohneLuecken(klangAb(vorher));
+        EXPECT_NEAR(static_cast<double>(proben.size()), static_cast<double>(laenge), RAND) << frequenz;
+        EXPECT_NEAR(nulldurchgaenge(proben), 2 * frequenz * dauer / 1000, 1) << frequenz;
+        EXPECT_GT(*std::ranges::max_element(proben), 4000) << "it can be heard";
+    }
 }
 
 } // namespace
