@@ -14,15 +14,36 @@ namespace {
 
 enum class Zustand { Lesend, Neu, Aendernd };
 
-std::vector<std::int64_t> zeilenSuchen(Verbindung& verbindung, const Tabelle& tabelle,
-                                       const Auswahl& auswahl) {
-    const std::string text = "SELECT _rowid_ FROM " + tabelle.ort + auswahl.bedingung +
-                             (auswahl.geordnet ? ", _rowid_" : " ORDER BY _rowid_");
+/// What a search has found: the rows, and the values of the first of them, row after row.
+struct Fund {
     std::vector<std::int64_t> zeilen;
+    std::vector<Wert> werte;
+};
+
+// A foreign file may hold texts of any length: what is beyond is read row by row.
+constexpr std::size_t MEISTE_BYTES = std::size_t{32} << 20;
+
+std::size_t bytes(const Wert& wert) {
+    const auto* text = std::get_if<std::string>(&wert);
+    return sizeof wert + (text ? text->size() : 0);
+}
+
+Fund zeilenSuchen(Verbindung& verbindung, const Tabelle& tabelle, const Auswahl& auswahl, bool mitWerten) {
+    const std::string text = "SELECT _rowid_" + (mitWerten ? ',' + tabelle.spaltenliste() : "") + " FROM " +
+                             tabelle.ort + auswahl.bedingung +
+                             (auswahl.geordnet ? ", _rowid_" : " ORDER BY _rowid_");
+    const int spalten = mitWerten ? static_cast<int>(tabelle.spalten.size()) : 0;
+    Fund fund;
+    std::size_t summe = 0;
     Verbindung::Lauf lauf(verbindung, text, auswahl.werte);
-    while (lauf.weiter())
-        zeilen.push_back(alsZahl(lauf.wert(0)));
-    return zeilen;
+    while (lauf.weiter()) {
+        fund.zeilen.push_back(alsZahl(lauf.wert(0)));
+        if (summe > MEISTE_BYTES)
+            continue;
+        for (int i = 1; i <= spalten; ++i)
+            summe += bytes(fund.werte.emplace_back(lauf.wert(i)));
+    }
+    return fund;
 }
 
 } // namespace
@@ -35,14 +56,19 @@ struct Recordset::Innen {
     std::vector<std::int64_t> zeilen;
     std::int32_t anzahl = 0;
     std::size_t stelle = 0;
-    bool loch = false; ///< the row before `stelle` has just been deleted
+    std::vector<std::size_t> geloeschte; ///< places in `zeilen` of rows that are gone, ascending
+    bool loch = false;                   ///< the row at `stelle` is one of them
     Zustand zustand = Zustand::Lesend;
     std::map<int, Wert> puffer; ///< put since AddNew or Edit, by ordinal
-    std::vector<Wert> bild;     ///< the current row, where a Lesezug keeps it from changing
-    std::uint64_t bildAus = 0;  ///< the Lesezug that `bild` was read in
+    // What a Lesezug keeps from changing: all rows of a set that is opened in it, come with their search,
+    // and of one that was opened before the row that is read.
+    std::vector<Wert> bild;    ///< values from the row `bildAb` on, row after row
+    std::size_t bildAb = 0;    ///< place in `zeilen`
+    std::uint64_t bildAus = 0; ///< the Lesezug that `bild` was read in
 
     std::int64_t zeile() const;
     void stellen(std::size_t neueStelle);
+    void geloeschteWeglassen();
     void beginnen(Zustand neu);
     Wert lesen(int ordinal);
     Wert ausDemBild(int ordinal);
@@ -80,7 +106,22 @@ void Recordset::Innen::stellen(std::size_t neueStelle) {
     beginnen(Zustand::Lesend);
     loch = false;
     stelle = neueStelle;
+}
+
+/// All at once: row by row, to delete many would take the square of their number.
+void Recordset::Innen::geloeschteWeglassen() {
+    if (geloeschte.empty())
+        return;
     bild.clear();
+    std::size_t bleiben = 0;
+    auto weg = geloeschte.begin();
+    for (std::size_t i = 0; i < zeilen.size(); ++i)
+        if (weg != geloeschte.end() && *weg == i)
+            ++weg;
+        else
+            zeilen[bleiben++] = zeilen[i];
+    zeilen.resize(bleiben);
+    geloeschte.clear();
 }
 
 void Recordset::Innen::beginnen(Zustand neu) {
@@ -103,17 +144,21 @@ Wert Recordset::Innen::lesen(int ordinal) {
 }
 
 Wert Recordset::Innen::ausDemBild(int ordinal) {
-    if (bildAus != verbindung->lesezug())
+    const std::int64_t satz = zeile();
+    const std::size_t spalten = tabelle->spalten.size();
+    const bool da =
+        bildAus == verbindung->lesezug() && stelle >= bildAb && stelle < bildAb + bild.size() / spalten;
+    if (!da) {
         bild.clear();
-    if (bild.empty()) {
-        bildAus = verbindung->lesezug();
-        Verbindung::Lauf lauf(*verbindung, lesetext, {zeile()});
+        Verbindung::Lauf lauf(*verbindung, lesetext, {satz});
         if (!lauf.weiter())
             keinAktuellerSatz();
-        for (std::size_t i = 0; i < tabelle->spalten.size(); ++i)
+        for (std::size_t i = 0; i < spalten; ++i)
             bild.push_back(lauf.wert(static_cast<int>(i)));
+        bildAb = stelle;
+        bildAus = verbindung->lesezug();
     }
-    return bild[static_cast<std::size_t>(ordinal)];
+    return bild[(stelle - bildAb) * spalten + static_cast<std::size_t>(ordinal)];
 }
 
 void Recordset::Innen::einfuegen(const std::map<int, Wert>& werte) {
@@ -148,7 +193,10 @@ Recordset::Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std
     innen_->teil = teil;
     innen_->tabelle = innen_->verbindung->tabelle(teil, auswahl.tabelle);
     innen_->lesetext = innen_->tabelle->lesetext();
-    innen_->zeilen = zeilenSuchen(*innen_->verbindung, *innen_->tabelle, auswahl);
+    auto fund = zeilenSuchen(*innen_->verbindung, *innen_->tabelle, auswahl, innen_->verbindung->imLesezug());
+    innen_->zeilen = std::move(fund.zeilen);
+    innen_->bild = std::move(fund.werte);
+    innen_->bildAus = innen_->verbindung->lesezug();
     innen_->anzahl = static_cast<std::int32_t>(innen_->zeilen.size());
 }
 
@@ -175,7 +223,8 @@ std::int32_t Recordset::get_RecordCount() const {
 }
 
 void Recordset::MoveFirst() {
-    if (offen().zeilen.empty())
+    offen().geloeschteWeglassen();
+    if (innen_->zeilen.empty())
         keinAktuellerSatz();
     innen_->stellen(0);
 }
@@ -183,7 +232,7 @@ void Recordset::MoveFirst() {
 void Recordset::MoveNext() {
     if (get_EOF())
         keinAktuellerSatz();
-    innen_->stellen(innen_->loch ? innen_->stelle : innen_->stelle + 1);
+    innen_->stellen(innen_->stelle + 1);
 }
 
 void Recordset::AddNew() {
@@ -212,7 +261,7 @@ void Recordset::Delete() {
     const std::string text = "DELETE FROM " + innen_->tabelle->ort + " WHERE _rowid_ = ?";
     if (innen_->verbindung->schreiben(innen_->teil, text, {satz}) == 0)
         keinAktuellerSatz();
-    innen_->zeilen.erase(innen_->zeilen.begin() + static_cast<std::ptrdiff_t>(innen_->stelle));
+    innen_->geloeschte.push_back(innen_->stelle);
     innen_->loch = true;
 }
 

@@ -30,12 +30,15 @@ const Spalte& Tabelle::spalte(int ordinal) const {
     return spalten[static_cast<std::size_t>(ordinal)];
 }
 
-std::string Tabelle::lesetext() const {
-    std::string text = "SELECT ";
+std::string Tabelle::spaltenliste() const {
+    std::string text;
     for (const Spalte& spalte : spalten)
-        text += inAnfuehrung(spalte.name) + ',';
-    text.back() = ' ';
-    return text + "FROM " + ort + " WHERE _rowid_ = ?";
+        text += (text.empty() ? "" : ",") + inAnfuehrung(spalte.name);
+    return text;
+}
+
+std::string Tabelle::lesetext() const {
+    return "SELECT " + spaltenliste() + " FROM " + ort + " WHERE _rowid_ = ?";
 }
 
 Spaltenart spaltenartAus(std::string_view deklaration) {

@@ -323,12 +323,14 @@ int Verbindung::schreiben(Dateiteil teil, const std::string& text, const std::ve
 }
 
 /// The stamp is read under the lock for writing: a newer program may have changed the file since it was
-/// opened.
+/// opened. Nobody else changes it while the lock is held, so it is read once for all writes of a transaction.
 int Verbindung::gestempeltSchreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte) {
-    const Stempelart art = stempelart(schreibbarerStempel(teil));
+    auto& gueltig = gestempelt_[index(teil)];
+    const bool alt = !gueltig && stempelart(schreibbarerStempel(teil)) == Stempelart::Aelter;
     const int geaendert = aendern(text, werte);
-    if (art == Stempelart::Aelter && geaendert > 0)
+    if (alt && geaendert > 0)
         stempeln(teil);
+    gueltig = !alt || geaendert > 0;
     return geaendert;
 }
 
@@ -376,7 +378,8 @@ void Verbindung::beginnen() {
     // IMMEDIATE takes the lock for writing at once: waiting for it later could block two programs for each
     // other.
     ausfuehren(tiefe_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT innen");
-    ++tiefe_;
+    if (tiefe_++ == 0)
+        gestempelt_ = {};
 }
 
 void Verbindung::festschreiben() {
@@ -395,6 +398,7 @@ void Verbindung::verwerfen() noexcept {
     const char* text = tiefe_ == 1 ? "ROLLBACK" : "ROLLBACK TO innen; RELEASE innen";
     if (lebt)
         sqlite3_exec(sqlite_.get(), text, nullptr, nullptr, nullptr);
+    gestempelt_ = {}; // the stamp may have been a part of what is undone
     --tiefe_;
 }
 

@@ -10,6 +10,7 @@
 #include "store/db/Tabelle.h"
 #include "store/db/Wert.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -110,8 +111,9 @@ private:
     std::unique_ptr<sqlite3, Schliesser> sqlite_;
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Schliesser>> anweisungen_;
     std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_; ///< by file and name
-    bool neuer_ = false; ///< the first file is one of a newer version
-    int tiefe_ = 0;      ///< of transactions inside each other
+    bool neuer_ = false;               ///< the first file is one of a newer version
+    std::array<bool, 2> gestempelt_{}; ///< by Dateiteil: has a valid stamp, as this transaction has seen
+    int tiefe_ = 0;                    ///< of transactions inside each other
     bool lesezug_ = false;
     std::uint64_t lesezuege_ = 0;
 };

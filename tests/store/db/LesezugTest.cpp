@@ -66,6 +66,44 @@ TEST_F(Lesezug, JedeZeileHatIhreEigenenWerte) {
     EXPECT_EQ(gelesen, "AABBA");
 }
 
+TEST_F(Lesezug, TexteBeliebigerLaengeLesenSichWieAlleAnderen) {
+    constexpr int ZEILEN = 40;
+    constexpr int LAENGE = 2'000'000; // more in all than is kept of a set
+    for (int i = 0; i < ZEILEN; ++i)
+        datei.sql("INSERT INTO tblKeyCode VALUES (" + std::to_string(8000 + i) + ", '" + std::to_string(i) +
+                  std::string(LAENGE, 'x') + "')");
+    std::string gelesen;
+    datenbank.inEinemLesezug([&] {
+        auto alle = datenbank.OpenRecordset("SELECT * FROM tblKeyCode WHERE (Keyc)> 7999;");
+        for (int runde = 0; runde < 2; ++runde)
+            for (alle.MoveFirst(); !alle.get_EOF(); alle.MoveNext()) {
+                const auto text = name(alle);
+                const auto zahl = std::to_string(text.size() - LAENGE);
+                gelesen += zahl + text.substr(0, text.size() - LAENGE);
+            }
+    });
+    std::string erwartet;
+    for (int runde = 0; runde < 2; ++runde)
+        for (int i = 0; i < ZEILEN; ++i)
+            erwartet += (i < 10 ? "1" : "2") + std::to_string(i);
+    EXPECT_EQ(gelesen, erwartet);
+}
+
+TEST_F(Lesezug, HinterEinerGeloeschtenZeileStehtJedeAnIhremPlatz) {
+    datei.sql("INSERT INTO tblKeyCode (Keyc, Keye) VALUES (7002, 'C')");
+    auto alle = datenbank.OpenRecordset("SELECT * FROM tblKeyCode WHERE (Keyc)> 6999;");
+    alle.Delete();
+    std::string gelesen;
+    datenbank.inEinemLesezug([&] {
+        alle.MoveNext();
+        gelesen += name(alle);
+        alle.MoveFirst();
+        alle.MoveNext();
+        gelesen += name(alle);
+    });
+    EXPECT_EQ(gelesen, "BC");
+}
+
 TEST_F(Lesezug, SchreibenIstEinFehlerUndAendertNichts) {
     datenbank.inEinemLesezug([&] {
         auto eine = satz();

@@ -327,3 +327,27 @@ TEST_F(StempelTest, AusEinerNeuerenWirdKopiertInSieNicht) {
               3027);
     EXPECT_EQ(dateiLesen(neue.pfad()), vorher);
 }
+
+// The stamp is looked at once a transaction: what a part of it has undone is looked at again.
+TEST_F(StempelTest, AuchWennEinTeilDerTransaktionMitIhmVerworfenWird) {
+    stempeln("0", "0");
+    Database datenbank = OpenDatabase(datei.pfad());
+    datenbank.inEinerTransaktion([&] {
+        EXPECT_THROW(datenbank.inEinerTransaktion([&] {
+            aendern(datenbank, "verworfen");
+            throw std::runtime_error("Unfug");
+        }),
+                     std::runtime_error);
+        aendern(datenbank, "neu");
+    });
+    EXPECT_EQ(stempel(datei), GESTEMPELT);
+    EXPECT_EQ(btn1(datei), "neu");
+}
+
+TEST_F(StempelTest, JedeTransaktionSiehtIhnNeuAn) {
+    Database datenbank = OpenDatabase(datei.pfad());
+    datenbank.inEinerTransaktion([&] { aendern(datenbank, "eins"); });
+    neuer();
+    EXPECT_EQ(fehlernummer([&] { datenbank.inEinerTransaktion([&] { aendern(datenbank, "zwei"); }); }), 3027);
+    EXPECT_EQ(btn1(datei), "eins");
+}
