@@ -5,33 +5,33 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
-#include <string>
+#include <memory>
+#include <system_error>
+#include <utility>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-/// Folds ASCII letters and, in UTF-8, the umlauts and accented letters from À to Þ, whatever the locale.
-std::string gefaltet(std::string_view name) {
+/// A byte of a name with ASCII letters and, in UTF-8, the umlauts and accented letters from À to Þ folded,
+/// whatever the locale. `vorher` is the byte before it.
+constexpr unsigned char gefaltet(unsigned char byte, unsigned char vorher) {
     constexpr unsigned char VORBYTE = 0xC3;
     constexpr unsigned char MALZEICHEN = 0x97; // × lies between the letters
-    std::string ergebnis(name);
-    unsigned char vorher = 0;
-    for (char& zeichen : ergebnis) {
-        const auto byte = static_cast<unsigned char>(zeichen);
-        const bool ascii = byte >= 'A' && byte <= 'Z';
-        const bool latin = vorher == VORBYTE && byte >= 0x80 && byte <= 0x9E && byte != MALZEICHEN;
-        if (ascii || latin)
-            zeichen = static_cast<char>(byte + 0x20);
-        vorher = byte;
-    }
-    return ergebnis;
+    const bool ascii = byte >= 'A' && byte <= 'Z';
+    const bool latin = vorher == VORBYTE && byte >= 0x80 && byte <= 0x9E && byte != MALZEICHEN;
+    return static_cast<unsigned char>(ascii || latin ? byte + 0x20 : byte);
 }
 
 bool hatTrenner(std::string_view name) {
     return name.find_first_of("/\\") != std::string_view::npos;
 }
+
+struct Ordnerschluss {
+    void operator()(DIR* strom) const noexcept { closedir(strom); }
+};
 
 bool umbenennen(const fs::path& von, const fs::path& nach, unsigned art) {
     return renameat2(AT_FDCWD, von.c_str(), AT_FDCWD, nach.c_str(), art) == 0;
@@ -39,21 +39,38 @@ bool umbenennen(const fs::path& von, const fs::path& nach, unsigned art) {
 
 } // namespace
 
+// A folded letter is as long as the letter: names of different lengths, and so most of a folder, are told
+// apart without a look at their bytes.
 bool gleicherBildname(std::string_view einer, std::string_view anderer) {
-    return gefaltet(einer) == gefaltet(anderer);
+    if (einer.size() != anderer.size())
+        return false;
+    unsigned char vorEinem = 0;
+    unsigned char vorAnderem = 0;
+    for (std::size_t i = 0; i < einer.size(); ++i) {
+        const auto eines = static_cast<unsigned char>(einer[i]);
+        const auto anderes = static_cast<unsigned char>(anderer[i]);
+        if (gefaltet(eines, vorEinem) != gefaltet(anderes, vorAnderem))
+            return false;
+        vorEinem = eines;
+        vorAnderem = anderes;
+    }
+    return true;
 }
 
 std::vector<fs::path> bilddateien(const fs::path& ordner, std::string_view name) {
     std::vector<fs::path> gefunden;
     if (hatTrenner(name))
         return gefunden;
-    const std::string gesucht = gefaltet(name);
-    std::error_code grund;
-    for (fs::directory_iterator stelle(ordner, grund), ende; !grund && stelle != ende;
-         stelle.increment(grund)) {
+    // Read by the system's own calls: a folder may hold thousands of pictures, and to make a path of each of
+    // their names takes several times as long as to read them.
+    const std::unique_ptr<DIR, Ordnerschluss> strom(opendir(ordner.c_str()));
+    while (const auto* eintrag = strom ? readdir(strom.get()) : nullptr) {
+        if (!gleicherBildname(eintrag->d_name, name))
+            continue;
+        auto datei = ordner / eintrag->d_name;
         std::error_code keineDatei;
-        if (gefaltet(stelle->path().filename().native()) == gesucht && stelle->is_regular_file(keineDatei))
-            gefunden.push_back(stelle->path());
+        if (fs::is_regular_file(datei, keineDatei))
+            gefunden.push_back(std::move(datei));
     }
     return gefunden;
 }
