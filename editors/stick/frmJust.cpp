@@ -250,7 +250,7 @@ void frmJust::freigelegt() {
     try {
         stand_.linien = lesen().linien;
         Database datenbank = OpenDatabase(global_.DatenbankPfad);
-        aktionenLesen(datenbank);
+        datenbank.inEinemLesezug([&] { aktionenLesen(datenbank); });
         stimme_->zeigen();
         gesagt_.reset();
     } catch (const LaufzeitFehler& fehler) {

@@ -19,6 +19,7 @@ struct StoerVfs::Innen {
     int nochBis = std::numeric_limits<int>::max(); ///< steps until it begins; 0 or less: it has begun
     Eingriff eingriff = Eingriff::Defekt;
     int gesichert = 0;
+    int gesperrt = 0;
     bool merkt = false;
     /// Where a name leads to on the disk, by names that lead elsewhere by now: a further link, "" for
     /// nothing.
@@ -135,6 +136,7 @@ int groesse(sqlite3_file* f, sqlite3_int64* ziel) {
     return echt(f)->pMethods->xFileSize(echt(f), ziel);
 }
 int sperren(sqlite3_file* f, int art) {
+    ++datei(f).innen->gesperrt;
     return echt(f)->pMethods->xLock(echt(f), art);
 }
 int entsperren(sqlite3_file* f, int art) {
@@ -213,4 +215,7 @@ bool StoerVfs::hatGestoert() const {
 }
 int StoerVfs::gesichert() const {
     return innen_->gesichert;
+}
+int StoerVfs::gesperrt() const {
+    return innen_->gesperrt;
 }

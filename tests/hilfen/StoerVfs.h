@@ -35,6 +35,8 @@ public:
     void stromausfall();
     /// How often a file was synced so far.
     int gesichert() const;
+    /// How often a lock was asked for so far.
+    int gesperrt() const;
 
     struct Innen;
 

@@ -2,6 +2,7 @@
 // The stick editors: opening and closing, plane and fields, layers, panels, pictures, the live point.
 #include "editors/stick/Ebenenbild.h"
 #include "tests/editors/stick/Justiertest.h"
+#include "tests/hilfen/StoerVfs.h"
 
 #include <QImage>
 #include <QScreen>
@@ -794,6 +795,26 @@ TEST_P(FrmJust, FreigelegtLiestErDieLinienNeuOhneSieZuVerschieben) {
     klick(12000, 33000);
     EXPECT_EQ(linie("Links", 1), "12000") << "to the next pixel";
     EXPECT_TRUE(stehtX("LLinks(0)", 12000));
+}
+
+// A lock for each row would be felt with a thousand of them.
+TEST_P(FrmJust, FreigelegtSperrtErDieDateiSoOftWieOhneAktionen) {
+    schema();
+    linien();
+    const StoerVfs zaehler;
+    editorOeffnen();
+    const auto sperren = [&] {
+        const int vorher = zaehler.gesperrt();
+        freilegen();
+        return zaehler.gesperrt() - vorher;
+    };
+    sperren(); // the first time the form also finds its size
+    const int ohne = sperren();
+    EXPECT_GT(ohne, 0);
+    datenbank_.sql("WITH RECURSIVE zahlen(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM zahlen WHERE n < 50) "
+                   "INSERT INTO " +
+                   aktionstabelle() + " SELECT 'S', 0, 20000, 0, 0, 0, '1,0' FROM zahlen;");
+    EXPECT_EQ(sperren(), ohne);
 }
 
 TEST_P(FrmJust, FreigelegtLaesstErDenHakenDerNochNichtGespeichertIst) {
