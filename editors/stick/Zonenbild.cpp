@@ -88,6 +88,19 @@ QColor symbolfarbwert(std::int32_t farbe) {
     return QColor(farbe & 0xff, (farbe >> 8) & 0xff, (farbe >> 16) & 0xff);
 }
 
+void Zonenbild::loeschen() {
+    symbole_.clear();
+    stellen_.clear();
+}
+
+void Zonenbild::zeichnen(const Feldsymbol& symbol) {
+    const auto [da, neu] = stellen_.try_emplace(symbol, symbole_.end());
+    if (neu)
+        da->second = symbole_.insert(symbole_.end(), symbol);
+    else
+        symbole_.splice(symbole_.end(), symbole_, da->second);
+}
+
 void Zonenbild::malen(QPainter& maler, QSizeF groesse) const {
     maler.setRenderHint(QPainter::Antialiasing);
     const Abbildung abbildung(groesse);

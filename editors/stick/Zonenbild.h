@@ -8,17 +8,21 @@
 #include <QRect>
 #include <QSizeF>
 
+#include <list>
+#include <map>
 #include <vector>
 
 class QPainter;
 
 class Zonenbild final : public Zeichenflaeche {
 public:
-    void loeschen() override { symbole_.clear(); }
-    void zeichnen(const Feldsymbol& symbol) override { symbole_.push_back(symbol); }
+    void loeschen() override;
+    void zeichnen(const Feldsymbol& symbol) override;
 
-    /// What has been drawn since the last `loeschen`, in its order.
-    const std::vector<Feldsymbol>& symbole() const { return symbole_; }
+    /// What has been drawn since the last `loeschen`, in its order. What was drawn more than once, at the
+    /// same place and in the same colour, counts once, the last time: any number of rows may hold the action
+    /// of one field, and the picture of a thousand circles upon each other is that of one.
+    std::vector<Feldsymbol> symbole() const { return {symbole_.begin(), symbole_.end()}; }
 
     /// Paints all symbols for a plane of `groesse`; plane unit v lies at v * size / 65535. Circles are round:
     /// the smaller of the two scales gives their radius.
@@ -27,7 +31,8 @@ public:
     std::vector<QRectF> flaechen(QSizeF groesse) const;
 
 private:
-    std::vector<Feldsymbol> symbole_;
+    std::list<Feldsymbol> symbole_;
+    std::map<Feldsymbol, std::list<Feldsymbol>::iterator> stellen_; ///< of each in the list
 };
 
 /// The colour of a colour value: red in the lowest byte, then green, then blue.

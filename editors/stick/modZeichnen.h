@@ -8,6 +8,7 @@
 #include "base/Stickseite.h"
 
 #include <array>
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,25 +21,25 @@ class Database;
 struct Ebenenpunkt {
     std::int32_t x = 0;
     std::int32_t y = 0;
-    bool operator==(const Ebenenpunkt&) const = default;
+    auto operator<=>(const Ebenenpunkt&) const = default;
 };
 
 struct Symbolkreis {
     Ebenenpunkt mitte;
     std::int32_t radius = 0;
-    bool operator==(const Symbolkreis&) const = default;
+    auto operator<=>(const Symbolkreis&) const = default;
 };
 /// An outline.
 struct Symbolrechteck {
     Ebenenpunkt obenLinks;
     Ebenenpunkt untenRechts;
-    bool operator==(const Symbolrechteck&) const = default;
+    auto operator<=>(const Symbolrechteck&) const = default;
 };
 /// Two lines, each from one of its ends to the other.
 struct Symbolkreuz {
     std::array<Ebenenpunkt, 2> fallend;
     std::array<Ebenenpunkt, 2> steigend;
-    bool operator==(const Symbolkreuz&) const = default;
+    auto operator<=>(const Symbolkreuz&) const = default;
 };
 
 /// Colour values hold red in the lowest byte, then green, then blue.
@@ -52,7 +53,7 @@ inline constexpr std::int32_t GELB = 131071;
 struct Feldsymbol {
     std::variant<Symbolkreis, Symbolrechteck, Symbolkreuz> form;
     std::int32_t farbe = 0;
-    bool operator==(const Feldsymbol&) const = default;
+    auto operator<=>(const Feldsymbol&) const = default;
 };
 
 /// What is drawn on. It keeps what it shows until the next `loeschen`.

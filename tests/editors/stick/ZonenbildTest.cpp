@@ -154,6 +154,27 @@ TEST(Zonenbild, BehaeltSeineSymboleBisZumNaechstenLoeschen) {
     EXPECT_EQ(farbeBei(gemalt(bild), 32768, 32768), DURCHSICHTIG);
 }
 
+TEST(Zonenbild, WasMehrmalsDerselbeOrtTraegtWirdEinmalGemalt) {
+    const auto kreis = KreisBlauZeichnen(MITTELFELD);
+    const auto kreuz = KreuzZeichnen(MITTELFELD);
+    Zonenbild oft;
+    for (int i = 0; i < 1000; ++i)
+        oft.zeichnen(kreis);
+    Zonenbild einmal;
+    einmal.zeichnen(kreis);
+    EXPECT_EQ(gemalt(oft), gemalt(einmal));
+    EXPECT_EQ(oft.flaechen({GROESSE, GROESSE}).size(), 1U);
+
+    oft.zeichnen(kreuz);
+    oft.zeichnen(kreis);
+    EXPECT_EQ(oft.symbole(), (std::vector<Feldsymbol>{kreuz, kreis})) << "the last one lies on top";
+    oft.zeichnen(KreisGruenZeichnen(MITTELFELD));
+    EXPECT_EQ(oft.symbole().size(), 3U) << "another colour is another symbol";
+    oft.loeschen();
+    oft.zeichnen(kreis);
+    EXPECT_EQ(oft.symbole(), (std::vector<Feldsymbol>{kreis}));
+}
+
 TEST(Zonenbild, AusserhalbDerGenanntenFlaechenWirdNichtsGemalt) {
     constexpr Feldecken SCHMAL{{{1000, 3000}, {1000, 60000}, {2500, 3000}, {2500, 60000}}};
     Zonenbild bild;
