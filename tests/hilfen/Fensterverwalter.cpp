@@ -66,7 +66,8 @@ long freieHoehe(Display& anzeige) {
 
 } // namespace
 
-Fensterverwalter::Fensterverwalter(const std::string& anzeige) : kennung_(fork()) {
+Fensterverwalter::Fensterverwalter(const std::string& anzeige, const std::string& einstellung)
+    : kennung_(fork()) {
     if (kennung_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         setenv("DISPLAY", anzeige.c_str(), 1);
@@ -74,7 +75,7 @@ Fensterverwalter::Fensterverwalter(const std::string& anzeige) : kennung_(fork()
         dup2(leer, STDOUT_FILENO);
         dup2(leer, STDERR_FILENO);
         // Nothing of the user's: neither settings nor session.
-        execlp("openbox", "openbox", "--sm-disable", "--config-file", "/etc/xdg/openbox/rc.xml", nullptr);
+        execlp("openbox", "openbox", "--sm-disable", "--config-file", einstellung.c_str(), nullptr);
         _exit(127);
     }
     const auto eigene = oeffnen(anzeige);

@@ -8,9 +8,10 @@
 /// Runs as long as the object lives.
 class Fensterverwalter {
 public:
-    /// Returns when it manages the windows of the server. Throws std::runtime_error if it does not come to
-    /// that.
-    explicit Fensterverwalter(const std::string& anzeige);
+    /// `einstellung` is its file of settings. Returns when it manages the windows of the server. Throws
+    /// std::runtime_error if it does not come to that.
+    explicit Fensterverwalter(const std::string& anzeige,
+                              const std::string& einstellung = "/etc/xdg/openbox/rc.xml");
     Fensterverwalter(const Fensterverwalter&) = delete;
     Fensterverwalter& operator=(const Fensterverwalter&) = delete;
     ~Fensterverwalter();

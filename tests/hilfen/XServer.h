@@ -17,6 +17,8 @@ public:
 
     /// Its name, as for $DISPLAY.
     const std::string& anzeige() const { return anzeige_; }
+    /// Its process; -1 after toeten().
+    pid_t kennung() const { return kennung_; }
 
     /// Sets the keyboard layout as setxkbmap does; returns when it is in force.
     void tastatur(const std::string& layout, const std::string& variante = "") const;
