@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Programm.h"
 
+#include "editors/common/Formhilfen.h"
+#include "editors/pictures/Bildschreiber.h"
+
 #include <QApplication>
 
 Programm::Programm(const Plattform& plattform)
@@ -42,6 +45,17 @@ void Programm::uebersichtZeigen() {
         form->laden();
         return form;
     });
+}
+
+std::string Programm::ohneBildschirmSichern() {
+    const bool lief = laufsteuerung_.geladen();
+    const auto fehler = laufsteuerung_.ohneFensterBeenden();
+    for (const auto* fenster : QApplication::topLevelWidgets())
+        for (auto* schreiber : fenster->findChildren<Bildschreiber*>())
+            schreiber->ausarbeiten();
+    if (fehler)
+        return einzeiler(qt(fehler->what())).toStdString();
+    return lief ? "Die Regler des Laufs sind gespeichert." : "";
 }
 
 void Programm::starten() {

@@ -39,6 +39,10 @@ public:
     /// ends the application's event loop.
     void starten();
 
+    /// Ends the run and waits for the pictures that are being written, without touching a window: the display
+    /// has gone. Gives what the user is to know of it, in German; "" where there is nothing.
+    std::string ohneBildschirmSichern();
+
     frmHaupt& hauptform() { return hauptform_; }
     Laufsteuerung& laufsteuerung() { return laufsteuerung_; }
 

@@ -31,6 +31,12 @@ Meldung padmeldung() {
     return [](const std::string& text) { qCInfo(PAD).noquote() << qt(text); };
 }
 
+Meldung waechtermeldung() {
+    if (!EINGABE().isInfoEnabled())
+        return {};
+    return [](const std::string& text) { qCInfo(EINGABE).noquote() << qt(text); };
+}
+
 void eingabeProtokollieren(const EingabeWahl& wahl) {
     for (const auto& grund : wahl.gruende)
         qCInfo(EINGABE).noquote() << "dient nicht:" << qt(grund);

@@ -3,7 +3,8 @@
 // by these categories, and is silent unless QT_LOGGING_RULES turns them up ("gamepad.*=true"):
 //
 //   gamepad.pad      pads that come and go, with name, GUID and mapping; the user's list of pads
-//   gamepad.eingabe  which injection was chosen, and why those before it cannot serve
+//   gamepad.eingabe  which injection was chosen, and why those before it cannot serve; that the watcher of
+//                    what is held has died
 //   gamepad.zeit     at the end of a run: how many timers were late
 #pragma once
 
@@ -16,6 +17,9 @@ struct Padliste;
 
 /// What the pads tell; empty as long as gamepad.pad is silent.
 Meldung padmeldung();
+
+/// What the watcher tells; empty as long as gamepad.eingabe is silent.
+Meldung waechtermeldung();
 
 void eingabeProtokollieren(const EingabeWahl& wahl);
 void padlisteProtokollieren(const Padliste& liste);

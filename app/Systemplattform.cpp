@@ -5,8 +5,8 @@
 #include "app/Padlistenmeldung.h"
 #include "app/Protokoll.h"
 
-Systemplattform::Systemplattform()
-    : eingabe_(eingabeKandidaten(layout_), eingabeProtokollieren)
+Systemplattform::Systemplattform(Waechterblatt* blatt)
+    : eingabe_(eingabeKandidaten(layout_, blatt), eingabeProtokollieren)
     , joystick_(padmeldung(), &zeitgeber_)
     , padliste_(padlisteLaden(PADLISTE))
     , aufnahme_(schirmaufnahmeWaehlen())

@@ -16,7 +16,8 @@
 /// Needs the QGuiApplication of its thread.
 class Systemplattform {
 public:
-    Systemplattform();
+    /// What is held down is noted on `blatt`, if there is one, which must outlive this object.
+    explicit Systemplattform(Waechterblatt* blatt = nullptr);
 
     Plattform plattform() {
         return {joystick_, eingabe_,   zeitgeber_, prozess_, layout_,

@@ -2,12 +2,14 @@
 #include "app/Anwendung.h"
 #include "app/Aufruf.h"
 #include "app/Bildschirm.h"
+#include "app/Bildschirmverlust.h"
 #include "app/Endsignale.h"
 #include "app/Padlistenmeldung.h"
 #include "app/Protokoll.h"
 #include "app/Standardkanaele.h"
 #include "app/Systemplattform.h"
 #include "editors/common/Formhilfen.h"
+#include "platform/linux/Waechter.h"
 
 #include <QIcon>
 
@@ -40,6 +42,7 @@ int main(int anzahl, char** worte) {
         std::fprintf(stderr, "gamepad-konfic: %s\n", bildschirm.grund.c_str());
         return 1;
     }
+    Waechter waechter(Waechter::nebenan()); // before there is a thread
     Endsignale endsignale;
     Anwendung anwendung(anzahl, worte);
     bildschirm.verbindung.reset();
@@ -52,10 +55,12 @@ int main(int anzahl, char** worte) {
         return 1;
     }
 
-    Systemplattform system;
+    Systemplattform system(waechter.blatt());
     Programm programm(system.plattform());
+    const Bildschirmverlust verlust([&programm] { return programm.ohneBildschirmSichern(); });
     laeufeProtokollieren(programm.laufsteuerung(), system.zeitgeber());
     endsignale.verbinden();
+    waechter.verbinden(waechtermeldung());
     // In the event loop: the message boxes of the start end with it, too.
     const auto starten = [&] {
         programm.starten();

@@ -25,7 +25,11 @@ void Bildschreiber::auftrag(Arbeit arbeit, Meldung fertig) {
     });
 }
 
-void Bildschreiber::abwarten() {
+void Bildschreiber::ausarbeiten() {
     faden_.waitForDone();
+}
+
+void Bildschreiber::abwarten() {
+    ausarbeiten();
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 }

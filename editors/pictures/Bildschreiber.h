@@ -24,6 +24,8 @@ public:
     /// `arbeit` runs on a thread of its own and shares nothing with this one; `fertig` gets its result, false
     /// also for an exception, from the event loop of this thread.
     void auftrag(Arbeit arbeit, Meldung fertig);
+    /// Comes back when all is done; it is told later.
+    void ausarbeiten();
     /// Comes back when all is done and told.
     void abwarten();
 

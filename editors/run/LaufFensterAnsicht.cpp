@@ -129,6 +129,11 @@ std::optional<LaufzeitFehler> LaufFensterAnsicht::entladen() {
     return fehler;
 }
 
+std::optional<LaufzeitFehler> LaufFensterAnsicht::ohneFensterBeenden() {
+    const QSignalBlocker stumm(this); // nobody is asked to come back into sight
+    return lauf_ ? lauf_->beenden() : std::nullopt;
+}
+
 void LaufFensterAnsicht::closeEvent(QCloseEvent* ereignis) {
     ereignis->accept();
     emit geschlossen();

@@ -39,6 +39,8 @@ public:
     /// Ends the run and hides the window; may be called twice. Gives the error that kept the scroll bars from
     /// being stored.
     std::optional<LaufzeitFehler> entladen();
+    /// Ends the run, and leaves this window and all others as they are.
+    std::optional<LaufzeitFehler> ohneFensterBeenden();
 
 signals:
     void hauptformVerbergenGewuenscht();

@@ -86,6 +86,10 @@ std::optional<LaufzeitFehler> Laufsteuerung::laufBeenden() {
     return fehler;
 }
 
+std::optional<LaufzeitFehler> Laufsteuerung::ohneFensterBeenden() {
+    return ansicht_ ? ansicht_->ohneFensterBeenden() : std::nullopt;
+}
+
 void Laufsteuerung::nachAbbruch(int nummer, const QString& text) {
     entladen();
     fehlermeldung(nullptr, LaufzeitFehler(static_cast<Fehlernummer>(nummer), text.toStdString()),

@@ -31,6 +31,9 @@ public:
     bool laden();
     /// Ends the run, if one is on.
     void entladen();
+    /// The same without a window being touched or told: there is no display any more, and the process ends.
+    /// Gives what could not be kept.
+    std::optional<LaufzeitFehler> ohneFensterBeenden();
 
 signals:
     void hauptformVerbergen();

@@ -17,7 +17,7 @@ for modul in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'pkg_chec
     gelistet "$modul" "$(pkg-config --variable=pcfiledir "$modul")/$modul.pc"
 done
 for programm in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_program\(\S+ \K\S+' .) \
-    g++ cmake ninja pkg-config clang++ clang-format dbus-daemon xvfb-run Xvfb xauth setxkbmap xkbcomp openbox xdotool xdg-open pulseaudio \
+    g++ cmake ninja pkg-config clang++ clang-format dbus-daemon xvfb-run Xvfb xauth setxkbmap xkbcomp openbox xdotool weston xdg-open pulseaudio \
     desktop-file-validate appstreamcli dpkg-buildpackage dh lintian debootstrap; do
     gelistet "$programm" "$(command -v "$programm")"
 done

@@ -11,7 +11,7 @@ fehlschlag() { echo "FAILED: $*"; exit 1; }
 # --- any prefix, also with a blank and an apostrophe ---
 praefix="$ordner/Müller's Präfix"
 cmake --install "$bau" --prefix "$praefix" >/dev/null
-for datei in bin/gamepad-konfic libexec/gamepad-konfic/gamepad-konfic share/gamepad-konfic/Belegung.twk \
+for datei in bin/gamepad-konfic libexec/gamepad-konfic/{gamepad-konfic,tastenwaechter} share/gamepad-konfic/Belegung.twk \
     share/gamepad-konfic/tasten_nachtrag.sql share/gamepad-konfic/Bilder/Joy2.bmp share/gamepad-konfic/Beschreibung/Startfenster.htm \
     share/gamepad-konfic/Beschreibung/Tastwerk.png lib/udev/rules.d/70-gamepad-konfic.rules \
     share/man/man1/gamepad-konfic.1 share/man/de/man1/gamepad-konfic.1 share/applications/gamepad-konfic.desktop \
