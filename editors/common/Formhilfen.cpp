@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/common/Formhilfen.h"
 
+#include "editors/common/Boxmass.h"
 #include "editors/common/Fenster.h"
+#include "editors/common/Namenshinweis.h"
 #include "editors/common/Rollbereich.h"
 
 #include <QComboBox>
@@ -50,6 +52,7 @@ QComboBox* schemaauswahl(const QString& name) {
     const auto anfangZeigen = [feld = combo->lineEdit()] { feld->home(false); };
     QObject::connect(combo, &QComboBox::currentIndexChanged, combo->lineEdit(), anfangZeigen);
     QObject::connect(combo, &QComboBox::activated, combo->lineEdit(), anfangZeigen);
+    langeNamenZeigen(*combo);
     return combo;
 }
 
@@ -81,6 +84,7 @@ namespace {
 /// is stopped by an error does with its window.
 int gezeigt(const QPointer<QMessageBox>& box) {
     box->setTextFormat(Qt::PlainText); // a name in it may look like markup
+    aufDemSchirmHalten(*box);
     const int knopf = box->exec();
     delete box;
     return knopf;

@@ -13,6 +13,7 @@
 #include "platform/Tongeber.h"
 #include "store/files/Bilddatei.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -142,6 +143,7 @@ ScreenChecken::ScreenChecken(std::string ordner, std::string schema, const Schir
     for (auto& lieferung : lieferungen_)
         lieferung.frist = geraete_.zeitgeber.formularzeitgeber([this, &lieferung] {
             aufgeben(lieferung);
+            nichtGekommen(lieferung);
             fehlerton();
         });
 }
@@ -178,6 +180,10 @@ void ScreenChecken::aufbauen() {
     auto* hinweis = new QLabel(HINWEIS);
     hinweis->setWordWrap(true);
     anordnung->addWidget(hinweis);
+    maengel_ = benannt(new QLabel, "lblMangel");
+    maengel_->setWordWrap(true);
+    maengel_->hide();
+    anordnung->addWidget(maengel_);
     auto* zeile = new QHBoxLayout;
     zeile->addWidget(new Padzeile(geraete_.joystick), 1);
     for (const auto& [index, text, tipp] :
@@ -281,8 +287,15 @@ void ScreenChecken::closeEvent(QCloseEvent* ereignis) {
     ereignis->accept();
     if (!abfrage_)
         return;
+    const auto gesagt = mangeltext();
+    const QPointer<ScreenChecken> form = this;
     entladen();
-    emit geschlossen();
+    // The program itself closes the form when the program ends or the `Schema` goes: nobody is there to
+    // answer.
+    if (const auto text = mangeltext(); ereignis->spontaneous() && !text.isEmpty() && text != gesagt)
+        meldung(this, text, windowTitle(), QMessageBox::Warning);
+    if (form)
+        emit geschlossen();
 }
 
 // --- remote control ---
@@ -291,7 +304,13 @@ void ScreenChecken::Command1Klick(int index) {
     if (index == STOP) {
         abfrage_->Enabled(false);
         abfrage_->Interval(0ms);
-        if (std::ranges::count_if(lieferungen_, aufgeben) > 0)
+        bool eines = false;
+        for (auto& lieferung : lieferungen_)
+            if (aufgeben(lieferung)) {
+                nichtGekommen(lieferung);
+                eines = true;
+            }
+        if (eines)
             fehlerton(); // one for all of them
         return;
     }
@@ -349,18 +368,19 @@ void ScreenChecken::aufgenommen(int index, unsigned bestellung, const Schirmbild
     const bool erwartet = aufgeben(lieferung);
     const auto bild = schirm.leer() ? QImage() : alsQImage(schirm);
     if (bild.isNull()) {
-        if (erwartet)
-            fehlerton(); // or else it was told before
+        if (erwartet) { // or else it was told before
+            nichtGekommen(lieferung);
+            fehlerton();
+        }
         return;
     }
     ++lieferung.zuSchreiben;
     vorschau(index).bildSetzen(bild);
-    speichern(index, [this, &lieferung](bool gelungen) {
+    speichern(index, [this, index, &lieferung](bool gelungen) {
         --lieferung.zuSchreiben;
         if (gelungen)
             geraete_.ton.Beep(BILDTON.frequenz, BILDTON.dauer);
-        else
-            fehlerton();
+        gespeichert(index, gelungen);
     });
 }
 
@@ -385,7 +405,7 @@ void ScreenChecken::Neu() {
     if (leer.isNull()) // the old picture stays, on the form and in its file
         return fehlerton();
     vorschau(ScreenWahl_).bildSetzen(leer);
-    speichern(ScreenWahl_, [this](bool gelungen) { gespeichertOderTon(gelungen); });
+    speichern(ScreenWahl_, [this, index = ScreenWahl_](bool gelungen) { gespeichert(index, gelungen); });
 }
 
 void ScreenChecken::tauschen(int eine, int andere) {
@@ -401,12 +421,53 @@ void ScreenChecken::tauschen(int eine, int andere) {
                              b = dateiname(andere)] { return bilddateienTauschen(ordner, a, b); },
                             [](bool) {});
     for (const int index : {eine, andere})
-        speichern(index, [this](bool gelungen) { gespeichertOderTon(gelungen); });
+        speichern(index, [this, index](bool gelungen) { gespeichert(index, gelungen); });
 }
 
-void ScreenChecken::gespeichertOderTon(bool gelungen) {
+/// The one that was asked for did not come. That one before it is in no file is the worse of the two.
+void ScreenChecken::nichtGekommen(Lieferung& lieferung) {
+    if (lieferung.mangel == Mangel::Keiner)
+        mangelSetzen(lieferung, Mangel::NichtAufgenommen);
+}
+
+void ScreenChecken::gespeichert(int index, bool gelungen) {
+    mangelSetzen(lieferungen_[static_cast<std::size_t>(index)],
+                 gelungen ? Mangel::Keiner : Mangel::NichtGespeichert);
     if (!gelungen)
         fehlerton();
+}
+
+// --- what is missing ---
+
+void ScreenChecken::mangelSetzen(Lieferung& lieferung, Mangel mangel) {
+    lieferung.mangel = mangel;
+    const auto text = mangeltext();
+    if (text == maengel_->text())
+        return;
+    maengel_->setText(text);
+    maengel_->setVisible(!text.isEmpty());
+    QAccessibleEvent ereignis(maengel_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&ereignis);
+}
+
+/// The previews that lack something, by their names.
+QString ScreenChecken::namen(Mangel mangel) const {
+    QStringList namen;
+    for (std::size_t i = 0; i < lieferungen_.size(); ++i)
+        if (lieferungen_[i].mangel == mangel)
+            namen << "„" + vorschauen_[i]->accessibleName() + "“";
+    return namen.join(", ");
+}
+
+QString ScreenChecken::mangeltext() const {
+    QStringList saetze;
+    if (const auto welche = namen(Mangel::NichtGespeichert); !welche.isEmpty())
+        saetze << QString("Nicht gespeichert: %1. Im Ordner „Bilder“ lässt sich nicht schreiben, oder der "
+                          "Datenträger ist voll.")
+                      .arg(welche);
+    if (const auto welche = namen(Mangel::NichtAufgenommen); !welche.isEmpty())
+        saetze << QString("Nicht aufgenommen: %1. Vom Bildschirm kam kein Bild.").arg(welche);
+    return saetze.join("\n");
 }
 
 void ScreenChecken::speichern(int index, Fertig fertig) {

@@ -25,7 +25,9 @@
 // running `Schema` may stand still.
 //
 // Errors have no box, as the game is in front: a failed poll has the long tone, and so has a picture that
-// could not be taken or saved.
+// could not be taken or saved. Which pictures these are stands in the form until a newer one comes there.
+// What fails while the user closes the form has a box: nobody would see it in the form, and whoever closes it
+// is not in the game.
 #pragma once
 
 #include "platform/Joystick.h"
@@ -45,6 +47,7 @@
 class Bildschreiber;
 class Bildvorschau;
 class QGroupBox;
+class QLabel;
 class Schirmaufnahme;
 class Tongeber;
 struct Schirmbild;
@@ -82,11 +85,14 @@ private:
     using Fertig = std::function<void(bool)>;
 
     enum class Stand { Frei, Erwartet };
+    /// What became of the last picture for a preview.
+    enum class Mangel { Keiner, NichtAufgenommen, NichtGespeichert };
     /// A picture of the screen on its way to a preview.
     struct Lieferung {
         Stand stand = Stand::Frei;
         unsigned bestellung = 0; ///< number of the one asked for last
         int zuSchreiben = 0;     ///< pictures that are not in their file yet
+        Mangel mangel = Mangel::Keiner;
         std::unique_ptr<Formularzeitgeber> frist;
     };
 
@@ -106,7 +112,11 @@ private:
     void Neu();
     void tauschen(int eine, int andere);
     void speichern(int index, Fertig fertig);
-    void gespeichertOderTon(bool gelungen);
+    void nichtGekommen(Lieferung& lieferung);
+    void gespeichert(int index, bool gelungen);
+    void mangelSetzen(Lieferung& lieferung, Mangel mangel);
+    QString mangeltext() const;
+    QString namen(Mangel mangel) const;
     void fehlerton();
     void Shape1Legen();
     void Frame1Zeigen(int index);
@@ -126,6 +136,7 @@ private:
     std::array<Bildvorschau*, VORSCHAUEN + 1> vorschauen_{};
     QWidget* auswahlrahmen_ = nullptr;
     QGroupBox* auswahltafel_ = nullptr;
+    QLabel* maengel_ = nullptr;
     Bildschreiber* schreiber_ = nullptr;
     std::stop_source ladeende_; ///< what is not read by then is not wanted any more
     std::unique_ptr<Formularzeitgeber> abfrage_;

@@ -2,6 +2,7 @@
 #include "editors/run/Laufsteuerung.h"
 
 #include "base/LaufzeitFehler.h"
+#include "editors/common/Boxmass.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/run/LaufFensterAnsicht.h"
 #include "platform/Laufmarke.h"
@@ -21,6 +22,7 @@ bool trotzdemStarten() {
     box.button(QMessageBox::Yes)->setText("&Trotzdem starten");
     box.button(QMessageBox::Cancel)->setText("&Abbrechen");
     box.setDefaultButton(QMessageBox::Cancel);
+    aufDemSchirmHalten(box);
     return box.exec() == QMessageBox::Yes;
 }
 

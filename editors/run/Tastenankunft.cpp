@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/run/Tastenankunft.h"
 
+#include "editors/common/Boxmass.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Hilfe.h"
 #include "editors/common/Hilfekapitel.h"
@@ -51,5 +52,6 @@ void Tastenankunft::pruefen() {
     QObject::disconnect(hilfe, &QPushButton::clicked, nullptr, nullptr);
     QObject::connect(hilfe, &QPushButton::clicked, &box,
                      [this, &box] { hilfe_.kapitelOeffnen(&box, KAPITEL_TASTENANKUNFT); });
+    aufDemSchirmHalten(box);
     box.exec();
 }

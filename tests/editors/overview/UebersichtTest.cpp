@@ -9,9 +9,11 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QScreen>
+#include <QToolTip>
 #include <QtTest/QTest>
 
 #include <filesystem>
@@ -253,6 +255,34 @@ TEST_F(UebersichtForm, LangeNamenUndPfadeMachenSieNichtBreiter) {
     pfad(1).setText("/" + QString(400, 'p') + "/Belegung.twk");
     EXPECT_EQ(form().sizeHint(), groesse);
     EXPECT_EQ(pfad(1).toolTip(), pfad(1).text());
+}
+
+// The tool tip at a place of a control; "keiner" where it has none.
+std::string hinweisAn(QWidget& wo, const QPoint& ort) {
+    QToolTip::showText(wo.mapToGlobal(ort), "keiner");
+    QHelpEvent frage(QEvent::ToolTip, ort, wo.mapToGlobal(ort));
+    QApplication::sendEvent(&wo, &frage);
+    return QToolTip::text().toStdString();
+}
+
+TEST_F(UebersichtForm, WasVomNamenFehltZeigtDerHinweis) {
+    const auto lang = QString(100, 'M');
+    for (const auto& name : {QString("kurz"), lang})
+        Schemabau(datenbank_, name.toStdString()).anlegen();
+    oeffnen();
+    auto& liste = combo(0);
+    liste.setCurrentText(lang);
+    EXPECT_EQ(hinweisAn(*liste.lineEdit(), {5, 5}), lang.toStdString());
+    liste.setEditText("kurz");
+    EXPECT_EQ(hinweisAn(*liste.lineEdit(), {5, 5}), "keiner");
+    liste.showPopup();
+    auto& flaeche = *liste.view()->viewport();
+    const auto zeile = [&](const QString& name) {
+        return liste.view()->visualRect(liste.model()->index(liste.findText(name), 0)).center();
+    };
+    EXPECT_EQ(hinweisAn(flaeche, zeile(lang)), lang.toStdString());
+    EXPECT_EQ(hinweisAn(flaeche, zeile("kurz")), "keiner");
+    liste.hidePopup();
 }
 
 TEST_F(UebersichtForm, LangeNamenZeigenIhrenAnfang) {

@@ -6,6 +6,7 @@
 #include "tests/editors/stick/Justiertest.h"
 #include "tests/hilfen/Dateien.h"
 
+#include <QCloseEvent>
 #include <QGroupBox>
 #include <QImage>
 #include <QSemaphore>
@@ -119,6 +120,14 @@ protected:
         ereignisse();
     }
 
+    /// As the user does it.
+    void schliessenLassen() {
+        QCloseEvent ereignis;
+        QSpontaneKeyEvent::setSpontaneous(&ereignis);
+        qApp->notify(&schirm(), &ereignis);
+        ereignisse();
+    }
+
     /// A poll with these buttons down; waits for so many tones more.
     void abfrage(std::uint32_t tasten, std::size_t toene) {
         const auto vorher = ton_.toene.size();
@@ -135,6 +144,18 @@ protected:
                 return true;
             },
             [](bool) {});
+    }
+    /// What the form says is missing; "" where it says nothing.
+    static std::string mangel() {
+        const auto& zeile = control<QLabel>(schirm(), "lblMangel");
+        return zeile.isVisible() ? zeile.text().toStdString() : "";
+    }
+    static std::string nichtGespeichert(const std::string& welche) {
+        return "Nicht gespeichert: " + welche +
+               ". Im Ordner „Bilder“ lässt sich nicht schreiben, oder der Datenträger ist voll.";
+    }
+    static std::string nichtAufgenommen(const std::string& welche) {
+        return "Nicht aufgenommen: " + welche + ". Vom Bildschirm kam kein Bild.";
     }
     /// The tones since the last time.
     Toene toene() { return std::exchange(ton_.toene, {}); }
@@ -551,6 +572,85 @@ TEST_F(Hintergrundtest, WasSichNichtSchreibenLaesstHatDenLangenTonUndDasAlteBlei
     EXPECT_FALSE(fs::exists(bilder()));
 }
 
+TEST_F(Hintergrundtest, DieFormSagtWelchesBildSichNichtSpeichernLaesstBisEinesDaIst) {
+    oeffnen();
+    knopf("Command1(0)");
+    EXPECT_EQ(mangel(), "");
+    bildLegen("S0L.bmp", ROT);
+    bildLegen("S0R.bmp", ROT);
+    fs::permissions(bilder() / "S0L.bmp", fs::perms{0444});
+    fs::permissions(bilder() / "S0R.bmp", fs::perms{0444});
+    abfrage(LSTICK, 1);
+    EXPECT_EQ(mangel(), nichtGespeichert("„Standart, Linker Stick“"));
+    abfrage(RSTICK, 1);
+    EXPECT_EQ(mangel(), nichtGespeichert("„Standart, Linker Stick“, „Standart, Rechter Stick“"));
+    ereignisse();
+    EXPECT_EQ(beschnittene(schirm()), std::vector<std::string>{});
+    fs::permissions(bilder() / "S0L.bmp", fs::perms{0644});
+    abfrage(LSTICK, 1);
+    EXPECT_EQ(mangel(), nichtGespeichert("„Standart, Rechter Stick“"));
+    fs::permissions(bilder() / "S0R.bmp", fs::perms{0644});
+    abfrage(RSTICK, 1);
+    EXPECT_EQ(mangel(), "");
+}
+
+TEST_F(Hintergrundtest, DieFormSagtWelchesBildNichtKam) {
+    oeffnen();
+    knopf("Command1(0)");
+    schirm_.spaeter = true;
+    abfrage(RSTICK, 0);
+    tastenDruecken(0);
+    vergehen(4999);
+    EXPECT_EQ(mangel(), "");
+    vergehen(1);
+    EXPECT_EQ(mangel(), nichtAufgenommen("„Standart, Rechter Stick“"));
+    abfrage(KREUZ, 1);
+    abfrage(LSTICK, 0);
+    knopf("Command1(1)");
+    EXPECT_EQ(mangel(), nichtAufgenommen("„Standart, Rechter Stick“, „Umschalt 1, Linker Stick“"));
+}
+
+TEST_F(Hintergrundtest, EinUngespeichertesBildGehtVorEinemDasNichtKam) {
+    bildLegen("S0L.bmp", ROT);
+    fs::permissions(bilder() / "S0L.bmp", fs::perms{0444});
+    oeffnen();
+    knopf("Command1(0)");
+    abfrage(LSTICK, 1);
+    schirm_.spaeter = true;
+    abfrage(LSTICK, 0);
+    knopf("Command1(1)");
+    EXPECT_EQ(mangel(), nichtGespeichert("„Standart, Linker Stick“"));
+}
+
+TEST_F(Hintergrundtest, WasErstBeimSchliessenScheitertHatEineBox) {
+    bildLegen("S0L.bmp", ROT);
+    fs::permissions(bilder() / "S0L.bmp", fs::perms{0444});
+    oeffnen();
+    knopf("Command1(0)");
+    tastenDruecken(LSTICK);
+    vergehen(ABFRAGE);
+    Boxleser boxen;
+    schliessenLassen();
+    EXPECT_EQ(boxen.gesehen(),
+              std::vector{(Gesehen{"Shote the Screen",
+                                   QString::fromStdString(nichtGespeichert("„Standart, Linker Stick“")),
+                                   QMessageBox::Warning, QMessageBox::Ok})});
+    EXPECT_NE(offen(), nullptr);
+}
+
+TEST_F(Hintergrundtest, WasSchonGesagtIstHatBeimSchliessenKeineBox) {
+    bildLegen("S0L.bmp", ROT);
+    fs::permissions(bilder() / "S0L.bmp", fs::perms{0444});
+    oeffnen();
+    knopf("Command1(0)");
+    abfrage(LSTICK, 1);
+    ASSERT_NE(mangel(), "");
+    Boxleser boxen;
+    schliessenLassen();
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{});
+    EXPECT_NE(offen(), nullptr);
+}
+
 TEST_F(Hintergrundtest, EinNameMitTrennerVerlaesstDenOrdnerNicht) {
     const std::string name = "../x";
     schema(name);
@@ -681,8 +781,10 @@ TEST_F(Hintergrundtest, EinFehlschlagDerMausHatDenLangenTon) {
     klick(2);
     knopf("Command2(1)");
     klick(4);
+    Boxleser boxen;
     schliessen();
     EXPECT_EQ(toene(), (Toene{FEHLERTON, FEHLERTON}));
+    EXPECT_EQ(boxen.gesehen(), std::vector<Gesehen>{}) << "the program closes it, not the user";
     EXPECT_NE(offen(), nullptr);
 }
 
