@@ -245,6 +245,20 @@ for stempel in 'user_version = 2' 'application_id = 7'; do
     unveraendert "a database with $stempel was written"
 done
 
+# What somebody has laid into a database does not run: sqlite3 has functions that start commands.
+falle="edit('x', 'touch \"$ordner/gelaufen\"; true')"
+veraltet "CREATE TRIGGER falle AFTER INSERT ON tblKeyCode BEGIN UPDATE tblKeyCode SET Keye = $falle WHERE Keyc = '9'; END;
+    CREATE VIEW pragma_application_id AS SELECT $falle AS application_id"
+lauf "a database with a trap"
+[ ! -e "$ordner/gelaufen" ] || fehlschlag "a command ran that stands in a database"
+erwarten "$(tasten)" "250=Abspielen 9=Zoom" "the names in a database with a trap"
+for tabelle in "VIEW tblKeyCode AS SELECT Keyc, Keye FROM alte; CREATE TRIGGER falle INSTEAD OF INSERT ON tblKeyCode
+        BEGIN SELECT $falle; END" "TABLE tblKeyCode (Keyc, Keye, falle DEFAULT ($falle))"; do
+    veraltet "ALTER TABLE tblKeyCode RENAME TO alte; CREATE $tabelle"
+    lauf "a database with a trap for a table"
+    [ ! -e "$ordner/gelaufen" ] || fehlschlag "a command ran that stands in $tabelle"
+done
+
 # Under a name of another case, in a folder with an apostrophe.
 mkdir "$ordner/heim's"
 veraltet
