@@ -6,6 +6,7 @@
 #include "editors/run/Laufsteuerung.h"
 #include "platform/linux/EingabeWahl.h"
 #include "platform/linux/Padliste.h"
+#include "platform/linux/Prioritaet.h"
 #include "platform/linux/QtZeitgeber.h"
 
 #include <QLoggingCategory>
@@ -54,6 +55,9 @@ void padlisteProtokollieren(const Padliste& liste) {
 }
 
 void laeufeProtokollieren(Laufsteuerung& laufsteuerung, QtZeitgeber& zeitgeber) {
+    // It is said where no message of the toolkit can be.
+    echtzeitverlustMelden(
+        ZEIT().isInfoEnabled() ? "gamepad.zeit: Echtzeit abgegeben, es wurde ohne Pause gerechnet\n" : "");
     QObject::connect(&laufsteuerung, &Laufsteuerung::hauptformVerbergen, &laufsteuerung,
                      [&zeitgeber] { zeitgeber.verspaetungenNeuZaehlen(); });
     QObject::connect(&laufsteuerung, &Laufsteuerung::hauptformZurueck, &laufsteuerung, [&] {

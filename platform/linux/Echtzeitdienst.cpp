@@ -50,6 +50,8 @@ void Echtzeitdienst::echtzeitErbitten(qlonglong hoechstens) {
         bittet_ = !gelungen(antwort);
         if (bittet_)
             eigenschaft("MinNiceLevel", [this](qlonglong beste) { gueteErbitten(beste); });
+        else
+            ruhelosigkeitZaehlen();
     });
 }
 

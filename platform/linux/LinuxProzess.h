@@ -18,9 +18,8 @@ public:
     /// The real-time class is the round-robin scheduler at its lowest priority, for the main thread; children
     /// do not inherit it. Where it is refused, the best nice value that is allowed stands in for it, and the
     /// desktop's service is asked: its answer, and with it the class, may come later, through the event loop.
-    /// Who works without a single wait falls back to the normal scheduler, after 2 s or what the service lets
-    /// pass, so that a loop without end cannot take the desktop away; asking again takes the class again.
-    /// Other classes change nothing.
+    /// Who leaves no pause falls back to the normal scheduler within 200 ms, so that a loop without end
+    /// cannot take the desktop away; asking again takes the class again. Other classes change nothing.
     bool SetPriorityClass(std::uint32_t klasse) override;
 
     /// Pieces "." and ".." are resolved by their names alone. "" gives "".

@@ -227,6 +227,28 @@ TEST_F(Protokoll, EinLaufDerNichtBeginntHatKeinEnde) {
     EXPECT_THAT(neues(), IsEmpty());
 }
 
+TEST_F(Protokoll, DerVerlustDerEchtzeitStehtAufDerFehlerausgabe) {
+    starten(Schemabau(datenbank_));
+    auto plattform = system_->plattform();
+    if (!plattform.prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS))
+        GTEST_SKIP() << "the machine has no real-time priority to give";
+    const auto datei = datenbank_.ordner() / "stderr";
+    const int vorherige = dup(STDERR_FILENO);
+    dup2(open(datei.c_str(), O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
+    const auto ohnePause = [&] {
+        laeufeProtokollieren(programm_->laufsteuerung(), system_->zeitgeber());
+        plattform.prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
+        const auto beginn = std::chrono::steady_clock::now();
+        while (std::chrono::steady_clock::now() - beginn < std::chrono::milliseconds{300}) {
+        }
+        return dateiLesen(datei);
+    };
+    EXPECT_EQ(ohnePause(), "");
+    aufdrehen("gamepad.zeit");
+    EXPECT_EQ(ohnePause(), "gamepad.zeit: Echtzeit abgegeben, es wurde ohne Pause gerechnet\n");
+    dup2(vorherige, STDERR_FILENO);
+}
+
 TEST_F(Fehlerausgabe, DasProgrammSchreibtNichts) {
     EXPECT_EQ(nachStartUndEnde([] {}), "");
 }

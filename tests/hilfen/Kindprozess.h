@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Child processes that do a test's work and are killed at it, once or again and again.
+// Child processes: that do a test's work apart from it, or are killed at it, once or again and again.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,6 +10,7 @@
 #include <functional>
 #include <random>
 #include <stdexcept>
+#include <string>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -27,6 +28,28 @@ inline pid_t imKind(const std::function<void()>& arbeit) {
         _exit(1);
     }
     _exit(ENDE_DER_ARBEIT);
+}
+
+/// What `tun` gives in a child process, up to 4 kB; the child has to come to its end.
+inline std::string textAusKind(const std::function<std::string()>& tun) {
+    constexpr std::size_t PLATZ = 4096;
+    int rohr[2];
+    if (pipe(rohr) != 0)
+        throw std::runtime_error("no pipe");
+    const pid_t kind = imKind([&] {
+        const auto text = tun();
+        if (write(rohr[1], text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+            _exit(1);
+    });
+    close(rohr[1]);
+    std::string text(PLATZ, '\0');
+    const auto gelesen = read(rohr[0], text.data(), text.size());
+    text.resize(gelesen > 0 ? static_cast<std::size_t>(gelesen) : 0);
+    close(rohr[0]);
+    int stand = 0;
+    waitpid(kind, &stand, 0);
+    EXPECT_EQ(stand, ENDE_DER_ARBEIT) << "wait status";
+    return text;
 }
 
 /// Waits for a child; true when SIGKILL ended it, false when it came to its end. Everything else is a

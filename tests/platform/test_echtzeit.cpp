@@ -16,12 +16,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <linux/capability.h>
 #include <memory>
 #include <optional>
 #include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
+#include <thread>
 #include <unistd.h>
 
 using testing::ElementsAre;
@@ -198,6 +200,20 @@ TEST_F(EchtzeitMitDienst, DasSignalKommtVorDerGrenzeAnDerDerKernToetet) {
     ASSERT_TRUE(warten([&] { return dienst_.gebeten.size() == 2; }));
     ruhe();
     EXPECT_EQ(stand(), inEchtzeit_) << "who asks again takes it again";
+}
+
+TEST_F(EchtzeitMitDienst, AuchWerImmerNurEinenAugenblickWartetVerliertSieWieder) {
+    bitten();
+    ASSERT_TRUE(warten([&] { return !dienst_.gebeten.empty(); }));
+    ruhe();
+    EXPECT_EQ(stand(), inEchtzeit_);
+    using Uhr = std::chrono::steady_clock;
+    for (const auto beginn = Uhr::now(); Uhr::now() < beginn + std::chrono::milliseconds{400};) {
+        for (const auto arbeit = Uhr::now(); Uhr::now() < arbeit + std::chrono::microseconds{900};) {
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds{100});
+    }
+    EXPECT_EQ(stand(), "0 0");
 }
 
 TEST_F(EchtzeitMitDienst, WerSieHatBittetNichtNocheinmal) {

@@ -2,6 +2,7 @@
 // Process: the contract on the fake and on the system, then the system by itself.
 #include "platform/linux/LinuxProzess.h"
 #include "platform/probe/ProbeProzess.h"
+#include "tests/hilfen/Kindprozess.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -67,147 +68,6 @@ TEST(LinuxPfade, OhneAktuellesVerzeichnisBleibtDieWurzel) {
     LinuxProzess prozess;
     EXPECT_EQ(prozess.GetFullPathNameA("a"), "/a");
     std::filesystem::current_path(hier);
-}
-
-// What `tun` writes in a process of its own.
-std::string inEinemKind(const std::function<std::string()>& tun) {
-    int rohr[2];
-    EXPECT_EQ(pipe(rohr), 0);
-    const pid_t kind = fork();
-    if (kind == 0) {
-        const auto text = tun();
-        _exit(write(rohr[1], text.data(), text.size()) == static_cast<ssize_t>(text.size()) ? 0 : 1);
-    }
-    close(rohr[1]);
-    std::string text(4096, '\0');
-    const auto gelesen = read(rohr[0], text.data(), text.size());
-    text.resize(static_cast<std::size_t>(std::max<ssize_t>(0, gelesen)));
-    close(rohr[0]);
-    int ausgang = 1;
-    waitpid(kind, &ausgang, 0);
-    EXPECT_EQ(ausgang, 0) << "the child ended with wait status " << ausgang;
-    return text;
-}
-
-std::string stand(bool gewaehrt) {
-    std::ostringstream text;
-    text << (gewaehrt ? "granted" : "refused") << " policy " << sched_getscheduler(0) << " nice "
-         << getpriority(PRIO_PROCESS, 0);
-    return text.str();
-}
-
-// Takes away what may grant real-time scheduling and, where the system lets us, allows the nice value
-// `guete`.
-void entrechten(int guete) {
-    const rlimit keine{0, 0};
-    const rlimit beste{static_cast<rlim_t>(20 - guete), static_cast<rlim_t>(20 - guete)};
-    setrlimit(RLIMIT_NICE, &beste); // raising it takes a right of its own, which even root may lack
-    if (setrlimit(RLIMIT_RTPRIO, &keine) != 0)
-        _exit(2);
-    if (getuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) // nobody
-        _exit(2);
-}
-
-// What the limits of this process allow.
-int besteErlaubte() {
-    rlimit grenze{};
-    getrlimit(RLIMIT_NICE, &grenze);
-    return std::clamp(20 - static_cast<int>(std::min<rlim_t>(grenze.rlim_cur, 40)), -20, 0);
-}
-
-// Whether the system grants this process real-time scheduling, asked without the class under test.
-bool echtzeitErlaubt() {
-    return inEinemKind([] {
-               sched_param eins{};
-               eins.sched_priority = 1;
-               return std::string(sched_setscheduler(0, SCHED_RR, &eins) == 0 ? "ja" : "nein");
-           }) == "ja";
-}
-
-TEST(LinuxPrioritaet, EchtzeitWoErlaubtSonstDieBesteErlaubteGuete) {
-    const auto ergebnis =
-        inEinemKind([] { return stand(LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS)); });
-    if (echtzeitErlaubt())
-        EXPECT_EQ(ergebnis, "granted policy " + std::to_string(SCHED_RR | SCHED_RESET_ON_FORK) + " nice 0");
-    else
-        EXPECT_THAT(ergebnis,
-                    testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER) + " nice "));
-}
-
-TEST(LinuxPrioritaet, OhneRechteWirdDieErlaubteGueteAusgeschoepft) {
-    for (const int guete : {0, -7}) {
-        const auto ergebnis = inEinemKind([=] {
-            entrechten(guete);
-            LinuxProzess prozess;
-            const auto danach = stand(prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS));
-            return danach + "; allowed " + std::to_string(besteErlaubte());
-        });
-        const auto erlaubt = ergebnis.substr(ergebnis.rfind(' ') + 1);
-        EXPECT_EQ(ergebnis, "refused policy 0 nice " + erlaubt + "; allowed " + erlaubt);
-    }
-}
-
-TEST(LinuxPrioritaet, AndereKlassenAendernNichts) {
-    EXPECT_EQ(inEinemKind([] { return stand(LinuxProzess().SetPriorityClass(32)); }),
-              "refused policy 0 nice 0");
-}
-
-TEST(LinuxPrioritaet, KinderErbenDieEchtzeitNicht) {
-    EXPECT_EQ(inEinemKind([] {
-                  LinuxProzess prozess;
-                  prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
-                  return inEinemKind([] { return std::to_string(sched_getscheduler(0)); });
-              }),
-              std::to_string(SCHED_OTHER));
-}
-
-TEST(LinuxPrioritaet, AmEndeIstSieZurueckgegeben) {
-    EXPECT_EQ(inEinemKind([] {
-                  { LinuxProzess().SetPriorityClass(REALTIME_PRIORITY_CLASS); }
-                  return std::to_string(sched_getscheduler(0) & ~SCHED_RESET_ON_FORK) + " " +
-                         std::to_string(getpriority(PRIO_PROCESS, 0));
-              }),
-              "0 0");
-}
-
-// Such a hard limit comes from a parent that has been given real-time priority by a service. What comes
-// before it is the signal, not death.
-TEST(LinuxPrioritaet, UnterEinerGeerbtenHartenGrenzeBleibtDasLeben) {
-    const auto ergebnis = inEinemKind([] {
-        const rlimit geerbt{200'000, 200'000};
-        setrlimit(RLIMIT_RTTIME, &geerbt);
-        LinuxProzess prozess;
-        const bool gewaehrt = prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
-        entrechten(0);
-        timespec verbraucht{};
-        do
-            clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &verbraucht);
-        while (verbraucht.tv_sec < 1);
-        return stand(gewaehrt);
-    });
-    if (echtzeitErlaubt())
-        EXPECT_EQ(ergebnis,
-                  "granted policy " + std::to_string(SCHED_OTHER | SCHED_RESET_ON_FORK) + " nice 0");
-    else
-        EXPECT_THAT(ergebnis, testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER)));
-}
-
-TEST(LinuxPrioritaet, WerOhnePauseRechnetVerliertDieEchtzeitUndNichtDasLeben) {
-    const auto ergebnis = inEinemKind([] {
-        LinuxProzess prozess;
-        const bool gewaehrt = prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
-        entrechten(0); // root could do more than those whom this is for
-        timespec verbraucht{};
-        do
-            clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &verbraucht);
-        while (verbraucht.tv_sec < 4);
-        return stand(gewaehrt);
-    });
-    if (echtzeitErlaubt())
-        EXPECT_EQ(ergebnis,
-                  "granted policy " + std::to_string(SCHED_OTHER | SCHED_RESET_ON_FORK) + " nice 0");
-    else
-        EXPECT_THAT(ergebnis, testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER)));
 }
 
 // A folder with an xdg-open of our own, which tells what it was given through a FIFO.
@@ -278,7 +138,7 @@ TEST_F(MitXdgOpen, DasDokumentWirdUebergebenOhneZuWartenUndOhneZombie) {
 }
 
 TEST_F(MitXdgOpen, DieEchtzeitGehtNichtMit) {
-    const auto ergebnis = inEinemKind([this] {
+    const auto ergebnis = textAusKind([this] {
         LinuxProzess prozess;
         prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
         if (!prozess.ShellExecuteA(dokument))
@@ -290,7 +150,7 @@ TEST_F(MitXdgOpen, DieEchtzeitGehtNichtMit) {
 }
 
 TEST_F(MitXdgOpen, WelcheSignaleWirSperrenGehtNichtMit) {
-    const auto ergebnis = inEinemKind([this] {
+    const auto ergebnis = textAusKind([this] {
         sigset_t menge;
         sigemptyset(&menge);
         sigaddset(&menge, SIGTERM);
@@ -301,7 +161,7 @@ TEST_F(MitXdgOpen, WelcheSignaleWirSperrenGehtNichtMit) {
 }
 
 TEST_F(MitXdgOpen, DassWirEineLeitungOhneLeserErtragenGehtNichtMit) {
-    const auto ergebnis = inEinemKind([this] {
+    const auto ergebnis = textAusKind([this] {
         signal(SIGPIPE, SIG_IGN);
         if (!LinuxProzess().ShellExecuteA(dokument))
             return std::string("nicht gestartet");
