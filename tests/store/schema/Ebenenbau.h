@@ -26,8 +26,10 @@ inline std::string linien(const std::string& zusatz, const std::string& name, in
     std::string sql;
     for (int zeile = zeilen; zeile >= 1; --zeile) { // not in the order in which they are read
         sql += "INSERT INTO tblStick" + zusatz + " VALUES ('" + name + "'," + std::to_string(zeile);
-        for (int ordinal = 2; ordinal <= 13; ++ordinal)
-            sql += "," + std::to_string(basis + 100 * zeile + ordinal);
+        for (int ordinal = 2; ordinal <= 13; ++ordinal) {
+            sql += ",";
+            sql += std::to_string(basis + 100 * zeile + ordinal);
+        }
         sql += ");";
     }
     return sql;
