@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -15,8 +15,9 @@ inline void dateiSchreiben(const std::filesystem::path& pfad, const std::string&
 }
 
 inline std::string dateiLesen(const std::filesystem::path& pfad) {
-    std::ifstream datei(pfad, std::ios::binary);
-    return {std::istreambuf_iterator<char>(datei), {}};
+    std::ostringstream inhalt;
+    inhalt << std::ifstream(pfad, std::ios::binary).rdbuf();
+    return inhalt.str();
 }
 
 inline std::vector<std::string> namenIn(const std::filesystem::path& ordner) {

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Death by SIGKILL at each step of the disk and at any time of what the user does to a Schema: what is left
 // is the state before or after the whole of it.
-#include "store/schema/Schemaloeschen.h"
-#include "store/schema/modSpeichern.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Kindprozess.h"
-#include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/StoerVfs.h"
 #include "tests/hilfen/Testdatenbank.h"
+#include "tests/store/schema/Schematat.h"
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <chrono>
-#include <functional>
 #include <random>
 #include <thread>
 
@@ -27,78 +23,11 @@ void erwarteHeil(const Testdatenbank& datei) {
     EXPECT_THAT(datei.zeilen("PRAGMA integrity_check"), ElementsAre(ElementsAre("ok")));
 }
 
-VarTastenbelegung volleTasten() {
-    VarTastenbelegung bild;
-    for (int taste = 0; taste < SLOTS; ++taste)
-        for (int ebene = 0; ebene < EBENEN; ++ebene)
-            bild.setzeBelegung(taste, ebene, "1," + std::to_string(ebene * SLOTS + taste + 1) + ",0-0-0");
-    return bild;
-}
-
-Sticklinien volleLinien() {
-    Sticklinien bild;
-    for (std::size_t ebene = 0; ebene < EBENEN; ++ebene)
-        for (std::size_t zeile = 1; zeile <= 3; ++zeile)
-            bild.linien[ebene][zeile].fill(static_cast<std::int32_t>(1000 * (ebene + 1) + zeile));
-    bild.StickSperre = 5;
-    return bild;
-}
-
-void keineMeldung(std::string_view) {}
-
-/// Something that a user does, on a file in which "S" is whole, "halb" lacks rows and "neu" is not there.
-struct Tat {
-    std::string name;
-    std::function<void(const std::string& pfad, const std::string& bilder)> tun;
-};
-
-const std::vector<Tat> TATEN{
-    {"EinNeuesSchema", [](const auto& pfad, const auto&) { SchemaAnlegen(pfad, "neu", "", {}); }},
-    {"EinGeaendertesSchema",
-     [](const auto& pfad, const auto&) {
-         SchemaAnlegen(pfad, "halb", "/neu", [](std::string_view) { return true; });
-     }},
-    {"TastenUndKreuz",
-     [](const auto& pfad, const auto&) { TastenbelegungSpeichern(pfad, "S", volleTasten()); }},
-    {"TastenUndFehlendesKreuz",
-     [](const auto& pfad, const auto&) { TastenbelegungSpeichern(pfad, "halb", volleTasten()); }},
-    {"Linien", [](const auto& pfad,
-                  const auto&) { StickLinienSpeichern(pfad, Stickseite::Rechts, "S", volleLinien()); }},
-    {"EineLinieMitIhrenAktionen",
-     [](const auto& pfad, const auto&) {
-         auto bild = volleLinien();
-         bild.linien[0][1][0] = 18000;
-         StickLinieVerlegen(pfad, Stickseite::Links, "S", bild, {0, 0, 18000, 20000});
-     }},
-    {"EineEntfernteLinieMitIhrenLeerfeldern",
-     [](const auto& pfad, const auto&) {
-         StickLinieEntfernen(pfad, Stickseite::Rechts, "S", volleLinien(), 0, 0, 20000);
-     }},
-    {"ZwanzigZeilen",
-     [](const auto& pfad, const auto&) { StickLinienLesen(pfad, Stickseite::Links, "neu", keineMeldung); }},
-    {"FehlendeZeilen",
-     [](const auto& pfad, const auto&) { StickLinienLesen(pfad, Stickseite::Links, "halb", keineMeldung); }},
-    {"Loeschen",
-     [](const auto& pfad, const auto& bilder) { SchemaLoeschen(pfad, bilder, "S", keineMeldung); }},
-};
-
-class SchemaAbsturz : public testing::TestWithParam<Tat> {
+class SchemaAbsturz : public testing::TestWithParam<Schematat> {
 protected:
     SchemaAbsturz() {
         std::filesystem::create_directory(bilder_);
-        Schemabau schema(datei);
-        schema.ungeglaettet();
-        for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
-            for (int i = 0; i < 8; ++i)
-                schema.feld(seite, {20000, 0, i, 0}, "3");
-        schema.anlegen();
-        Schemabau(datei, "halb")
-            .linien(Stickseite::Links, 1, {})
-            .linien(Stickseite::Links, 7, {})
-            .ohneKreuz()
-            .anlegen();
-        for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
-            StickLinienLesen(datei.pfad(), seite, "S", keineMeldung);
+        schemataLegen(datei);
         dateiSchreiben(bilder_ / "S0L.bmp", "Bild");
         anfang_ = dateiLesen(datei.pfad());
         vorher_ = datei.inhalt();
@@ -136,7 +65,7 @@ private:
     std::vector<Tabellenbild> nachher_;
 };
 
-INSTANTIATE_TEST_SUITE_P(, SchemaAbsturz, testing::ValuesIn(TATEN),
+INSTANTIATE_TEST_SUITE_P(, SchemaAbsturz, testing::ValuesIn(grosseTaten()),
                          [](const auto& fall) { return fall.param.name; });
 
 } // namespace
