@@ -4,14 +4,8 @@
 #include <sqlite3.h>
 
 #include <csignal>
-#include <filesystem>
 #include <limits>
-#include <map>
-#include <string>
 #include <unistd.h>
-#include <utility>
-
-namespace fs = std::filesystem;
 
 struct StoerVfs::Innen {
     sqlite3_vfs vfs{};
@@ -20,40 +14,10 @@ struct StoerVfs::Innen {
     Eingriff eingriff = Eingriff::Defekt;
     int gesichert = 0;
     int gesperrt = 0;
-    bool merkt = false;
-    /// Where a name leads to on the disk, by names that lead elsewhere by now: a further link, "" for
-    /// nothing.
-    std::map<std::string, std::string> aufDerPlatte;
-
-    void vormerken(const std::string& name);
-    void ordnerGesichert(const std::string& name);
 
     /// Counts a step; true when the disk steps in at it.
     bool schritt() { return --nochBis <= 0; }
 };
-
-void StoerVfs::Innen::vormerken(const std::string& name) {
-    if (!merkt || aufDerPlatte.contains(name))
-        return;
-    std::string verweis;
-    if (fs::exists(name)) {
-        verweis = name + ".platte";
-        fs::create_hard_link(name, verweis);
-    }
-    aufDerPlatte[name] = verweis;
-}
-
-/// The folder of `name` is on the disk as it is.
-void StoerVfs::Innen::ordnerGesichert(const std::string& name) {
-    std::erase_if(aufDerPlatte, [ordner = fs::path(name).parent_path()](const auto& eintrag) {
-        const auto& [anderer, verweis] = eintrag;
-        if (fs::path(anderer).parent_path() != ordner)
-            return false;
-        if (!verweis.empty())
-            fs::remove(verweis);
-        return true;
-    });
-}
 
 namespace {
 
@@ -64,7 +28,6 @@ struct Datei {
     sqlite3_file kopf;
     Innen* innen;
     sqlite3_file* echt;
-    const char* neu; ///< its name while it has been made and not been synced
 };
 
 Datei& datei(sqlite3_file* f) {
@@ -110,20 +73,13 @@ int sichern(sqlite3_file* f, int art) {
     ++datei(f).innen->gesichert;
     if (tritt(*datei(f).innen))
         return antwort(*datei(f).innen, SQLITE_IOERR_FSYNC);
-    const int nummer = echt(f)->pMethods->xSync(echt(f), art);
-    if (const char* name = std::exchange(datei(f).neu, nullptr))
-        datei(f).innen->ordnerGesichert(name); // the first sync of a new file is one of its folder, too
-    return nummer;
+    return echt(f)->pMethods->xSync(echt(f), art);
 }
 
 int loeschen(sqlite3_vfs* vfs, const char* name, int ordnerSichern) {
     if (tritt(innen(vfs)))
         return antwort(innen(vfs), SQLITE_IOERR_DELETE);
-    innen(vfs).vormerken(name);
-    const int nummer = innen(vfs).echt->xDelete(innen(vfs).echt, name, ordnerSichern);
-    if (ordnerSichern)
-        innen(vfs).ordnerGesichert(name);
-    return nummer;
+    return innen(vfs).echt->xDelete(innen(vfs).echt, name, ordnerSichern);
 }
 
 int schliessen(sqlite3_file* f) {
@@ -163,10 +119,6 @@ int oeffnen(sqlite3_vfs* vfs, const char* name, sqlite3_file* f, int art, int* a
     Datei& neu = datei(f);
     neu.innen = &innen(vfs);
     neu.echt = reinterpret_cast<sqlite3_file*>(&neu + 1);
-    const bool entsteht = name && (art & SQLITE_OPEN_CREATE) && innen(vfs).merkt && !fs::exists(name);
-    if (entsteht)
-        innen(vfs).vormerken(name);
-    neu.neu = entsteht ? name : nullptr;
     const int nummer = innen(vfs).echt->xOpen(innen(vfs).echt, name, neu.echt, art, artDanach);
     neu.kopf.pMethods = neu.echt->pMethods ? &METHODEN : nullptr;
     return nummer;
@@ -198,18 +150,6 @@ void StoerVfs::stoereAb(int n, Eingriff eingriff) {
 void StoerVfs::stoereNicht() {
     innen_->nochBis = std::numeric_limits<int>::max();
 }
-void StoerVfs::ordnerMerken() {
-    innen_->merkt = true;
-}
-
-void StoerVfs::stromausfall() {
-    for (const auto& [name, verweis] : std::exchange(innen_->aufDerPlatte, {})) {
-        fs::remove(name);
-        if (!verweis.empty())
-            fs::rename(verweis, name);
-    }
-}
-
 bool StoerVfs::hatGestoert() const {
     return innen_->nochBis <= 0;
 }

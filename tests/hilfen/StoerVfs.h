@@ -2,10 +2,7 @@
 // A disk that fails: lies between SQLite and the file system and steps in at the n-th change of a file.
 //
 // A step is a write, a truncation, a sync or a deletion. While the object lives, every connection that is
-// opened goes through it.
-//
-// It can also lose its power: what has been made in a folder or deleted from it since that was last synced is
-// forgotten then.
+// opened goes through it. What a power cut leaves tests/store/strom says.
 #pragma once
 
 #include <memory>
@@ -29,10 +26,6 @@ public:
     void stoereNicht();
     /// Whether the disk has stepped in since stoereAb.
     bool hatGestoert() const;
-    /// From now on the folders are watched.
-    void ordnerMerken();
-    /// Undoes what the folders have not been synced after. All connections are to be closed before.
-    void stromausfall();
     /// How often a file was synced so far.
     int gesichert() const;
     /// How often a lock was asked for so far.

@@ -79,61 +79,6 @@ TEST(Absturz, AnJedemSchrittBleibtDerStandVorOderNachDemUpdate) {
     EXPECT_THAT(gesehen, testing::Each(0));
 }
 
-// The journal is what would undo it: it must be gone from the disk's folder, too.
-TEST(Stromausfall, EinUpdateDasZurueckkamUeberstehtIhn) {
-    StoerVfs disk;
-    const Testdatenbank datei;
-    zahlLegen(datei);
-    disk.ordnerMerken();
-    {
-        Database datenbank = OpenDatabase(datei.pfad());
-        zahlSchreiben(datenbank, 1);
-    }
-    disk.stromausfall();
-    erwarteHeil(datei);
-    EXPECT_EQ(zahlGelesen(datei), 1);
-}
-
-TEST(Stromausfall, AuchEinesDerZweitenDateiUndEinesInBeiden) {
-    StoerVfs disk;
-    const Testdatenbank eine;
-    const Testdatenbank andere;
-    zahlLegen(eine);
-    zahlLegen(andere);
-    disk.ordnerMerken();
-    for (const bool inBeiden : {false, true}) {
-        const int zahl = inBeiden ? 2 : 1;
-        {
-            Database erste = OpenDatabase(eine.pfad());
-            Database zweite = erste.danebenOeffnen(andere.pfad());
-            const auto beide = [&] {
-                zahlSchreiben(zweite, zahl);
-                zahlSchreiben(erste, zahl);
-            };
-            if (inBeiden)
-                erste.inEinerTransaktion(beide);
-            else
-                zahlSchreiben(zweite, zahl); // by itself: it has no journal that names both
-        }
-        disk.stromausfall();
-        EXPECT_EQ(zahlGelesen(andere), zahl);
-        EXPECT_EQ(zahlGelesen(eine), inBeiden ? zahl : 0);
-    }
-}
-
-// What the two above stand on: that the disk forgets what SQLite leaves unsynced by default.
-TEST(Stromausfall, MitSynchronousFullStehtDasJournalWiederDa) {
-    StoerVfs disk;
-    const Testdatenbank datei;
-    zahlLegen(datei);
-    disk.ordnerMerken();
-    datei.sql("PRAGMA synchronous = FULL; UPDATE tblTastatur SET btn1 = 1");
-    EXPECT_FALSE(std::filesystem::exists(datei.pfad() + "-journal"));
-    disk.stromausfall();
-    EXPECT_TRUE(std::filesystem::exists(datei.pfad() + "-journal"));
-    EXPECT_EQ(zahlGelesen(datei), 0);
-}
-
 TEST(Absturz, AnJedemSchrittSindEsZwanzigZeilenOderKeine) {
     StoerVfs disk;
     std::vector<std::string> gesehen;

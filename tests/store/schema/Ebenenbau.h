@@ -53,10 +53,14 @@ inline void aufEinmal(const Testdatenbank& datei, const std::string& sql) {
     datei.sql("PRAGMA synchronous = OFF; BEGIN;" + sql + "COMMIT");
 }
 
-/// A whole `Schema` with both sticks; the right one's lines begin at `basis` + 50000.
-inline void schemaLegen(const Testdatenbank& datei, const std::string& name, int basis) {
+/// The statements that lay a whole `Schema` with both sticks; the right one's lines begin at `basis` + 50000.
+inline std::string schematext(const std::string& name, int basis) {
     const std::string text = name + std::to_string(basis);
     using namespace ebenenbau;
-    aufEinmal(datei, tasten(name, text) + linien("", name, basis, 20) + linien("R", name, basis + 50000, 20) +
-                         aktionen("", name, text + "L") + aktionen("R", name, text + "R"));
+    return tasten(name, text) + linien("", name, basis, 20) + linien("R", name, basis + 50000, 20) +
+           aktionen("", name, text + "L") + aktionen("R", name, text + "R");
+}
+
+inline void schemaLegen(const Testdatenbank& datei, const std::string& name, int basis) {
+    aufEinmal(datei, schematext(name, basis));
 }
