@@ -97,6 +97,25 @@ starten PATH="$ordner/dazwischen:$PATH" XDG_DATA_HOME="$ordner/zugleich" >/dev/n
 erwarten "$(cat "$ordner/zugleich/gamepad-konfic/Belegung.twk")" meins "what came meanwhile was overwritten"
 [ -z "$(find "$ordner/zugleich" -name '*.neu.*')" ] || fehlschlag "litter is left beside what came meanwhile"
 
+# The new folders, and those above them, are brought to the disk when all lies in them.
+mkdir "$ordner/gesichert"
+cat >"$ordner/gesichert/sync" <<ENDE
+#!/bin/sh
+for pfad; do
+    [ ! -d "\$pfad" ] || [ ! -e "$ordner/weit/weg/gamepad-konfic/Belegung.twk" ] || echo "\$pfad" >>"$ordner/gesichert/worte"
+done
+exec $(command -v sync) "\$@"
+ENDE
+chmod +x "$ordner/gesichert/sync"
+weit() { starten PATH="$ordner/gesichert:$PATH" XDG_DATA_HOME="$ordner/weit/weg" >/dev/null; }
+weit
+for pfad in weit/weg/gamepad-konfic/Bilder weit/weg/gamepad-konfic weit/weg weit .; do
+    grep -qxF "$(realpath "$ordner/$pfad")" "$ordner/gesichert/worte" || fehlschlag "the folder $pfad is not on the disk"
+done
+rm "$ordner/gesichert/worte"
+weit
+[ ! -e "$ordner/gesichert/worte" ] || fehlschlag "each start waits for the disk"
+
 erwarten "$(starten HOME="$ordner/heim")" \
     "in $ordner/heim/.local/share/gamepad-konfic; own $ordner/heim/.local/share/gamepad-konfic; well" "without XDG_DATA_HOME"
 
