@@ -8,7 +8,9 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
+#include <string>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -35,6 +37,18 @@ struct Ordnerschluss {
 
 bool umbenennen(const fs::path& von, const fs::path& nach, unsigned art) {
     return renameat2(AT_FDCWD, von.c_str(), AT_FDCWD, nach.c_str(), art) == 0;
+}
+
+bool tauschen(const fs::path& ordner, std::string_view name, std::string_view anderer) {
+    if (hatTrenner(name) || hatTrenner(anderer))
+        return false;
+    const auto eine = bilddateien(ordner, name);
+    const auto andere = bilddateien(ordner, anderer);
+    if (!eine.empty() && !andere.empty())
+        return umbenennen(eine.front(), andere.front(), RENAME_EXCHANGE);
+    if (!eine.empty())
+        return umbenennen(eine.front(), ordner / anderer, RENAME_NOREPLACE);
+    return !andere.empty() && umbenennen(andere.front(), ordner / name, RENAME_NOREPLACE);
 }
 
 } // namespace
@@ -85,13 +99,15 @@ bool bilddateiSchreiben(const fs::path& ordner, std::string_view name, std::stri
 }
 
 bool bilddateienTauschen(const fs::path& ordner, std::string_view name, std::string_view anderer) {
-    if (hatTrenner(name) || hatTrenner(anderer))
-        return false;
-    const auto eine = bilddateien(ordner, name);
-    const auto andere = bilddateien(ordner, anderer);
-    if (!eine.empty() && !andere.empty())
-        return umbenennen(eine.front(), andere.front(), RENAME_EXCHANGE);
-    if (!eine.empty())
-        return umbenennen(eine.front(), ordner / anderer, RENAME_NOREPLACE);
-    return !andere.empty() && umbenennen(andere.front(), ordner / name, RENAME_NOREPLACE);
+    return tauschen(ordner, name, anderer) && ordnerSichern(ordner);
+}
+
+void bilddateienLoeschen(const fs::path& ordner, const std::vector<std::string>& namen) {
+    for (const auto& name : namen)
+        for (const auto& datei : bilddateien(ordner, name))
+            unlink(datei.c_str());
+    resteRaeumen(ordner, [&](std::string_view rest) {
+        return std::ranges::any_of(namen, [&](const auto& name) { return gleicherBildname(name, rest); });
+    });
+    ordnerSichern(ordner);
 }

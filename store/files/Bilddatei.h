@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,10 @@ bool gleicherBildname(std::string_view einer, std::string_view anderer);
 bool bilddateiSchreiben(const std::filesystem::path& ordner, std::string_view name, std::string_view inhalt);
 
 /// Lets the files of two names change places in one step, so that no crash loses one of them; one that lies
-/// there alone takes the other name. False when nothing was changed.
+/// there alone takes the other name. False when nothing was changed, or when it is not safe on the disk.
 bool bilddateienTauschen(const std::filesystem::path& ordner, std::string_view name,
                          std::string_view anderer);
+
+/// Removes the files of these names, and what interrupted writes of them have left. Those that can't be
+/// removed stay without a word. A power cut brings none of them back.
+void bilddateienLoeschen(const std::filesystem::path& ordner, const std::vector<std::string>& namen);

@@ -50,34 +50,30 @@ bool festgehalten(int deskriptor, WennKeineSperren sonst) {
     return fstat(deskriptor, &stand) == 0 && S_ISREG(stand.st_mode) && stand.st_nlink > 0;
 }
 
-/// Whether the name of a file is that of one that `ziel` was to be replaced by.
-bool istZwischenname(std::string_view name, const fs::path& ziel) {
-    const std::string anfang = ziel.filename().native() + std::string(ZWISCHENNAME);
-    if (!name.starts_with(anfang))
-        return false;
-    name.remove_prefix(anfang.size());
-    const auto punkt = name.find('.');
-    const auto zahl = [](std::string_view text) {
-        return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-    };
-    return punkt != std::string_view::npos && zahl(name.substr(0, punkt)) && zahl(name.substr(punkt + 1));
+bool istZahl(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-/// Removes what interrupted replacements have left. What is being written is locked by its writer and stays.
-void resteRaeumen(const fs::path& ziel) {
-    std::error_code grund;
-    for (fs::directory_iterator stelle(ordnerVon(ziel), grund), ende; !grund && stelle != ende;
-         stelle.increment(grund)) {
-        const fs::path& rest = stelle->path();
-        if (!istZwischenname(rest.filename().native(), ziel))
-            continue;
-        const int deskriptor = open(rest.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-        if (deskriptor < 0)
-            continue;
-        if (festgehalten(deskriptor, WennKeineSperren::GiltNicht))
-            unlink(rest.c_str());
-        close(deskriptor);
-    }
+/// The name of the file that one of this name was to replace; nothing for a name of another kind.
+std::optional<std::string_view> ersetzterName(std::string_view name) {
+    const auto stelle = name.rfind(ZWISCHENNAME);
+    if (stelle == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view nummern = name.substr(stelle + ZWISCHENNAME.size());
+    const auto punkt = nummern.find('.');
+    if (punkt == std::string_view::npos || !istZahl(nummern.substr(0, punkt)) ||
+        !istZahl(nummern.substr(punkt + 1)))
+        return std::nullopt;
+    return name.substr(0, stelle);
+}
+
+void restEntfernen(const fs::path& rest) {
+    const int deskriptor = open(rest.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (deskriptor < 0)
+        return;
+    if (festgehalten(deskriptor, WennKeineSperren::GiltNicht))
+        unlink(rest.c_str());
+    close(deskriptor);
 }
 
 /// The file that the new content grows in; removed again unless it has become the new one.
@@ -141,15 +137,6 @@ private:
     bool umbenannt_ = false;
 };
 
-/// Brings the rename to the disk. Nothing depends on its success: the file is whole under either name.
-void ordnerSichern(const fs::path& pfad) {
-    const int deskriptor = open(ordnerVon(pfad).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (deskriptor < 0)
-        return;
-    fsync(deskriptor);
-    close(deskriptor);
-}
-
 } // namespace
 
 // Follows the links by hand, as the last one may point to a file that is still to be made.
@@ -171,6 +158,26 @@ fs::path ordnerVon(const fs::path& pfad) {
     return pfad.has_parent_path() ? pfad.parent_path() : fs::path(".");
 }
 
+bool ordnerSichern(const fs::path& ordner) {
+    const int deskriptor = open(ordner.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (deskriptor < 0)
+        return errno == EACCES;
+    const bool gesichert = fsync(deskriptor) == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS;
+    close(deskriptor);
+    return gesichert;
+}
+
+void resteRaeumen(const fs::path& ordner, const std::function<bool(std::string_view)>& gemeint) {
+    std::error_code grund;
+    for (fs::directory_iterator stelle(ordner, grund), ende; !grund && stelle != ende;
+         stelle.increment(grund)) {
+        const std::string name = stelle->path().filename().native();
+        const auto ersetzter = ersetzterName(name);
+        if (ersetzter && gemeint(*ersetzter))
+            restEntfernen(stelle->path());
+    }
+}
+
 bool dateiErsetzen(const std::string& pfad, std::string_view inhalt) {
     const std::optional<fs::path> ziel = ohneVerweise(pfad);
     if (!ziel || !ziel->has_filename())
@@ -178,12 +185,11 @@ bool dateiErsetzen(const std::string& pfad, std::string_view inhalt) {
     const Alte alte = alteUnter(*ziel);
     if (!alte.ersetzbar)
         return false;
-    resteRaeumen(*ziel);
+    resteRaeumen(ordnerVon(*ziel), [&](std::string_view name) { return name == ziel->filename().native(); });
     // Nobody else's until it has the old one's permissions; those come last, as writing takes bits from them.
     Zwischendatei neue(*ziel, alte.da ? RECHTE_DES_BESITZERS : RECHTE_EINER_NEUEN);
     if (!neue.offen() || !neue.schreiben(inhalt) || (alte.da && !neue.rechteVon(alte.stand)) ||
         !neue.sichern() || !neue.umbenennen())
         return false;
-    ordnerSichern(*ziel);
-    return true;
+    return ordnerSichern(ordnerVon(*ziel));
 }

@@ -6,7 +6,6 @@
 #include "store/schema/VarTastenbelegung.h"
 
 #include <array>
-#include <system_error>
 #include <vector>
 
 namespace {
@@ -84,11 +83,9 @@ void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderP
 }
 
 void StickBilderLoeschen(const std::string& bilderPfad, const std::string& schemaName) {
+    std::vector<std::string> namen;
     for (int ebene = 0; ebene < EBENEN; ++ebene)
         for (const std::string_view ende : {"L.bmp", "R.bmp"})
-            for (const auto& datei :
-                 bilddateien(bilderPfad, schemaName + std::to_string(ebene) + std::string(ende))) {
-                std::error_code egal; // a picture that stays is no failure
-                std::filesystem::remove(datei, egal);
-            }
+            namen.push_back(schemaName + std::to_string(ebene) + std::string(ende));
+    bilddateienLoeschen(bilderPfad, namen);
 }

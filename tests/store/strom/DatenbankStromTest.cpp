@@ -120,6 +120,37 @@ TEST(SchemaStromEinzeln, DieZeileDesErstenLaufsIstDaOderNicht) {
                              [&] { return datenbankstand(datei.pfad()); }});
 }
 
+// The rows go first, then the pictures: a Schema never loses one while it is there.
+TEST(SchemaStromEinzeln, EinGeloeschtesVerliertErstSeineZeilenDannSeineBilder) {
+    const Testdatenbank datei;
+    const fs::path bilder = datei.ordner() / "Bilder";
+    fs::create_directory(bilder);
+    schemataLegen(datei);
+    for (const auto* name : {"S0L.bmp", "S1R.BMP"})
+        dateiSchreiben(bilder / name, "Bild");
+    dateiSchreiben(bilder / "S1R.BMP.neu.1.0", "was ein Stromausfall liegen ließ");
+    const auto bildnamen = [&] {
+        auto namen = namenIn(bilder);
+        std::ranges::sort(namen);
+        return testing::PrintToString(namen);
+    };
+    const Stromprobe probe{datei.ordner(),
+                           [&] {
+                               return tun([&] {
+                                   SchemaLoeschen(datei.pfad(), bilder.string() + "/", "S",
+                                                  [](std::string_view) {});
+                               });
+                           },
+                           [&] {
+                               const std::string zeilen = datenbankstand(datei.pfad());
+                               return zeilen.find("|S|") == std::string::npos ? "ohne Zeilen, " + bildnamen()
+                                                                              : zeilen + bildnamen();
+                           }};
+    const Strombericht bericht = stromausfaelle(probe);
+    for (const auto& fehler : bericht.fehler)
+        EXPECT_THAT(fehler, testing::HasSubstr("ohne Zeilen")) << "the pictures went before the rows";
+}
+
 // --- layers ---
 
 namespace {

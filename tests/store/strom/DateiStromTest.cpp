@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A power cut and a failing disk at each step of all that replaces, swaps and removes a file.
+#include "store/files/Achsendatei.h"
+#include "store/files/Bilddatei.h"
+#include "store/files/Dateiersatz.h"
+#include "store/files/Gamepadtabelle.h"
+#include "store/schema/Schemaloeschen.h"
+#include "tests/hilfen/Dateien.h"
+#include "tests/hilfen/Testdatenbank.h"
+#include "tests/store/strom/Stromprobe.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+/// What the program has left beside a file that it was about to replace is none of the user's.
+bool istRest(const std::string& name) {
+    return name.find(".neu.") != std::string::npos;
+}
+
+/// The files of a folder with what they hold, without what an interrupted replacement left.
+std::string ordnerstand(const fs::path& ordner) {
+    auto namen = namenIn(ordner);
+    std::erase_if(namen, istRest);
+    std::ranges::sort(namen);
+    std::string stand;
+    for (const auto& name : namen)
+        stand += name + "=" + dateiLesen(ordner / name) + "\n";
+    return stand;
+}
+
+class DateiStrom : public testing::Test {
+protected:
+    Stromprobe probe(const std::function<bool()>& tat) const {
+        return {ordner.pfad(), tat, [this] { return ordnerstand(ordner.pfad()); }};
+    }
+
+    const Testordner ordner;
+    const fs::path gamepad = ordner.pfad() / "Gamepad.xml";
+    const std::string schema = "S";
+};
+
+const std::string GROSSES_BILD(9000, 'B');
+
+} // namespace
+
+// --- Gamepad.xml ---
+
+namespace {
+
+using Achsentat = std::function<bool(Achsendatei&)>;
+
+class AchsenStrom : public DateiStrom, public testing::WithParamInterface<std::pair<const char*, Achsentat>> {
+protected:
+    AchsenStrom() {
+        dateiSchreiben(gamepad, gamepadAlsXml(leereGamepadtabelle()).value());
+        for (const std::string name : {"R", "S"}) {
+            Achsendatei achsen(gamepad, name);
+            achsen.AchsenLaden();
+            achsen.GamepadSchreiben(std::string(600, '1'));
+        }
+    }
+    bool tun() const {
+        Achsendatei achsen(gamepad, schema);
+        achsen.AchsenLaden();
+        return GetParam().second(achsen);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(, AchsenStrom,
+                         testing::Values(
+                             std::pair<const char*, Achsentat>{
+                                 "DieAuswahl",
+                                 [](auto& achsen) {
+                                     return achsen.AchsenUebernehmen({{{"Z-Achse", ""}, {}, {}, {}, {}, {}}});
+                                 }},
+                             std::pair<const char*, Achsentat>{
+                                 "DerSchubregler",
+                                 [](auto& achsen) { return achsen.GamepadSchreiben(std::string(900, '2')); }},
+                             std::pair<const char*, Achsentat>{
+                                 "DieLoeschung", [](auto& achsen) { return achsen.GamepadLoeschen(); }}),
+                         [](const auto& fall) { return std::string(fall.param.first); });
+
+} // namespace
+
+TEST_P(AchsenStrom, NachEinemStromausfallIstEsGanzOderGarNicht) {
+    erwarteGanzOderGarNicht(probe([&] { return tun(); }));
+}
+
+TEST_P(AchsenStrom, WasScheitertWirdGesagtUndAendertNichts) {
+    erwarteGesagtUndNichtsVerloren(probe([&] { return tun(); }));
+}
+
+TEST_F(DateiStrom, DieErsteGamepadXmlIstGanzOderGarNichtDa) {
+    const auto anlegen = probe([&] {
+        Achsendatei(gamepad, schema).GamepadAnlegen();
+        return fs::exists(gamepad);
+    });
+    erwarteGanzOderGarNicht(anlegen);
+}
+
+// --- any file ---
+
+TEST_F(DateiStrom, EinErsatzIstGanzOderGarNicht) {
+    for (const bool da : {false, true}) {
+        if (da)
+            dateiSchreiben(gamepad, std::string(5000, 'a'));
+        const auto ersatz = probe([&] { return dateiErsetzen(gamepad, std::string(7000, 'n')); });
+        erwarteGanzOderGarNicht(ersatz);
+        erwarteGesagtUndNichtsVerloren(ersatz);
+    }
+}
+
+TEST_F(DateiStrom, WasEinStromausfallLiegenLiessRaeumtDerNaechsteErsatz) {
+    bool lagEiner = false;
+    const auto probe = Stromprobe{ordner.pfad(), [&] { return dateiErsetzen(gamepad, GROSSES_BILD); },
+                                  [&] {
+                                      const std::string stand = ordnerstand(ordner.pfad());
+                                      lagEiner |= std::ranges::any_of(namenIn(ordner.pfad()), istRest);
+                                      EXPECT_TRUE(dateiErsetzen(gamepad, "danach"));
+                                      EXPECT_THAT(namenIn(ordner.pfad()), ElementsAre("Gamepad.xml"));
+                                      return stand;
+                                  }};
+    stromausfaelle(probe);
+    EXPECT_TRUE(lagEiner);
+}
+
+// --- pictures ---
+
+TEST_F(DateiStrom, EinBildIstGanzOderGarNicht) {
+    for (const bool da : {false, true}) {
+        if (da)
+            dateiSchreiben(ordner.pfad() / "S0L.BMP", "altes Bild");
+        const auto bild = probe([&] { return bilddateiSchreiben(ordner.pfad(), "S0L.bmp", GROSSES_BILD); });
+        erwarteGanzOderGarNicht(bild);
+        erwarteGesagtUndNichtsVerloren(bild);
+    }
+}
+
+TEST_F(DateiStrom, GetauschteBilderSindBeideGetauschtOderKeines) {
+    dateiSchreiben(ordner.pfad() / "S0L.bmp", "links");
+    for (const bool beide : {false, true}) {
+        if (beide)
+            dateiSchreiben(ordner.pfad() / "S0R.bmp", "rechts");
+        const auto tausch = probe([&] { return bilddateienTauschen(ordner.pfad(), "S0L.bmp", "S0R.bmp"); });
+        erwarteGanzOderGarNicht(tausch);
+        erwarteGesagtUndNichtsVerloren(tausch);
+    }
+}
+
+// As the form does it that shows them: the files change places, then each is written with what it shows. Both
+// pictures are there all the time.
+TEST_F(DateiStrom, BeimTauschGehtKeinBildVerloren) {
+    dateiSchreiben(ordner.pfad() / "S0L.bmp", "links");
+    dateiSchreiben(ordner.pfad() / "S0R.bmp", "rechts");
+    const auto schreiben = [&](const char* name, const char* inhalt) {
+        return bilddateiSchreiben(ordner.pfad(), name, inhalt);
+    };
+    const Stromprobe probe{ordner.pfad(),
+                           [&] {
+                               return bilddateienTauschen(ordner.pfad(), "S0L.bmp", "S0R.bmp") &&
+                                      schreiben("S0L.bmp", "rechts") && schreiben("S0R.bmp", "links");
+                           },
+                           [&] { return ordnerstand(ordner.pfad()); }};
+    erwarteGanzOderGarNicht(probe);
+}
+
+TEST_F(DateiStrom, GeloeschteBilderKommenNichtWiederUndLassenNichtsLiegen) {
+    for (const auto* name : {"S0L.bmp", "S2R.BMP", "S1L.bmp.neu.77.0", "anderes.bmp"})
+        dateiSchreiben(ordner.pfad() / name, name);
+    const Stromprobe probe{ordner.pfad(),
+                           [&] {
+                               StickBilderLoeschen(ordner.pfad().string() + "/", "S");
+                               return true;
+                           },
+                           [&] {
+                               auto namen = namenIn(ordner.pfad());
+                               std::ranges::sort(namen);
+                               return testing::PrintToString(namen);
+                           }};
+    for (const auto& fehler : stromausfaelle(probe).fehler)
+        EXPECT_THAT(fehler, HasSubstr("half")) << "some of them are gone, some not";
+    StickBilderLoeschen(ordner.pfad().string() + "/", "S");
+    EXPECT_THAT(namenIn(ordner.pfad()), ElementsAre("anderes.bmp"));
+}
+
+// --- what the model finds ---
+
+namespace {
+
+/// Replaces a file as one would without thinking of the disk.
+bool einfachErsetzen(const fs::path& pfad, bool sichern) {
+    const std::string neue = pfad.string() + ".neu.1.0";
+    const int datei = open(neue.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const std::string inhalt(3000, 'n');
+    bool gut = write(datei, inhalt.data(), inhalt.size()) == 3000;
+    if (sichern)
+        gut = gut && fsync(datei) == 0;
+    close(datei);
+    return gut && rename(neue.c_str(), pfad.c_str()) == 0;
+}
+
+} // namespace
+
+TEST_F(DateiStrom, DasModellFindetEinenErsatzOhneGesichertenInhalt) {
+    dateiSchreiben(gamepad, "alt");
+    EXPECT_THAT(stromausfaelle(probe([&] { return einfachErsetzen(gamepad, false); })).fehler,
+                Contains(HasSubstr("half")));
+}
+
+TEST_F(DateiStrom, DasModellFindetEinenErsatzOhneGesichertenOrdner) {
+    dateiSchreiben(gamepad, "alt");
+    EXPECT_THAT(stromausfaelle(probe([&] { return einfachErsetzen(gamepad, true); })).fehler,
+                testing::AllOf(testing::SizeIs(testing::Gt(0U)),
+                               testing::Each(HasSubstr("what has come back is not there"))));
+}
