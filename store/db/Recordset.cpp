@@ -14,6 +14,9 @@ namespace {
 
 enum class Zustand { Lesend, Neu, Aendernd };
 
+// The file is asked for its size at each of so many rows only.
+constexpr std::size_t ZEILEN_JE_PRUEFUNG = 10'000;
+
 /// What a search has found: the rows, and the values of the first of them, row after row.
 struct Fund {
     std::vector<std::int64_t> zeilen;
@@ -28,7 +31,8 @@ std::size_t bytes(const Wert& wert) {
     return sizeof wert + (text ? text->size() : 0);
 }
 
-Fund zeilenSuchen(Verbindung& verbindung, const Tabelle& tabelle, const Auswahl& auswahl, bool mitWerten) {
+Fund zeilenSuchen(Verbindung& verbindung, Dateiteil teil, const Tabelle& tabelle, const Auswahl& auswahl,
+                  bool mitWerten) {
     const std::string text = "SELECT _rowid_" + (mitWerten ? ',' + tabelle.spaltenliste() : "") + " FROM " +
                              tabelle.ort + auswahl.bedingung +
                              (auswahl.geordnet ? ", _rowid_" : " ORDER BY _rowid_");
@@ -38,6 +42,8 @@ Fund zeilenSuchen(Verbindung& verbindung, const Tabelle& tabelle, const Auswahl&
     Verbindung::Lauf lauf(verbindung, text, auswahl.werte);
     while (lauf.weiter()) {
         fund.zeilen.push_back(alsZahl(lauf.wert(0)));
+        if (fund.zeilen.size() % ZEILEN_JE_PRUEFUNG == 0)
+            verbindung.zeilenPruefen(teil, fund.zeilen.size());
         if (summe > MEISTE_BYTES)
             continue;
         for (int i = 1; i <= spalten; ++i)
@@ -193,7 +199,8 @@ Recordset::Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std
     innen_->teil = teil;
     innen_->tabelle = innen_->verbindung->tabelle(teil, auswahl.tabelle);
     innen_->lesetext = innen_->tabelle->lesetext();
-    auto fund = zeilenSuchen(*innen_->verbindung, *innen_->tabelle, auswahl, innen_->verbindung->imLesezug());
+    auto fund =
+        zeilenSuchen(*innen_->verbindung, teil, *innen_->tabelle, auswahl, innen_->verbindung->imLesezug());
     innen_->zeilen = std::move(fund.zeilen);
     innen_->bild = std::move(fund.werte);
     innen_->bildAus = innen_->verbindung->lesezug();

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <new>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -45,6 +46,8 @@ Meldung meldungFuer(int sqliteNummer) {
     case SQLITE_READONLY:
         return {Fehlernummer::NurLesen, "Die Datenbank „%“ kann nur gelesen werden."};
     case SQLITE_CORRUPT:
+    case SQLITE_INTERRUPT: // a statement that found no end
+    case SQLITE_TOOBIG:    // a value that nobody has saved
         return {Fehlernummer::DateiBeschaedigt, "Die Datenbank „%“ ist beschädigt."};
     case SQLITE_NOTADB:
         return {Fehlernummer::KeineDatenbank, "Die Datei „%“ ist keine Datenbank."};
@@ -85,7 +88,29 @@ constexpr std::size_t index(Dateiteil teil) {
     return static_cast<std::size_t>(teil);
 }
 
-constexpr std::uintmax_t KLEINSTE_SEITE = 512; ///< of a SQLite file, by its format
+// By the format of a SQLite file.
+constexpr std::uintmax_t KLEINSTE_SEITE = 512;
+constexpr std::int64_t KLEINSTE_ZEILE = 6; ///< bytes of a row with the pointer to it
+
+// How far a statement goes before it counts as one without an end. The pages of a damaged file may lead from
+// one to the other in ways that take longer than a life; a whole file of a million rows is read to its
+// end.
+constexpr int SCHRITTE_JE_FRAGE = 1'000'000;
+constexpr int MEISTE_FRAGEN = 20;
+
+struct Obergrenze {
+    int art;
+    int wert;
+};
+
+/// What SQLite itself advises for files from anywhere, with room for the statements and tables of this store
+/// and for rules that others gave a table. A value of more bytes than the first lies in no whole file.
+constexpr std::array<Obergrenze, 6> OBERGRENZEN{{{SQLITE_LIMIT_LENGTH, 1'000'000},
+                                                 {SQLITE_LIMIT_SQL_LENGTH, 100'000},
+                                                 {SQLITE_LIMIT_COLUMN, 200},
+                                                 {SQLITE_LIMIT_EXPR_DEPTH, 100},
+                                                 {SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 50},
+                                                 {SQLITE_LIMIT_ATTACHED, 1}}};
 
 /// SQLite says of a file that is not there and of a directory no more than that it cannot open them, and
 /// takes an empty file for a database without tables; these are told apart here.
@@ -109,6 +134,8 @@ void absichern(sqlite3* sqlite) {
     sqlite3_db_config(sqlite, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(sqlite, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(sqlite, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    for (const auto& [art, wert] : OBERGRENZEN)
+        sqlite3_limit(sqlite, art, wert);
 }
 
 } // namespace
@@ -144,11 +171,17 @@ void Verbindung::oeffnen(int art) {
     if (nummer != SQLITE_OK)
         melden(nummer);
     absichern(sqlite);
+    sqlite3_progress_handler(sqlite, SCHRITTE_JE_FRAGE, findetKeinEnde, this);
     einarbeiten(false);
     // The first look into the file, which finds out whether it is a database at all. EXTRA: an Update that
     // has come back lies on the disk. FULL would not sync the folder after the journal has gone from it: the
     // journal could stand there again after a power cut, and roll the Update back.
     ausfuehren("PRAGMA synchronous = EXTRA");
+}
+
+/// SQLite asks while a statement runs; anything but 0 ends it.
+int Verbindung::findetKeinEnde(void* verbindung) {
+    return ++static_cast<Verbindung*>(verbindung)->fragen_ > MEISTE_FRAGEN ? 1 : 0;
 }
 
 /// Whether closing brings a write-ahead log, which others may have given a file, into it.
@@ -257,6 +290,7 @@ sqlite3_stmt* Verbindung::vorbereitet(const std::string& text) {
 
 Verbindung::Lauf::Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte)
     : verbindung_(verbindung), anweisung_(verbindung.vorbereitet(text)) {
+    verbindung.fragen_ = 0;
     int stelle = 0;
     for (const Wert& wert : werte)
         binden(++stelle, wert);
@@ -346,21 +380,36 @@ std::shared_ptr<const Tabelle> Verbindung::tabelle(Dateiteil teil, std::string_v
     if (bekannt)
         return bekannt;
     Tabelle gefunden;
-    Lauf lauf(*this,
-              "SELECT t.name, s.name, s.type FROM " + datei +
-                  ".sqlite_schema t, pragma_table_info(t.name, ?) s "
-                  "WHERE t.type = 'table' AND t.name = ? COLLATE NOCASE ORDER BY s.cid",
-              {datei, std::string(name)});
+    bool berechnet = false;
+    Lauf lauf(
+        *this,
+        "SELECT t.name, s.name, s.type, s.hidden FROM " + datei +
+            ".sqlite_schema t, pragma_table_list(t.name) l, pragma_table_xinfo(t.name, ?) s "
+            "WHERE t.type = 'table' AND t.name = ? COLLATE NOCASE AND l.type = 'table' AND l.schema = ? "
+            "ORDER BY s.cid",
+        {datei, std::string(name), datei});
     while (lauf.weiter()) {
         gefunden.name = alsText(lauf.wert(0));
         gefunden.ort = datei + '.' + inAnfuehrung(gefunden.name);
         gefunden.spalten.push_back({alsText(lauf.wert(1)), spaltenartAus(alsText(lauf.wert(2)))});
+        berechnet |= lauf.wert(3) != Wert{std::int64_t{0}};
     }
+    // What a foreign file computes while it is read may take any time.
+    if (berechnet)
+        throw fehler(Fehlernummer::KeineTabelle,
+                     "In der Datenbank „%“ hat die Tabelle „" + std::string(name) + "“ berechnete Spalten.",
+                     pfade_[index(teil)]);
     if (gefunden.spalten.empty())
         throw fehler(Fehlernummer::KeineTabelle,
                      "Die Datenbank „%“ hat keine Tabelle „" + std::string(name) + "“.", pfade_[index(teil)]);
     bekannt = std::make_shared<const Tabelle>(std::move(gefunden));
     return bekannt;
+}
+
+void Verbindung::zeilenPruefen(Dateiteil teil, std::size_t zeilen) {
+    const auto bytes = kopfzahl(teil, "page_count") * kopfzahl(teil, "page_size");
+    if (std::cmp_greater(zeilen, bytes / KLEINSTE_ZEILE))
+        throw fehler(Fehlernummer::DateiBeschaedigt, meldungFuer(SQLITE_CORRUPT).text, pfade_[index(teil)]);
 }
 
 /// Some errors (a full disk, for one) end the whole transaction by themselves. What follows in it must not

@@ -70,8 +70,12 @@ public:
     /// What the user is to know of the file before anything is done with it; mostly "".
     std::string hinweis();
 
-    /// The columns of a table, looked up once a connection. Throws 3078 for a name that is no table.
+    /// The columns of a table, looked up once a connection. Throws 3078 for a name that is no
+    /// table, and for a table that only computes what it shows.
     std::shared_ptr<const Tabelle> tabelle(Dateiteil teil, std::string_view name);
+
+    /// Throws 3049 for more rows than the file has room for: then it leads to some of them more than once.
+    void zeilenPruefen(Dateiteil teil, std::size_t zeilen);
 
     /// A transaction; one inside another is a part of it that can be rolled back by itself.
     void beginnen();
@@ -91,6 +95,7 @@ private:
         void operator()(sqlite3_stmt* anweisung) const noexcept;
     };
 
+    static int findetKeinEnde(void* verbindung);
     void oeffnen(int art);
     void einarbeiten(bool an);
     std::int64_t kopfzahl(Dateiteil teil, const char* name);
@@ -115,5 +120,6 @@ private:
     std::array<bool, 2> gestempelt_{}; ///< by Dateiteil: has a valid stamp, as this transaction has seen
     int tiefe_ = 0;                    ///< of transactions inside each other
     bool lesezug_ = false;
+    int fragen_ = 0; ///< how often SQLite asked whether the statement that runs is to go on
     std::uint64_t lesezuege_ = 0;
 };
