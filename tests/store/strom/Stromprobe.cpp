@@ -19,7 +19,8 @@
 namespace {
 
 constexpr std::array<std::size_t, 2> SEKTOREN{512, 4096};
-constexpr int ALLE_BIS = 32; ///< so many combinations are not drawn but gone through
+constexpr int ALLE_BIS = 32;  ///< so many combinations are not drawn but gone through
+constexpr int SCHICKSALE = 2; ///< all kept and all lost come before what is drawn
 constexpr int JEDE_WIEVIELTE_ZWEIMAL = 8;
 constexpr std::size_t FEHLER_GENUG = 5;
 
@@ -113,7 +114,7 @@ void jedePlatte(const Platte& platte, std::mt19937& zufall, const Besuch& besuch
             continue;
         }
         for (int i = 0; i < probenJeSchritt(); ++i) {
-            const Los los = schiefesLos(zufall);
+            const Los los = i < SCHICKSALE ? Los([i](int) { return i; }) : schiefesLos(zufall);
             besuchen(platte.nachStromausfall(sektor, zufall() % 4 == 0, los, zufall));
         }
     }
