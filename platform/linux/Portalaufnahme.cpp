@@ -92,8 +92,9 @@ void Portalaufnahme::lesen(const QString& datei, Empfaenger empfaenger) {
     gelesen->future().then(
         this, [empfaenger = std::move(empfaenger)](const QImage& bild) { empfaenger(schirmbild(bild)); });
     leser_.start([gelesen, datei] {
-        gelesen->addResult(QImage(datei).convertToFormat(QImage::Format_RGB32));
-        if (vergaenglich(datei))
+        const QImage bild(datei);
+        gelesen->addResult(bild.convertToFormat(QImage::Format_RGB32));
+        if (!bild.isNull() && vergaenglich(datei)) // what is no picture was not laid for us
             QFile::remove(datei);
         gelesen->finish();
     });

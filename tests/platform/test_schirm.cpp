@@ -212,6 +212,7 @@ TEST_F(AmPortal, AbsageFehlerUndUnlesbareDateiGebenKeinBild) {
     dateiSchreiben(portal.datei, "no picture");
     schirm.aufnehmen(nehmer.empfaenger());
     ASSERT_TRUE(nehmer.warten(3));
+    EXPECT_TRUE(dateiDa()) << "what is no picture is none that may go";
     portal.datei = "";
     schirm.aufnehmen(nehmer.empfaenger());
     ASSERT_TRUE(nehmer.warten(4));
