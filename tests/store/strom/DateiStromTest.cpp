@@ -120,6 +120,13 @@ TEST_F(DateiStrom, EinErsatzIstGanzOderGarNicht) {
     }
 }
 
+TEST_F(DateiStrom, WasDavorZurueckkamBleibtWaehrendDesNaechsten) {
+    dateiSchreiben(gamepad, "alt");
+    auto ersatz = probe([&] { return dateiErsetzen(gamepad, std::string(5000, 'z')); });
+    ersatz.zuvor = [&] { EXPECT_TRUE(dateiErsetzen(gamepad, std::string(7000, 'e'))); };
+    erwarteGanzOderGarNicht(ersatz);
+}
+
 TEST_F(DateiStrom, WasEinStromausfallLiegenLiessRaeumtDerNaechsteErsatz) {
     bool lagEiner = false;
     const auto probe = Stromprobe{ordner.pfad(), [&] { return dateiErsetzen(gamepad, GROSSES_BILD); },

@@ -106,6 +106,23 @@ TEST(SchemaStromEinzeln, AuchMitEinemVorausprotokollIstEsGanzOderGarNicht) {
     }
 }
 
+TEST(SchemaStromEinzeln, WasDavorZurueckkamBleibtWaehrendDesNaechsten) {
+    const Testdatenbank datei;
+    schemataLegen(datei);
+    const auto taten = grosseTaten();
+    const auto tat = [&](std::string_view name) {
+        std::ranges::find(taten, name, &Schematat::name)->tun(datei.pfad(), "");
+    };
+    for (const auto* protokoll : {"DELETE", "WAL"}) {
+        datei.sql(std::string("PRAGMA journal_mode = ") + protokoll);
+        erwarteGanzOderGarNicht({datei.ordner(),
+                                 [&] { return tun([&] { tat("EineLinieMitIhrenAktionen"); }); },
+                                 [&] { return datenbankstand(datei.pfad()); },
+                                 {},
+                                 [&] { tat("TastenUndKreuz"); }});
+    }
+}
+
 // Where it can't be laid the run plays on with the defaults.
 TEST(SchemaStromEinzeln, DieZeileDesErstenLaufsIstDaOderNicht) {
     const Testdatenbank datei;

@@ -139,13 +139,16 @@ public:
         , zufall_(static_cast<unsigned>(umgebungszahl("STROM_SAAT", 4711))) {}
 
     Strombericht laufen() {
+        zuvor();
         staende_.push_back(probe_.stand());
         staende_.insert(staende_.end(), probe_.dazwischen.begin(), probe_.dazwischen.end());
         aufzeichnen();
         bericht_.gesehen.resize(staende_.size());
-        bericht_.schritte = static_cast<int>(schritte_.size());
+        bericht_.schritte = static_cast<int>(schritte_.size() - erster_);
         Platte platte(anfang_);
-        for (std::size_t n = 0; n <= schritte_.size() && bericht_.fehler.size() < FEHLER_GENUG; ++n) {
+        for (std::size_t n = 0; n < erster_; ++n)
+            platte.tun(schritte_[n]);
+        for (std::size_t n = erster_; n <= schritte_.size() && bericht_.fehler.size() < FEHLER_GENUG; ++n) {
             jedePlatte(platte, zufall_, [&](const Plattenbild& bild) { besehen(bild, n); });
             if (n < schritte_.size())
                 platte.tun(schritte_[n]);
@@ -156,10 +159,17 @@ public:
     }
 
 private:
+    void zuvor() const {
+        if (probe_.zuvor)
+            probe_.zuvor();
+    }
+
     void aufzeichnen() {
         bildLegen(probe_.ordner, anfang_);
         {
             Mitschnitt mitschnitt(probe_.ordner);
+            zuvor();
+            erster_ = mitschnitt.schritte().size();
             EXPECT_TRUE(gelingt(probe_)) << "undisturbed";
             schritte_ = mitschnitt.schritte();
             Plattenbild gesehen = bildVon(probe_.ordner);
@@ -231,6 +241,7 @@ private:
     const Plattenbild anfang_;
     std::mt19937 zufall_;
     std::vector<Plattenschritt> schritte_;
+    std::size_t erster_ = 0; ///< step of what is looked at, behind those before it
     std::vector<std::string> staende_;
     std::unordered_map<std::size_t, int> befunde_;
     std::string gesagt_;

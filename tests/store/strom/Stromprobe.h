@@ -22,8 +22,10 @@ struct Stromprobe {
     /// Opens what lies there by the program's own code, and tells all that is to be compared. What it finds
     /// damaged it tells, too: that is none of the states allowed.
     std::function<std::string()> stand;
-    /// States that may be seen between before and after, in their order.
+    /// States that may be seen between before and after.
     std::vector<std::string> dazwischen = {};
+    /// What has come back before: all that it has not synced is at stake with the rest.
+    std::function<void()> zuvor = {};
 };
 
 /// What was seen, so that a test can tell that it has looked at something.
