@@ -352,7 +352,7 @@ TEST_F(Tastenwaechter, ErHatNichtsVonUnsOffen) {
         server.anzeige(), [](Spieler&) { schlafen(); },
         [] {
             for (int i = 0; i < 3; ++i)
-                dup(STDERR_FILENO); // as a library may have, that does not think of children
+                [[maybe_unused]] const int kanal = dup(STDERR_FILENO); // as of a careless library
         });
     Texte offene;
     for (const auto& kanal : std::filesystem::directory_iterator(opfer.waechter().pfad() / "fd"))
