@@ -30,11 +30,18 @@ public:
 
     virtual std::chrono::milliseconds Interval() const = 0;
     virtual bool Enabled() const = 0;
+
+    /// Zeitgeber::ruhen and Zeitgeber::weiter for this timer. It stays enabled; a new period ends its rest.
+    virtual void ruhen() = 0;
+    virtual std::uint64_t weiter(std::chrono::nanoseconds her = {}) = 0;
 };
 
 /// Contract: all procedures run one at a time on the thread that made the timers, from its event loop. A
 /// timer is periodic; calls that could not be made in time are dropped but for one, never queued up. Timers
 /// due at one time run by interval, the shorter first, then in the order in which they were set.
+///
+/// A timer whose calls would change nothing may rest: it makes none, while its deadlines go by and it keeps
+/// its place among the others. With no other timer the clock wakes nobody.
 class Zeitgeber {
 public:
     Zeitgeber() = default;
@@ -54,4 +61,20 @@ public:
     /// Number of the wake-up whose procedures run now: those that are due at one time share it, later ones
     /// have another. 0 outside of any procedure, and always where the clock does not count.
     virtual std::uint64_t augenblick() const { return 0; }
+
+    /// Whether timers of this clock can rest; the three below do nothing where they can't.
+    virtual bool kannRuhen() const { return false; }
+    /// Timer `id` makes no calls until `weiter`. One that does not run is ignored.
+    virtual void ruhen(std::uint32_t id) { static_cast<void>(id); }
+    /// Ends the rest of timer `id`, for something that happened `her` ago: calls that were due before that
+    /// are left out, and it gives their number; the next one comes when it would have come. Nothing and 0 for
+    /// a timer that does not rest.
+    virtual std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) {
+        static_cast<void>(id);
+        static_cast<void>(her);
+        return 0;
+    }
+    /// Calls `prozedur` each time before the clock lets time go by: whatever else the program does, a rest
+    /// that no longer holds is ended there in time. Replaces the last one; an empty one ends it.
+    virtual void vorDemSchlaf(TimerProzedur prozedur) { static_cast<void>(prozedur); }
 };

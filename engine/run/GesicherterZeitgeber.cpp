@@ -28,6 +28,10 @@ std::unique_ptr<Formularzeitgeber> GesicherterZeitgeber::formularzeitgeber(Timer
     return innen_.formularzeitgeber(gesichert(std::move(prozedur)));
 }
 
+void GesicherterZeitgeber::vorDemSchlaf(TimerProzedur prozedur) {
+    innen_.vorDemSchlaf(prozedur ? gesichert(std::move(prozedur)) : TimerProzedur());
+}
+
 TimerProzedur GesicherterZeitgeber::gesichert(TimerProzedur prozedur) const {
     return [prozedur = std::move(prozedur), beiFehler = beiFehler_] {
         try {

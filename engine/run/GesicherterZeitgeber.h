@@ -22,6 +22,12 @@ public:
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
     std::uint64_t augenblick() const override { return innen_.augenblick(); }
+    bool kannRuhen() const override { return innen_.kannRuhen(); }
+    void ruhen(std::uint32_t id) override { innen_.ruhen(id); }
+    std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override {
+        return innen_.weiter(id, her);
+    }
+    void vorDemSchlaf(TimerProzedur prozedur) override;
 
     /// Ids of the timers that are set.
     const std::set<std::uint32_t>& gesetzte() const { return gesetzte_; }

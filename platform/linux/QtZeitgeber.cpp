@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/QtZeitgeber.h"
 
+#include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <cerrno>
@@ -52,6 +53,10 @@ public:
     }
     std::chrono::milliseconds Interval() const override { return intervall_; }
     bool Enabled() const override { return an_; }
+    void ruhen() override { geber_.eintragRuhen(eintrag_); }
+    std::uint64_t weiter(std::chrono::nanoseconds her) override {
+        return geber_.eintragWeiter(eintrag_, her);
+    }
 
 private:
     void neuBeginnen() {
@@ -74,6 +79,7 @@ QtZeitgeber::QtZeitgeber() : uhr_(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK |
 }
 
 QtZeitgeber::~QtZeitgeber() {
+    vorDemSchlaf({});
     melder_.reset();
     close(uhr_);
 }
@@ -98,14 +104,62 @@ std::unique_ptr<Formularzeitgeber> QtZeitgeber::formularzeitgeber(TimerProzedur 
 void QtZeitgeber::einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall) {
     eintrag->intervall = intervall;
     eintrag->faellig = aufDasRaster(Uhr::now() + eintrag->intervall);
+    eintrag->ruht = false;
     plan_.push_back(eintrag);
     stellen();
 }
 
 void QtZeitgeber::streichen(const Zeiger& eintrag) {
+    eintrag->ruht = false;
     if (std::erase(plan_, eintrag) > 0)
         stellen();
 }
+
+// --- rest ---
+
+void QtZeitgeber::ruhen(std::uint32_t id) {
+    if (const auto eintrag = fenster_.find(id); eintrag != fenster_.end())
+        eintragRuhen(eintrag->second);
+}
+
+std::uint64_t QtZeitgeber::weiter(std::uint32_t id, std::chrono::nanoseconds her) {
+    const auto eintrag = fenster_.find(id);
+    return eintrag != fenster_.end() ? eintragWeiter(eintrag->second, her) : 0;
+}
+
+void QtZeitgeber::eintragRuhen(const Zeiger& eintrag) {
+    if (std::ranges::find(plan_, eintrag) == plan_.end())
+        return;
+    eintrag->ruht = true;
+    stellen();
+}
+
+std::uint64_t QtZeitgeber::eintragWeiter(const Zeiger& eintrag, std::chrono::nanoseconds her) {
+    if (!std::exchange(eintrag->ruht, false))
+        return 0;
+    const auto grenze = Uhr::now() - her;
+    std::uint64_t ausgelassene = 0;
+    if (eintrag->faellig < grenze) {
+        const auto perioden = (grenze - eintrag->faellig - Uhr::duration{1}) / eintrag->intervall + 1;
+        eintrag->faellig += perioden * eintrag->intervall;
+        ausgelassene = static_cast<std::uint64_t>(perioden);
+    }
+    stellen();
+    return ausgelassene;
+}
+
+void QtZeitgeber::vorDemSchlaf(TimerProzedur prozedur) {
+    QObject::disconnect(schlafmeldung_);
+    vorDemSchlaf_ = std::move(prozedur);
+    if (vorDemSchlaf_)
+        schlafmeldung_ = QObject::connect(QAbstractEventDispatcher::instance(),
+                                          &QAbstractEventDispatcher::aboutToBlock, melder_.get(), [this] {
+                                              const auto vorher = vorDemSchlaf_; // it may end itself
+                                              vorher();
+                                          });
+}
+
+// --- the beat ---
 
 void QtZeitgeber::laufen() {
     schlaegeZaehlen();
@@ -151,9 +205,19 @@ void QtZeitgeber::verspaetungZaehlen(Uhr::time_point faellig) {
 QtZeitgeber::Zeiger QtZeitgeber::faelligster(Uhr::time_point nach) const {
     Zeiger erster;
     for (const auto& eintrag : plan_)
-        if (!eintrag->laeuft && eintrag->faellig > nach && (!erster || frueher(*eintrag, *erster)))
+        if (!eintrag->laeuft && !eintrag->ruht && eintrag->faellig > nach &&
+            (!erster || frueher(*eintrag, *erster)))
             erster = eintrag;
     return erster;
+}
+
+// Of those that do not rest; there must be one.
+QtZeitgeber::Uhr::duration QtZeitgeber::kuerzestesIntervall() const {
+    auto kuerzestes = Uhr::duration::max();
+    for (const auto& eintrag : plan_)
+        if (!eintrag->ruht)
+            kuerzestes = std::min(kuerzestes, eintrag->intervall);
+    return kuerzestes;
 }
 
 bool QtZeitgeber::frueher(const Eintrag& eintrag, const Eintrag& als) {
@@ -173,9 +237,7 @@ void QtZeitgeber::stellen() {
     }
     if (erster->faellig == schlag_ || (unterwegs && !steht && erster->faellig > schlag_))
         return;
-    const auto kuerzester =
-        std::ranges::min_element(plan_, {}, [](const Zeiger& eintrag) { return eintrag->intervall; });
-    schlagen(erster->faellig, (*kuerzester)->intervall);
+    schlagen(erster->faellig, kuerzestesIntervall());
 }
 
 // The epoch stops the clock.

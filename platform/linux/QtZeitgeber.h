@@ -11,6 +11,7 @@
 
 #include "platform/Zeitgeber.h"
 
+#include <QObject>
 #include <chrono>
 #include <map>
 #include <memory>
@@ -36,6 +37,10 @@ public:
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
     std::uint64_t augenblick() const override { return durchgaenge_ > 0 ? augenblick_ : 0; }
+    bool kannRuhen() const override { return true; }
+    void ruhen(std::uint32_t id) override;
+    std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override;
+    void vorDemSchlaf(TimerProzedur prozedur) override;
 
     /// The late calls of all timers since the count was begun.
     const Verspaetungen& verspaetungen() const { return verspaetungen_; }
@@ -50,17 +55,21 @@ private:
         Uhr::duration intervall{};
         Uhr::time_point faellig;
         bool laeuft = false; // its procedure is on the stack
+        bool ruht = false;
     };
     using Zeiger = std::shared_ptr<Eintrag>;
 
     void einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall);
     static bool frueher(const Eintrag& eintrag, const Eintrag& als);
     void streichen(const Zeiger& eintrag);
+    void eintragRuhen(const Zeiger& eintrag);
+    std::uint64_t eintragWeiter(const Zeiger& eintrag, std::chrono::nanoseconds her);
     void laufen();
     void schlaegeZaehlen();
     void faelligeLaufenLassen();
     void verspaetungZaehlen(Uhr::time_point faellig);
     Zeiger faelligster(Uhr::time_point nach = Uhr::time_point::min()) const;
+    Uhr::duration kuerzestesIntervall() const;
     void stellen();
     void schlagen(Uhr::time_point erster, Uhr::duration schritt);
 
@@ -72,5 +81,7 @@ private:
     std::uint64_t augenblick_ = 0;
     std::vector<Zeiger> plan_; // in the order in which they were set
     std::map<std::uint32_t, Zeiger> fenster_;
+    TimerProzedur vorDemSchlaf_;
+    QMetaObject::Connection schlafmeldung_;
     Verspaetungen verspaetungen_;
 };

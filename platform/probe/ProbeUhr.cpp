@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/probe/ProbeUhr.h"
 
+#include <algorithm>
 #include <utility>
 
 class ProbeUhr::Formular final : public Formularzeitgeber {
@@ -22,6 +23,13 @@ public:
     }
     Zeit Interval() const override { return intervall_; }
     bool Enabled() const override { return an_; }
+    void ruhen() override {
+        if (reihe_)
+            uhr_.reiheRuhen(*reihe_);
+    }
+    std::uint64_t weiter(std::chrono::nanoseconds her) override {
+        return reihe_ ? uhr_.reiheWeiter(*reihe_, her) : 0;
+    }
 
 private:
     void anwerfen() {
@@ -72,23 +80,72 @@ std::uint64_t ProbeUhr::einplanen(Zeit intervall, TimerProzedur prozedur) {
 }
 
 void ProbeUhr::streichen(std::uint64_t reihe) {
+    if (ruhende_.erase(reihe) > 0)
+        return;
     const auto stelle = plaetze_.find(reihe);
     plan_.erase(stelle->second);
     plaetze_.erase(stelle);
 }
 
+void ProbeUhr::ruhen(std::uint32_t id) {
+    if (const auto stelle = fenster_.find(id); stelle != fenster_.end())
+        reiheRuhen(stelle->second);
+}
+
+std::uint64_t ProbeUhr::weiter(std::uint32_t id, std::chrono::nanoseconds her) {
+    const auto stelle = fenster_.find(id);
+    return stelle != fenster_.end() ? reiheWeiter(stelle->second, her) : 0;
+}
+
+void ProbeUhr::reiheRuhen(std::uint64_t reihe) {
+    const auto stelle = plaetze_.find(reihe);
+    if (stelle == plaetze_.end())
+        return;
+    auto knoten = plan_.extract(stelle->second);
+    plaetze_.erase(stelle);
+    ruhende_.insert_or_assign(reihe, Ruhender{knoten.key(), std::move(knoten.mapped())});
+}
+
+std::uint64_t ProbeUhr::reiheWeiter(std::uint64_t reihe, std::chrono::nanoseconds her) {
+    auto knoten = ruhende_.extract(reihe);
+    if (!knoten)
+        return 0;
+    auto& [platz, prozedur] = knoten.mapped();
+    const auto grenze =
+        her.count() > 0 ? Platz{jetzt_ - std::chrono::ceil<Zeit>(her), Zeit::min(), 0} : gelaufen_;
+    std::uint64_t ausgelassene = 0;
+    for (; platz <= grenze; platz.faellig += platz.intervall)
+        ++ausgelassene;
+    plaetze_.emplace(reihe, platz);
+    plan_.emplace(platz, std::move(prozedur));
+    ausgelassene_ += ausgelassene;
+    return ausgelassene;
+}
+
 void ProbeUhr::vorBis(Zeit ziel) {
-    while (!plan_.empty() && plan_.begin()->first.faellig <= ziel) {
-        auto knoten = plan_.extract(plan_.begin());
-        jetzt_ = knoten.key().faellig;
-        // The next deadline stands before the procedure runs, which may kill or replace its own timer.
-        knoten.key().faellig += knoten.key().intervall;
-        plaetze_.at(knoten.key().reihe) = knoten.key();
-        const TimerProzedur prozedur = knoten.mapped();
-        plan_.insert(std::move(knoten));
-        laeuft_ = true;
-        prozedur();
-        laeuft_ = false;
+    const auto steht = [this] { return plan_.empty() || plan_.begin()->first.faellig > jetzt_; };
+    for (;;) {
+        if (const auto vorher = vorDemSchlaf_; vorher && steht())
+            vorher();
+        if (plan_.empty() || plan_.begin()->first.faellig > ziel)
+            break;
+        naechstenLaufenLassen();
     }
     jetzt_ = ziel;
+    gelaufen_ = {ziel, Zeit::max(), std::numeric_limits<std::uint64_t>::max()};
+}
+
+void ProbeUhr::naechstenLaufenLassen() {
+    auto knoten = plan_.extract(plan_.begin());
+    auto& platz = knoten.key();
+    gelaufen_ = platz;
+    jetzt_ = std::max(jetzt_, platz.faellig); // one that comes from a rest may be late
+    // The next deadline stands before the procedure runs, which may kill or replace its own timer.
+    platz.faellig += ((jetzt_ - platz.faellig) / platz.intervall + 1) * platz.intervall;
+    plaetze_.at(platz.reihe) = platz;
+    const TimerProzedur prozedur = knoten.mapped();
+    plan_.insert(std::move(knoten));
+    laeuft_ = true;
+    prozedur();
+    laeuft_ = false;
 }

@@ -9,9 +9,11 @@
 #include "platform/Zeitgeber.h"
 
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 
 class ProbeUhr final : public Zeitgeber {
 public:
@@ -24,6 +26,10 @@ public:
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
     std::uint64_t augenblick() const override;
+    bool kannRuhen() const override { return true; }
+    void ruhen(std::uint32_t id) override;
+    std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override;
+    void vorDemSchlaf(TimerProzedur prozedur) override { vorDemSchlaf_ = std::move(prozedur); }
 
     Zeit jetzt() const { return jetzt_; }
     /// Runs all timers that are due up to and including `ziel`, then stands at `ziel`.
@@ -38,6 +44,8 @@ public:
     bool laeuft(std::uint32_t id) const { return fenster_.contains(id); }
     /// How many timers, of both kinds, would fire if time went on.
     std::size_t laufende() const { return plan_.size(); }
+    /// How many calls were left out by rests that have ended.
+    std::uint64_t ausgelassene() const { return ausgelassene_; }
 
 private:
     class Formular;
@@ -52,11 +60,24 @@ private:
     // A timer in the plan is known by its order number, which stays while its deadline moves on.
     std::uint64_t einplanen(Zeit intervall, TimerProzedur prozedur);
     void streichen(std::uint64_t reihe);
+    void reiheRuhen(std::uint64_t reihe);
+    std::uint64_t reiheWeiter(std::uint64_t reihe, std::chrono::nanoseconds her);
+    void naechstenLaufenLassen();
+
+    struct Ruhender {
+        Platz platz;
+        TimerProzedur prozedur;
+    };
 
     Zeit jetzt_{0};
+    // All that lies before this place, and what lies at it, has run.
+    Platz gelaufen_{Zeit{0}, Zeit::max(), std::numeric_limits<std::uint64_t>::max()};
     bool laeuft_ = false; // a procedure
     std::uint64_t naechsteReihe_ = 0;
     std::map<Platz, TimerProzedur> plan_;
     std::map<std::uint64_t, Platz> plaetze_;         // by order number
+    std::map<std::uint64_t, Ruhender> ruhende_;      // by order number
     std::map<std::uint32_t, std::uint64_t> fenster_; // window timers: id to order number
+    TimerProzedur vorDemSchlaf_;
+    std::uint64_t ausgelassene_ = 0;
 };

@@ -263,6 +263,133 @@ TYPED_TEST(ZeitgeberVertrag, EinFormulartimerDarfSichInSeinerProzedurAusschalten
     EXPECT_EQ(form->Interval(), TAKT);
 }
 
+TYPED_TEST(ZeitgeberVertrag, EinRuhenderTimerLaesstSeineAufrufeAusUndBehaeltSeineFristen) {
+    ASSERT_TRUE(this->geber.kannRuhen());
+    this->geber.SetTimer(1, 2 * TAKT, this->schreibt('a'));
+    this->takte(2); // 2.5
+    this->geber.ruhen(1);
+    this->geber.ruhen(1);
+    this->takte(4); // 7: those at 4 and 6 are left out
+    EXPECT_EQ(this->text, "a");
+    EXPECT_EQ(this->geber.weiter(1), 2U);
+    EXPECT_EQ(this->geber.weiter(1), 0U);
+    this->takte(0); // 7.5
+    EXPECT_EQ(this->text, "a");
+    this->takte(0); // 8
+    this->takte(0); // 8.5
+    EXPECT_EQ(this->text, "aa");
+    this->takte(1); // 10
+    this->takte(0);
+    EXPECT_EQ(this->text, "aaa");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinRuhenderFormulartimerBleibtEingeschaltetUndFaengtMitFrischerFristNeuAn) {
+    const auto form = this->geber.formularzeitgeber(this->schreibt('a'));
+    form->ruhen(); // one that does not run
+    form->Interval(TAKT);
+    form->Enabled(true);
+    form->ruhen();
+    this->takte(2);
+    EXPECT_TRUE(form->Enabled());
+    EXPECT_EQ(this->text, "");
+    EXPECT_EQ(form->weiter(), 2U); // 2.5
+    this->takte(0);
+    this->takte(0); // 3.5
+    EXPECT_EQ(this->text, "a");
+    form->ruhen();
+    form->Interval(TAKT);
+    EXPECT_EQ(form->weiter(), 0U);
+    this->takte(1); // 5
+    EXPECT_EQ(this->text, "aa");
+    form->ruhen();
+    form->Enabled(false);
+    EXPECT_EQ(form->weiter(), 0U);
+    this->takte(2);
+    EXPECT_EQ(this->text, "aa");
+}
+
+TYPED_TEST(ZeitgeberVertrag, NachDerRuheGehtEsInDerAltenReihenfolge) {
+    std::chrono::steady_clock::time_point begonnen;
+    do { // see above
+        begonnen = anfangEinerMillisekunde();
+        this->geber.SetTimer(1, 2 * TAKT, this->schreibt('a'));
+        this->geber.SetTimer(2, 2 * TAKT, this->schreibt('b'));
+        this->geber.SetTimer(3, TAKT, this->schreibt('c'));
+    } while (std::chrono::steady_clock::now() - begonnen > 500us);
+    for (const std::uint32_t id : {1, 3})
+        this->geber.ruhen(id);
+    this->takte(2); // 2.5
+    EXPECT_EQ(this->text, "b");
+    EXPECT_EQ(this->geber.weiter(3), 2U);
+    EXPECT_EQ(this->geber.weiter(1), 1U);
+    this->takte(1); // 4
+    this->takte(0); // 4.5
+    EXPECT_EQ(this->text, "bccab");
+}
+
+TYPED_TEST(ZeitgeberVertrag, EinGeloeschterOderErsetzterRuhtNichtMehr) {
+    for (const std::uint32_t id : {1, 2})
+        this->geber.SetTimer(id, TAKT, this->schreibt('a'));
+    for (const std::uint32_t id : {1, 2, 77})
+        this->geber.ruhen(id);
+    this->geber.KillTimer(1);
+    this->geber.SetTimer(2, TAKT, this->schreibt('b'));
+    for (const std::uint32_t id : {1, 2, 77})
+        EXPECT_EQ(this->geber.weiter(id), 0U) << id;
+    this->takte(2);
+    EXPECT_EQ(this->text, "bb");
+}
+
+// What ended the rest came between the second and the third deadline, and is told of later.
+TYPED_TEST(ZeitgeberVertrag, FristenSeitDemWasDieRuheBeendetHatGelten) {
+    this->geber.SetTimer(1, 2 * TAKT, this->schreibt('a'));
+    this->geber.ruhen(1);
+    this->takte(6);                                        // 6.5
+    EXPECT_EQ(this->geber.weiter(1, TAKT + TAKT / 2), 2U); // since 5
+    this->takte(0);                                        // 7
+    EXPECT_EQ(this->text, "a");
+    this->takte(1); // 8.5
+    EXPECT_EQ(this->text, "aa");
+}
+
+TYPED_TEST(ZeitgeberVertrag, WeiterGehtEsAuchAusEinerProzedurDieMitIhmFaelligIst) {
+    this->geber.SetTimer(1, 2 * TAKT, this->schreibt('a'));
+    this->geber.SetTimer(2, TAKT, [&] {
+        this->text += 'b';
+        if (this->text.size() == 4)
+            this->geber.weiter(1);
+    });
+    this->geber.ruhen(1);
+    this->takte(4);
+    EXPECT_EQ(this->text.substr(0, 4), "bbbb");
+    this->takte(1); // 6
+    this->takte(0);
+    EXPECT_EQ(this->text.back(), 'a');
+}
+
+TYPED_TEST(ZeitgeberVertrag, VorDemSchlafKannEineRuheZuEndeGehen) {
+    bool gilt = true;
+    int gefragt = 0;
+    this->geber.SetTimer(1, TAKT, this->schreibt('a'));
+    this->geber.SetTimer(2, 3 * TAKT, [&] { gilt = false; }); // as anything that the program does
+    this->geber.vorDemSchlaf([&] {
+        ++gefragt;
+        if (gilt)
+            return;
+        this->geber.vorDemSchlaf({});
+        EXPECT_EQ(this->geber.weiter(1), 3U);
+    });
+    this->geber.ruhen(1);
+    this->takte(3); // 3.5
+    EXPECT_EQ(this->text, "");
+    this->takte(1); // 5
+    EXPECT_GT(gefragt, 0);
+    gefragt = 0;
+    this->takte(0);
+    EXPECT_EQ(this->text, "aa");
+    EXPECT_EQ(gefragt, 0);
+}
+
 TYPED_TEST(ZeitgeberVertrag, WasZuEinerFristLaeuftTeiltDenAugenblick) {
     std::vector<std::uint64_t> kurze;
     std::vector<std::uint64_t> lange;
@@ -465,6 +592,33 @@ TEST_F(EchteZeit, OhneTimerSchlaeftDieUhr) {
                      [&] { ++aufgewacht; });
     vergehen(100ms);
     EXPECT_LE(aufgewacht, 3);
+}
+
+TEST_F(EchteZeit, ZwischenRuhendenTimernSchlaeftDieUhr) {
+    qt.geber.SetTimer(1, 1ms, [] {});
+    const auto form = qt.geber.formularzeitgeber([] {});
+    form->Interval(5ms);
+    form->Enabled(true);
+    int andere = 0;
+    qt.geber.SetTimer(2, 50ms, [&] { ++andere; });
+    qt.geber.ruhen(1);
+    form->ruhen();
+    vergehen(2ms);
+    int aufgewacht = 0;
+    QObject::connect(QCoreApplication::eventDispatcher(), &QAbstractEventDispatcher::awake,
+                     [&] { ++aufgewacht; });
+    qt.geber.verspaetungenNeuZaehlen();
+    vergehen(210ms);
+    EXPECT_GE(andere, 3);
+    EXPECT_LE(aufgewacht, 8);
+    qt.geber.KillTimer(2);
+    EXPECT_GT(qt.geber.weiter(1), 150U);
+    EXPECT_GT(form->weiter(), 30U);
+    int schlaege = 0;
+    qt.geber.SetTimer(3, 1ms, [&] { ++schlaege; });
+    vergehen(20ms);
+    EXPECT_GT(schlaege, 5);
+    EXPECT_LE(qt.geber.verspaetungen().anzahl, 1U); // none of the rest; one where the machine was busy
 }
 
 } // namespace
