@@ -2,8 +2,10 @@
 // The pad as the poll cycle sees it: one call that fills one record.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 /// State of a pad. Names, order and widths are those of the Windows multimedia joystick API (joystickapi.h);
@@ -38,6 +40,9 @@ struct Padauskunft {
     bool operator==(const Padauskunft&) const = default;
 };
 
+/// That a pad has done something: `her` ago, 0 where that is not known.
+using Weckruf = std::function<void(std::chrono::nanoseconds her)>;
+
 /// Contract: a pad may come and go between any two calls. Calls in one instant of the program's clock may
 /// share one look at the pads. Never throws, never blocks.
 class Joystick {
@@ -55,4 +60,15 @@ public:
     /// What is plugged in now; a backend that cannot tell says that nothing is. Not for every tick: it makes
     /// texts.
     virtual Padauskunft auskunft() { return {}; }
+
+    /// Instead of being polled, keeps watch over pad 0: calls `weckruf` as soon as joyGetPosEx could bring
+    /// anything else than it did last, that is when the pad does something, comes or goes. Once, from the
+    /// event loop or from within a call of this object, never from within this one. It may come for nothing.
+    /// False where that cannot be told; nothing is watched then. Replaces a watch that is on.
+    virtual bool wachen(Weckruf weckruf) {
+        static_cast<void>(weckruf);
+        return false;
+    }
+    /// Ends the watch without a call, if one is on.
+    virtual void nichtWachen() {}
 };

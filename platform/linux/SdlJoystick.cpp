@@ -3,6 +3,8 @@
 
 #include "platform/Zeitgeber.h"
 
+#include <QAbstractEventDispatcher>
+#include <QSocketNotifier>
 #include <SDL.h>
 #include <algorithm>
 #include <bit>
@@ -128,6 +130,11 @@ std::string zuordnung(int stelle) {
     const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GameControllerMappingForDeviceIndex(stelle),
                                                           &SDL_free);
     return text ? "Zuordnung " + std::string(text.get()) : "ohne Zuordnung, Knöpfe und Achsen wie sie kommen";
+}
+
+// Instance of the pad that is pad 0 now; -1 without one.
+SDL_JoystickID erstesPad() {
+    return SDL_NumJoysticks() > 0 ? SDL_JoystickGetDeviceInstanceID(0) : -1;
 }
 
 void sdlAuffrischen() {
@@ -290,12 +297,19 @@ void SdlJoystick::auffrischen() {
     umsehen();
 }
 
+// What is seen here wakes who waits for it, too: it won't be seen again.
 bool SdlJoystick::kannNeuesBringen() {
     const auto befund = wache_.nachsehen();
     const auto jetzt = Uhr::now();
     if (befund.geraete)
         suchende_ = jetzt + SUCHDAUER;
-    if (!befund.pads && allesBewacht() && jetzt >= suchende_ && jetzt < naechsteSuche_)
+    if (befund.neues())
+        wecken(befund.seit);
+    else if (weckruf_ && erstesPad() != bewachtes_) // who else changes SDL's list in this process
+        wecken(jetzt);
+    const bool grund =
+        std::exchange(ungelesen_, false) || befund.pads || !allesBewacht() || jetzt < suchende_;
+    if (!grund && jetzt < naechsteSuche_)
         return false;
     naechsteSuche_ = jetzt + SUCHABSTAND;
     return true;
@@ -304,6 +318,47 @@ bool SdlJoystick::kannNeuesBringen() {
 bool SdlJoystick::allesBewacht() const {
     return wache_.siehtKommen() &&
            std::ranges::all_of(offene_, [&](const auto& pad) { return wache_.sieht(pad.second->kennung()); });
+}
+
+// --- watch ---
+
+bool SdlJoystick::wachen(Weckruf weckruf) {
+    nichtWachen();
+    if (ungelesen_ || !allesBewacht() || Uhr::now() < suchende_ || !QAbstractEventDispatcher::instance())
+        return false;
+    if (!wachmelder_) {
+        wachmelder_ = std::make_unique<QSocketNotifier>(wache_.melder(), QSocketNotifier::Read);
+        QObject::connect(wachmelder_.get(), &QSocketNotifier::activated, wachmelder_.get(),
+                         [this] { wachmeldung(); });
+    }
+    weckruf_ = std::move(weckruf);
+    bewachtes_ = erstesPad();
+    wachmelder_->setEnabled(true);
+    return true;
+}
+
+void SdlJoystick::nichtWachen() {
+    weckruf_ = {};
+    if (wachmelder_)
+        wachmelder_->setEnabled(false);
+}
+
+void SdlJoystick::wachmeldung() {
+    const auto befund = wache_.nachsehen();
+    if (!befund.neues())
+        return;
+    ungelesen_ = true;
+    if (befund.geraete)
+        suchende_ = Uhr::now() + SUCHDAUER;
+    wecken(befund.seit);
+}
+
+void SdlJoystick::wecken(Uhr::time_point seit) {
+    if (!weckruf_)
+        return;
+    const auto weckruf = std::exchange(weckruf_, {});
+    wachmelder_->setEnabled(false);
+    weckruf(Uhr::now() - seit);
 }
 
 Padauskunft SdlJoystick::auskunft() {

@@ -31,6 +31,7 @@
 #include <string>
 #include <vector>
 
+class QSocketNotifier;
 class Zeitgeber;
 
 class SdlJoystick final : public Joystick {
@@ -43,6 +44,10 @@ public:
 
     std::uint32_t joyGetPosEx(std::uint32_t id, JOYINFOEX& info) override;
     Padauskunft auskunft() override;
+    /// Needs an event loop on this thread. Not while pads are being looked for, and not over one that can't
+    /// be watched.
+    bool wachen(Weckruf weckruf) override;
+    void nichtWachen() override;
 
     /// Tells which pads have come and gone since the last time. joyGetPosEx and auskunft do it, too.
     void umsehen();
@@ -62,6 +67,8 @@ private:
     bool istAufgefrischt();
     bool kannNeuesBringen();
     bool allesBewacht() const;
+    void wachmeldung();
+    void wecken(Uhr::time_point seit);
     void oeffnen(std::uint32_t id);
     void schliessen(std::uint32_t id);
     bool istGemeldet() const;
@@ -69,6 +76,10 @@ private:
     Padwache wache_;                // before SDL looks for pads
     Uhr::time_point suchende_;      // until then each update may find a pad, or how it stands
     Uhr::time_point naechsteSuche_; // the next update that needs no reason
+    bool ungelesen_ = false;        // the watch has seen something that no update has followed yet
+    Weckruf weckruf_;               // empty without a watch
+    std::int32_t bewachtes_ = 0;    // instance of pad 0 when the watch began
+    std::unique_ptr<QSocketNotifier> wachmelder_;
     std::map<std::uint32_t, std::unique_ptr<Pad>> offene_; // by id
     Meldung meldung_;
     const Zeitgeber* zeitgeber_;

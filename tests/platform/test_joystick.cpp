@@ -5,6 +5,7 @@
 #include "platform/probe/ProbeUhr.h"
 #include "tests/platform/JoystickSatz.h"
 
+#include <QCoreApplication>
 #include <SDL.h>
 #include <csignal>
 #include <dlfcn.h>
@@ -97,6 +98,7 @@ struct MitProbe {
     ProbeJoystick joystick;
     MitProbe() {
         joystick.da = false;
+        joystick.kannWachen = true;
         joystick.namen = {"Testpad"};
     }
     void einstecken() { joystick.da = true; }
@@ -108,6 +110,8 @@ struct MitProbe {
         joystick.zustand.dwButtons = 1;
         joystick.zustand.dwButtonNumber = 1;
     }
+    static constexpr bool BEWACHT_SEIN_PAD = true;
+    void ereignisse() { joystick.melden(); }
 };
 
 struct MitSdl {
@@ -116,6 +120,12 @@ struct MitSdl {
     void einstecken() { pad = std::make_unique<VirtuellesPad>(); }
     void ausstecken() { pad.reset(); }
     void bit0druecken() { pad->taste(SDL_CONTROLLER_BUTTON_Y); }
+    static constexpr bool BEWACHT_SEIN_PAD = false; // it is none of the kernel's
+    // A pad of this process is seen by who looks next.
+    void ereignisse() {
+        QCoreApplication::processEvents();
+        joystick.auskunft();
+    }
 };
 
 template <typename Backend> class JoystickVertrag : public testing::Test {
@@ -174,6 +184,58 @@ TYPED_TEST(JoystickVertrag, EinPadKommtUndGehtHundertmal) {
         ASSERT_EQ(info.dwButtonNumber, 1U) << mal;
         this->backend.ausstecken();
     }
+}
+
+TYPED_TEST(JoystickVertrag, WerWachtWirdEinmalGewecktWennEinPadKommt) {
+    int geweckt = 0;
+    JOYINFOEX info;
+    this->joystick.joyGetPosEx(0, info);
+    ASSERT_TRUE(this->joystick.wachen([&](auto) { ++geweckt; }));
+    this->backend.ereignisse();
+    EXPECT_EQ(geweckt, 0);
+    this->backend.einstecken();
+    this->backend.ereignisse();
+    EXPECT_EQ(geweckt, 1);
+    this->backend.ausstecken();
+    this->backend.ereignisse();
+    EXPECT_EQ(geweckt, 1);
+}
+
+TYPED_TEST(JoystickVertrag, WerNichtMehrWachtUndWerAbgeloestIstSchlaeftWeiter) {
+    int geweckt = 0;
+    JOYINFOEX info;
+    this->joystick.joyGetPosEx(0, info);
+    ASSERT_TRUE(this->joystick.wachen([&](auto) { ++geweckt; }));
+    this->joystick.nichtWachen();
+    this->joystick.nichtWachen();
+    this->backend.einstecken();
+    this->backend.ereignisse();
+    this->backend.ausstecken();
+    this->joystick.joyGetPosEx(0, info);
+    EXPECT_EQ(geweckt, 0);
+}
+
+TYPED_TEST(JoystickVertrag, EinPadWirdBewachtOderMussGelesenWerden) {
+    this->backend.einstecken();
+    JOYINFOEX info;
+    this->joystick.joyGetPosEx(0, info);
+    std::vector<std::string> geweckt;
+    const auto wachen = [&](const char* was) {
+        return this->joystick.wachen([&geweckt, was](auto) { geweckt.push_back(was); });
+    };
+    ASSERT_EQ(wachen("ersetzt"), TypeParam::BEWACHT_SEIN_PAD);
+    if (!TypeParam::BEWACHT_SEIN_PAD)
+        return;
+    wachen("Taste");
+    this->backend.ereignisse();
+    this->backend.bit0druecken();
+    this->backend.ereignisse();
+    this->joystick.joyGetPosEx(0, info);
+    wachen("weg");
+    this->backend.ereignisse();
+    this->backend.ausstecken();
+    this->backend.ereignisse();
+    EXPECT_THAT(geweckt, testing::ElementsAre("Taste", "weg"));
 }
 
 namespace {
@@ -476,4 +538,10 @@ TEST(SdlJoystick, DieAuskunftNenntDasPadDasGelesenWirdUndAlleZaehlt) {
     erstes.reset();
     EXPECT_EQ(joystick.auskunft(), (Padauskunft{1, "Zweites"}));
     EXPECT_EQ(lesen(joystick).dwButtons, 1U);
+}
+
+int main(int anzahl, char** worte) {
+    testing::InitGoogleMock(&anzahl, worte);
+    const QCoreApplication programm(anzahl, worte); // whose event loop a watch needs
+    return RUN_ALL_TESTS();
 }

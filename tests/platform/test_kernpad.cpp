@@ -6,17 +6,40 @@
 #include "platform/probe/ProbeJoystick.h"
 #include "tests/platform/JoystickSatz.h"
 
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <SDL.h>
 #include <chrono>
 #include <cstdlib>
+#include <dlfcn.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <libevdev/libevdev-uinput.h>
 #include <linux/input.h>
 #include <memory>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 
 namespace {
+
+int auffrischungen = 0;
+
+} // namespace
+
+// In the place of the library's: how often the pads are updated.
+extern "C" void SDLCALL SDL_JoystickUpdate(void) {
+    ++auffrischungen;
+    static const auto eigentliche =
+        reinterpret_cast<decltype(&SDL_JoystickUpdate)>(dlsym(RTLD_NEXT, "SDL_JoystickUpdate"));
+    eigentliche();
+}
+
+namespace {
+
+using namespace std::chrono_literals;
 
 // A pad that the kernel has: a gamepad of a known make, or a joystick that nobody knows.
 class KernPad {
@@ -47,7 +70,8 @@ public:
     }
 
     bool da() const { return geraet_ != nullptr; }
-    void senden(unsigned art, unsigned code, int wert) {
+    const char* knoten() const { return libevdev_uinput_get_devnode(geraet_); }
+    void senden(unsigned art, unsigned code, int wert) const {
         libevdev_uinput_write_event(geraet_, art, code, wert);
         libevdev_uinput_write_event(geraet_, EV_SYN, SYN_REPORT, 0);
     }
@@ -143,6 +167,159 @@ TEST_F(MitKernPad, DasNiemandKenntKommtRoh) {
     EXPECT_EQ(warten(JOYERR_NOERROR, 8), erwartet);
 }
 
+// --- watch ---
+
+class BewachtesKernPad : public MitKernPad {
+protected:
+    // Lets the event loop run until `erfuellt`, 5 s at most.
+    template <class Bedingung> bool bis(const Bedingung& erfuellt) {
+        for (int mal = 0; mal < 1000 && !erfuellt(); ++mal)
+            vergehen(5ms);
+        return erfuellt();
+    }
+    static void vergehen(std::chrono::milliseconds dauer) {
+        QEventLoop schleife;
+        QTimer::singleShot(dauer, Qt::PreciseTimer, &schleife, &QEventLoop::quit);
+        schleife.exec();
+    }
+    JOYINFOEX lesen() {
+        JOYINFOEX info;
+        antwort = joystick->joyGetPosEx(0, info);
+        return info;
+    }
+    bool wachen() {
+        geweckt = 0;
+        return joystick->wachen([this](std::chrono::nanoseconds wieLange) {
+            ++geweckt;
+            her = wieLange;
+        });
+    }
+    // Plugged in and found, and the search that follows is over.
+    bool eingesteckt() {
+        if (!pad->da()) {
+            warten(JOYERR_UNPLUGGED);
+            return false;
+        }
+        warten(JOYERR_NOERROR);
+        EXPECT_TRUE(bis([this] {
+            lesen();
+            return wachen();
+        }));
+        return true;
+    }
+
+    std::unique_ptr<KernPad> pad = std::make_unique<KernPad>(true);
+    std::uint32_t antwort = 0;
+    int geweckt = 0;
+    std::chrono::nanoseconds her{0};
+};
+
+TEST_F(BewachtesKernPad, WirdNichtAufgefrischtSolangeEsNichtsTut) {
+    if (!eingesteckt())
+        return;
+    joystick->nichtWachen();
+    lesen();
+    auffrischungen = 0;
+    for (int mal = 0; mal < 300; ++mal)
+        lesen();
+    EXPECT_LE(auffrischungen, 1);
+    for (int mal = 1; mal <= 20; ++mal) { // and each time that it does, at once
+        pad->senden(EV_KEY, BTN_SOUTH, mal % 2);
+        EXPECT_EQ(lesen().dwButtons, mal % 2 ? 4U : 0U) << mal;
+    }
+}
+
+TEST_F(BewachtesKernPad, WecktWennEsEtwasTutMitDessenZeit) {
+    if (!eingesteckt())
+        return;
+    vergehen(100ms);
+    EXPECT_EQ(geweckt, 0);
+    pad->senden(EV_ABS, ABS_X, 20000);
+    std::this_thread::sleep_for(10ms);
+    EXPECT_TRUE(bis([this] { return geweckt > 0; }));
+    EXPECT_GE(her, 10ms);
+    EXPECT_LT(her, 1s);
+    EXPECT_EQ(lesen().dwXpos, 52768U);
+    vergehen(50ms);
+    EXPECT_EQ(geweckt, 1);
+}
+
+TEST_F(BewachtesKernPad, WasAndereLesenWecktAuch) {
+    if (!eingesteckt())
+        return;
+    pad->senden(EV_KEY, BTN_SOUTH, 1);
+    EXPECT_EQ(lesen().dwButtons, 4U);
+    EXPECT_EQ(geweckt, 1);
+}
+
+TEST_F(BewachtesKernPad, WasVorDerWacheKamWecktGleich) {
+    if (!eingesteckt())
+        return;
+    pad->senden(EV_KEY, BTN_SOUTH, 1);
+    EXPECT_TRUE(wachen()); // no read in between
+    EXPECT_TRUE(bis([this] { return geweckt > 0; }));
+    EXPECT_EQ(lesen().dwButtons, 4U);
+}
+
+TEST_F(BewachtesKernPad, WecktWennEsGeht) {
+    if (!eingesteckt())
+        return;
+    pad.reset();
+    EXPECT_TRUE(bis([this] { return geweckt > 0; }));
+    EXPECT_FALSE(wachen()); // it is being looked for
+    warten(JOYERR_UNPLUGGED);
+    EXPECT_TRUE(bis([this] {
+        lesen();
+        return wachen();
+    }));
+    pad = std::make_unique<KernPad>(true);
+    EXPECT_TRUE(bis([this] { return geweckt > 0; }));
+    warten(JOYERR_NOERROR);
+}
+
+// Of what it says without end nothing is left over.
+TEST_F(BewachtesKernPad, EinesDasNichtAufhoertWirdGelesenWieEsSteht) {
+    if (!eingesteckt())
+        return;
+    for (int mal = 0; mal < 20000; ++mal)
+        pad->senden(EV_ABS, ABS_X, mal);
+    EXPECT_EQ(lesen().dwXpos, 19999U + 32768U);
+    EXPECT_EQ(lesen().dwXpos, 19999U + 32768U);
+    EXPECT_TRUE(wachen());
+    vergehen(100ms);
+    EXPECT_EQ(geweckt, 0);
+    pad->senden(EV_KEY, BTN_SOUTH, 1);
+    EXPECT_EQ(lesen().dwButtons, 4U);
+}
+
+TEST_F(MitKernPad, DasSichNichtEinZweitesMalOeffnenLaesstWirdGelesen) {
+    const KernPad pad(true);
+    if (!pad.da()) {
+        warten(JOYERR_UNPLUGGED);
+        return;
+    }
+    while (joystick->auskunft().anzahl == 0)
+        std::this_thread::sleep_for(5ms);
+    // One file more, and that is the reader's.
+    rlimit vorher{};
+    getrlimit(RLIMIT_NOFILE, &vorher);
+    const int naechste = open("/dev/null", O_RDONLY);
+    close(naechste);
+    const rlimit knapp{static_cast<rlim_t>(naechste) + 1, vorher.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &knapp);
+    JOYINFOEX info;
+    const auto antwort = joystick->joyGetPosEx(0, info);
+    setrlimit(RLIMIT_NOFILE, &vorher);
+    ASSERT_EQ(antwort, JOYERR_NOERROR);
+    std::this_thread::sleep_for(2100ms); // the search is over
+    EXPECT_FALSE(joystick->wachen([](auto) {}));
+    for (int mal = 1; mal <= 20; ++mal) {
+        pad.senden(EV_KEY, BTN_SOUTH, mal % 2);
+        joystick->joyGetPosEx(0, info);
+        EXPECT_EQ(info.dwButtons, mal % 2 ? 4U : 0U) << mal;
+    }
+}
+
 TEST_F(MitKernPad, DieEigenenGeraeteSindKeinPad) {
     Tastaturlayout layout(":4711");
     std::string grund;
@@ -156,3 +333,9 @@ TEST_F(MitKernPad, DieEigenenGeraeteSindKeinPad) {
 }
 
 } // namespace
+
+int main(int anzahl, char** worte) {
+    testing::InitGoogleTest(&anzahl, worte);
+    const QCoreApplication programm(anzahl, worte);
+    return RUN_ALL_TESTS();
+}
