@@ -52,6 +52,12 @@ std::optional<Ebenenwechsel::Schritt> Ebenenwechsel::gedrueckt(std::uint32_t wor
     return std::nullopt;
 }
 
+bool Ebenenwechsel::bleibt(std::uint32_t wort) const {
+    auto danach = *this;
+    const auto schritt = wort == 0 ? danach.nichtsGedrueckt() : danach.gedrueckt(wort);
+    return !schritt && danach.zustand_ == zustand_;
+}
+
 int Ebenenwechsel::Ebene() const {
     switch (zustand_) {
     case Zustand::E1_GEHALTEN:

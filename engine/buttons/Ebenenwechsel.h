@@ -68,6 +68,8 @@ public:
     /// The buttons are `wort`, at least one.
     std::optional<Schritt> gedrueckt(std::uint32_t wort);
     void vollziehen(const Schritt& schritt) { zustand_ = schritt.danach; }
+    /// Whether a tick with this word, 0 for no button, leaves everything as it is.
+    bool bleibt(std::uint32_t wort) const;
 
     int Ebene() const;
     /// Bit of the shift key that leads to the active layer; 0 in the base layer.

@@ -59,6 +59,11 @@ bool Steuerkreuz::steht(int richtung) const {
                                        (diagonal(KreuzCode_) && linkeZiffer(KreuzCode_) == richtung));
 }
 
+bool Steuerkreuz::bleibt(std::uint32_t pov) const {
+    auto danach = *this;
+    return danach.auswerten(pov).empty() && danach == *this;
+}
+
 std::vector<Kreuzereignis> Steuerkreuz::zentriert() {
     KreuzCode_ = KEIN_CODE;
     if (KreuzCodeAlt_ == KEIN_CODE)

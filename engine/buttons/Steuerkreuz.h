@@ -27,11 +27,15 @@ struct Kreuzereignis {
 
 class Steuerkreuz {
 public:
+    bool operator==(const Steuerkreuz&) const = default;
+
     /// Takes the POV value of this tick and gives its edges in order. 65535 is centred; a value between the
     /// eight directions changes nothing.
     std::vector<Kreuzereignis> auswerten(std::uint32_t pov);
     /// Whether the D-pad stands in the direction, also as one of the two of a diagonal.
     bool steht(int richtung) const;
+    /// Whether a tick with this POV value changes nothing.
+    bool bleibt(std::uint32_t pov) const;
 
 private:
     std::vector<Kreuzereignis> zentriert();

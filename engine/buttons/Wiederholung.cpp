@@ -57,6 +57,21 @@ void Wiederholung::slotsLeeren() {
         stand_.WiederholSlots[platz].reset();
 }
 
+bool Wiederholung::inRuhe() const {
+    for (std::size_t platz = 0; platz < wiederholzeitgeber_.size(); ++platz)
+        if (stand_.WiederholSlots[platz] && wiederholzeitgeber_[platz]->Enabled() &&
+            wiederholzeitgeber_[platz]->Interval() > std::chrono::milliseconds{0})
+            return false;
+    return true;
+}
+
+std::vector<Formularzeitgeber*> Wiederholung::zeitgeber() const {
+    std::vector<Formularzeitgeber*> alle;
+    for (const auto& einer : wiederholzeitgeber_)
+        alle.push_back(einer.get());
+    return alle;
+}
+
 void Wiederholung::anhalten() {
     for (const auto& zeitgeber : wiederholzeitgeber_)
         zeitgeber->Enabled(false);

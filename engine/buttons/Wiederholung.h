@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class GehalteneTasten;
 class XPTaste;
@@ -41,6 +42,12 @@ public:
     void WiederholungStoppen(int slot);
     /// All buttons are up: empties places 0 to 19 if place 0 holds anything. Timers go on, over empty places.
     void slotsLeeren();
+    /// Whether slotsLeeren would do nothing.
+    bool leer() const { return !stand_.WiederholSlots.front(); }
+    /// Whether nothing is repeated: timers may go on, over empty places.
+    bool inRuhe() const;
+    /// The timers, by place.
+    std::vector<Formularzeitgeber*> zeitgeber() const;
     /// The run is over: stops all timers. The places keep their entries.
     void anhalten();
     /// Takes the held keys as they are now for known.

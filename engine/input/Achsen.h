@@ -28,11 +28,17 @@ public:
     std::optional<std::int32_t> AchsenWert(Achse achse) const {
         return AchsenWerte_[static_cast<std::size_t>(achse)];
     }
+    /// Whether the names are still those of the last AchsenLesen, as far as they matter for the values.
+    bool gelten() const { return AchsenWerte_ == benannt(); }
 
 private:
+    using Werte = std::array<std::optional<std::int32_t>, ACHSEN>;
+
+    Werte benannt() const;
+
     Joystick& joystick_;
     const Achsendatei& zuordnung_;
     JOYINFOEX info_;
     bool abgefragt_ = false; ///< whether a poll has succeeded
-    std::array<std::optional<std::int32_t>, ACHSEN> AchsenWerte_;
+    Werte AchsenWerte_;
 };

@@ -6,6 +6,8 @@
 #include "engine/run/TimerUeberwachung.h"
 #include "platform/Zeitgeber.h"
 
+#include <algorithm>
+
 namespace {
 
 // By axis: its name, and the scroll bars `HScroll1` that set its filter. The lower margin of "ry" alone has a
@@ -36,6 +38,18 @@ void Achsenfilter::glaetten(std::int32_t raw, const Einstellung& einstellung, st
 
     const bool nah = modus.wert - einstellung.randUnten <= raw && raw <= modus.wert + einstellung.randOben;
     ausgabe_ = nah && einstellung.mindestzahl < modus.zahl ? modus.wert : raw;
+}
+
+bool Achsenfilter::haelt(std::int32_t raw, int fenster) const {
+    if (RingPos_ < 1 || RingPos_ > fenster || ausgabe_ != raw)
+        return false;
+    return std::all_of(AchsenRing_.begin() + 1, AchsenRing_.begin() + 1 + fenster,
+                       [raw](const Probe& probe) { return probe.gueltig && probe.wert == raw; });
+}
+
+void Achsenfilter::drehen(std::uint64_t proben, int fenster) {
+    const auto weite = static_cast<std::uint64_t>(fenster);
+    RingPos_ = static_cast<int>((static_cast<std::uint64_t>(RingPos_ - 1) + proben) % weite) + 1;
 }
 
 void Achsenfilter::aufnehmen(std::int32_t raw, int fenster) {
@@ -92,12 +106,18 @@ Entwackeln::Entwackeln(Entwackelstand& stand, Achsen& achsen, const Reglerwerte&
 
 Stickposition Entwackeln::LinkerStickLesen() {
     starten();
-    return {stand_.filter[LX].ausgabe(), stand_.filter[LY].ausgabe()};
+    return ausgabe(Stickseite::Links);
 }
 
 Stickposition Entwackeln::RechterStickLesen() {
     starten();
-    return {stand_.filter[RX].ausgabe(), stand_.filter[RY].ausgabe()};
+    return ausgabe(Stickseite::Rechts);
+}
+
+Stickposition Entwackeln::ausgabe(Stickseite seite) const {
+    const auto& filter = stand_.filter;
+    return seite == Stickseite::Links ? Stickposition{filter[LX].ausgabe(), filter[LY].ausgabe()}
+                                      : Stickposition{filter[RX].ausgabe(), filter[RY].ausgabe()};
 }
 
 void Entwackeln::starten() {
@@ -105,6 +125,30 @@ void Entwackeln::starten() {
         return;
     stand_.EntwackelnLaeuft = true;
     zeitgeber_.SetTimer(timerid::ENTWACKELN, ENTWACKELN_INTERVALL, [this] { EntwackelnTakt(); });
+}
+
+bool Entwackeln::inRuhe() const {
+    if (!stand_.EntwackelnLaeuft || berichten_ || !achsen_.gelten())
+        return false;
+    for (std::size_t achse = 0; achse < ACHSENZEILEN.size(); ++achse)
+        if (const auto raw = rohwert(achse);
+            raw && !stand_.filter[achse].haelt(*raw, einstellung(achse).fenster))
+            return false;
+    return true;
+}
+
+void Entwackeln::ruhen() {
+    for (std::size_t achse = 0; achse < ACHSENZEILEN.size(); ++achse)
+        drehende_[achse] = rohwert(achse) ? einstellung(achse).fenster : 0;
+    zeitgeber_.ruhen(timerid::ENTWACKELN);
+}
+
+void Entwackeln::weiter(std::chrono::nanoseconds her) {
+    const auto ausgelassene = zeitgeber_.weiter(timerid::ENTWACKELN, her);
+    for (std::size_t achse = 0; achse < ACHSENZEILEN.size(); ++achse)
+        if (drehende_[achse] > 0)
+            stand_.filter[achse].drehen(ausgelassene, drehende_[achse]);
+    drehende_ = {};
 }
 
 void Entwackeln::EntwackelnStoppen(bool nurTimer) {
@@ -119,17 +163,23 @@ void Entwackeln::EntwackelnTakt() {
         AchseGlaetten(achse);
 }
 
-void Entwackeln::AchseGlaetten(std::size_t achse) {
+std::optional<std::int32_t> Entwackeln::rohwert(std::size_t achse) const {
+    return achsen_.AchsenWert(ACHSENZEILEN[achse].achse);
+}
+
+Achsenfilter::Einstellung Entwackeln::einstellung(std::size_t achse) const {
     const auto& zeile = ACHSENZEILEN[achse];
     const auto& regler = regler_.glaettung;
-    const auto raw = achsen_.AchsenWert(zeile.achse);
+    return {regler[zeile.fenster], regler[zeile.mindestzahl], regler[zeile.randUnten],
+            regler[zeile.randOben]};
+}
+
+void Entwackeln::AchseGlaetten(std::size_t achse) {
+    const auto raw = rohwert(achse);
     if (!raw)
         return; // no pad yet, or no raw axis of this name: the output stays
     std::string bericht;
-    stand_.filter[achse].glaetten(
-        *raw,
-        {regler[zeile.fenster], regler[zeile.mindestzahl], regler[zeile.randUnten], regler[zeile.randOben]},
-        berichten_ ? &bericht : nullptr);
+    stand_.filter[achse].glaetten(*raw, einstellung(achse), berichten_ ? &bericht : nullptr);
     if (berichten_ && bericht != berichte_[achse])
         anzeige_.Text3(static_cast<int>(achse), berichte_[achse] = bericht);
 }

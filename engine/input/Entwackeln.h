@@ -15,6 +15,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 class Achsen;
@@ -26,6 +27,12 @@ inline constexpr std::chrono::milliseconds ENTWACKELN_INTERVALL{1};
 /// The last samples of one axis and what comes out.
 class Achsenfilter {
 public:
+    /// The tally does not count: it is made anew in each round.
+    bool operator==(const Achsenfilter& anderer) const {
+        return AchsenRing_ == anderer.AchsenRing_ && RingPos_ == anderer.RingPos_ &&
+               ausgabe_ == anderer.ausgabe_;
+    }
+
     static constexpr int RINGZEILEN = 30;
 
     struct Einstellung {
@@ -41,10 +48,17 @@ public:
     /// The filtered value; 0 until the first sample.
     std::int32_t ausgabe() const { return ausgabe_; }
 
+    /// Whether a further `raw` changes nothing but the position: the window holds that value all through,
+    /// each sample valid, and it comes out.
+    bool haelt(std::int32_t raw, int fenster) const;
+    /// What so many samples do to one that `haelt`.
+    void drehen(std::uint64_t proben, int fenster);
+
 private:
     struct Probe {
         std::int32_t wert = 0;
         bool gueltig = false; ///< the same as the sample a whole round before
+        bool operator==(const Probe&) const = default;
     };
     // A value and how often it came again right behind itself.
     struct Strich {
@@ -82,16 +96,27 @@ public:
         return seite == Stickseite::Links ? LinkerStickLesen() : RechterStickLesen();
     }
 
+    /// The same, as it is: starts nothing.
+    Stickposition ausgabe(Stickseite seite) const;
+
     /// Stops the timer. With `nurTimer` no reader will start it again.
     void EntwackelnStoppen(bool nurTimer = false);
     /// One round: polls the pad once and smooths all four axes.
     void EntwackelnTakt();
 
     bool laeuft() const { return stand_.EntwackelnLaeuft; }
+    /// Whether rounds with the pad as it is change nothing but the positions in the rings.
+    bool inRuhe() const;
+    /// Its timer rests, as only one may that is `inRuhe`; when it goes on, the rounds that were left out are
+    /// made up for.
+    void ruhen();
+    void weiter(std::chrono::nanoseconds her = {});
     /// Whether the reports are looked at: working them out costs more than the filter.
     void berichten(bool an) { berichten_ = an; }
 
 private:
+    std::optional<std::int32_t> rohwert(std::size_t achse) const;
+    Achsenfilter::Einstellung einstellung(std::size_t achse) const;
     void AchseGlaetten(std::size_t achse);
     void starten();
 
@@ -102,4 +127,5 @@ private:
     LaufAnzeige& anzeige_;
     bool berichten_ = false;
     std::array<std::string, 4> berichte_; // as last shown
+    std::array<int, 4> drehende_{};       // windows of the filters that turn while the timer rests, else 0
 };

@@ -60,7 +60,8 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
                zustand_.gehaltene, zustand_.gegeben, entwackeln_, anzeige_}
     , schubregler_(zustand_.schub, zustand_.achsendatei, zustand_.achsen, dienste_)
     , spielzeitgeber_(zeitgeber_.formularzeitgeber([this] { spieltakt(); }))
-    , leererZeitgeber_(zeitgeber_.formularzeitgeber([] {})) {
+    , leererZeitgeber_(zeitgeber_.formularzeitgeber([] {}))
+    , ruhe_(joystick_, zeitgeber_, entwackeln_, takteInRuhe(), [this] { return inRuhe(); }) {
     // A pad that was never there presses nothing.
     JoyInfo_.dwPOV = JoyInfoAlt_.dwPOV = JOY_POVCENTERED;
 }
@@ -90,6 +91,7 @@ void LaufFenster::laden() {
 std::optional<LaufzeitFehler> LaufFenster::beenden() {
     if (!std::exchange(geladen_, false))
         return std::nullopt;
+    ruhe_.beenden();
     const auto& global = zustand_.global;
     anzeige_.hauptformZurueck(global.OffenerEditor != 1 && global.OffenerEditorR != 1);
     wiederholung_.anhalten();
@@ -158,6 +160,7 @@ void LaufFenster::spieltakt() {
     StickAuswerten();
     SteuerkreuzAuswerten();
     schubregler_.auswerten();
+    ruhe_.versuchen();
 }
 
 void LaufFenster::Beschriften() {
@@ -165,9 +168,7 @@ void LaufFenster::Beschriften() {
     if (padtasten == 0)
         nichtsGedrueckt();
 
-    // The number as it is before the shift keys act on it.
-    const int gedrueckte =
-        static_cast<int>(padtasten & 0xFFFF) - static_cast<int>(ebenen_.eigeneUmschalttaste());
+    const int gedrueckte = gedruecktePadtasten(); // before the shift keys act on them
 
     std::string_view umschaltung;
     if (const auto eintritt = ebenen_.gedrueckt(padtasten)) {
@@ -184,6 +185,17 @@ void LaufFenster::Beschriften() {
     padtastenflanken();
     JoyInfoAlt_ = JoyInfo_;
     TastenWort_ = static_cast<std::uint16_t>(padtasten);
+}
+
+// Those of the repeat may go on over empty places.
+std::vector<Formularzeitgeber*> LaufFenster::takteInRuhe() const {
+    auto takte = wiederholung_.zeitgeber();
+    takte.insert(takte.end(), {spielzeitgeber_.get(), leererZeitgeber_.get()});
+    return takte;
+}
+
+int LaufFenster::gedruecktePadtasten() const {
+    return static_cast<int>(JoyInfo_.dwButtons & 0xFFFF) - static_cast<int>(ebenen_.eigeneUmschalttaste());
 }
 
 void LaufFenster::nichtsGedrueckt() {
@@ -238,6 +250,7 @@ void LaufFenster::SteuerkreuzAuswerten() {
 void LaufFenster::Command1Klick(int index) {
     if (!geladen_)
         return;
+    ruhe_.beenden();
     // Each button knows only its own caption, and both act on the one timer.
     auto& angehalten = index == KNOPF_STOP ? stopGedrueckt_ : ausgeklappt_;
     angehalten = !angehalten;
@@ -262,6 +275,7 @@ void LaufFenster::pollHalten() {
 }
 
 void LaufFenster::HScroll1Aenderung(int index, int wert) {
+    ruhe_.beenden(); // by the window that the rings have turned in
     const auto i = static_cast<std::size_t>(index);
     regler_.glaettung[i] = std::clamp(wert, HSCROLL1_BEREICHE[i].min, HSCROLL1_BEREICHE[i].max);
     entwackeln_.EntwackelnStoppen(); // the next tick starts it anew
@@ -278,6 +292,38 @@ void LaufFenster::Option1Klick(int index) {
 
 bool LaufFenster::pollt() const {
     return spielzeitgeber_->Enabled();
+}
+
+// --- rest ---
+
+// Looks at everything that a tick or a round of the smoothing reads and may change, in the state in which the
+// last ones have left it.
+bool LaufFenster::inRuhe() const {
+    return geladen_ && pollt() && nurTakte() && padtastenInRuhe() && sticksInRuhe() &&
+           steuerkreuz_.bleibt(JoyInfo_.dwPOV) && schubregler_.inRuhe() && entwackeln_.inRuhe();
+}
+
+// No pulse, no movement, nothing of the slider, no repeat.
+bool LaufFenster::nurTakte() const {
+    const auto& gesetzte = zeitgeber_.gesetzte();
+    return gesetzte.size() == gesetzte.count(timerid::ENTWACKELN) && wiederholung_.inRuhe();
+}
+
+// The next tick gets the word that the last one has left: only the entry of a layer, which shows its name,
+// takes a shift key out of it.
+bool LaufFenster::padtastenInRuhe() const {
+    const auto padtasten = JoyInfo_.dwButtons;
+    return gezeigteUmschaltung_.empty() && gezeigtePadtastenzahl_ == gedruecktePadtasten() &&
+           ebenen_.bleibt(padtasten) && (padtasten != 0 || wiederholung_.leer());
+}
+
+bool LaufFenster::sticksInRuhe() const {
+    return std::ranges::all_of(zustand_.sticks, [&](StickMaschine* stick) {
+        if (static_cast<std::uint32_t>(stick->StickSperre) & bit(ebenen_.Ebene()))
+            return true;
+        const auto position = entwackeln_.ausgabe(stick->seite());
+        return stick->grenzen.enthaeltX(position.x) && stick->grenzen.enthaeltY(position.y);
+    });
 }
 
 // --- what is held ---

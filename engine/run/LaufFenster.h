@@ -16,6 +16,8 @@
 //   off       "Start"      any           halted by Command1(0)
 //   off       any          "Start"       folded out by Command1(1)
 //
+// While nothing can change, the poll rests (Pollruhe).
+//
 // A resume by one button ends the halt by the other, whose caption stays.
 #pragma once
 
@@ -29,6 +31,7 @@
 #include "engine/run/Laufdienste.h"
 #include "engine/run/Laufstand.h"
 #include "engine/run/Laufzustand.h"
+#include "engine/run/Pollruhe.h"
 #include "engine/slider/Schubregler.h"
 #include "formats/Belegung.h"
 #include "platform/Joystick.h"
@@ -75,13 +78,21 @@ public:
 
     /// The layer, and what is held now and for whom. Made when it is asked for: the tick keeps no book of it.
     Laufstand stand() const;
-    /// Whether the poll runs.
+    /// Whether the poll runs. It does while it rests.
     bool pollt() const;
+    /// Whether nothing can change until the pad does something: what is left to happen are ticks and rounds
+    /// of the smoothing that would find all as it is.
+    bool inRuhe() const;
     /// Low word of the buttons, as the layer logic left it in the last tick.
     std::uint16_t TastenWort() const { return TastenWort_; }
 
 private:
     void spieltakt();
+    std::vector<Formularzeitgeber*> takteInRuhe() const;
+    int gedruecktePadtasten() const;
+    bool padtastenInRuhe() const;
+    bool sticksInRuhe() const;
+    bool nurTakte() const;
     void abbrechen(const LaufzeitFehler& fehler);
     void reglerLesen();
     std::optional<LaufzeitFehler> behalten();
@@ -129,4 +140,6 @@ private:
     // Given; nothing in the program hangs on it.
     std::uint16_t TastenWort_ = 0;
     std::unique_ptr<Formularzeitgeber> leererZeitgeber_; // `Timer1`, has no procedure
+
+    Pollruhe ruhe_; // lets timers rest that are above
 };

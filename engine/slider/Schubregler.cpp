@@ -12,6 +12,7 @@
 #include "platform/Zeitgeber.h"
 #include "store/files/Achsendatei.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -103,12 +104,42 @@ void Schubregler::auswerten() {
         misslingt([&] { aktionStarten(feld, darf); });
 }
 
+bool Schubregler::inRuhe() const {
+    if (druecktAufZeit())
+        return false;
+    const auto wert = achsen_.AchsenWert(Achse::Z1);
+    if (!wert)
+        return true;
+    if (SchubNurAuswaerts_ == 1 && SchubWertAlt_ != *wert)
+        return false;
+    const int feld = feldVon(*wert);
+    return feld == 0 || feld == SchubFeldAlt_ || (!SchubArtAlt_ && startetNichts(feld, darf(*wert, *wert)));
+}
+
+// A field that has no record, the empty one, or one that is not let start.
+bool Schubregler::startetNichts(int feld, bool erlaubt) const {
+    const auto satz = SchubFelder_.find(std::to_string(feld));
+    if (satz == SchubFelder_.end() || !erlaubt)
+        return true;
+    bool leer = false;
+    misslingt([&] { leer = static_cast<Schubart>(verlangt(satz->second.art).zahl()) == Schubart::Leerfeld; });
+    return leer;
+}
+
+bool Schubregler::druecktAufZeit() const {
+    return std::ranges::any_of(stand_.Druckenden,
+                               [this](const auto& ende) { return ende.second.lauf == this; });
+}
+
 // With c = 1 only a movement away from the middle triggers, and standing at an end.
 bool Schubregler::erlaubt(std::int32_t wert) {
     if (SchubNurAuswaerts_ != 1)
         return true;
-    const auto vorher = std::exchange(SchubWertAlt_, wert);
-    if (wert > OBERES_ENDE || wert < UNTERES_ENDE)
+    return darf(wert, std::exchange(SchubWertAlt_, wert));
+}
+
+bool Schubregler::darf(std::int32_t wert, std::int32_t vorher) const {
+    if (SchubNurAuswaerts_ != 1 || wert > OBERES_ENDE || wert < UNTERES_ENDE)
         return true;
     return wert > MITTE ? wert > vorher : wert < MITTE && wert < vorher;
 }

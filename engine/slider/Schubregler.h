@@ -50,6 +50,8 @@ public:
     void erstellen();
     /// One tick. A record that can't be carried out is passed over in silence.
     void auswerten();
+    /// Whether ticks with the axis as it is change nothing, and nothing of the slider's runs on a timer.
+    bool inRuhe() const;
     /// What the slider holds now. Never throws.
     std::optional<Haltung> haltung(const Standquellen& quellen) const;
     /// The run is over: no movement and no press follows. A key that is down for a time is let go when that
@@ -58,6 +60,9 @@ public:
 
 private:
     bool erlaubt(std::int32_t wert);
+    bool darf(std::int32_t wert, std::int32_t vorher) const;
+    bool startetNichts(int feld, bool erlaubt) const;
+    bool druecktAufZeit() const;
     int feldVon(std::int32_t wert) const;
     bool aktionBeenden();
     void aktionStarten(int feld, bool erlaubt);

@@ -45,6 +45,44 @@ protected:
 
 } // namespace
 
+// For each window and each number of rounds: turned it stands as if it had taken the samples.
+TEST_F(AchsenfilterTest, EinerDerHaeltDrehtSichWieMitLauterGleichenProben) {
+    for (const std::int32_t wert : {0, 1, 32767})
+        for (const int n : {1, 2, 3, 29, 30})
+            for (const int runden : {0, 1, n - 1, n, n + 1, 1000}) {
+                fenster(n);
+                filter = {};
+                proben(2 * n, wert);
+                ASSERT_TRUE(filter.haelt(wert, n)) << wert << " " << n;
+                auto gedreht = filter;
+                gedreht.drehen(static_cast<std::uint64_t>(runden), n);
+                proben(runden, wert);
+                EXPECT_EQ(filter, gedreht) << wert << " " << n << " " << runden;
+            }
+}
+
+TEST_F(AchsenfilterTest, NurEinVollesFensterMitDemWertDerHerauskommtHaelt) {
+    proben(5, 500);
+    EXPECT_FALSE(filter.haelt(500, 3)); // the last sample of the first round is not valid yet
+    proben(1, 500);
+    EXPECT_TRUE(filter.haelt(500, 3));
+    EXPECT_FALSE(filter.haelt(501, 3));
+    EXPECT_FALSE(filter.haelt(500, 4)); // a larger window has rows that nothing is in
+    EXPECT_TRUE(filter.haelt(500, 3));
+    proben(1, 510);
+    EXPECT_EQ(filter.ausgabe(), 500); // held within the margin
+    EXPECT_FALSE(filter.haelt(510, 3));
+    EXPECT_FALSE(filter.haelt(500, 3));
+}
+
+TEST_F(AchsenfilterTest, DerGroesserWarAlsDasFensterHaeltNochNicht) {
+    fenster(10);
+    proben(25, 500); // stands at row 5
+    ASSERT_TRUE(filter.haelt(500, 10));
+    EXPECT_TRUE(filter.haelt(500, 5));
+    EXPECT_FALSE(filter.haelt(500, 4)); // runs on to row 30
+}
+
 TEST_F(AchsenfilterTest, VorDerErstenProbeIstDieAusgabeNull) {
     EXPECT_EQ(filter.ausgabe(), 0);
 }
