@@ -19,7 +19,7 @@ const std::string FALSCH = KOPF + "10 +65\n25 -65\n";
 const std::string BEIDE = "# comment\ngrundzeilen\nsticks beide\n"
                           "sql INSERT INTO tblStickAktion VALUES ('S', 0, 20000, 0, 0, 0, '2,0,65,0,0');\n"
                           "0 start\n98 achse 0 10000\n148 achse 0 32767\n300 ende\n=\n";
-const std::string HILFE = "usage: spur [--streng | --zeige] [--mindestens N] FILE|FOLDER...\n";
+const std::string HILFE = "usage: spur [--streng | --zeige] [--mindestens N] [--ruhend N] FILE|FOLDER...\n";
 
 struct Ausgang {
     int code;

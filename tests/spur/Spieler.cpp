@@ -40,22 +40,28 @@ void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweis
 
 class Spieler final : private StummeAnzeige {
 public:
-    explicit Spieler(const fs::path& ordner)
+    Spieler(const fs::path& ordner, Pollart pollart)
         : zustand_(pad_, (ordner / GAMEPAD_XML).string()), eingabe_([this](const INPUT& ereignis) {
             ergebnis_.ereignisse.push_back({uhr_.jetzt(), ereignistext(ereignis)});
         }) {
         zustand_.global.DatenbankPfad = (ordner / DATENBANK).string();
         zustand_.global.SchemaName = zustand_.global.Schemaauswahl = SCHEMA;
+        pad_.kannWachen = pollart == Pollart::Ruhend;
     }
 
     Spurergebnis spielen(const Szenario& szenario) {
         for (const auto& eingabe : szenario.eingaben) {
             bis(eingabe.zeit);
             ausfuehren(eingabe);
+            pad_.melden();
             if (eingabe.art == Art::Ende)
                 break;
         }
         uhr_.vorBis(uhr_.jetzt()); // what is due at the last time of all
+        stoppen();
+        ergebnis_.filter = zustand_.entwackeln.filter;
+        ergebnis_.wiederholung = zustand_.wiederholung;
+        ergebnis_.ausgelassene = uhr_.ausgelassene();
         return std::move(ergebnis_);
     }
 
@@ -143,6 +149,21 @@ private:
         return *lauf_;
     }
 
+    // --- the window ---
+
+    void anzeigen(std::string text) { ergebnis_.anzeigen.push_back({uhr_.jetzt(), std::move(text)}); }
+    void titel(const std::string& text) override { anzeigen("titel " + text); }
+    void lblUmschalt(std::string_view text) override { anzeigen("lblUmschalt " + std::string(text)); }
+    void gedruecktePadtasten(int zahl) override { anzeigen("Label1 " + std::to_string(zahl)); }
+    void Erg(int index, const std::string& text) override {
+        anzeigen("Erg(" + std::to_string(index) + ") " + text);
+    }
+    void Text3(int index, const std::string& text) override {
+        anzeigen("Text3(" + std::to_string(index) + ") " + text);
+    }
+    void Command1(int index, std::string_view text) override {
+        anzeigen("Command1(" + std::to_string(index) + ") " + std::string(text));
+    }
     void abgebrochen(const LaufzeitFehler& fehler) override {
         abgebrochen_ = true;
         ergebnis_.fehler = fehler.zahl();
@@ -162,6 +183,18 @@ std::string zeile(const Spurereignis& ereignis) {
     return std::to_string(ereignis.zeit.count()) + " " + ereignis.text;
 }
 
+std::string ersterUnterschied(const std::vector<Spurereignis>& immer, const std::vector<Spurereignis>& ruhend,
+                              const std::string& was) {
+    const auto [links, rechts] = std::ranges::mismatch(immer, ruhend);
+    const auto nenne = [](const auto& liste, const auto& stelle) {
+        return stelle != liste.end() ? zeile(*stelle) : std::string("nothing more");
+    };
+    return links == immer.end() && rechts == ruhend.end()
+               ? ""
+               : was + ": " + nenne(immer, links) + " when it always polls, " + nenne(ruhend, rechts) +
+                     " when it rests";
+}
+
 std::string zeile(const std::vector<Spurereignis>& ereignisse, std::size_t i) {
     return i < ereignisse.size() ? zeile(ereignisse[i]) : "nothing more";
 }
@@ -172,13 +205,29 @@ std::string laufende(const std::optional<int>& fehler) {
 
 } // namespace
 
-Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank) {
+Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank, Pollart pollart) {
     const Testordner ordner;
     const auto datenbank = ordner.pfad() / DATENBANK;
     fs::copy_file(leereDatenbank, datenbank);
     sqlAusfuehren(datenbank, szenario.sql);
     std::ofstream(ordner.pfad() / GAMEPAD_XML) << gamepadXmlMit(SCHEMA, szenario.achsen, szenario.schub);
-    return Spieler(ordner.pfad()).spielen(szenario);
+    return Spieler(ordner.pfad(), pollart).spielen(szenario);
+}
+
+std::string ruheunterschied(const Spurergebnis& immer, const Spurergebnis& ruhend) {
+    if (immer.fehler != ruhend.fehler)
+        return laufende(immer.fehler) + " when it always polls, " + laufende(ruhend.fehler) +
+               " when it rests";
+    if (const auto text = ersterUnterschied(immer.ereignisse, ruhend.ereignisse, "event"); !text.empty())
+        return text;
+    if (const auto text = ersterUnterschied(immer.anzeigen, ruhend.anzeigen, "shown"); !text.empty())
+        return text;
+    for (std::size_t i = 0; i < immer.filter.size(); ++i)
+        if (immer.filter[i] != ruhend.filter[i])
+            return "the filter of axis " + std::to_string(i) + " stands elsewhere when it rests";
+    if (immer.wiederholung.WiederholSlots != ruhend.wiederholung.WiederholSlots)
+        return "other places of the repeat are filled when it rests";
+    return "";
 }
 
 std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis,

@@ -2,19 +2,35 @@
 // Plays a scenario: a fresh database, a fresh engine on the virtual clock.
 #pragma once
 
+#include "engine/buttons/Wiederholung.h"
+#include "engine/input/Entwackeln.h"
 #include "tests/spur/Szenario.h"
 
 #include <filesystem>
 
+/// How the run polls the pad.
+enum class Pollart {
+    Immer,
+    Ruhend, ///< rests while nothing can change
+};
+
 struct Spurergebnis {
     std::vector<Spurereignis> ereignisse;
-    std::optional<int> fehler; ///< number of the error that stopped a run
+    std::vector<Spurereignis> anzeigen; ///< what the window is told
+    std::array<Achsenfilter, 4> filter; ///< of the axes, at the end, as the next
+    Wiederholstand wiederholung;
+    std::uint64_t ausgelassene = 0; ///< calls of timers that rests have left out
+    std::optional<int> fehler;      ///< number of the error that stopped a run
     std::string fehlertext;
 };
 
 /// `leereDatenbank` is copied, never changed. Throws Szenariofehler for statements that fail and inputs that
 /// make no sense where they stand.
-Spurergebnis spielen(const Szenario& szenario, const std::filesystem::path& leereDatenbank);
+Spurergebnis spielen(const Szenario& szenario, const std::filesystem::path& leereDatenbank,
+                     Pollart pollart = Pollart::Immer);
+
+/// The first difference between a run that always polls and one that rests, "" if there is none.
+std::string ruheunterschied(const Spurergebnis& immer, const Spurergebnis& ruhend);
 
 /// What an error is that stopped a run and that the scenario does not name.
 enum class UnerwarteterFehler {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // spur [OPTION...] FILE|FOLDER... plays trace files, of a folder all that lie in it and below, and compares;
-// prints the first difference of each scenario, exits 1 on any
+// prints the first difference of each scenario, exits 1 on any. Each is played twice, by a run that always
+// polls and by one that rests while nothing can change: there may be no difference between these, either.
 //
 // --streng        an error that stops a run and is not named by the file is a difference, too
 // --mindestens N  fewer than N scenarios are a failure, too
+// --ruhend N      rests that leave out fewer than N calls of timers, all in all, are a failure, too
 // --zeige         prints what comes out instead
 #include "tests/spur/Spieler.h"
 
@@ -26,6 +28,7 @@ struct Auftrag {
     bool zeigen = false;
     UnerwarteterFehler unerwarteter = UnerwarteterFehler::Gilt;
     int mindestens = 0;
+    int ruhend = 0;
     std::vector<fs::path> orte;
 };
 
@@ -38,9 +41,10 @@ std::optional<Auftrag> auftrag(const std::vector<std::string_view>& worte) {
             auftrag.zeigen = true;
         } else if (wort == "--streng") {
             auftrag.unerwarteter = UnerwarteterFehler::Falsch;
-        } else if (wort == "--mindestens" && i + 1 < worte.size()) {
+        } else if ((wort == "--mindestens" || wort == "--ruhend") && i + 1 < worte.size()) {
             const auto zahl = worte[++i];
-            if (std::from_chars(zahl.data(), zahl.data() + zahl.size(), auftrag.mindestens).ptr !=
+            auto& ziel = wort == "--ruhend" ? auftrag.ruhend : auftrag.mindestens;
+            if (std::from_chars(zahl.data(), zahl.data() + zahl.size(), ziel).ptr !=
                 zahl.data() + zahl.size())
                 return std::nullopt;
         } else if (wort.starts_with("--")) {
@@ -89,7 +93,11 @@ public:
         const bool zuWenige = bestandene_ + falsche_ < auftrag_.mindestens;
         if (zuWenige)
             std::cout << "fewer than " << auftrag_.mindestens << " scenarios\n";
-        return falsche_ || zuWenige ? 1 : 0;
+        const bool zuUnruhig = ausgelassene_ < static_cast<std::uint64_t>(auftrag_.ruhend);
+        if (zuUnruhig)
+            std::cout << "rests have left out " << ausgelassene_ << " calls of timers, fewer than "
+                      << auftrag_.ruhend << '\n';
+        return falsche_ || zuWenige || zuUnruhig ? 1 : 0;
     }
 
 private:
@@ -118,7 +126,12 @@ private:
     }
 
     void vergleichen(const std::string& name, const Szenario& szenario, const Spurergebnis& ergebnis) {
-        const auto text = unterschied(szenario, ergebnis, auftrag_.unerwarteter);
+        auto text = unterschied(szenario, ergebnis, auftrag_.unerwarteter);
+        if (text.empty()) {
+            const auto ruhend = spielen(szenario, leereDatenbank(), Pollart::Ruhend);
+            ausgelassene_ += ruhend.ausgelassene;
+            text = ruheunterschied(ergebnis, ruhend);
+        }
         if (text.empty())
             ++bestandene_;
         else
@@ -143,6 +156,7 @@ private:
     int dateien_ = 0;
     int bestandene_ = 0; ///< of the scenarios, as the next
     int falsche_ = 0;
+    std::uint64_t ausgelassene_ = 0;
 };
 
 } // namespace
@@ -150,7 +164,7 @@ private:
 int main(int anzahl, char** worte) {
     const auto gelesen = auftrag({worte + 1, worte + anzahl});
     if (!gelesen) {
-        std::cerr << "usage: spur [--streng | --zeige] [--mindestens N] FILE|FOLDER...\n";
+        std::cerr << "usage: spur [--streng | --zeige] [--mindestens N] [--ruhend N] FILE|FOLDER...\n";
         return 2;
     }
     return Vorfuehrung(*gelesen).alles();
