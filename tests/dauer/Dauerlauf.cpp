@@ -85,8 +85,10 @@ bool passt(const std::string& ausgang, const std::string& erwartet) {
 
 } // namespace
 
-Dauerlauf::Dauerlauf(const std::filesystem::path& programm, double stunden, unsigned saat)
-    : dauer_(stunden * 3600)
+Dauerlauf::Dauerlauf(const std::filesystem::path& programm, double stunden, unsigned saat,
+                     const std::string& weg)
+    : ungestoert_(!weg.empty())
+    , dauer_(stunden * 3600)
     , zeilenabstand_(std::clamp(dauer_ / 20, Sekunden(10), Sekunden(60)))
     , stoerabstand_(std::clamp(dauer_ / 60, Sekunden(3), Sekunden(30)))
     , zufall_(saat)
@@ -94,6 +96,7 @@ Dauerlauf::Dauerlauf(const std::filesystem::path& programm, double stunden, unsi
     , welt_(umgebung_.server.anzeige())
     , zug_(umgebung_.server.anzeige(), welt_, saat + 1, [this](const std::string& was) { merken(was); })
     , platz_{umgebung_, welt_, zufall_, nullptr, nullptr} {
+    zug_.nur(weg);
     RoheVerbindung datenbank(umgebung_.datenbank().string());
     for (const char* schema : {"Alpha", "Beta", "Gamma"})
         datenbank.sql("BEGIN;" + schemazeilen(schema, zufall_) + "COMMIT;");
@@ -102,7 +105,7 @@ Dauerlauf::Dauerlauf(const std::filesystem::path& programm, double stunden, unsi
 }
 
 bool Dauerlauf::imLangenTeil() const {
-    return anteil() > ANFANG && anteil() < ENDE;
+    return ungestoert_ || (anteil() > ANFANG && anteil() < ENDE);
 }
 
 bool Dauerlauf::laufen() {
@@ -172,7 +175,7 @@ void Dauerlauf::spielen() {
     zug_.auchHauptform(!imLangenTeil());
     if (zweites_ && Uhr::now() > zweitesBis_)
         return zweitesBeenden();
-    if (!zweites_ && zug_.zufall(1, 40) == 1)
+    if (!ungestoert_ && !zweites_ && zug_.zufall(1, 40) == 1)
         return zweitesStarten();
     dran_ = zweites_ && zug_.zufall(0, 1) == 0 ? &zweites_ : &programm_;
     zug_.tun(**dran_);
@@ -267,7 +270,7 @@ const Stoerung& Dauerlauf::naechste() {
 }
 
 void Dauerlauf::stoeren() {
-    if (Uhr::now() < naechsteStoerung_)
+    if (ungestoert_ || Uhr::now() < naechsteStoerung_)
         return;
     if (stoerung_)
         return stoerungEnden();
@@ -389,6 +392,7 @@ bool Dauerlauf::schlussworte() {
     };
     liste("ways", zug_.wege());
     std::printf("  %5d  second copies\n", zweite_);
+    liste("grips that found nothing", zug_.vergebliche());
     liste("faults", stoerungszahl_);
     liste("boxes", zug_.boxen());
     liste("other lines on stderr", fremdeZeilen_);

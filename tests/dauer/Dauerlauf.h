@@ -18,8 +18,9 @@
 
 class Dauerlauf {
 public:
-    /// `programm` as Umgebung takes it. The seed repeats what is done, not the instants at which.
-    Dauerlauf(const std::filesystem::path& programm, double stunden, unsigned saat);
+    /// `programm` as Umgebung takes it. The seed repeats what is done, not the instants at which. With the
+    /// name of a way only that is gone, and nothing goes wrong: so is found what it is that grows.
+    Dauerlauf(const std::filesystem::path& programm, double stunden, unsigned saat, const std::string& weg);
 
     /// Prints a line a minute and the findings; true when there is no fault.
     bool laufen();
@@ -55,6 +56,7 @@ private:
     void zeileDrucken(const Messzeile& zeile);
     bool schlussworte();
 
+    const bool ungestoert_;
     const Sekunden dauer_;
     Sekunden zeilenabstand_;
     Sekunden stoerabstand_;

@@ -98,6 +98,8 @@ std::optional<std::pair<char, QString>> art(const QWidget& control) {
         return std::pair{'R', QString()};
     if (control.objectName() == "Stickebene")
         return std::pair{'E', QString()};
+    if (control.inherits("Schiebetafel")) // folds out when the pointer comes
+        return std::pair{'S', QString()};
     if (control.objectName().isEmpty() ||
         !control.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly).isEmpty())
         return std::nullopt;

@@ -12,6 +12,7 @@ namespace {
 enum class Art {
     Klick,       ///< on a control
     Rechtsklick, ///< the same with the right button
+    Zeigen,      ///< on a control, which may fold out
     Taste,       ///< a key or keys of the keyboard
     Tippen,      ///< a new name
     Spielen,     ///< so many grips at the pad
@@ -71,7 +72,7 @@ const std::vector<Spielzug::Weg>& Spielzug::alleWege() {
         {"begin a Schema and think better of it",
          1,
          {{Art::Klick, "frmHaupt", "Command1(2)"}, {Art::Tippen, ""}, {Art::Taste, "", "Escape"}}},
-        {"delete a Schema", 2, {{Art::Klick, "frmHaupt", "Command1(3)"}}},
+        {"delete a Schema", 1, {{Art::Klick, "frmHaupt", "Command1(3)"}}},
         {"choose a Schema",
          4,
          {{Art::Klick, "frmHaupt", "Combo1"},
@@ -106,6 +107,7 @@ const std::vector<Spielzug::Weg>& Spielzug::alleWege() {
           {Art::Klick, "frmJust", "Option1(*"},
           {Art::Klick, "frmJust"},
           {Art::Klick, "frmJust", "Stickebene"},
+          {Art::Zeigen, "frmJust", "Frame2"},
           {Art::Klick, "frmJust", "Uschalt(*"},
           {Art::Klick, "frmJust", "RPfeil(*"},
           {Art::Klick, "frmJust", "Stickebene"},
@@ -122,6 +124,7 @@ const std::vector<Spielzug::Weg>& Spielzug::alleWege() {
         {"test out of the stick editor",
          2,
          {{Art::Klick, "frmHaupt", "Command1(1)"},
+          {Art::Zeigen, "frmJust", "Frame3"},
           {Art::Klick, "frmJust", "Command1(1)"},
           {Art::Spielen, "", "", 40},
           {Art::Schliessen, "LaufFenster"},
@@ -129,6 +132,7 @@ const std::vector<Spielzug::Weg>& Spielzug::alleWege() {
         {"pictures",
          4,
          {{Art::Klick, "frmHaupt", "Command1(1)"},
+          {Art::Zeigen, "frmJust", "Frame3"},
           {Art::Klick, "frmJust", "Command1(2)"},
           {Art::Klick, "ScreenChecken", "Command1(0)"},
           {Art::Knopf, "", "", 2},
@@ -191,12 +195,17 @@ Spielzug::Spielzug(const std::string& anzeige, XWelt& welt, unsigned saat,
 // --- ways ---
 
 const Spielzug::Weg& Spielzug::waehlen() {
+    const auto gewicht = [this](const Weg& weg) {
+        return std::string(weg.name).find(nur_) == std::string::npos ? 0 : weg.gewicht;
+    };
     int alle = 0;
     for (const auto& weg : alleWege())
-        alle += weg.gewicht;
+        alle += gewicht(weg);
+    if (alle == 0)
+        throw std::runtime_error("no way with \"" + nur_ + "\" in its name");
     int los = zufall(1, alle);
     for (const auto& weg : alleWege())
-        if ((los -= weg.gewicht) <= 0)
+        if ((los -= gewicht(weg)) <= 0)
             return weg;
     return alleWege().back();
 }
@@ -207,13 +216,17 @@ void Spielzug::tun(Fernsteuerung& programm) {
     const auto& weg = waehlen();
     ++gegangene_[weg.name];
     merken_(std::string("-- ") + weg.name);
+    namenseingabeVerlassen(programm);
+    formenSchliessen(programm);
     for (const auto& griff : weg.griffe) {
         padGriffe(programm, zufall(0, 2));
         // Boxes come in the way; the way goes on where they leave it.
         for (int box = 0; box < 3 && boxBeantworten(programm, programm.stand()); ++box)
             rasten(60);
-        if (!greifen(programm, griff))
+        if (!greifen(programm, griff)) {
+            ++vergebliche_[std::string(weg.name) + ": " + griff.form + " " + griff.was];
             break;
+        }
         rasten(90);
     }
     if (auchHauptform_ && zufall(1, 40) == 1)
@@ -221,14 +234,37 @@ void Spielzug::tun(Fernsteuerung& programm) {
             welt_.schliessen(form->kennung);
 }
 
+/// While the main form asks for a name there is nothing to play with; mostly the user thinks better of it.
+void Spielzug::namenseingabeVerlassen(Fernsteuerung& programm) {
+    const auto stand = programm.stand();
+    const auto* haupt = stand.offenes("frmHaupt");
+    const auto* knopf = stand.control("frmHaupt", "Command1(2)");
+    if (!haupt || !knopf || knopf->text == "Schema neu" || zufall(1, 4) == 1)
+        return;
+    welt_.aktivieren(haupt->kennung);
+    rasten(60);
+    tippen("Escape");
+}
+
+/// Forms that ways have left open keep others from the screen; mostly the user closes them.
+void Spielzug::formenSchliessen(Fernsteuerung& programm) {
+    for (const auto& fenster : programm.stand().fenster)
+        if (fenster.name != "frmHaupt" && !fenster.box() && zufall(1, 4) > 1) {
+            welt_.schliessen(fenster.kennung);
+            rasten(90);
+        }
+}
+
 bool Spielzug::greifen(Fernsteuerung& programm, const Griff& griff) {
     ++griffe_;
     const auto stand = programm.stand();
     switch (griff.art) {
     case Art::Klick:
-        return klicken(programm, stand, gesucht(stand, griff), LINKS);
+        return suchenUndKlicken(programm, griff, LINKS);
     case Art::Rechtsklick:
-        return klicken(programm, stand, gesucht(stand, griff), RECHTS);
+        return suchenUndKlicken(programm, griff, RECHTS);
+    case Art::Zeigen:
+        return suchenUndKlicken(programm, griff, 0);
     case Art::Taste:
         if (const auto* form = stand.offenes(griff.form); form && !form->aktiv)
             welt_.aktivieren(form->kennung);
@@ -256,6 +292,22 @@ bool Spielzug::greifen(Fernsteuerung& programm, const Griff& griff) {
             welt_.schliessen(form->kennung);
         }
         return true;
+    }
+    return false;
+}
+
+/// A form takes a moment to open, a control to fold out.
+bool Spielzug::suchenUndKlicken(Fernsteuerung& programm, const Griff& griff, unsigned knopf) {
+    constexpr int VERSUCHE = 12;
+    for (int versuch = 0; versuch < VERSUCHE; ++versuch) {
+        const auto stand = programm.stand();
+        if (const auto* ziel = gesucht(stand, griff))
+            return klicken(programm, stand, ziel, knopf);
+        if (boxBeantworten(programm, stand))
+            rasten(60);
+        else if (const auto* form = stand.offenes(griff.form); form && !form->aktiv)
+            welt_.aktivieren(form->kennung); // something may lie over it
+        std::this_thread::sleep_for(std::chrono::milliseconds{50});
     }
     return false;
 }
@@ -291,7 +343,8 @@ bool Spielzug::klicken(Fernsteuerung& programm, const Schirmstand& stand, const 
     const bool ebene = ziel->art == 'E' || ziel->art == 'R';
     hand_.zeigen(x + (ebene ? zufall(0, breite - 1) : breite / 2),
                  y + (ebene ? zufall(0, hoehe - 1) : hoehe / 2));
-    hand_.klicken(knopf);
+    if (knopf != 0)
+        hand_.klicken(knopf);
     return true;
 }
 
@@ -373,6 +426,7 @@ bool Spielzug::ruhen(Fernsteuerung& programm) {
     merken_("-- comes to rest");
     padStecken(programm, true);
     padLoslassen(programm);
+    welt_.loslassen(); // what a stopped run has left down, which would repeat for ever
     for (int versuch = 0; versuch < VERSUCHE; ++versuch) {
         std::this_thread::sleep_for(std::chrono::milliseconds{150});
         const auto stand = programm.stand();

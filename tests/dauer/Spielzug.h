@@ -25,6 +25,8 @@ public:
     /// The pad lies on the table, plugged in; only the main form is open and nothing runs. False where some
     /// form or box does not go.
     bool ruhen(Fernsteuerung& programm);
+    /// From now on only the ways with this in their name; "" for all.
+    void nur(const std::string& name) { nur_ = name; }
     /// Also the main form may be closed from now on, which ends the program.
     void auchHauptform(bool darf) { auchHauptform_ = darf; }
 
@@ -32,6 +34,8 @@ public:
     int zufall(int von, int bis) { return std::uniform_int_distribution<int>(von, bis)(zufall_); }
 
     const std::map<std::string, int>& wege() const { return gegangene_; }
+    /// Grips that found nothing to grip, by way.
+    const std::map<std::string, int>& vergebliche() const { return vergebliche_; }
     const std::map<std::string, int>& boxen() const { return boxen_; }
     int griffe() const { return griffe_; }
     int stecker() const { return stecker_; }
@@ -42,6 +46,9 @@ private:
     static const std::vector<Weg>& alleWege();
 
     const Weg& waehlen();
+    void namenseingabeVerlassen(Fernsteuerung& programm);
+    void formenSchliessen(Fernsteuerung& programm);
+    bool suchenUndKlicken(Fernsteuerung& programm, const Griff& griff, unsigned knopf);
     bool greifen(Fernsteuerung& programm, const Griff& griff);
     const Anklickbares* gesucht(const Schirmstand& stand, const Griff& griff);
     bool klicken(Fernsteuerung& programm, const Schirmstand& stand, const Anklickbares* ziel, unsigned knopf);
@@ -57,8 +64,10 @@ private:
     std::mt19937 zufall_;
     std::function<void(const std::string&)> merken_;
     std::map<std::string, int> gegangene_;
+    std::map<std::string, int> vergebliche_;
     std::map<std::string, int> boxen_;
     int griffe_ = 0;
     int stecker_ = 0;
+    std::string nur_;
     bool auchHauptform_ = false;
 };

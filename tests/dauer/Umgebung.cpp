@@ -53,6 +53,12 @@ bool abgesondert() {
     return true;
 }
 
+/// A library of whoever looks for a leak, a heap profiler's say, which is $DAUER_VORLADEN.
+std::string vorgeladenes() {
+    const char* pfad = std::getenv("DAUER_VORLADEN");
+    return pfad ? std::string(pfad) + ":" : std::string();
+}
+
 } // namespace
 
 KleinePlatte::KleinePlatte() {
@@ -166,7 +172,7 @@ void Umgebung::setzen() const {
              {"QT_FORCE_STDERR_LOGGING", "1"},
              {"SDL_AUDIODRIVER", "dummy"},
              {"BROWSER", "/bin/true"},
-             {"LD_PRELOAD", fernhand()},
+             {"LD_PRELOAD", vorgeladenes() + fernhand().string()},
          })
         setenv(name, wert.c_str(), 1);
     for (const char* name : {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "XAUTHORITY", "GAMEPAD_KONFIC_ORDNER"})
