@@ -344,6 +344,7 @@ void Dauerlauf::messen() {
         return vorfall(&Vorfaelle::unruhen, "does not come to rest:" + offene);
     }
     schlafen(std::chrono::milliseconds{600}); // what is to be deleted later is
+    programm_->befehl("leeren");
     const long schlaf = schlafzahl(programm_->kennung());
     schlafen(WECKZEIT);
     const long weckrufe = schlafzahl(programm_->kennung()) - schlaf;

@@ -10,7 +10,8 @@
 //   pad 1, pad 0      plugs the pad in, or pulls it
 //   taste N 1         a button of SDL's, 1 down, 0 up
 //   achse N WERT      an axis of SDL's
-//   uhr S             puts the time of day S seconds on
+//   leeren            empties the toolkit's cache of pictures, which fills up to 10 MB and says nothing of
+//   what grows uhr S             puts the time of day S seconds on
 // A tabulator separates the fields of an answer.
 #include "tests/ablauf/Spielpad.h"
 
@@ -22,6 +23,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPixmapCache>
 #include <QScrollBar>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -208,6 +210,8 @@ private:
         worte >> befehl >> erstes >> zweites;
         if (befehl == "stand")
             return stand();
+        if (befehl == "leeren")
+            QPixmapCache::clear();
         if (befehl == "uhr")
             zeitversatz = erstes;
         if (befehl == "pad")

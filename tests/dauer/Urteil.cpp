@@ -9,8 +9,7 @@
 
 namespace {
 
-constexpr std::size_t WARMLAUF = 5;        // one row of so many at the beginning is left out,
-constexpr double WARMLAUFSTUNDEN = 0.0501; // and those of three minutes at least
+constexpr double WARMLAUFSTUNDEN = 0.0501; // the first three minutes of a process
 constexpr double QUANTIL = 1.645;          // of the normal distribution at 95 %
 
 double wert(const Messzeile& zeile, Groesse groesse) {
@@ -51,8 +50,7 @@ std::vector<Messzeile> ohneWarmlauf(const std::vector<Messzeile>& zeilen) {
     const double bis = zeilen.front().stunden + WARMLAUFSTUNDEN;
     const auto warm =
         std::ranges::find_if(zeilen, [bis](const Messzeile& eine) { return eine.stunden > bis; });
-    const auto anteil = zeilen.begin() + static_cast<std::ptrdiff_t>(zeilen.size() / WARMLAUF);
-    return {std::max(warm, anteil), zeilen.end()};
+    return {warm, zeilen.end()};
 }
 
 Befund zaehlbefund(int anzahl, const char* was) {
