@@ -30,7 +30,7 @@ int umgebungszahl(const char* name, int sonst) {
 }
 
 int probenJeSchritt() {
-    static const int anzahl = umgebungszahl("STROM_PROBEN", 6);
+    static const int anzahl = umgebungszahl("STROM_PROBEN", 5);
     return anzahl;
 }
 
