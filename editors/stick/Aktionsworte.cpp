@@ -112,7 +112,8 @@ std::string feldworte(const Feldaktionen& aktionen, const std::string& xFeld, co
         return "von " + feld + ": " + aktionsworte(aktion, tastenname);
     };
     if (x && y && x->ist<Mausbewegung>() && y->ist<Mausbewegung>())
-        return "gilt von " + xFeld + " und " + yFeld + ": " + lesbar(x->text() + "“ und „" + y->text(), [&] {
+        return "gilt von " + xFeld + " und " + yFeld + ": " +
+               lesbar(x->text() + "“ und „" + y->text(), [&x = x, &y = y] {
                    return diagonale(*x->als<Mausbewegung>(), *y->als<Mausbewegung>());
                });
     if (x && y)
