@@ -47,6 +47,12 @@ std::string gespeichert(const QImage& bild, const char* format, bool inDurchgaen
     return strom.data().toStdString();
 }
 
+/// A GIF of this size with one red pixel at its corner.
+std::string gif(std::uint32_t breite, std::uint32_t hoehe) {
+    return "GIF89a" + zahl(breite, 2) + zahl(hoehe, 2) +
+           std::string("\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 25);
+}
+
 QImage rotes() {
     QImage bild(8, 8, QImage::Format_RGB32);
     bild.fill(ROT);
@@ -69,8 +75,7 @@ protected:
 TEST_F(Bildlesertest, VierFormateWerdenGezeigtAnderePlugInsNichtGefragt) {
     for (const auto* format : {"BMP", "PNG", "JPEG"})
         EXPECT_EQ(gelesen(gespeichert(rotes(), format)).size(), QSize(8, 8)) << format;
-    const std::string gif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
-    EXPECT_EQ(gelesen(gif).pixel(0, 0), ROT);
+    EXPECT_EQ(gelesen(gif(1, 1)).pixel(0, 0), ROT);
     for (const auto* format : {"PPM", "XPM", "XBM", "ICO"})
         EXPECT_TRUE(gelesen(gespeichert(rotes(), format)).isNull()) << format;
     EXPECT_TRUE(gelesen("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>").isNull());
@@ -79,6 +84,8 @@ TEST_F(Bildlesertest, VierFormateWerdenGezeigtAnderePlugInsNichtGefragt) {
 
 TEST_F(Bildlesertest, DasGroessteBildWirdGezeigtEinGroesseresNicht) {
     EXPECT_EQ(gelesen(lauflaengen(8192, 8192, BILDENDE)).size(), QSize(8192, 8192));
+    EXPECT_EQ(gelesen(gif(8192, 8192)).size(), QSize(8192, 8192));
+    EXPECT_TRUE(gelesen(gif(8193, 8192)).isNull());
     EXPECT_TRUE(gelesen(lauflaengen(8193, 8192, BILDENDE)).isNull());
     EXPECT_TRUE(gelesen(lauflaengen(60000, 60000, BILDENDE)).isNull());
     EXPECT_TRUE(gelesen(lauflaengen(2147483647, 2147483647, BILDENDE)).isNull());
