@@ -8,6 +8,8 @@
 
 #include "platform/waechter/Waechterblatt.h"
 
+#include <utility>
+
 class Haltevermerk {
 public:
     static constexpr std::size_t taste(unsigned code) { return code; }
@@ -26,8 +28,7 @@ public:
     void unten(std::size_t stelle) {
         const auto [wort, bit] = ort(stelle);
         geloeste_[wort] &= ~bit;
-        blatt_.unten[wort].store(blatt_.unten[wort].load(std::memory_order_relaxed) | bit,
-                                 std::memory_order_release);
+        setzen(blatt_.unten[wort], bit, 0);
     }
     /// Its release has been written into the buffer.
     void oben(std::size_t stelle) {
@@ -36,16 +37,29 @@ public:
     }
     /// All that was written has gone out.
     void abgeschickt() {
-        for (std::size_t wort = 0; wort < geloeste_.size(); ++wort)
-            if (geloeste_[wort] != 0) {
-                blatt_.unten[wort].store(blatt_.unten[wort].load(std::memory_order_relaxed) &
-                                             ~geloeste_[wort],
-                                         std::memory_order_release);
-                geloeste_[wort] = 0;
-            }
+        if (geloeste_ != decltype(geloeste_){})
+            geloestesVermerken();
     }
 
 private:
+    void geloestesVermerken() {
+        const auto jetzt = Waechterblatt::jetzt();
+        if (jetzt - blatt_.zuletzt.load(std::memory_order_relaxed) > Waechterblatt::RUECKSTAND)
+            for (auto& wort : blatt_.geloest)
+                wort.store(0, std::memory_order_relaxed);
+        blatt_.zuletzt.store(jetzt, std::memory_order_release);
+        for (std::size_t wort = 0; wort < geloeste_.size(); ++wort) {
+            const auto weg = std::exchange(geloeste_[wort], 0);
+            setzen(blatt_.geloest[wort], weg, 0);
+            setzen(blatt_.unten[wort], 0, weg);
+        }
+    }
+
+    // One writer: no lock is needed.
+    static void setzen(std::atomic<std::uint64_t>& wort, std::uint64_t dazu, std::uint64_t weg) {
+        wort.store((wort.load(std::memory_order_relaxed) | dazu) & ~weg, std::memory_order_release);
+    }
+
     struct Ort {
         std::size_t wort;
         std::uint64_t bit;

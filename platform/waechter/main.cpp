@@ -129,11 +129,19 @@ private:
         loesen(vermerkt & durchXtest & ~vonHand);
     }
 
+    /// What may be down: what was released last may never have come to the server.
     Stellenmenge vermerkte() const {
+        auto menge = gelesen(blatt_.unten);
+        if (Waechterblatt::jetzt() - blatt_.zuletzt <= Waechterblatt::RUECKSTAND)
+            menge |= gelesen(blatt_.geloest);
+        return menge;
+    }
+
+    static Stellenmenge gelesen(const Waechterblatt::Stellen& worte) {
         Stellenmenge menge;
         for (std::size_t stelle = 0; stelle < Waechterblatt::STELLEN; ++stelle)
             menge[stelle] =
-                (blatt_.unten[stelle / Waechterblatt::JE_WORT] >> stelle % Waechterblatt::JE_WORT & 1U) != 0;
+                (worte[stelle / Waechterblatt::JE_WORT] >> stelle % Waechterblatt::JE_WORT & 1U) != 0;
         return menge;
     }
 

@@ -327,6 +327,29 @@ TEST_F(Tastenwaechter, ErWartetAufEinenServerDerHaengt) {
     EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
 }
 
+// A server that has not read a release yet when the one who sent it dies throws it away.
+TEST_F(Tastenwaechter, WasDerServerVomTotenNichtMehrLiestWirdAuchLosgelassen) {
+    Opfer opfer(server.anzeige(), [](Spieler& spieler) {
+        sigset_t menge;
+        sigemptyset(&menge);
+        sigaddset(&menge, SIGUSR1);
+        sigprocmask(SIG_BLOCK, &menge, nullptr);
+        spieler.tasten({taste(TASTE_A), maus(MOUSEEVENTF_LEFTDOWN)});
+        int signal = 0;
+        sigwait(&menge, &signal);
+        spieler.tasten({taste(TASTE_A, KEYEVENTF_KEYUP), maus(MOUSEEVENTF_LEFTUP)});
+        schlafen();
+    });
+    ASSERT_TRUE(gedrueckt({"38", "K1"}));
+    server.anhalten(true);
+    opfer.senden(SIGUSR1);
+    std::this_thread::sleep_for(LANGE_GENUG);
+    opfer.sterben(SIGKILL);
+    server.anhalten(false);
+    EXPECT_TRUE(opfer.waechter().endet(GEDULD_MS));
+    EXPECT_THAT(geraete.vonProgrammen(), IsEmpty());
+}
+
 TEST_F(Tastenwaechter, ErWartetNichtFuerImmerAufEinenServerDerHaengt) {
     Opfer opfer(server.anzeige(), haltenUndSchlafen);
     ASSERT_TRUE(gedrueckt(GEHALTENES));
@@ -450,6 +473,23 @@ TEST_F(Vermerk, EinLoesenGiltErstWennEsHinausgegangenIst) {
     EXPECT_TRUE(steht(A));
     vermerk.abgeschickt();
     EXPECT_FALSE(steht(A));
+}
+
+TEST_F(Vermerk, WasHinausgingStehtNochUnterDemGeloesten) {
+    vermerk.unten(A);
+    vermerk.oben(A);
+    EXPECT_EQ(blatt.geloest[0], 0U);
+    vermerk.abgeschickt();
+    EXPECT_EQ(blatt.geloest[0], std::uint64_t{1} << A);
+    vermerk.unten(J);
+    vermerk.oben(J);
+    vermerk.abgeschickt();
+    EXPECT_EQ(blatt.geloest[0], std::uint64_t{1} << A | std::uint64_t{1} << J);
+    blatt.zuletzt =
+        Waechterblatt::jetzt() - Waechterblatt::RUECKSTAND - 1; // the server has read that long since
+    vermerk.oben(J);
+    vermerk.abgeschickt();
+    EXPECT_EQ(blatt.geloest[0], std::uint64_t{1} << J);
 }
 
 TEST_F(Vermerk, NachLoesenUndDrueckenInEinemZugStehtDieTasteDa) {
