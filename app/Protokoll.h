@@ -4,7 +4,7 @@
 //
 //   gamepad.pad      pads that come and go, with name, GUID and mapping; the user's list of pads
 //   gamepad.eingabe  which injection was chosen, and why those before it cannot serve; that the watcher of
-//                    what is held has died
+//                    what is held does not start, or has died
 //   gamepad.zeit     at the end of a run: how many timers were late; always to the standard error output:
 //                    that the guard of the real-time priority has taken it away
 #pragma once

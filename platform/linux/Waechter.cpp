@@ -167,7 +167,7 @@ bool Waechter::wacht(int hoechstens) const {
 void Waechter::verbinden(Meldung melden) {
     melden_ = std::move(melden);
     if (kennung_ < 0 && melden_)
-        melden_("Der Tastenwächter „" + programm_ + "“ startet nicht");
+        melden_("Der Tastenwächter startet nicht");
     lauschen();
 }
 

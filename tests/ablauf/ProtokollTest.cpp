@@ -253,12 +253,14 @@ TEST_F(Fehlerausgabe, DasProgrammSchreibtNichts) {
     EXPECT_EQ(nachStartUndEnde([] {}), "");
 }
 
+// The copy of the program lies alone, without its watcher.
 TEST_F(Fehlerausgabe, QtLoggingRulesDrehtDasProtokollAuf) {
     std::ofstream(datenbank_.ordner() / "gamecontrollerdb.txt") << std::string("\xFF");
     EXPECT_EQ(nachStartUndEnde([] { setenv("QT_LOGGING_RULES", "gamepad.*=true", 1); }),
               "gamepad.eingabe: dient nicht: uinput: Der X-Server liest keine Geräte des Kerns\n"
               "gamepad.eingabe: gewählt: XTest\n"
-              "gamepad.pad: gamecontrollerdb.txt wird nicht benutzt: sie ist kein Text in UTF-8 (Zeile 1)\n");
+              "gamepad.pad: gamecontrollerdb.txt wird nicht benutzt: sie ist kein Text in UTF-8 (Zeile 1)\n"
+              "gamepad.eingabe: Der Tastenwächter startet nicht\n");
 }
 
 TEST_F(Fehlerausgabe, DasProgrammErzaehltVonSeinenLaeufen) {
