@@ -10,10 +10,13 @@
 #include <QFile>
 #include <QFuture>
 #include <QImage>
+#include <QImageReader>
 #include <QPromise>
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -37,6 +40,18 @@ bool vergaenglich(const QString& datei) {
             return true;
     }
     return false;
+}
+
+/// The picture of a file that somebody on the bus has named. What is no file, a pipe or a device, would never
+/// come to its end.
+QImage bildAus(const QString& datei) {
+    const int nummer = open(QFile::encodeName(datei).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    QFile strom;
+    struct stat angaben {};
+    if (nummer < 0 || !strom.open(nummer, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
+        fstat(nummer, &angaben) != 0 || !S_ISREG(angaben.st_mode))
+        return {};
+    return QImageReader(&strom).read();
 }
 
 } // namespace
@@ -92,7 +107,7 @@ void Portalaufnahme::lesen(const QString& datei, Empfaenger empfaenger) {
     gelesen->future().then(
         this, [empfaenger = std::move(empfaenger)](const QImage& bild) { empfaenger(schirmbild(bild)); });
     leser_.start([gelesen, datei] {
-        const QImage bild(datei);
+        const QImage bild = bildAus(datei);
         gelesen->addResult(bild.convertToFormat(QImage::Format_RGB32));
         if (!bild.isNull() && vergaenglich(datei)) // what is no picture was not laid for us
             QFile::remove(datei);

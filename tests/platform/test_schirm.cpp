@@ -27,6 +27,7 @@
 
 #include <functional>
 #include <memory>
+#include <sys/stat.h>
 
 namespace {
 
@@ -218,6 +219,17 @@ TEST_F(AmPortal, AbsageFehlerUndUnlesbareDateiGebenKeinBild) {
     ASSERT_TRUE(nehmer.warten(4));
     EXPECT_THAT(nehmer.bilder, testing::Each(testing::Property(&QImage::isNull, true)));
     EXPECT_EQ(portal.anfragen, 4);
+}
+
+TEST_F(AmPortal, WasKeineDateiIstHaeltNichtAuf) {
+    portal.datei = ordner.pfad() / "rohr.png";
+    ASSERT_EQ(mkfifo(portal.datei.c_str(), 0600), 0);
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(1));
+    portal.datei = ordner.pfad();
+    schirm.aufnehmen(nehmer.empfaenger());
+    ASSERT_TRUE(nehmer.warten(2));
+    EXPECT_THAT(nehmer.bilder, testing::Each(testing::Property(&QImage::isNull, true)));
 }
 
 TEST_F(AmPortal, EinAeltererDerDieAnfrageSelbstBenenntWirdVerstanden) {
