@@ -23,6 +23,7 @@ enum class Fehlernummer {
     EinAusgabe = 3043,
     DateiBeschaedigt = 3049,
     KeinZugriff = 3051,
+    Abgebrochen = 3059,
     Syntax = 3075,
     KeineTabelle = 3078,
     FeldZuKlein = 3163,

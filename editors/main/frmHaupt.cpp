@@ -3,6 +3,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Geduld.h"
 #include "editors/common/Hilfekapitel.h"
 #include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
@@ -354,10 +355,20 @@ void frmHaupt::starten() {
 
 void frmHaupt::loeschen() {
     const auto name = global_.SchemaName;
-    SchemaLoeschenFragen(
-        global_.DatenbankPfad, global_.BilderPfad, global_.SchemaName,
-        {[this](std::string_view text, std::string_view titel) { return frage(this, qt(text), qt(titel)); },
-         [this](std::string_view text) { meldung(this, qt(text), ""); }});
+    {
+        Geduld geduld(this);
+        const auto fragen = [&](std::string_view text, std::string_view titel) {
+            const bool ja = frage(this, qt(text), qt(titel));
+            geduld.ruhen();
+            return ja;
+        };
+        const auto melden = [&](std::string_view text) {
+            geduld.ruhen();
+            meldung(this, qt(text), "");
+        };
+        SchemaLoeschenFragen(global_.DatenbankPfad, global_.BilderPfad, global_.SchemaName,
+                             {fragen, melden, [&] { return geduld.weiter(); }});
+    }
     const bool zeileWeg = achsendatei_.GamepadLoeschen(); // also after a Nein
     schemataLesen();
     const auto& namen = schemata_.SchemaNamen;

@@ -4,6 +4,7 @@
 #include "base/Ebenennamen.h"
 #include "editors/common/Fenster.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Geduld.h"
 #include "editors/common/Hinweistext.h"
 #include "editors/common/Optionen.h"
 #include "store/schema/modLesen.h"
@@ -375,20 +376,37 @@ void Uebersicht::editorenEntladen() {
 // --- the work on the tables ---
 
 void Uebersicht::loeschen() {
-    if (!schemaFehlt(1))
-        LayerLoeschen(quelle(), [this](std::string_view text) { return frage(this, qt(text), ""); });
+    if (schemaFehlt(1))
+        return;
+    Geduld geduld(this);
+    LayerLoeschen(
+        quelle(),
+        [&](std::string_view text) {
+            geduld.ruhen();
+            const bool ja = frage(this, qt(text), "");
+            geduld.ruhen();
+            return ja;
+        },
+        [&] { return geduld.weiter(); });
 }
 
 void Uebersicht::wechseln() {
+    Geduld geduld(this);
     for (int i = 0; i < static_cast<int>(EBENENWAHLEN); ++i)
         if (zielebenen_[static_cast<std::size_t>(i)]->isChecked())
-            return LayerWechseln(quelle(), {schema(1), i},
-                                 [this](std::string_view text) { meldung(this, qt(text), ""); });
+            return LayerWechseln(
+                quelle(), {schema(1), i},
+                [&](std::string_view text) {
+                    geduld.ruhen();
+                    meldung(this, qt(text), "");
+                },
+                [&] { return geduld.weiter(); });
 }
 
 void Uebersicht::kopieren() {
     std::array<bool, EBENENWAHLEN> ziele{};
     for (std::size_t k = 0; k < ziele.size(); ++k)
         ziele[k] = zielebenen_[k]->isChecked();
-    LayerKopieren(quelle(), schema(1), ziele);
+    Geduld geduld(this);
+    LayerKopieren(quelle(), schema(1), ziele, [&] { return geduld.weiter(); });
 }

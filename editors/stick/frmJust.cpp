@@ -6,6 +6,7 @@
 #include "editors/common/Fenster.h"
 #include "editors/common/Fensterplatz.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Geduld.h"
 #include "editors/common/Hinweistext.h"
 #include "editors/common/Padzeile.h"
 #include "editors/run/Laufsteuerung.h"
@@ -419,7 +420,9 @@ void frmJust::Zeichnen() {
     ebene_->symbole().loeschen();
     stimme_->auskunft().vergessen();
     try {
+        Geduld geduld(isVisible() ? this : nullptr);
         Database datenbank = OpenDatabase(global_.DatenbankPfad);
+        datenbank.fortgangFragen([&] { return geduld.weiter(); });
         datenbank.inEinemLesezug([&] {
             aktionenLesen(datenbank);
             ZonenZeichnen(datenbank, art_.seite, schema_, stand_.EditorEbene, ebene_->symbole());
@@ -453,8 +456,10 @@ void frmJust::StickLinienSpeichern() {
 
 void frmJust::StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
                                  std::int32_t alt) {
+    Geduld geduld(this);
     ::StickLinieVerlegen(global_.DatenbankPfad, art_.seite, schema_, {linien, StickSperre_},
-                         {stand_.EditorEbene, static_cast<int>(richtung), neu, alt});
+                         {stand_.EditorEbene, static_cast<int>(richtung), neu, alt},
+                         [&] { return geduld.weiter(); });
 }
 
 bool frmJust::StickLinieEntfernen(const Linientabelle& ohne, std::size_t richtung, std::int32_t linie) {

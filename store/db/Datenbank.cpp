@@ -48,6 +48,10 @@ std::string Database::hinweis() {
     return offen().hinweis();
 }
 
+void Database::fortgangFragen(const Fortgang& weiter) {
+    offen().fortgangFragen(weiter);
+}
+
 bool Database::istDieselbeDatei(const Database& andere) const {
     return verbindung_ == andere.verbindung_ && teil_ == andere.teil_;
 }

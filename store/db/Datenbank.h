@@ -10,6 +10,7 @@
 #include "base/LaufzeitFehler.h"
 #include "store/db/Recordset.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,6 +22,9 @@ class Verbindung;
 std::string anweisung(std::string_view bisZumNamen, std::string_view name, std::string_view danach = "';");
 
 enum class Dateiteil;
+
+/// Asks whether work that takes long is to go on; none for work that nobody waits for.
+using Fortgang = std::function<bool()>;
 
 /// An open database file. Closes it when destroyed; sets that are still open then throw 3420.
 class Database {
@@ -63,6 +67,10 @@ public:
         }
         lesenBeenden();
     }
+
+    /// From now on asks `weiter`, if there is one, many times a second while it works. Once that says no,
+    /// what is being done throws 3059, and a transaction is rolled back by that. `weiter` must not throw.
+    void fortgangFragen(const Fortgang& weiter);
 
     /// What the user is to know of the file before anything is done with it, in German: that it is one of a
     /// newer version, what that means and what helps. Mostly "".

@@ -94,9 +94,9 @@ constexpr std::int64_t KLEINSTE_ZEILE = 6; ///< bytes of a row with the pointer 
 
 // How far a statement goes before it counts as one without an end. The pages of a damaged file may lead from
 // one to the other in ways that take longer than a life; a whole file of a million rows is read to its
-// end.
-constexpr int SCHRITTE_JE_FRAGE = 1'000'000;
-constexpr int MEISTE_FRAGEN = 20;
+// end. So many steps take a fraction of a millisecond.
+constexpr int SCHRITTE_JE_FRAGE = 5000;
+constexpr int MEISTE_FRAGEN = 4000;
 
 struct Obergrenze {
     int art;
@@ -171,7 +171,7 @@ void Verbindung::oeffnen(int art) {
     if (nummer != SQLITE_OK)
         melden(nummer);
     absichern(sqlite);
-    sqlite3_progress_handler(sqlite, SCHRITTE_JE_FRAGE, findetKeinEnde, this);
+    sqlite3_progress_handler(sqlite, SCHRITTE_JE_FRAGE, sollEnden, this);
     einarbeiten(false);
     // The first look into the file, which finds out whether it is a database at all. EXTRA: an Update that
     // has come back lies on the disk. FULL would not sync the folder after the journal has gone from it: the
@@ -180,8 +180,10 @@ void Verbindung::oeffnen(int art) {
 }
 
 /// SQLite asks while a statement runs; anything but 0 ends it.
-int Verbindung::findetKeinEnde(void* verbindung) {
-    return ++static_cast<Verbindung*>(verbindung)->fragen_ > MEISTE_FRAGEN ? 1 : 0;
+int Verbindung::sollEnden(void* verbindung) {
+    auto& diese = *static_cast<Verbindung*>(verbindung);
+    diese.abgebrochen_ = diese.weiter_ && !diese.weiter_();
+    return diese.abgebrochen_ || ++diese.fragen_ > MEISTE_FRAGEN ? 1 : 0;
 }
 
 /// Whether closing brings a write-ahead log, which others may have given a file, into it.
@@ -291,6 +293,7 @@ sqlite3_stmt* Verbindung::vorbereitet(const std::string& text) {
 Verbindung::Lauf::Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte)
     : verbindung_(verbindung), anweisung_(verbindung.vorbereitet(text)) {
     verbindung.fragen_ = 0;
+    verbindung.abgebrochen_ = false;
     int stelle = 0;
     for (const Wert& wert : werte)
         binden(++stelle, wert);
@@ -372,6 +375,10 @@ int Verbindung::aendern(const std::string& text, const std::vector<Wert>& werte)
     Lauf lauf(*this, text, werte);
     lauf.weiter();
     return sqlite3_changes(sqlite_.get());
+}
+
+void Verbindung::fortgangFragen(std::function<bool()> weiter) {
+    weiter_ = std::move(weiter);
 }
 
 std::shared_ptr<const Tabelle> Verbindung::tabelle(Dateiteil teil, std::string_view name) {
@@ -479,6 +486,9 @@ std::string Verbindung::betroffene(int sqliteNummer) const {
 void Verbindung::melden(int sqliteNummer) const {
     if ((sqliteNummer & 0xff) == SQLITE_NOMEM)
         throw std::bad_alloc();
-    const Meldung meldung = meldungFuer(sqliteNummer);
+    const Meldung meldung =
+        (sqliteNummer & 0xff) == SQLITE_INTERRUPT && abgebrochen_
+            ? Meldung{Fehlernummer::Abgebrochen, "Der Vorgang in der Datenbank „%“ ist abgebrochen."}
+            : meldungFuer(sqliteNummer);
     throw fehler(meldung.nummer, meldung.text, betroffene(sqliteNummer));
 }

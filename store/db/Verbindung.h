@@ -12,6 +12,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -70,6 +71,10 @@ public:
     /// What the user is to know of the file before anything is done with it; mostly "".
     std::string hinweis();
 
+    /// Lets `weiter` be asked while statements run, each few thousand of their steps. Once it says no, what
+    /// is on fails (3059). It must not use the connection.
+    void fortgangFragen(std::function<bool()> weiter);
+
     /// The columns of a table, looked up once a connection. Throws 3078 for a name that is no
     /// table, and for a table that only computes what it shows.
     std::shared_ptr<const Tabelle> tabelle(Dateiteil teil, std::string_view name);
@@ -95,7 +100,7 @@ private:
         void operator()(sqlite3_stmt* anweisung) const noexcept;
     };
 
-    static int findetKeinEnde(void* verbindung);
+    static int sollEnden(void* verbindung);
     void oeffnen(int art);
     void einarbeiten(bool an);
     std::int64_t kopfzahl(Dateiteil teil, const char* name);
@@ -120,6 +125,8 @@ private:
     std::array<bool, 2> gestempelt_{}; ///< by Dateiteil: has a valid stamp, as this transaction has seen
     int tiefe_ = 0;                    ///< of transactions inside each other
     bool lesezug_ = false;
-    int fragen_ = 0; ///< how often SQLite asked whether the statement that runs is to go on
+    std::function<bool()> weiter_;
+    bool abgebrochen_ = false; ///< whether it said no to the statement that runs
+    int fragen_ = 0;           ///< how often SQLite asked whether the statement that runs is to go on
     std::uint64_t lesezuege_ = 0;
 };

@@ -61,12 +61,13 @@ bool teiltBilder(Database& datenbank, const std::string& schemaName) {
 void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& bilderPfad,
                           const std::string& schemaName, const Loeschdialog& dialog) {
     if (dialog.fragen("Möchten Sie das Schema wirklich löschen?", "Löschvorgang"))
-        SchemaLoeschen(datenbankPfad, bilderPfad, schemaName, dialog.melden);
+        SchemaLoeschen(datenbankPfad, bilderPfad, schemaName, dialog.melden, dialog.weiter);
 }
 
 void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
-                    const std::function<void(std::string_view)>& melden) {
+                    const std::function<void(std::string_view)>& melden, const Fortgang& weiter) {
     Database datenbank = OpenDatabase(datenbankPfad);
+    datenbank.fortgangFragen(weiter);
     std::vector<std::string_view> meldungen;
     bool bilderBleiben = false;
     datenbank.inEinerTransaktion([&] {

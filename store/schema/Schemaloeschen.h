@@ -5,6 +5,8 @@
 // pictures; what was missing is told when all is done, in the order of the tables.
 #pragma once
 
+#include "store/db/Datenbank.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -15,6 +17,8 @@ struct Loeschdialog {
     std::function<bool(std::string_view frage, std::string_view titel)> fragen;
     /// Tells that a part was not there.
     std::function<void(std::string_view meldung)> melden;
+    /// Whether the deletion is to go on, once it takes long.
+    Fortgang weiter;
 };
 
 /// Asks whether the `Schema` is to go, and deletes it on a yes. Throws as SchemaLoeschen.
@@ -25,7 +29,7 @@ void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& b
 /// case of its letters, as they are its pictures, too. The name is a copy: the original may change while
 /// messages are open. Throws LaufzeitFehler; nothing has changed then.
 void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
-                    const std::function<void(std::string_view)>& melden);
+                    const std::function<void(std::string_view)>& melden, const Fortgang& weiter = {});
 
 /// Deletes the pictures of the three layers, "<name>0L.bmp" to "<name>2R.bmp" in any case of the letters, in
 /// the folder `bilderPfad`. Those that are missing or can't be deleted stay without a word.

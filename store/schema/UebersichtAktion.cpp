@@ -246,8 +246,9 @@ const std::string& zielpfad(const Schemaort& quelle, const Schemaort& ziel) {
                                                                                        : ziel.datenbankPfad;
 }
 
-Kopie kopieLesen(const Schemaort& ort, const Wahl& wahl) {
+Kopie kopieLesen(const Schemaort& ort, const Wahl& wahl, const Fortgang& weiter) {
     Database datenbank = OpenDatabase(ort.datenbankPfad);
+    datenbank.fortgangFragen(weiter);
     Kopie kopie;
     const Seite linke{datenbank, ort, {false, Stickseite::Links, wahl.ebene}};
     datenbank.inEinemLesezug([&] {
@@ -276,8 +277,10 @@ void kopieSchreiben(const Kopie& kopie, const Seite& ziel) {
 
 } // namespace
 
-void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_view)>& fragen) {
+void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_view)>& fragen,
+                   const Fortgang& weiter) {
     Database datenbank = OpenDatabase(ort.schema.datenbankPfad);
+    datenbank.fortgangFragen(weiter);
     const Seite seite{datenbank, ort.schema, wahlVon(ort.index)};
     if (seite.wahl.tasten)
         return datenbank.inEinerTransaktion([&] { tastenLoeschen(seite); });
@@ -291,8 +294,9 @@ void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_vi
 }
 
 void LayerWechseln(const Ebenenort& erster, const Ebenenort& zweiter,
-                   const std::function<void(std::string_view)>& melden) {
+                   const std::function<void(std::string_view)>& melden, const Fortgang& weiter) {
     Database ersteDatenbank = OpenDatabase(erster.schema.datenbankPfad);
+    ersteDatenbank.fortgangFragen(weiter);
     Database zweiteDatenbank = ersteDatenbank.danebenOeffnen(zweiter.schema.datenbankPfad);
     const Seite erste{ersteDatenbank, erster.schema, wahlVon(erster.index)};
     const Seite zweite{zweiteDatenbank, zweiter.schema, wahlVon(zweiter.index)};
@@ -314,12 +318,13 @@ void LayerWechseln(const Ebenenort& erster, const Ebenenort& zweiter,
 }
 
 void LayerKopieren(const Ebenenort& quelle, const Schemaort& ziel,
-                   const std::array<bool, EBENENWAHLEN>& ziele) {
+                   const std::array<bool, EBENENWAHLEN>& ziele, const Fortgang& weiter) {
     const Wahl wahl = wahlVon(quelle.index);
     if (wahl.tasten)
         return;
-    const Kopie kopie = kopieLesen(quelle.schema, wahl);
+    const Kopie kopie = kopieLesen(quelle.schema, wahl, weiter);
     Database datenbank = OpenDatabase(zielpfad(quelle.schema, ziel));
+    datenbank.fortgangFragen(weiter);
     datenbank.inEinerTransaktion([&] {
         for (int k = 0; k < static_cast<int>(EBENENWAHLEN); ++k)
             if (ziele[static_cast<std::size_t>(k)] && !istTastenebene(k))

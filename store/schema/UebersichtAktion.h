@@ -12,6 +12,8 @@
 // row of the `Schema` is missing, 3075 for a name with an apostrophe, and what OpenDatabase throws.
 #pragma once
 
+#include "store/db/Datenbank.h"
+
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -39,7 +41,8 @@ constexpr bool istTastenebene(int index) {
 
 /// Empties a layer. Of a stick the actions go at once; then `fragen` is called with the question whether the
 /// lines shall go too, and on a yes they are those of a new stick. What was deleted by then stays deleted.
-void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_view)>& fragen);
+void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_view)>& fragen,
+                   const Fortgang& weiter = {});
 
 /// Swaps two layers, both of sticks or both of buttons (else error 9). `melden` tells of it at the end.
 ///
@@ -47,10 +50,10 @@ void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_vi
 /// side. A layer swapped with itself stays as it is. Throws 3021 when the two sticks have different numbers
 /// of rows or none.
 void LayerWechseln(const Ebenenort& erster, const Ebenenort& zweiter,
-                   const std::function<void(std::string_view)>& melden);
+                   const std::function<void(std::string_view)>& melden, const Fortgang& weiter = {});
 
 /// Copies the lines and the actions of a stick's layer to each layer k of a stick whose `ziele`[k] is set; a
 /// layer of the buttons is not copied. The lines come from the left stick, also when the actions are those of
 /// the right one. Throws 3021 when the source has no row of lines or a target fewer than the source.
 void LayerKopieren(const Ebenenort& quelle, const Schemaort& ziel,
-                   const std::array<bool, EBENENWAHLEN>& ziele);
+                   const std::array<bool, EBENENWAHLEN>& ziele, const Fortgang& weiter = {});

@@ -173,8 +173,9 @@ void StickLinienSpeichern(const std::string& datenbankPfad, Stickseite seite, co
 }
 
 void StickLinieVerlegen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                        const Sticklinien& bild, const Linienumzug& umzug) {
+                        const Sticklinien& bild, const Linienumzug& umzug, const Fortgang& weiter) {
     Database datenbank = OpenDatabase(datenbankPfad);
+    datenbank.fortgangFragen(weiter);
     datenbank.inEinerTransaktion([&] {
         linienSchreiben(datenbank, seite, schemaName, bild);
         aktionenVerschieben(datenbank, seite, schemaName, umzug);

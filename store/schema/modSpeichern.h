@@ -44,7 +44,7 @@ struct Linienumzug {
 /// Without an action exactly on its old place, those less than 10 beside it follow: rounding may have put
 /// them there. Throws LaufzeitFehler, 9 for another direction.
 void StickLinieVerlegen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                        const Sticklinien& bild, const Linienumzug& umzug);
+                        const Sticklinien& bild, const Linienumzug& umzug, const Fortgang& weiter = {});
 
 /// Removes a line: deletes the rows of fields at `linie` that hold a `Leerfeld`, and stores `bild`, the lines
 /// without it, as StickLinienSpeichern does. Where another row is there the line is kept for it: then the

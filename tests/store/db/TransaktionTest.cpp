@@ -236,3 +236,48 @@ TEST(StoerungInDerTransaktion, WerDenFehlerFaengtSchreibtDanachNichtsHalbes) {
     }
     EXPECT_EQ(datei.inhalt(), vorher);
 }
+
+class Fortgangsfrage : public testing::Test {
+protected:
+    Fortgangsfrage() {
+        datei.sql("DELETE FROM tblKeyCode; WITH RECURSIVE zahlen(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM "
+                  "zahlen WHERE n < 20000) INSERT INTO tblKeyCode SELECT n, n FROM zahlen;");
+    }
+    void alleLoeschen() {
+        datenbank.inEinerTransaktion([&] {
+            for (auto satz = datenbank.OpenRecordset("tblKeyCode"); !satz.get_EOF(); satz.MoveNext())
+                satz.Delete();
+        });
+    }
+
+    Testdatenbank datei;
+    Database datenbank = OpenDatabase(datei.pfad());
+};
+
+TEST_F(Fortgangsfrage, EinNeinVerwirftDieGanzeTransaktion) {
+    const auto vorher = datei.inhalt();
+    int gefragt = 0;
+    datenbank.fortgangFragen([&] { return ++gefragt < 20; });
+    EXPECT_EQ(fehlernummer([&] { alleLoeschen(); }), 3059);
+    EXPECT_EQ(datei.inhalt(), vorher);
+    EXPECT_EQ(gefragt, 20) << "once it said no, nothing is asked any more";
+
+    datenbank.fortgangFragen({});
+    alleLoeschen();
+    EXPECT_THAT(datei.zeilen("SELECT * FROM tblKeyCode"), testing::IsEmpty());
+}
+
+TEST_F(Fortgangsfrage, AuchWerNurLiestWirdGefragt) {
+    datenbank.fortgangFragen([] { return false; });
+    EXPECT_EQ(fehlernummer([&] { datenbank.OpenRecordset("tblKeyCode"); }), 3059);
+    EXPECT_EQ(fehlernummer([&] { datenbank.inEinemLesezug([&] { datenbank.OpenRecordset("tblKeyCode"); }); }),
+              3059);
+}
+
+TEST_F(Fortgangsfrage, EinJaAendertNichts) {
+    int gefragt = 0;
+    datenbank.fortgangFragen([&] { return ++gefragt > 0; });
+    alleLoeschen();
+    EXPECT_THAT(datei.zeilen("SELECT * FROM tblKeyCode"), testing::IsEmpty());
+    EXPECT_GT(gefragt, 20);
+}
