@@ -150,13 +150,14 @@ void Stickebene::bildSetzen(const QImage& bild) {
 
 void Stickebene::symboleZeigen() {
     symboleVeraltet_ = true;
-    update(gemalt_ | symbolflaeche());
+    update(neuzumalen());
 }
 
-QRegion Stickebene::symbolflaeche() const {
+/// Where symbols have come or gone since they were painted.
+QRegion Stickebene::neuzumalen() const {
     QRegion flaeche;
-    for (const auto& eine : symbole_.flaechen(size()))
-        flaeche |= eine.toAlignedRect();
+    for (const auto& symbol : symbolunterschied(gemalte_, symbole_.symbole()))
+        flaeche |= symbolumriss(symbol, size()).toAlignedRect();
     return flaeche & rect();
 }
 
@@ -168,27 +169,35 @@ QRectF Stickebene::geraetepixel(const QRect& pixel) const {
 /// The picture, which fills the plane, without symbols.
 void Stickebene::hintergrundMalen() {
     const QSize pixel = (QSizeF(size()) * devicePixelRatioF()).toSize();
-    gestreckt_ = QImage(pixel, QImage::Format_RGB32);
-    gestreckt_.fill(bild_.isNull() ? QColor::fromRgb(OHNE_BILD) : Qt::black);
-    if (!bild_.isNull())
-        QPainter(&gestreckt_)
-            .drawImage(0, 0, bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    hintergrund_ = gestreckt_.copy();
-    gemalt_ = {};
+    gestreckt_ =
+        bild_.isNull() ? QImage() : bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // One that is as the plane needs it already, as those of the screen are, is taken as it is.
+    if (gestreckt_.format() != QImage::Format_RGB32) {
+        const auto gemaltes = std::exchange(gestreckt_, QImage(pixel, QImage::Format_RGB32));
+        gestreckt_.fill(gemaltes.isNull() ? QColor::fromRgb(OHNE_BILD) : Qt::black);
+        if (!gemaltes.isNull())
+            QPainter(&gestreckt_).drawImage(0, 0, gemaltes);
+    }
+    hintergrund_ = gestreckt_; // parted as soon as a symbol is painted
+    gemalte_ = {};
     symboleVeraltet_ = true;
 }
 
-/// Wipes off what is painted, and paints what is there now.
+/// Wipes off what differs, and paints what is there now. All that touches such a place is painted anew there,
+/// in its order, so that it is the same picture as one painted whole.
 void Stickebene::symboleMalen() {
-    const auto neu = symbolflaeche();
+    QRegion wo;
     QPainter maler(&hintergrund_);
-    for (const auto& teil : gemalt_ | neu) {
+    for (const auto& teil : neuzumalen()) {
         const auto stelle = geraetepixel(teil).toAlignedRect();
         maler.drawImage(stelle.topLeft(), gestreckt_, stelle);
+        wo |= stelle;
     }
+    if (!gemalte_.empty())
+        maler.setClipRegion(wo);
     maler.scale(devicePixelRatioF(), devicePixelRatioF());
-    symbole_.malen(maler, size());
-    gemalt_ = neu;
+    symbole_.malen(maler, size(), wo);
+    gemalte_ = symbole_.symbole();
     symboleVeraltet_ = false;
 }
 

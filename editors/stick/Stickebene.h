@@ -94,7 +94,7 @@ private:
     void pfeileBauen();
     void hintergrundMalen();
     void symboleMalen();
-    QRegion symbolflaeche() const;
+    QRegion neuzumalen() const;
     QRectF geraetepixel(const QRect& pixel) const;
 
     std::array<std::array<Linienpaar, LINIENCONTROLS>, RICHTUNGEN> linien_{};
@@ -109,8 +109,8 @@ private:
     Zonenbild symbole_;
     // Both at the plane's size in device pixels, and kept: to stretch the picture costs more than all
     // symbols, and to lay out a picture as large as a screen nearly as much.
-    QImage gestreckt_;   ///< the picture by itself; null when it is to be stretched anew
-    QImage hintergrund_; ///< picture and symbols
-    QRegion gemalt_;     ///< where symbols are painted on it, in pixels
+    QImage gestreckt_;                ///< the picture by itself; null when it is to be stretched anew
+    QImage hintergrund_;              ///< picture and symbols
+    std::vector<Feldsymbol> gemalte_; ///< the symbols on it; of new ones only the difference is painted
     bool symboleVeraltet_ = true;
 };

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace {
 
@@ -108,14 +109,43 @@ void Zonenbild::malen(QPainter& maler, QSizeF groesse) const {
         symbolMalen(maler, symbol, abbildung);
 }
 
-std::vector<QRectF> Zonenbild::flaechen(QSizeF groesse) const {
-    constexpr double GLAETTUNG = 1; // which may colour one pixel more
+void Zonenbild::malen(QPainter& maler, QSizeF groesse, const QRegion& wo) const {
+    maler.setRenderHint(QPainter::Antialiasing);
     const Abbildung abbildung(groesse);
+    for (const auto& symbol : symbole_)
+        if (wo.intersects(maler.transform().mapRect(symbolumriss(symbol, groesse)).toAlignedRect()))
+            symbolMalen(maler, symbol, abbildung);
+}
+
+std::vector<QRectF> Zonenbild::flaechen(QSizeF groesse) const {
     std::vector<QRectF> flaechen;
-    for (const auto& symbol : symbole_) {
-        const auto pfad = pfadVon(symbol, abbildung);
-        const double rand = stiftbreite(pfad) * MIT_HOF / 2 + GLAETTUNG;
-        flaechen.push_back(pfad.boundingRect().adjusted(-rand, -rand, rand, rand));
-    }
+    for (const auto& symbol : symbole_)
+        flaechen.push_back(symbolumriss(symbol, groesse));
     return flaechen;
+}
+
+QRectF symbolumriss(const Feldsymbol& symbol, QSizeF groesse) {
+    constexpr double GLAETTUNG = 1; // which may colour one pixel more
+    const auto pfad = pfadVon(symbol, Abbildung(groesse));
+    const double rand = stiftbreite(pfad) * MIT_HOF / 2 + GLAETTUNG;
+    return pfad.boundingRect().adjusted(-rand, -rand, rand, rand);
+}
+
+std::vector<Feldsymbol> symbolunterschied(const std::vector<Feldsymbol>& eine,
+                                          const std::vector<Feldsymbol>& andere) {
+    const auto geteilt = [](const std::vector<Feldsymbol>& liste, const std::vector<Feldsymbol>& vergleich,
+                            std::vector<Feldsymbol>& fehlende) {
+        const std::set<Feldsymbol> dort(vergleich.begin(), vergleich.end());
+        std::vector<Feldsymbol> gemeinsame;
+        for (const auto& symbol : liste)
+            (dort.contains(symbol) ? gemeinsame : fehlende).push_back(symbol);
+        return gemeinsame;
+    };
+    std::vector<Feldsymbol> unterschied;
+    const auto vorher = geteilt(eine, andere, unterschied);
+    if (vorher == geteilt(andere, eine, unterschied))
+        return unterschied;
+    unterschied = eine;
+    unterschied.insert(unterschied.end(), andere.begin(), andere.end());
+    return unterschied;
 }

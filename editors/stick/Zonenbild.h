@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QRect>
+#include <QRegion>
 #include <QSizeF>
 
 #include <list>
@@ -27,6 +28,8 @@ public:
     /// Paints all symbols for a plane of `groesse`; plane unit v lies at v * size / 65535. Circles are round:
     /// the smaller of the two scales gives their radius.
     void malen(QPainter& maler, QSizeF groesse) const;
+    /// The same for those only that touch `wo`, in pixels of the device that `maler` paints on.
+    void malen(QPainter& maler, QSizeF groesse, const QRegion& wo) const;
     /// What `malen` touches: a rectangle a symbol.
     std::vector<QRectF> flaechen(QSizeF groesse) const;
 
@@ -34,6 +37,13 @@ private:
     std::list<Feldsymbol> symbole_;
     std::map<Feldsymbol, std::list<Feldsymbol>::iterator> stellen_; ///< of each in the list
 };
+
+/// What painting a symbol touches for a plane of `groesse`.
+QRectF symbolumriss(const Feldsymbol& symbol, QSizeF groesse);
+/// The symbols that make the difference between two pictures of them: those that only one of the two has, and
+/// all of both where those that both have lie upon each other in another order.
+std::vector<Feldsymbol> symbolunterschied(const std::vector<Feldsymbol>& eine,
+                                          const std::vector<Feldsymbol>& andere);
 
 /// The colour of a colour value: red in the lowest byte, then green, then blue.
 QColor symbolfarbwert(std::int32_t farbe);

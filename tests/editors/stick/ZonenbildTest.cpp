@@ -175,6 +175,18 @@ TEST(Zonenbild, WasMehrmalsDerselbeOrtTraegtWirdEinmalGemalt) {
     EXPECT_EQ(oft.symbole(), (std::vector<Feldsymbol>{kreis}));
 }
 
+TEST(Zonenbild, DerUnterschiedZweierBilderSindIhreVerschiedenenSymbole) {
+    const auto a = KreisBlauZeichnen(MITTELFELD);
+    const auto b = KreuzZeichnen(MITTELFELD);
+    const auto c = KreisGelbZeichnen(MITTELFELD);
+    using Liste = std::vector<Feldsymbol>;
+    EXPECT_EQ(symbolunterschied({a, b}, {a, b}), Liste{});
+    EXPECT_EQ(symbolunterschied({}, {a, b}), (Liste{a, b}));
+    EXPECT_EQ(symbolunterschied({a, b}, {}), (Liste{a, b}));
+    EXPECT_EQ(symbolunterschied({a, b}, {a, c}), (Liste{b, c}));
+    EXPECT_EQ(symbolunterschied({a, b, c}, {c, a}), (Liste{a, b, c, c, a})) << "another order";
+}
+
 TEST(Zonenbild, AusserhalbDerGenanntenFlaechenWirdNichtsGemalt) {
     constexpr Feldecken SCHMAL{{{1000, 3000}, {1000, 60000}, {2500, 3000}, {2500, 60000}}};
     Zonenbild bild;
