@@ -44,6 +44,21 @@ private:
     bool gemalt_ = false;
 };
 
+/// Counts what is painted of a form and all that lies on it.
+class Malzaehler final : public QObject {
+public:
+    explicit Malzaehler(QWidget& form) {
+        for (auto* teil : form.findChildren<QWidget*>())
+            teil->installEventFilter(this);
+        form.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* ereignis) override {
+        gemalt += ereignis->type() == QEvent::Paint || ereignis->type() == QEvent::UpdateRequest ? 1 : 0;
+        return false;
+    }
+    int gemalt = 0;
+};
+
 bool rot(const QColor& farbe) {
     return farbe.red() > 180 && farbe.green() < 90 && farbe.blue() < 90;
 }
@@ -76,6 +91,22 @@ TEST_P(FrmJustEbene, EineAufgenommeneLinieWirdGleichNeuGemalt) {
     Malzeuge zeuge(linie, linie.rect().center());
     klick(33000, 21000);
     EXPECT_TRUE(zeuge.wirdGemalt());
+}
+
+// A pad at rest trembles by less than a pixel.
+TEST_P(FrmJustEbene, MitDemStickInRuheWirdNichtsGemalt) {
+    editorOeffnen();
+    auto& achse = GetParam().form == std::string("frmJust") ? pad_.zustand.dwXpos : pad_.zustand.dwZpos;
+    vergehen(500);
+    Malzaehler zaehler(form());
+    for (int i = 0; i < 400; ++i) {
+        achse = JOY_AXIS_RUHE + static_cast<std::uint32_t>(i % 2);
+        vergehen(5);
+    }
+    EXPECT_EQ(zaehler.gemalt, 0);
+    achse = 40000;
+    vergehen(5);
+    EXPECT_GT(zaehler.gemalt, 0) << "the point moves";
 }
 
 TEST_P(FrmJustEbene, NeueSymboleWerdenGleichGemalt) {
