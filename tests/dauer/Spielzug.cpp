@@ -5,6 +5,7 @@
 #include <array>
 #include <chrono>
 #include <iterator>
+#include <string_view>
 #include <thread>
 
 namespace {
@@ -27,6 +28,7 @@ constexpr int TASTEN = 15; // of SDL's pad
 constexpr int ACHSEN = 4;  // the sticks; behind them come the triggers
 constexpr int ABZUEGE = 2;
 constexpr int ABZUG_LOS = -32768;
+constexpr std::string_view EIGENER_NAME = "Lauf ";
 
 constexpr std::array<const char*, 18> EINZELNE{"Tab",  "space", "Return", "Escape", "Left",    "Right",
                                                "Up",   "Down",  "F1",     "Delete", "Home",    "End",
@@ -218,6 +220,7 @@ void Spielzug::tun(Fernsteuerung& programm) {
     merken_(std::string("-- ") + weg.name);
     namenseingabeVerlassen(programm);
     formenSchliessen(programm);
+    schemaWaehlen(programm);
     for (const auto& griff : weg.griffe) {
         padGriffe(programm, zufall(0, 2));
         // Boxes come in the way; the way goes on where they leave it.
@@ -246,6 +249,27 @@ void Spielzug::namenseingabeVerlassen(Fernsteuerung& programm) {
     tippen("Escape");
 }
 
+/// Without a Schema there is nothing to play: where none is chosen the first one is, where there is none
+/// one is made.
+void Spielzug::schemaWaehlen(Fernsteuerung& programm) {
+    const auto fehlt = [&](const Schirmstand& stand) {
+        const auto* liste = stand.control("frmHaupt", "Combo1");
+        return liste && liste->text.empty();
+    };
+    if (!fehlt(programm.stand()))
+        return;
+    greifen(programm, {Art::Klick, "frmHaupt", "Combo1"});
+    for (const char* taste : {"Home", "Down", "Up", "Return"})
+        tippen(taste);
+    rasten(90);
+    if (!fehlt(programm.stand()))
+        return;
+    greifen(programm, {Art::Klick, "frmHaupt", "Command1(2)"});
+    greifen(programm, {Art::Tippen, ""});
+    tippen("Return");
+    rasten(90);
+}
+
 /// Forms that ways have left open keep others from the screen; mostly the user closes them.
 void Spielzug::formenSchliessen(Fernsteuerung& programm) {
     for (const auto& fenster : programm.stand().fenster)
@@ -272,7 +296,7 @@ bool Spielzug::greifen(Fernsteuerung& programm, const Griff& griff) {
         return true;
     case Art::Tippen:
         merken_("types a name");
-        hand_.tippen("Lauf " + std::to_string(zufall(1, 12)));
+        hand_.tippen(std::string(EIGENER_NAME) + std::to_string(zufall(1, 12)));
         return true;
     case Art::Spielen:
         padGriffe(programm, zufall(1, griff.anzahl));
@@ -328,11 +352,19 @@ const Anklickbares* Spielzug::gesucht(const Schirmstand& stand, const Griff& gri
     return treffer[static_cast<std::size_t>(zufall(0, static_cast<int>(treffer.size()) - 1))];
 }
 
+/// The user deletes what he has made himself only: the others have the actions that are played.
+bool Spielzug::bleibt(const Schirmstand& stand) {
+    const auto* liste = stand.control("frmHaupt", "Combo1");
+    return liste && !liste->text.starts_with(EIGENER_NAME);
+}
+
 bool Spielzug::klicken(Fernsteuerung& programm, const Schirmstand& stand, const Anklickbares* ziel,
                        unsigned knopf) {
     if (!ziel)
         return false;
     const auto& fenster = stand.fenster.at(ziel->fenster);
+    if (fenster.name == "frmHaupt" && ziel->name == "Command1(3)" && bleibt(stand))
+        return true;
     const auto& [x, y, breite, hoehe] = ziel->ort;
     merken_("clicks on " + fenster.name + " " + ziel->name + " \"" + ziel->text + "\" with " +
             std::to_string(knopf));

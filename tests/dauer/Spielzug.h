@@ -48,6 +48,8 @@ private:
     const Weg& waehlen();
     void namenseingabeVerlassen(Fernsteuerung& programm);
     void formenSchliessen(Fernsteuerung& programm);
+    void schemaWaehlen(Fernsteuerung& programm);
+    static bool bleibt(const Schirmstand& stand);
     bool suchenUndKlicken(Fernsteuerung& programm, const Griff& griff, unsigned knopf);
     bool greifen(Fernsteuerung& programm, const Griff& griff);
     const Anklickbares* gesucht(const Schirmstand& stand, const Griff& griff);
