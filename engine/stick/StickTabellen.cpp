@@ -51,6 +51,7 @@ Database& Stickdatenbank::offen(const std::string& pfad) {
         datenbank_.reset();
         kennung_ = kennungVon(pfad);
         datenbank_.emplace(OpenDatabase(pfad));
+        datenbank_->ohneVorlauf();
         pfad_ = pfad;
     }
     return *datenbank_;

@@ -52,6 +52,11 @@ void Database::fortgangFragen(const Fortgang& weiter) {
     offen().fortgangFragen(weiter);
 }
 
+void Database::ohneVorlauf() noexcept {
+    if (verbindung_)
+        verbindung_->ohneVorlauf();
+}
+
 bool Database::istDieselbeDatei(const Database& andere) const {
     return verbindung_ == andere.verbindung_ && teil_ == andere.teil_;
 }

@@ -82,6 +82,10 @@ public:
     /// OpenDatabase; besides 3343 when the two keep their texts in different encodings, 3027 when one of them
     /// is of a newer version.
     Database danebenOeffnen(const std::string& pfad);
+    /// For a connection that stays open: a file that others have given a write-ahead log does without one
+    /// from now on, where nobody else has it open. As long as one connection uses the log all must, and a
+    /// transaction of two files, which can't, would find the file locked by our own.
+    void ohneVorlauf() noexcept;
     /// Whether both are the same file of one connection.
     bool istDieselbeDatei(const Database& andere) const;
 

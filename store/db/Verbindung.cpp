@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <filesystem>
 #include <new>
 #include <system_error>
@@ -225,6 +226,15 @@ void Verbindung::rollbackJournal(const char* datei) {
     Lauf lauf(*this, std::string("PRAGMA ") + datei + ".journal_mode = DELETE", {});
     if (!lauf.weiter() || alsText(lauf.wert(0)) != "delete")
         melden(SQLITE_LOCKED);
+}
+
+void Verbindung::ohneVorlauf() noexcept {
+    if (neuer_)
+        return;
+    try {
+        rollbackJournal(DATEINAMEN[index(Dateiteil::Erste)]);
+    } catch (const std::exception&) { // others have it open: then it stays, as they want it
+    }
 }
 
 // --- the stamp ---

@@ -40,6 +40,9 @@ public:
     /// OpenDatabase has them.
     Dateiteil danebenOeffnen(const std::string& pfad);
 
+    /// For a connection that stays open; see Database.
+    void ohneVorlauf() noexcept;
+
     /// Rolls back what is not committed. Every later use throws 3420.
     void schliessen() noexcept;
     bool istOffen() const { return sqlite_ != nullptr; }

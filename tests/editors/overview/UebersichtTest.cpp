@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The overview: its locks, what its buttons do to the databases, and the editors that "Info" shows.
+#include "engine/stick/StickTabellen.h"
+#include "store/schema/UebersichtAktion.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Gamepadxml.h"
@@ -255,6 +257,22 @@ TEST_F(UebersichtForm, LangeNamenUndPfadeMachenSieNichtBreiter) {
     pfad(1).setText("/" + QString(400, 'p') + "/Belegung.twk");
     EXPECT_EQ(form().sizeHint(), groesse);
     EXPECT_EQ(pfad(1).toolTip(), pfad(1).text());
+}
+
+// The connection of a run stays open.
+TEST_F(UebersichtForm, EinLaufHaeltDenWechselZweierDateienNichtAuf) {
+    const Testdatenbank andere;
+    Schemabau(datenbank_).taste(0, "1,65,0-0-0").anlegen();
+    Schemabau(andere).taste(0, "1,66,0-0-0").anlegen();
+    datenbank_.sql("PRAGMA journal_mode = WAL"); // as other programs may leave it
+    Stickdatenbank lauf;
+    lauf.tabellen(datenbank_.pfad(), "S", Stickseite::Links, 1);
+    constexpr int TASTENEBENE = 3;
+    const Ebenenort hier{{datenbank_.pfad(), "S"}, TASTENEBENE};
+    const Ebenenort dort{{andere.pfad(), "S"}, TASTENEBENE};
+    EXPECT_EQ(fehlernummer([&] { LayerWechseln(hier, dort, [](std::string_view) {}); }), 0);
+    EXPECT_EQ(datenbank_.zeilen("SELECT btn1 FROM tblTastatur"), (Tabellenbild{{"1,66,0-0-0"}}));
+    EXPECT_EQ(andere.zeilen("SELECT btn1 FROM tblTastatur"), (Tabellenbild{{"1,65,0-0-0"}}));
 }
 
 // The tool tip at a place of a control; "keiner" where it has none.

@@ -252,6 +252,26 @@ TEST_F(ZweiDateien, EinVorauslaufendesProtokollWeichtDemDasBeideVerbindet) {
     EXPECT_EQ(fehlernummer([&] { beideAendern(); }), 3218);
 }
 
+TEST_F(ZweiDateien, EineVerbindungDieOffenBleibtHaeltSieNichtAuf) {
+    eine.sql("PRAGMA journal_mode = WAL");
+    Database bleibt = OpenDatabase(eine.pfad());
+    bleibt.ohneVorlauf();
+    EXPECT_GT(bleibt.OpenRecordset("tblTastatur").get_RecordCount(), 0);
+    EXPECT_EQ(fehlernummer([&] { beideAendern(); }), 0);
+    EXPECT_THAT(texte(eine), ElementsAre("neu"));
+    EXPECT_THAT(texte(andere), ElementsAre("neu"));
+}
+
+TEST_F(ZweiDateien, WasAndereMitVorlaufOffenHabenBehaeltIhn) {
+    eine.sql("PRAGMA journal_mode = WAL");
+    RoheVerbindung leser(eine.pfad());
+    leser.zeilen("SELECT * FROM tblTastatur");
+    Database bleibt = OpenDatabase(eine.pfad());
+    bleibt.ohneVorlauf();
+    EXPECT_THAT(leser.zeilen("PRAGMA journal_mode"), ElementsAre(ElementsAre("wal")));
+    EXPECT_GT(bleibt.OpenRecordset("tblTastatur").get_RecordCount(), 0);
+}
+
 namespace {
 
 struct Ausgang {
