@@ -17,9 +17,13 @@ bool Anwendung::notify(QObject* empfaenger, QEvent* ereignis) {
     try {
         return QApplication::notify(empfaenger, ereignis);
     } catch (const LaufzeitFehler& fehler) {
-        fehlermeldung(activeWindow(), fehler, "Fehler");
+        durchgelassen(fehler);
     } catch (const std::exception& fehler) {
-        fehlermeldung(activeWindow(), LaufzeitFehler(Fehlernummer::Unerwartet, fehler.what()), "Fehler");
+        durchgelassen(LaufzeitFehler(Fehlernummer::Unerwartet, fehler.what()));
     }
     return true;
+}
+
+void Anwendung::durchgelassen(const LaufzeitFehler& fehler) {
+    fehlermeldung(activeWindow(), fehler, "Fehler");
 }

@@ -21,9 +21,15 @@ public:
     }
 };
 
+class AnwendungTest : public testing::Test {
+protected:
+    AnwendungTest() { qApp->setProperty("DARF_DURCHLASSEN", true); }
+    ~AnwendungTest() override { qApp->setProperty("DARF_DURCHLASSEN", {}); }
+};
+
 } // namespace
 
-TEST(AnwendungTest, EinFehlerDenEineProzedurDurchlaesstBeendetNurSieUndWirdEinmalGesagt) {
+TEST_F(AnwendungTest, EinFehlerDenEineProzedurDurchlaesstBeendetNurSieUndWirdEinmalGesagt) {
     Boxleser boxen;
     Empfaenger empfaenger;
     empfaenger.beiEreignis = [] { throw LaufzeitFehler(Fehlernummer::Gesperrt, "Die Datei ist gesperrt."); };
@@ -38,7 +44,7 @@ TEST(AnwendungTest, EinFehlerDenEineProzedurDurchlaesstBeendetNurSieUndWirdEinma
         << boxen.gesehen()[1].text.toStdString();
 }
 
-TEST(AnwendungTest, DieBoxEinesFehlersDerEinenLangenTextZitiertBleibtKlein) {
+TEST_F(AnwendungTest, DieBoxEinesFehlersDerEinenLangenTextZitiertBleibtKlein) {
     Boxleser boxen;
     Empfaenger empfaenger;
     for (const std::size_t laenge : {399U, 400U, 401U, 100000U}) {
