@@ -47,6 +47,8 @@ public:
     void Enabled(bool an) override { innen_->Enabled(an); }
     std::chrono::milliseconds Interval() const override { return innen_->Interval(); }
     bool Enabled() const override { return innen_->Enabled(); }
+    void ruhen() override { innen_->ruhen(); }
+    std::uint64_t weiter(std::chrono::nanoseconds her) override { return innen_->weiter(her); }
 
 private:
     std::unique_ptr<Formularzeitgeber> innen_;
@@ -69,6 +71,13 @@ public:
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override {
         return std::make_unique<ZaehlendesFormular>(innen_, std::move(prozedur), feld_.takte);
     }
+    std::uint64_t augenblick() const override { return innen_.augenblick(); }
+    bool kannRuhen() const override { return innen_.kannRuhen(); }
+    void ruhen(std::uint32_t id) override { innen_.ruhen(id); }
+    std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her) override {
+        return innen_.weiter(id, her);
+    }
+    void vorDemSchlaf(std::function<void()> prozedur) override { innen_.vorDemSchlaf(std::move(prozedur)); }
 
 private:
     Zeitgeber& innen_;

@@ -49,7 +49,8 @@ protected:
                                   fragen.emplace_back(std::string(titel) + ": " + std::string(frage));
                                   return antwort;
                               },
-                              [&](std::string_view text) { meldungen.emplace_back(text); }});
+                              [&](std::string_view text) { meldungen.emplace_back(text); },
+                              {}});
     }
     /// Rows of a Schema in each table.
     std::vector<int> zeilenzahlen(const std::string& name) const {
