@@ -4,7 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
-Feldpad::Feldpad(const Messfeld& feld) : feld_(feld) {
+Feldpad::Feldpad(Messfeld& feld) : feld_(feld) {
     SDL_VirtualJoystickDesc beschreibung{};
     beschreibung.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
     beschreibung.type = SDL_JOYSTICK_TYPE_GAMECONTROLLER;
@@ -32,6 +32,7 @@ Feldpad::~Feldpad() {
 
 // A real pad tells only what has changed, too.
 void Feldpad::auffrischen() {
+    ++feld_.abfragen;
     for (std::size_t i = 0; i < SDL_CONTROLLER_AXIS_TRIGGERLEFT; ++i)
         if (const auto wert = feld_.achsen[i].load(); wert != achsen_[i])
             SDL_JoystickSetVirtualAxis(pad_, static_cast<int>(i), achsen_[i] = wert);

@@ -7,7 +7,7 @@
 /// Plugged in as long as it lives. SDL must have been started.
 class Feldpad {
 public:
-    explicit Feldpad(const Messfeld& feld);
+    explicit Feldpad(Messfeld& feld);
     ~Feldpad();
     Feldpad(const Feldpad&) = delete;
     Feldpad& operator=(const Feldpad&) = delete;
@@ -15,7 +15,7 @@ public:
 private:
     void auffrischen();
 
-    const Messfeld& feld_;
+    Messfeld& feld_;
     SDL_JoystickID kennung_ = -1;
     SDL_Joystick* pad_ = nullptr;
     std::array<Sint16, SDL_CONTROLLER_AXIS_MAX> achsen_{};

@@ -73,8 +73,22 @@ class Proband {
 public:
     virtual ~Proband() = default;
     virtual Messling& messling() = 0;
+
+protected:
+    /// Until it reads the pad again and again.
+    void spielenLassen(const Messfeld& feld) {
+        constexpr auto GEDULD = 20s;
+        constexpr std::int64_t EINIGE = 20;
+        const auto vorher = feld.abfragen.load();
+        for (const auto beginn = Uhr::now(); feld.abfragen - vorher < EINIGE;) {
+            if (!messling().lebt() || Uhr::now() - beginn > GEDULD)
+                throw std::runtime_error("what is to be measured does not play");
+            std::this_thread::sleep_for(5ms);
+        }
+    }
 };
 
+// The whole program, with its `Schema` running.
 class Programmproband final : public Proband {
 public:
     Programmproband(const Stand& stand, bool zaehlend, bool alsNiemand) {
@@ -88,6 +102,7 @@ public:
         });
         close(paar[1]);
         abwarten(befehl::BEREIT);
+        spielenLassen(stand.feld);
     }
     ~Programmproband() override { close(unser_); }
 
@@ -115,9 +130,7 @@ public:
             const auto nummer = std::to_string(stand.nummer);
             return execl(GRENZE, GRENZE, stand.server.anzeige().c_str(), nummer.c_str(), art, nullptr);
         }) {
-        std::this_thread::sleep_for(500ms);
-        if (!kind_.lebt())
-            throw std::runtime_error("the yardstick has not started");
+        spielenLassen(stand.feld);
     }
     Messling& messling() override { return kind_; }
 

@@ -14,6 +14,7 @@ struct Messfeld {
     std::array<std::atomic<Sint16>, SDL_CONTROLLER_AXIS_MAX> achsen{};
     std::array<std::atomic<Uint8>, SDL_CONTROLLER_BUTTON_MAX> tasten{};
 
+    std::atomic<std::int64_t> abfragen = 0;    ///< how often the pad was read
     std::atomic<std::int64_t> gesendet = 0;    ///< when a key was sent last, ns of the steady clock
     std::atomic<std::int64_t> glaettungen = 0; ///< calls of the smoothing
     std::atomic<std::int64_t> takte = 0;       ///< calls of the tick
