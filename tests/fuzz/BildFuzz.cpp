@@ -21,6 +21,9 @@ constexpr unsigned char SPEICHERFUELLE = 0xBE; ///< what AddressSanitizer lays i
 
 /// Pixels that nobody has set show what memory was filled with.
 bool zeigtSpeicher(const QImage& bild, std::string_view datei) {
+    constexpr qint64 GENUG = 1 << 20; // to look through, for a run that has many pictures to see
+    if (qint64{bild.width()} * bild.height() > GENUG)
+        return false;
     if (datei.find(static_cast<char>(SPEICHERFUELLE)) != std::string_view::npos)
         return false; // they may have been set to it
     constexpr std::uint32_t GEFUELLT = 0x01010101U * SPEICHERFUELLE;
@@ -68,13 +71,13 @@ void summenRichten(std::span<std::uint8_t> png) {
     }
 }
 
-/// Sets a width or a height of a bitmap to what costs no time, mostly.
-void kleinHalten(std::span<std::uint8_t> bitmap, unsigned zufall) {
-    constexpr std::size_t BREITE = 18;
-    if (bitmap.size() < BREITE + 8 || zufall % 16 == 0)
+/// Clears the upper bytes of a width and a height, mostly: large pictures cost time and are all alike.
+void kleinHalten(std::span<std::uint8_t> bild, std::initializer_list<std::size_t> oben, unsigned zufall) {
+    if (zufall % 16 == 0)
         return;
-    for (const auto byte : {BREITE + 1, BREITE + 2, BREITE + 3, BREITE + 5, BREITE + 6, BREITE + 7})
-        bitmap[byte] = 0;
+    for (const auto byte : oben)
+        if (byte < bild.size())
+            bild[byte] = 0;
 }
 
 } // namespace
@@ -91,7 +94,9 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* daten, std::size_t 
     if (alsText(daten, neu).starts_with("\x89PNG"))
         summenRichten(bytes);
     if (alsText(daten, neu).starts_with("BM"))
-        kleinHalten(bytes, zufall);
+        kleinHalten(bytes, {19, 20, 21, 23, 24, 25}, zufall);
+    if (alsText(daten, neu).starts_with("GIF8"))
+        kleinHalten(bytes, {7, 9}, zufall);
     return neu;
 }
 

@@ -24,12 +24,17 @@ template <class Arbeit> auto ohneFehler(Arbeit&& arbeit) -> std::optional<declty
 }
 
 void belegung(std::string_view text) {
+    const Belegung gelesen(text);
+    if (const auto knopf = gelesen.mausknopf())
+        verlange(*knopf >= 0 && *knopf < MAUSKNOEPFE);
+    if (gelesen.umschalttaste())
+        ohneFehler([&] { return gelesen.umschaltmodus(); });
     const auto felder = belegungStrengLesen(text);
     if (!felder)
         return;
     verlange(belegungstext(*felder) == text);
     Belegungsfelder imLauf;
-    Belegung(text).legenUeber(imLauf);
+    gelesen.legenUeber(imLauf);
     for (std::size_t i = 0; i < felder->size(); ++i)
         verlange(imLauf[i].text() == (*felder)[i]);
 }
