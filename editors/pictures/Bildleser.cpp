@@ -22,11 +22,8 @@ struct Bildformat {
     QByteArrayView anfang;
     const char* name; ///< as Qt calls it
 };
-constexpr std::array<Bildformat, 5> FORMATE{{{QByteArrayView("BM", 2), "bmp"},
-                                             {PNG, "png"},
-                                             {QByteArrayView("\xFF\xD8\xFF", 3), "jpeg"},
-                                             {QByteArrayView("GIF87a", 6), "gif"},
-                                             {QByteArrayView("GIF89a", 6), "gif"}}};
+constexpr std::array<Bildformat, 3> FORMATE{
+    {{QByteArrayView("BM", 2), "bmp"}, {PNG, "png"}, {QByteArrayView("\xFF\xD8\xFF", 3), "jpeg"}}};
 
 template <class Zahl> Zahl zahlAn(QByteArrayView kopf, qsizetype stelle) {
     return kopf.size() < stelle + qsizetype{sizeof(Zahl)} ? Zahl{}

@@ -7,7 +7,9 @@
 //   more pixels than any screen              MEISTE_PIXEL, asked before room is made; Qt's limit for the room
 //   texts and profiles in a PNG, packed      Qt gets the parts of a PNG that make its picture, no others
 //   a JPEG in thousands of passes            MEISTE_DURCHGAENGE
-//   a format of some plug-in                 four formats, known by how they begin; no plug-in is asked
+//   a format of some plug-in                 three formats, known by how they begin; no other is asked. Not
+//   GIF:
+//                                            Qt's shows what was in memory where a file does not say
 //   to end in its middle                     a bitmap is measured; the other formats tell
 #pragma once
 
@@ -20,6 +22,6 @@ inline constexpr qint64 MEISTE_PIXEL = qint64{8192} * 8192;
 /// A bitmap of that many pixels of 32 bits, with its head.
 inline constexpr qint64 GROESSTE_BILDDATEI = MEISTE_PIXEL * 4 + 4096;
 
-/// The picture of a file: a bitmap, a PNG, a JPEG or a GIF, whatever its name says. Null for any other file,
+/// The picture of a file: a bitmap, a PNG or a JPEG, whatever its name says. Null for any other file,
 /// for one that is broken and for one that breaks a limit.
 QImage bildLesen(const std::filesystem::path& datei);

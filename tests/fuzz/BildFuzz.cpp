@@ -95,8 +95,6 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* daten, std::size_t 
         summenRichten(bytes);
     if (alsText(daten, neu).starts_with("BM"))
         kleinHalten(bytes, {19, 20, 21, 23, 24, 25}, zufall);
-    if (alsText(daten, neu).starts_with("GIF8"))
-        kleinHalten(bytes, {7, 9}, zufall);
     return neu;
 }
 

@@ -72,10 +72,10 @@ protected:
 
 } // namespace
 
-TEST_F(Bildlesertest, VierFormateWerdenGezeigtAnderePlugInsNichtGefragt) {
+TEST_F(Bildlesertest, DreiFormateWerdenGezeigtAndereNichtGefragt) {
     for (const auto* format : {"BMP", "PNG", "JPEG"})
         EXPECT_EQ(gelesen(gespeichert(rotes(), format)).size(), QSize(8, 8)) << format;
-    EXPECT_EQ(gelesen(gif(1, 1)).pixel(0, 0), ROT);
+    EXPECT_TRUE(gelesen(gif(1, 1)).isNull());
     for (const auto* format : {"PPM", "XPM", "XBM", "ICO"})
         EXPECT_TRUE(gelesen(gespeichert(rotes(), format)).isNull()) << format;
     EXPECT_TRUE(gelesen("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>").isNull());
@@ -84,8 +84,9 @@ TEST_F(Bildlesertest, VierFormateWerdenGezeigtAnderePlugInsNichtGefragt) {
 
 TEST_F(Bildlesertest, DasGroessteBildWirdGezeigtEinGroesseresNicht) {
     EXPECT_EQ(gelesen(lauflaengen(8192, 8192, BILDENDE)).size(), QSize(8192, 8192));
-    EXPECT_EQ(gelesen(gif(8192, 8192)).size(), QSize(8192, 8192));
-    EXPECT_TRUE(gelesen(gif(8193, 8192)).isNull());
+    QImage schwarz(8192, 8192, QImage::Format_Mono);
+    schwarz.fill(0);
+    EXPECT_EQ(gelesen(gespeichert(schwarz, "PNG")).size(), schwarz.size());
     EXPECT_TRUE(gelesen(lauflaengen(8193, 8192, BILDENDE)).isNull());
     EXPECT_TRUE(gelesen(lauflaengen(60000, 60000, BILDENDE)).isNull());
     EXPECT_TRUE(gelesen(lauflaengen(2147483647, 2147483647, BILDENDE)).isNull());
