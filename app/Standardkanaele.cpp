@@ -14,4 +14,5 @@ void standardkanaeleSichern() {
     if (kanal >= 0)
         close(kanal);
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }

@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr std::array ABSTURZSIGNALE{SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL};
+// All after which the system writes the memory away, and that nothing else here takes.
+constexpr std::array ABSTURZSIGNALE{SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS, SIGQUIT};
 
 // A handler of signals has nothing else to know its object by.
 std::atomic<int> meldeleitung = -1;

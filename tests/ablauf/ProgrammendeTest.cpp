@@ -110,7 +110,6 @@ TEST_F(Programmende, AufEinerVollenPlatteLaeuftDasProgrammUndLaesstNichtsHalbesZ
     Schemabau(datenbank_).anlegen();
     const auto vorher = dateiLesen(datenbank_.pfad());
     Programmprozess prozess(datenbank_.ordner(), [](const std::filesystem::path&) {
-        signal(SIGXFSZ, SIG_IGN);
         const rlimit nichts{0, 0};
         setrlimit(RLIMIT_FSIZE, &nichts);
     });

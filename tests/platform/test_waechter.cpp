@@ -270,7 +270,7 @@ TEST_F(Tastenwaechter, WasEinAnderesProgrammHaeltBleibt) {
 
 // The system writes the memory of what has crashed away first; a handler that was there before stands for it.
 TEST_F(Tastenwaechter, EinAbsturzLaesstLosEheDerProzessTotIst) {
-    for (const int signal : {SIGABRT, SIGSEGV}) {
+    for (const int signal : {SIGABRT, SIGSEGV, SIGTRAP, SIGSYS, SIGQUIT}) {
         Opfer opfer(server.anzeige(), haltenUndSchlafen,
                     [signal] { std::signal(signal, [](int) { schlafen(); }); });
         ASSERT_TRUE(gedrueckt(GEHALTENES));
