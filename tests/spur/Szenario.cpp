@@ -157,6 +157,8 @@ private:
             fehler("a span of time without \"sticks\" or \"auf\"");
         if (bis < von)
             fehler("a span of time that ends before it begins");
+        if (bis - von > std::chrono::minutes{1}) // an event each one or two milliseconds
+            fehler("a span of more than a minute");
         erwartungen_.push_back({von, bis, text});
     }
 

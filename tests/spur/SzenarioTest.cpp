@@ -176,6 +176,7 @@ TEST(Szenario, NenntDieZeileDieEsNichtLesenKann) {
           Einwand{"grundzeilen S\n0 ende\n=\n", "line 1: \"S\" is too much"},
           Einwand{"0 ende\n=\n5-9 +65\n", "line 3: a span of time without \"sticks\" or \"auf\""},
           Einwand{"auf lx\n=\n9-8 +65\n", "line 3: a span of time that ends before it begins"},
+          Einwand{"auf lx\n=\n0-60001 +65\n", "line 3: a span of more than a minute"},
           Einwand{"auf lx\n=\n5- +65\n", "line 3: \"\" is no number"},
           Einwand{"auf lx\n=\n5-9\n", "line 3: a word is missing"},
           Einwand{"auf lx\n=\n5-9 +65 +66\n", "line 3: \"+66\" is too much"},

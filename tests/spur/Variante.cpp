@@ -140,8 +140,9 @@ private:
             // A span that begins where the last one ends goes on with its ticks.
             if (!ende || erwartung.zeit != *ende + milliseconds{1})
                 naechster = erwartung.zeit;
-            for (; naechster <= *erwartung.bis; naechster += abstand)
-                alle.push_back({naechster, ereignis(erwartung.text)});
+            for (const auto text = ereignis(erwartung.text); naechster <= *erwartung.bis;
+                 naechster += abstand)
+                alle.push_back({naechster, text});
             ende = erwartung.bis;
         }
         return alle;
