@@ -5,7 +5,12 @@
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Bestand.h"
 
+#include <QRegularExpression>
+
 #include <chrono>
+#include <functional>
+#include <stdexcept>
+#include <string>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -92,47 +97,92 @@ protected:
         vorher_ = datenbank_.zeilen(ZAHL);
     }
     static constexpr auto ZAHL = "SELECT count(*), sum(Links), sum(Umschalt) FROM tblStickAktion";
+    static constexpr auto DAUERT = "Das dauert einen Augenblick.";
+    static constexpr auto ABGEBROCHEN = "Laufzeitfehler 3059:";
+
+    QWidget& fenster(const char* name) {
+        for (auto* eines : QApplication::topLevelWidgets())
+            if (eines->objectName() == name && eines->isVisible())
+                return *eines;
+        throw std::runtime_error(std::string("not open: ") + name);
+    }
+    QWidget& uebersicht() {
+        starten();
+        emit programm_->hauptform().uebersichtGewuenscht();
+        ereignisse();
+        return fenster("Uebersicht");
+    }
+    static void klicken(QWidget& form, const char* knopf) {
+        control<QAbstractButton>(form, knopf).click();
+        ereignisse();
+    }
+
+    /// Does what asks or takes long. Says yes to questions, presses Escape in each other box, and gives how
+    /// their texts begin. No timer reaches the box of a work that goes on: the event that shows it does.
+    static std::vector<std::string> mitEscape(const std::function<void()>& tat) {
+        struct Antworter : QObject {
+            std::vector<std::string> texte;
+            void antworten() {
+                auto* offen = box();
+                if (!offen)
+                    return;
+                texte.push_back(
+                    offen->text().section(QRegularExpression("(?<=[.:?])\\s"), 0, 0).toStdString());
+                if (auto* ja = offen->button(QMessageBox::Yes))
+                    qobject_cast<QPushButton*>(ja)->click();
+                else
+                    QTest::keyClick(offen, Qt::Key_Escape);
+            }
+            bool eventFilter(QObject* objekt, QEvent* ereignis) override {
+                if (ereignis->type() == QEvent::Show && qobject_cast<QMessageBox*>(objekt))
+                    QMetaObject::invokeMethod(
+                        objekt, [this] { antworten(); }, Qt::QueuedConnection);
+                return false;
+            }
+        } antworter;
+        qApp->installEventFilter(&antworter);
+        tat();
+        ereignisse();
+        qApp->removeEventFilter(&antworter);
+        return antworter.texte;
+    }
+
     Tabellenbild vorher_;
 };
+using Texte = std::vector<std::string>;
 
-TEST_F(Langearbeit, DieUebersichtLaesstSichAbbrechenUndAllesBleibt) {
+TEST_F(Langearbeit, DasLoeschenEinerEbeneLaesstSichAbbrechenUndAllesBleibt) {
+    auto& form = uebersicht();
+    EXPECT_EQ(mitEscape([&] { klicken(form, "Command1(2)"); }), (Texte{DAUERT, ABGEBROCHEN}));
+    EXPECT_EQ(datenbank_.zeilen(ZAHL), vorher_);
+}
+
+TEST_F(Langearbeit, DasKopierenEinerEbeneLaesstSichAbbrechenUndAllesBleibt) {
+    auto& form = uebersicht();
+    klicken(form, "Command1(0)");
+    klicken(form, "Check1(2)");
+    EXPECT_EQ(mitEscape([&] { klicken(form, "Command1(4)"); }), (Texte{DAUERT, ABGEBROCHEN}));
+    EXPECT_EQ(datenbank_.zeilen(ZAHL), vorher_);
+}
+
+TEST_F(Langearbeit, DerWechselZweierEbenenLaesstSichAbbrechenUndAllesBleibt) {
+    auto& form = uebersicht();
+    klicken(form, "Command1(1)");
+    klicken(form, "Check1(2)");
+    EXPECT_EQ(mitEscape([&] { klicken(form, "Command1(4)"); }), (Texte{DAUERT, ABGEBROCHEN}));
+    EXPECT_EQ(datenbank_.zeilen(ZAHL), vorher_);
+}
+
+TEST_F(Langearbeit, DasLoeschenEinesSchemasLaesstSichAbbrechenUndAllesBleibt) {
     starten();
-    emit programm_->hauptform().uebersichtGewuenscht();
-    ereignisse();
-    QWidget* uebersicht = nullptr;
-    for (auto* fenster : QApplication::topLevelWidgets())
-        if (fenster->objectName() == "Uebersicht")
-            uebersicht = fenster;
-    ASSERT_NE(uebersicht, nullptr);
+    const auto texte = mitEscape([&] { klicken(haupt(), "Command1(3)"); });
+    EXPECT_EQ(texte, (Texte{"Möchten Sie das Schema wirklich löschen?", DAUERT, ABGEBROCHEN}));
+    EXPECT_EQ(datenbank_.zeilen(ZAHL), vorher_);
+}
 
-    // Presses Escape in the first box, before the layer can be empty, and accepts the one that tells of it.
-    std::vector<QString> texte;
-    const auto antworten = [&] {
-        auto* offen = box();
-        if (!offen)
-            return;
-        texte.push_back(offen->text());
-        QTest::keyClick(offen, Qt::Key_Escape);
-    };
-    QObject waechter;
-    // No timer reaches the box of a work that goes on: the event that shows it does.
-    struct Filter : QObject {
-        std::function<void()> tat;
-        bool eventFilter(QObject* objekt, QEvent* ereignis) override {
-            if (ereignis->type() == QEvent::Show && qobject_cast<QMessageBox*>(objekt))
-                QMetaObject::invokeMethod(objekt, tat, Qt::QueuedConnection);
-            return false;
-        }
-    } filter;
-    filter.tat = antworten;
-    qApp->installEventFilter(&filter);
-    control<QPushButton>(*uebersicht, "Command1(2)").click();
-    ereignisse();
-    qApp->removeEventFilter(&filter);
-
-    ASSERT_EQ(texte.size(), 2U);
-    EXPECT_TRUE(texte[0].startsWith("Das dauert einen Augenblick.")) << texte[0].toStdString();
-    EXPECT_TRUE(texte[1].startsWith("Laufzeitfehler 3059:")) << texte[1].toStdString();
+TEST_F(Langearbeit, DasZeichnenDesEditorsLaesstSichAbbrechen) {
+    starten();
+    EXPECT_EQ(mitEscape([&] { klicken(haupt(), "Command1(1)"); }), (Texte{DAUERT, ABGEBROCHEN}));
     EXPECT_EQ(datenbank_.zeilen(ZAHL), vorher_);
 }
 
