@@ -98,6 +98,21 @@ TEST(Schutz, VieleZeilenSindKeinSchaden) {
     EXPECT_EQ(datenbank.OpenRecordset("kurz").get_RecordCount(), 60000);
 }
 
+TEST(Schutz, JedeSucheHatIhrEigenesEnde) {
+    const Testdatenbank datei;
+    datei.sql("WITH RECURSIVE z(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM z WHERE i < 60000)"
+              " INSERT INTO tblStickAktion SELECT 'S', 0, 0, 0, 0, 0, '3' FROM z;");
+    Database datenbank = OpenDatabase(datei.pfad());
+    // Together they take several times what one may.
+    for (int suche = 0; suche < 200; ++suche)
+        ASSERT_EQ(fehlernummer([&] {
+                      datenbank.OpenRecordset(
+                          "SELECT * FROM tblStickAktion WHERE (tblStickAktion.Links)= 9;");
+                  }),
+                  0)
+            << suche;
+}
+
 TEST(Schutz, EinWertGroesserAlsJederGespeicherteIstEinSchaden) {
     const Testdatenbank datei;
     Schemabau(datei).anlegen();
