@@ -261,6 +261,20 @@ TEST_F(Waechter, WerWiederBittetHatWiederSoVielZeit) {
               "on off on off ");
 }
 
+TEST_F(Waechter, WerGleichWiederBittetHatAuchWiederSoVielZeit) {
+    EXPECT_EQ(textAusKind([] {
+                  LinuxProzess prozess;
+                  prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
+                  for (const auto ende = Uhr::now() + 3s; inEchtzeit() && Uhr::now() < ende;) {
+                  }
+                  std::string stand = inEchtzeit() ? "on " : "off ";
+                  prozess.SetPriorityClass(REALTIME_PRIORITY_CLASS);
+                  rechnen(90ms);
+                  return stand + (inEchtzeit() ? "on" : "off");
+              }),
+              "off on");
+}
+
 TEST_F(Waechter, ErSagtEsAufDerFehlerausgabe) {
     EXPECT_EQ(textAusKind([] {
                   int rohr[2];
