@@ -192,10 +192,14 @@ void Waechter::verstorben() {
     melder_.release()->deleteLater();
     abstuerzeMelden(-1);
     close(std::exchange(leitung_, -1));
-    waitpid(std::exchange(kennung_, -1), nullptr, 0);
+    int stand = 0;
+    waitpid(std::exchange(kennung_, -1), &stand, 0);
     if (melden_)
         melden_("Der Tastenwächter ist tot");
-    if (!bereit_ || neustarts_++ == NEUSTARTS_HOECHSTENS)
+    // One that ends by itself before it watches can't watch here; one that is killed may never have got to
+    // it.
+    const bool vergeblich = !bereit_ && !WIFSIGNALED(stand);
+    if (vergeblich || neustarts_++ == NEUSTARTS_HOECHSTENS)
         return;
     starten();
     lauschen();

@@ -34,8 +34,8 @@ public:
     /// Waits until it watches, at most so many milliseconds; before verbinden() only.
     bool wacht(int hoechstens) const;
 
-    /// From now on a watcher that dies is noticed by the event loop, told, and another one started, where the
-    /// dead one had come to watch at all.
+    /// From now on a watcher that dies is noticed by the event loop, told, and another one started, unless
+    /// the dead one has ended by itself without having come to watch.
     void verbinden(Meldung melden);
 
     /// The executable that lies beside this one.

@@ -407,26 +407,55 @@ TEST_F(Tastenwaechter, ErRuhtAuchWaehrendGespieltWird) {
 #endif
 }
 
-TEST_F(Tastenwaechter, EinGetoeteterWaechterWirdBemerktUndErsetzt) {
-    std::array<int, 2> rohr{};
-    ASSERT_EQ(pipe2(rohr.data(), O_CLOEXEC), 0);
-    Opfer opfer(server.anzeige(), [&](Spieler& spieler) {
+namespace {
+
+/// Of a program that notices the death of its watcher: the next one, told each time when it is there.
+class Nachfolger {
+public:
+    Nachfolger() {
+        if (pipe2(rohr_.data(), O_CLOEXEC) != 0)
+            throw std::runtime_error("no pipe");
+    }
+    ~Nachfolger() {
+        close(rohr_[0]);
+        close(rohr_[1]);
+    }
+    Nachfolger(const Nachfolger&) = delete;
+    Nachfolger& operator=(const Nachfolger&) = delete;
+
+    /// What the program does.
+    void spielen(Spieler& spieler) const {
         int anzahl = 0;
         QCoreApplication anwendung(anzahl, nullptr);
         spieler.waechter.verbinden([&](const std::string&) {
             QTimer::singleShot(0, [&] { // when the next one is there
                 const pid_t neuer = spieler.waechter.kennung();
-                if (write(rohr[1], &neuer, sizeof neuer) != sizeof neuer)
+                if (write(rohr_[1], &neuer, sizeof neuer) != sizeof neuer)
                     _exit(1);
             });
         });
         spieler.tasten({taste(UMSCHALT), taste(TASTE_A), maus(MOUSEEVENTF_LEFTDOWN)});
         QCoreApplication::exec();
-    });
+    }
+    /// -1: none was started.
+    pid_t naechster() const {
+        pid_t neuer = -1;
+        return read(rohr_[0], &neuer, sizeof neuer) == sizeof neuer ? neuer : -1;
+    }
+
+private:
+    std::array<int, 2> rohr_{};
+};
+
+} // namespace
+
+TEST_F(Tastenwaechter, EinGetoeteterWaechterWirdBemerktUndErsetzt) {
+    const Nachfolger nachfolger;
+    Opfer opfer(server.anzeige(), [&](Spieler& spieler) { nachfolger.spielen(spieler); });
     ASSERT_TRUE(gedrueckt(GEHALTENES));
     opfer.waechter().senden(SIGKILL);
-    pid_t neuer = -1;
-    ASSERT_EQ(read(rohr[0], &neuer, sizeof neuer), static_cast<ssize_t>(sizeof neuer));
+    const pid_t neuer = nachfolger.naechster();
+    ASSERT_GT(neuer, 0);
     EXPECT_FALSE(std::filesystem::exists(opfer.waechter().pfad())); // nor is it left as a zombie
     EXPECT_EQ(geraete.vonProgrammen(), GEHALTENES);
     const Prozessblick zweiter(neuer);
@@ -434,8 +463,25 @@ TEST_F(Tastenwaechter, EinGetoeteterWaechterWirdBemerktUndErsetzt) {
     opfer.sterben(SIGKILL);
     EXPECT_TRUE(losgelassen());
     EXPECT_TRUE(zweiter.endet(GEDULD_MS));
-    close(rohr[0]);
-    close(rohr[1]);
+}
+
+// As by a "killall" that comes twice: the second one dies before it has found the server.
+TEST_F(Tastenwaechter, AuchWerGetoetetWirdEheErWachtWirdErsetzt) {
+    const Nachfolger nachfolger;
+    Opfer opfer(server.anzeige(), [&](Spieler& spieler) { nachfolger.spielen(spieler); });
+    ASSERT_TRUE(gedrueckt(GEHALTENES));
+    geraete.greifen(true);
+    opfer.waechter().senden(SIGKILL);
+    const pid_t zweiter = nachfolger.naechster();
+    ASSERT_GT(zweiter, 0);
+    kill(zweiter, SIGKILL);
+    const pid_t dritter = nachfolger.naechster();
+    geraete.greifen(false);
+    ASSERT_GT(dritter, 0);
+    const Prozessblick letzter(dritter);
+    opfer.sterben(SIGKILL);
+    EXPECT_TRUE(letzter.endet(GEDULD_MS));
+    EXPECT_THAT(geraete.vonProgrammen(), IsEmpty());
 }
 
 TEST_F(Tastenwaechter, OhneIhnGehtAllesWieMitIhm) {
