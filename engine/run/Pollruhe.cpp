@@ -34,7 +34,9 @@ void Pollruhe::beenden(std::chrono::nanoseconds her) {
         return;
     joystick_.nichtWachen();
     zeitgeber_.vorDemSchlaf({});
+    // The smoothing first: time goes by between these calls, and a tick that is not left out must not lack
+    // its round.
+    entwackeln_.weiter(her);
     for (auto* takt : takte_)
         takt->weiter(her);
-    entwackeln_.weiter(her);
 }

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // When a run rests, what keeps it from it, and what ends it. That nothing else differs is seen by the traces.
+#include "engine/run/Pollruhe.h"
+#include "engine/input/Achsen.h"
+#include "engine/run/TimerUeberwachung.h"
 #include "tests/engine/run/Probelauf.h"
 
 #include <gmock/gmock.h>
@@ -157,6 +160,55 @@ TEST_F(Pollruhe, EinLaufDerInDerRuheVergehtWirdNichtGeweckt) {
     pad(4);
     lauf.warten(1000);
     EXPECT_EQ(lauf.eingabe.texteAbholen(), Texte{});
+}
+
+/// Writes down which timer goes on, as a clock on which time goes by from call to call.
+class Schreibuhr final : public Zeitgeber {
+public:
+    void SetTimer(std::uint32_t, std::chrono::milliseconds, TimerProzedur) override {}
+    void KillTimer(std::uint32_t) override {}
+    std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur) override {
+        return std::make_unique<Takt>(weitergegangene);
+    }
+    bool kannRuhen() const override { return true; }
+    std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds) override {
+        weitergegangene.push_back(std::to_string(id));
+        return 0;
+    }
+
+    Texte weitergegangene;
+
+private:
+    class Takt final : public Formularzeitgeber {
+    public:
+        explicit Takt(Texte& texte) : texte_(texte) {}
+        void Interval(std::chrono::milliseconds) override {}
+        void Enabled(bool) override {}
+        std::chrono::milliseconds Interval() const override { return {}; }
+        bool Enabled() const override { return true; }
+        void ruhen() override {}
+        std::uint64_t weiter(std::chrono::nanoseconds) override {
+            texte_.push_back("Takt");
+            return 0;
+        }
+
+    private:
+        Texte& texte_;
+    };
+};
+
+TEST_F(Pollruhe, DieGlaettungGehtVorDenTaktenWeiter) {
+    Schreibuhr uhr;
+    Entwackelstand stand;
+    Achsen achsen(lauf.pad, lauf.zustand.achsendatei);
+    const Reglerwerte regler;
+    Entwackeln entwackeln(stand, achsen, regler, uhr, lauf.anzeige);
+    const auto takt = uhr.formularzeitgeber({});
+    ::Pollruhe ruhe(lauf.pad, uhr, entwackeln, {takt.get()}, [] { return true; });
+    ruhe.versuchen();
+    ASSERT_TRUE(ruhe.ruht());
+    ruhe.beenden();
+    EXPECT_EQ(uhr.weitergegangene, (Texte{std::to_string(timerid::ENTWACKELN), "Takt"}));
 }
 
 } // namespace
