@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <QRgb>
 
 #include <algorithm>
@@ -22,6 +23,17 @@ constexpr int SAUM = 175; // how much the line's colour covers beside its middle
 constexpr int LINIENBREITE = 5;
 
 constexpr double PUNKTDURCHMESSER = 90.0 / 11520; // of the plane's height: a small circle at any size
+
+/// The picture of this name, painted by the first who asks for it: dozens of lines and arrows look alike, and
+/// painting one takes many times what laying it down does.
+template <class Malen> QPixmap gemeinsamesBild(const QString& name, Malen&& malen) {
+    QPixmap bild;
+    if (!QPixmapCache::find(name, &bild)) {
+        bild = malen();
+        QPixmapCache::insert(name, bild);
+    }
+    return bild;
+}
 
 } // namespace
 
@@ -90,31 +102,42 @@ QRect Ebenenlinie::pixel(const QRectF& platz) const {
     return {rechteck.x(), rechteck.y() - halb, rechteck.width() + 1, LINIENBREITE};
 }
 
-// Painted by hand and laid down as one image: the toolkit hands translucent fills that are this high to other
-// threads, strip by strip, and waiting for those takes longer than all painting, most of all beside a game.
-void Ebenenlinie::paintEvent(QPaintEvent* ereignis) {
-    const bool rot = farbe_ == GREIFFARBE;
+namespace {
+
+/// A line from end to end. By hand, as one image: the toolkit hands translucent fills that are this high to
+/// other threads, strip by strip, and waiting for those takes longer than all painting, most of all beside a
+/// game.
+QPixmap linienbild(bool senkrecht, bool rot, QSize groesse, double dichte) {
     const auto aussen = qPremultiply(LICHTHOF);
     const auto kern = rot ? LINIENROT : LINIENSCHWARZ;
     const auto innen = rot ? kern : qPremultiply(qRgba(0, 0, 0, SAUM));
     const std::array<QRgb, LINIENBREITE> streifen{aussen, innen, kern, innen, aussen};
-
-    const auto teil = ereignis->rect() & rect();
-    const double dichte = devicePixelRatioF();
-    QImage bild((QSizeF(teil.size()) * dichte).toSize(), QImage::Format_ARGB32_Premultiplied);
-    const auto farbeBei = [&](int pixel, int anfang) {
-        const auto stelle = static_cast<std::size_t>(anfang + static_cast<int>(pixel / dichte));
-        return streifen[std::min(stelle, streifen.size() - 1)];
+    const auto farbeBei = [&](int pixel) {
+        return streifen[std::min(static_cast<std::size_t>(pixel / dichte), streifen.size() - 1)];
     };
+    QImage bild((QSizeF(groesse) * dichte).toSize(), QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < bild.height(); ++y) {
         auto* zeile = reinterpret_cast<QRgb*>(bild.scanLine(y));
-        if (senkrecht_)
+        if (senkrecht)
             for (int x = 0; x < bild.width(); ++x)
-                zeile[x] = farbeBei(x, teil.x());
+                zeile[x] = farbeBei(x);
         else
-            std::fill_n(zeile, bild.width(), farbeBei(y, teil.y()));
+            std::fill_n(zeile, bild.width(), farbeBei(y));
     }
-    QPainter(this).drawImage(QRectF(teil), bild, QRectF(bild.rect()));
+    return QPixmap::fromImage(bild);
+}
+
+} // namespace
+
+void Ebenenlinie::paintEvent(QPaintEvent* ereignis) {
+    const double dichte = devicePixelRatioF();
+    const bool rot = farbe_ == GREIFFARBE;
+    const auto bild = gemeinsamesBild(
+        QString("Ebenenlinie %1 %2 %3 %4 %5").arg(senkrecht_).arg(rot).arg(width()).arg(height()).arg(dichte),
+        [&] { return linienbild(senkrecht_, rot, size(), dichte); });
+    const auto teil = ereignis->rect() & rect();
+    QPainter(this).drawPixmap(QRectF(teil), bild,
+                              {QPointF(teil.topLeft()) * dichte, QSizeF(teil.size()) * dichte});
 }
 
 // --- Ebenenpfeil ---
@@ -137,13 +160,14 @@ void Ebenenpfeil::leaveEvent(QEvent*) {
     update();
 }
 
-void Ebenenpfeil::paintEvent(QPaintEvent*) {
-    QPainter maler(this);
+namespace {
+
+void pfeilMalen(QPainter& maler, QSize groesse, double grad, bool unterMaus) {
     maler.setRenderHint(QPainter::Antialiasing);
-    maler.translate(QRectF(rect()).center());
-    maler.rotate(grad_);
+    maler.translate(QRectF({0, 0}, QSizeF(groesse)).center());
+    maler.rotate(grad);
     // The arrow fills a square of 10 by 10 around the middle.
-    const double seite = std::max(6, std::min(width(), height()));
+    const double seite = std::max(6, std::min(groesse.width(), groesse.height()));
     maler.scale(seite / 10, seite / 10);
     QPainterPath pfeil;
     pfeil.moveTo(0, -4);
@@ -157,8 +181,31 @@ void Ebenenpfeil::paintEvent(QPaintEvent*) {
     maler.setPen(QPen(Qt::white, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     maler.drawPath(pfeil);
     maler.setPen(QPen(Qt::black, 0.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    maler.setBrush(underMouse() ? QColor(255, 150, 0) : QColor(30, 90, 200));
+    maler.setBrush(unterMaus ? QColor(255, 150, 0) : QColor(30, 90, 200));
     maler.drawPath(pfeil);
+}
+
+QPixmap pfeilbild(QSize groesse, double dichte, double grad, bool unterMaus) {
+    QPixmap bild((QSizeF(groesse) * dichte).toSize());
+    bild.setDevicePixelRatio(dichte);
+    bild.fill(Qt::transparent);
+    QPainter maler(&bild);
+    pfeilMalen(maler, groesse, grad, unterMaus);
+    return bild;
+}
+
+} // namespace
+
+void Ebenenpfeil::paintEvent(QPaintEvent*) {
+    const double dichte = devicePixelRatioF();
+    const auto bild = gemeinsamesBild(QString("Ebenenpfeil %1 %2 %3 %4 %5")
+                                          .arg(width())
+                                          .arg(height())
+                                          .arg(dichte)
+                                          .arg(grad_)
+                                          .arg(underMouse()),
+                                      [&] { return pfeilbild(size(), dichte, grad_, underMouse()); });
+    QPainter(this).drawPixmap(0, 0, bild);
 }
 
 // --- Ebenenrechteck ---
