@@ -183,10 +183,9 @@ void frmJust::laden() {
     StickSperre_ = (zustand_.*art_.stick).StickSperre = gelesen.StickSperre;
     global_.OffenerEditor = art_.OffenerEditor;
     global_.ZielFormular = art_.formname;
-    bildLaden(0);
     setWindowTitle(titeltext(qt(schema_)));
     ebene_->Punkt().setzen({PUNKT_ANFANG, PUNKT_ANFANG, 0, 0});
-    tafeln_->waehlen(0); // places the lines and draws
+    tafeln_->waehlen(0); // places the lines, loads the picture and draws
     ebene_->setFocus();
     liveabfrage_->Interval(LIVE_INTERVALL);
     liveabfrage_->Enabled(true);

@@ -8,7 +8,10 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <array>
 #include <fstream>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -499,6 +502,21 @@ TEST_P(FrmJust, JedeEbeneHatIhrBildSonstDasErsatzbild) {
     EXPECT_EQ(grund(), QColor(Qt::blue));
     ebeneWaehlen(2);
     EXPECT_EQ(grund(), QColor(Qt::green)) << "names match without regard to case";
+}
+
+TEST_P(FrmJust, BeimOeffnenLiestErSeinBildEinmal) {
+    schema();
+    linien();
+    const auto name = std::string("S0") + GetParam().bildende;
+    bild(name, Qt::green);
+    const int wache = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(inotify_add_watch(wache, (bilder() / name).c_str(), IN_OPEN | IN_CLOSE_NOWRITE), 0);
+    editorOeffnen();
+    std::array<inotify_event, 8> gemeldet{};
+    const auto bytes = read(wache, gemeldet.data(), sizeof gemeldet);
+    close(wache);
+    EXPECT_EQ(bytes, ssize_t{2 * sizeof(inotify_event)}) << "opened and closed";
+    EXPECT_EQ(grund(), QColor(Qt::green));
 }
 
 TEST_P(FrmJust, DasBildWaechstMitDemFenster) {
