@@ -53,6 +53,16 @@ TEST_F(FrmHaupt, ListetDieSchemataInGespeicherterReihenfolgeAufUndWaehltDasErste
     EXPECT_EQ(haupt().height(), 350);
 }
 
+TEST_F(FrmHaupt, FuenfTabulatorenNachDemStartStehtManAufSchemaStarten) {
+    schema("Zebra");
+    starten();
+    haupt().activateWindow();
+    ereignisse();
+    for (int i = 0; i < 5; ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), &knopf(5)); // tests/wayland/drinnen goes this way
+}
+
 TEST_F(FrmHaupt, ListetFuenfhundertSchemataAuf) {
     std::string sql = "BEGIN;";
     for (int i = 0; i < 500; ++i)
