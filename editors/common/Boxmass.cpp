@@ -5,14 +5,34 @@
 #include "editors/common/Hinweistext.h"
 
 #include <QEvent>
-#include <QLayout>
 #include <QMessageBox>
+#include <QTextBoundaryFinder>
 
 namespace {
 
 /// More than fits on any screen; longer texts take long to lay out.
 constexpr qsizetype ZEICHEN_HOECHSTENS = 4000;
 constexpr qsizetype ZEICHEN_MINDESTENS = 40;
+
+constexpr QChar FUGE(0x200B); // no width, but a line may end there
+
+/// A box is no narrower than its longest word: one that is wider than `breite` may be broken.
+QString mitFugen(const QString& text, const QFontMetrics& schrift, int breite) {
+    QString ergebnis;
+    int wortbreite = 0;
+    QTextBoundaryFinder zeichen(QTextBoundaryFinder::Grapheme, text);
+    for (qsizetype anfang = 0, ende = 0; (ende = zeichen.toNextBoundary()) > anfang; anfang = ende) {
+        const auto eines = text.mid(anfang, ende - anfang);
+        const int zeichenbreite = schrift.horizontalAdvance(eines);
+        wortbreite = eines.at(0).isSpace() ? 0 : wortbreite + zeichenbreite;
+        if (wortbreite > breite) {
+            ergebnis += FUGE;
+            wortbreite = zeichenbreite;
+        }
+        ergebnis += eines;
+    }
+    return ergebnis;
+}
 
 /// A box lays its text out when it is shown, which is when its size is known and nobody has seen it yet.
 class Boxmass final : public QObject {
@@ -22,8 +42,6 @@ public:
     bool eventFilter(QObject* objekt, QEvent* ereignis) override {
         if (objekt == &box_ && ereignis->type() == QEvent::Show)
             einpassen();
-        if (objekt == &box_ && ereignis->type() == QEvent::Resize)
-            schmaelern();
         return false;
     }
 
@@ -42,19 +60,13 @@ private:
                 this, [this] { hereinholen(box_); }, Qt::QueuedConnection);
     }
 
-    /// A long word makes a box as wide as the screen, without its frame.
-    void schmaelern() {
-        const int platz = fensterplatz(box_).width();
-        if (box_.width() > platz)
-            box_.setFixedSize(platz, box_.layout()->totalHeightForWidth(platz));
-    }
-
     QMessageBox& box_;
 };
 
 } // namespace
 
 void aufDemSchirmHalten(QMessageBox& box) {
-    box.setText(ohneMitte(box.text(), ZEICHEN_HOECHSTENS));
+    const auto kurz = ohneMitte(box.text(), ZEICHEN_HOECHSTENS);
+    box.setText(mitFugen(kurz, box.fontMetrics(), fensterplatz(box).width() * 3 / 4));
     new Boxmass(box);
 }

@@ -124,6 +124,10 @@ void dateiPruefen(const std::string& pfad) {
         throw fehler(Fehlernummer::KeinZugriff, meldungFuer(SQLITE_CANTOPEN).text, pfad);
     if (stand.type() != fs::file_type::regular || fs::file_size(pfad, grund) < KLEINSTE_SEITE)
         throw fehler(Fehlernummer::KeineDatenbank, meldungFuer(SQLITE_NOTADB).text, pfad);
+    // SQLite would wait for ever to read a pipe.
+    const auto journal = fs::status(pfad + "-journal", grund).type();
+    if (journal == fs::file_type::fifo)
+        throw fehler(Fehlernummer::KeinZugriff, meldungFuer(SQLITE_CANTOPEN).text, pfad);
 }
 
 /// A database may come from anywhere: nothing that lies in it is trusted to run, and a misspelt column is an

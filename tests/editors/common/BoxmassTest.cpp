@@ -2,6 +2,7 @@
 // Message boxes with texts of any length, and names where they are shown.
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Hinweistext.h"
+#include "editors/common/Rollbereich.h"
 #include "tests/editors/common/Formtest.h"
 
 #include <QScreen>
@@ -13,20 +14,23 @@ struct Kasten {
     QString text;
     QRect ort;
     bool passt = false; ///< all of it, frame and button included, is on the screen
+    bool rollt = false; ///< some of it is seen only by scrolling
 };
 
 Kasten gezeigt(const QString& text, QWidget* eltern = nullptr) {
     Kasten kasten;
     QTimer takt;
+    int ansichten = 0;
     QObject::connect(&takt, &QTimer::timeout, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
+        if (!box || ++ansichten == 1) // it gets its place when it has been shown
             return;
         kasten.text = box->text();
         kasten.ort = box->frameGeometry();
         const auto* knopf = box->button(QMessageBox::Yes);
         kasten.passt = box->screen()->availableGeometry().contains(kasten.ort) &&
                        box->rect().contains(knopf->geometry());
+        kasten.rollt = &forminhalt(*box) != box;
         box->accept();
     });
     takt.start(0);
@@ -43,6 +47,7 @@ TEST(BoxmassTest, EineBoxBleibtMitJedemTextAufDemSchirm) {
                              QString("Zeile\n").repeated(4000)}) {
         const auto kasten = gezeigt("Anfang " + text + " Ende?");
         EXPECT_TRUE(kasten.passt) << kasten.ort.width() << " x " << kasten.ort.height();
+        EXPECT_FALSE(kasten.rollt);
         EXPECT_TRUE(kasten.text.startsWith("Anfang "));
         EXPECT_TRUE(kasten.text.contains("…"));
         EXPECT_TRUE(kasten.text.endsWith(" Ende?"));
@@ -56,6 +61,17 @@ TEST(BoxmassTest, MitGrosserSchriftBleibtWeniger) {
     EXPECT_TRUE(normal.passt && grosse.passt);
     EXPECT_LT(grosse.text.size(), normal.text.size());
     EXPECT_GT(grosse.text.size(), 40);
+}
+
+// As a path may have, or a name from elsewhere.
+TEST(BoxmassTest, EinWortDasBreiterAlsDerSchirmIstWirdUmbrochen) {
+    const int schirmbreite = QGuiApplication::primaryScreen()->availableGeometry().width();
+    for (const int zeichen : {60, 120, 400}) {
+        const auto kasten = gezeigt("Anfang „" + QString(zeichen, 'W') + "“ Ende?");
+        EXPECT_TRUE(kasten.passt && !kasten.rollt) << zeichen;
+        EXPECT_LT(kasten.ort.width(), schirmbreite);
+        EXPECT_EQ(kasten.text.count('W'), zeichen);
+    }
 }
 
 TEST(BoxmassTest, WasPasstBleibtGanz) {

@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <random>
 
+#include <sys/stat.h>
+
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -42,6 +44,15 @@ TEST(Datei, EineFehlendeWirdNieAngelegt) {
     EXPECT_EQ(fehlernummer([] { OpenDatabase(""); }), 3024);
     EXPECT_EQ(fehlernummer([] { OpenDatabase(":memory:"); }), 3024);
     EXPECT_THAT(namenIn(ordner.pfad()), IsEmpty());
+}
+
+TEST(Datei, EineRoehreAnDerStelleDesJournalsHaeltNiemandAuf) {
+    const Testdatenbank datei;
+    schemaLegen(datei);
+    ASSERT_EQ(mkfifo((datei.pfad() + "-journal").c_str(), 0600), 0);
+    EXPECT_EQ(fehlernummer([&] { OpenDatabase(datei.pfad()); }), 3051);
+    fs::remove(datei.pfad() + "-journal");
+    EXPECT_EQ(fehlernummer([&] { OpenDatabase(datei.pfad()); }), 0);
 }
 
 TEST(Datei, DieMeldungNenntDenPfad) {
