@@ -2,6 +2,7 @@
 // What a form held whenever it was closed without saving, by `Schema`: it lasts as long as the program.
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <map>
 #include <optional>
@@ -10,9 +11,15 @@
 
 template <class Entwurf> class Entwuerfe {
 public:
-    /// Keeps what the form of this `Schema` held; what was kept for it before stays behind it.
+    static constexpr std::size_t HOECHSTENS = 20; ///< of a `Schema`
+
+    /// Keeps what the form of this `Schema` held; what was kept for it before stays behind it, but for the
+    /// oldest where there would be too many.
     void merken(const std::string& schema, Entwurf entwurf) {
-        entwuerfe_[schema].push_back(std::move(entwurf));
+        auto& dieses = entwuerfe_[schema];
+        dieses.push_back(std::move(entwurf));
+        if (dieses.size() > HOECHSTENS)
+            dieses.pop_front();
     }
     bool gibtEs(const std::string& schema) const { return entwuerfe_.contains(schema); }
     /// Hands the newest over, which is kept no longer.
