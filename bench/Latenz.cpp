@@ -15,6 +15,8 @@
 #include "tests/hilfen/XLauscher.h"
 #include "tests/hilfen/XServer.h"
 
+#include <X11/Xlib.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -60,11 +62,36 @@ Auftrag auftragVon(std::vector<std::string> worte) {
 
 // --- what is measured ---
 
+/// The window that is played in: it has the focus, as a game's has.
+class Spielfenster {
+public:
+    explicit Spielfenster(const XServer& server) : anzeige_(XOpenDisplay(server.anzeige().c_str())) {
+        if (anzeige_ == nullptr)
+            throw std::runtime_error("no X server");
+        fenster_ = XCreateSimpleWindow(anzeige_, DefaultRootWindow(anzeige_), 790, 590, 10, 10, 0, 0, 0);
+        XMapWindow(anzeige_, fenster_);
+        XSync(anzeige_, False);
+    }
+    Spielfenster(const Spielfenster&) = delete;
+    Spielfenster& operator=(const Spielfenster&) = delete;
+    ~Spielfenster() { XCloseDisplay(anzeige_); }
+
+    void nachVorn() const {
+        XSetInputFocus(anzeige_, fenster_, RevertToPointerRoot, CurrentTime);
+        XSync(anzeige_, False);
+    }
+
+private:
+    Display* anzeige_;
+    Window fenster_ = 0;
+};
+
 /// What all of it is measured with.
 struct Stand {
     const XServer& server;
     XLauscher& lauscher;
     const std::filesystem::path& ordner;
+    const Spielfenster& spielfenster;
     int nummer; ///< of the Messfeld
     Messfeld& feld;
 };
@@ -102,6 +129,7 @@ public:
         });
         close(paar[1]);
         abwarten(befehl::BEREIT);
+        stand.spielfenster.nachVorn();
         spielenLassen(stand.feld);
     }
     ~Programmproband() override { close(unser_); }
@@ -403,7 +431,8 @@ int main(int anzahl, char** worte) {
     freigeben(datenbank);
     const int nummer = messfeldAnlegen();
     XLauscher lauscher(server.anzeige(), Lauschart::roh);
-    const Stand stand{server, lauscher, datenbank.ordner(), nummer, messfeld(nummer)};
+    const Spielfenster spielfenster(server);
+    const Stand stand{server, lauscher, datenbank.ordner(), spielfenster, nummer, messfeld(nummer)};
     echtzeitNehmen();
     if (auftrag.unterLast) {
         unterLast(stand, auftrag);
