@@ -87,11 +87,13 @@ private:
     std::optional<Spielpad> pad_;
 };
 
+Mitspieler* mitspieler = nullptr; // as long as the process: the platform has gone before what is static here
+
 // The program takes its platform up first, in which SDL starts; what it does when it is there comes after.
 void mitspielen() {
     const auto saat = qgetenv("MITSPIELER");
     if (!saat.isEmpty())
-        QTimer::singleShot(0, [saat] { new Mitspieler(saat.toUInt()); }); // as long as the process
+        QTimer::singleShot(0, [saat] { mitspieler = new Mitspieler(saat.toUInt()); });
 }
 Q_COREAPP_STARTUP_FUNCTION(mitspielen)
 

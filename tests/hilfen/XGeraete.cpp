@@ -35,6 +35,8 @@ XGeraete::XGeraete(const std::string& anzeige) : anzeige_(XOpenDisplay(anzeige.c
 }
 
 XGeraete::~XGeraete() {
+    for (void* eines : {tastatur_, maus_, xtestTastatur_, xtestMaus_})
+        XCloseDevice(anzeige_, geraet(eines));
     XCloseDisplay(anzeige_);
 }
 

@@ -17,9 +17,11 @@
 #include <QTimer>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 
+#include <atomic>
 #include <optional>
 
 using testing::AnyOf;
@@ -282,6 +284,9 @@ TEST_F(Tastenwaechter, EinAbsturzLaesstLosEheDerProzessTotIst) {
 
 // An overflow leaves no stack to tell of it on but the one that is laid by for it.
 TEST_F(Tastenwaechter, AuchEinVollerStapelWirdGemeldet) {
+    static std::atomic<bool>* amEnde; // shared with the process that comes to its end
+    amEnde = static_cast<std::atomic<bool>*>(
+        mmap(nullptr, sizeof *amEnde, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     const auto ueberlaufen = [](Spieler& spieler) {
         spieler.tasten({taste(TASTE_A)});
         const std::function<int(int)> tiefer = [&](int tiefe) {
@@ -294,13 +299,17 @@ TEST_F(Tastenwaechter, AuchEinVollerStapelWirdGemeldet) {
         const rlimit klein{1 << 20, 1 << 20};
         setrlimit(RLIMIT_STACK, &klein);
         struct sigaction aktion {};
-        aktion.sa_handler = [](int) { schlafen(); };
+        aktion.sa_handler = [](int) {
+            *amEnde = true;
+            schlafen();
+        };
         aktion.sa_flags = SA_ONSTACK;
         sigaction(SIGSEGV, &aktion, nullptr);
     });
-    std::this_thread::sleep_for(LANGE_GENUG); // it has pressed and come to its end
-    EXPECT_THAT(geraete.vonProgrammen(), IsEmpty());
+    ASSERT_TRUE(binnen(milliseconds{GEDULD_MS}, [] { return amEnde->load(); }));
+    EXPECT_TRUE(losgelassen());
     EXPECT_FALSE(opfer.waechter().endet(0));
+    munmap(amEnde, sizeof *amEnde);
 }
 
 TEST_F(Tastenwaechter, ErEndetMitDemProgrammWennNichtsGehaltenWird) {

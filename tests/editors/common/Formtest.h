@@ -61,7 +61,7 @@ public:
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             if (!box)
                 return;
-            gesehen_.push_back({box->windowTitle(), box->text(), box->icon(), box->standardButtons()});
+            gesehen_.push_back({box->windowTitle(), gelesen(*box), box->icon(), box->standardButtons()});
             if (gesehen_.size() > antworten_.size())
                 box->accept();
             else
@@ -72,6 +72,9 @@ public:
     const std::vector<Gesehen>& gesehen() const { return gesehen_; }
 
 private:
+    /// As it is read: where a long word may break shows nowhere, and depends on the screen.
+    static QString gelesen(const QMessageBox& box) { return box.text().remove(QChar(0x200B)); }
+
     QTimer takt_;
     std::vector<QMessageBox::StandardButton> antworten_;
     std::vector<Gesehen> gesehen_;
