@@ -498,8 +498,8 @@ TEST_F(EchteZeit, GezaehltWirdWasMehrAlsZwanzigMillisekundenZuSpaetKommt) {
     };
     const auto lange = aufhalten(60ms);
     EXPECT_GE(lange.anzahl, 1U);
-    EXPECT_LE(lange.anzahl, 2U); // two on a machine that was busy with other things at once
-    EXPECT_GE(lange.groesste, 60ms);
+    EXPECT_LE(lange.anzahl, 2U);     // two on a machine that was busy with other things at once
+    EXPECT_GE(lange.groesste, 50ms); // a machine that was busy between the two set the second later
     EXPECT_GE(aufhalten(25ms).anzahl, 1U) << "a little above the limit";
 
     std::uint64_t wenigste = std::numeric_limits<std::uint64_t>::max();

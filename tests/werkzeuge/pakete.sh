@@ -17,7 +17,7 @@ for modul in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'pkg_chec
     gelistet "$modul" "$(pkg-config --variable=pcfiledir "$modul")/$modul.pc"
 done
 for programm in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_program\(\S+ \K\S+' .) \
-    g++ cmake ninja pkg-config clang++ clang-format dbus-daemon xvfb-run Xvfb xauth setxkbmap xkbcomp openbox xdotool weston xdg-open pulseaudio \
+    g++ cmake ninja pkg-config clang++-16 clang-format dbus-daemon xvfb-run Xvfb xauth setxkbmap xkbcomp openbox xdotool weston xdg-open pulseaudio \
     desktop-file-validate appstreamcli dpkg-buildpackage dh lintian debootstrap; do
     gelistet "$programm" "$(command -v "$programm")"
 done
@@ -35,7 +35,7 @@ abweichung=$(diff <(pakete build | grep -vx g++ | sort) <(sed -n '/^Build-Depend
 # What is called by its name, where the tools that make the package do not find it.
 grep -qx 'Depends:.*, sqlite3' debian/control && grep -qx 'Recommends:.*\bxdg-utils\b.*' debian/control ||
     { echo "FAILED: the package does not ask for the programs that it calls"; fehlende=1; }
-gelistet "the library of the fuzzers" "$(find "$(clang++ -print-runtime-dir)" -name 'libclang_rt.fuzzer-*.a' -print -quit)"
+gelistet "the library of the fuzzers" "$(find "$(clang++-16 -print-runtime-dir)" -name 'libclang_rt.fuzzer-*.a' -print -quit)"
 gelistet "the portal" /usr/libexec/xdg-desktop-portal
 gelistet "the mocks of GTest" /usr/include/gmock/gmock.h
 exit $fehlende
