@@ -11,7 +11,19 @@
 
 #include <QLoggingCategory>
 
+#include <poll.h>
+#include <unistd.h>
+
 namespace {
+
+QtMessageHandler schreiben = nullptr; // the toolkit's own
+
+// A pipe is ready when it takes a whole message.
+void schreibenOhneZuWarten(QtMsgType art, const QMessageLogContext& woher, const QString& text) {
+    pollfd fehlerausgabe{STDERR_FILENO, POLLOUT, 0};
+    if (art == QtFatalMsg || poll(&fehlerausgabe, 1, 0) == 1)
+        schreiben(art, woher, text);
+}
 
 // No message of these is fatal: that level as the least that is told means silence.
 Q_LOGGING_CATEGORY(PAD, "gamepad.pad", QtFatalMsg)
@@ -25,6 +37,10 @@ void verspaetungenProtokollieren(const Verspaetungen& spaete) {
 }
 
 } // namespace
+
+void aufKeinenLeserWarten() {
+    schreiben = qInstallMessageHandler(schreibenOhneZuWarten);
+}
 
 Meldung padmeldung() {
     if (!PAD().isInfoEnabled())

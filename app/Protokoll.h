@@ -16,6 +16,9 @@ class QtZeitgeber;
 struct EingabeWahl;
 struct Padliste;
 
+/// From now on a message that can't be written at once is lost: its reader may have stopped reading.
+void aufKeinenLeserWarten();
+
 /// What the pads tell; empty as long as gamepad.pad is silent.
 Meldung padmeldung();
 

@@ -42,6 +42,7 @@ int main(int anzahl, char** worte) {
         std::fprintf(stderr, "gamepad-konfic: %s\n", bildschirm.grund.c_str());
         return 1;
     }
+    aufKeinenLeserWarten();
     Waechter waechter(Waechter::nebenan()); // before there is a thread
     Endsignale endsignale;
     Anwendung anwendung(anzahl, worte);

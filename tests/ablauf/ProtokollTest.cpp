@@ -263,6 +263,22 @@ TEST_F(Fehlerausgabe, QtLoggingRulesDrehtDasProtokollAuf) {
               "gamepad.eingabe: Der Tastenwächter startet nicht\n");
 }
 
+TEST_F(Fehlerausgabe, WerSieNichtLiestHaeltDasProgrammNichtAuf) {
+    std::array<int, 2> rohr{};
+    ASSERT_EQ(pipe2(rohr.data(), O_NONBLOCK | O_CLOEXEC), 0);
+    const std::array<char, 4096> seite{};
+    while (write(rohr[1], seite.data(), seite.size()) > 0) {
+    }
+    fcntl(rohr[1], F_SETFL, 0); // as a program has it
+    EXPECT_EQ(nachStartUndEnde([&] {
+                  dup2(rohr[1], STDERR_FILENO);
+                  setenv("QT_LOGGING_RULES", "gamepad.*=true", 1);
+              }),
+              "");
+    close(rohr[0]);
+    close(rohr[1]);
+}
+
 TEST_F(Fehlerausgabe, DasProgrammErzaehltVonSeinenLaeufen) {
     Schemabau(datenbank_).anlegen();
     const auto ort = schemaStarten();
