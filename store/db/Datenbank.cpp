@@ -48,6 +48,10 @@ std::string Database::hinweis() {
     return offen().hinweis();
 }
 
+std::string Database::abbild() {
+    return offen().abbild();
+}
+
 void Database::fortgangFragen(const Fortgang& weiter) {
     offen().fortgangFragen(weiter);
 }

@@ -76,6 +76,11 @@ public:
     /// newer version, what that means and what helps. Mostly "".
     std::string hinweis();
 
+    /// The whole file as it would lie on the disk, on one state of it and without a log. It is locked for no
+    /// longer than it takes to be read into memory. Throws 3049 where anything in it is damaged, 3026 for
+    /// one too large to be held, 3218 when it stays locked.
+    std::string abbild();
+
     /// Opens a second file beside this one, once at most. A transaction of either then is one of both: all of
     /// its updates in both files or none, also through a crash. A `pfad` that leads to this very file, by
     /// whatever way, opens nothing and gives this file once more. Closing either closes both. Throws as

@@ -282,6 +282,66 @@ std::string Verbindung::hinweis() {
     return mitPfad(text, pfade_[0]);
 }
 
+// --- the whole file ---
+
+namespace {
+
+using Speicher = std::unique_ptr<sqlite3, decltype(&sqlite3_close_v2)>;
+
+constexpr std::uintmax_t GROESSTES_ABBILD = 256 * 1024 * 1024;
+constexpr std::array<std::size_t, 2> VORLAUFSTELLEN{18, 19}; // of the header, by SQLite's file format
+constexpr char OHNE_VORLAUF = 1;
+
+Speicher imSpeicher() {
+    sqlite3* sqlite = nullptr;
+    sqlite3_open_v2(":memory:", &sqlite, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    absichern(sqlite);
+    return {sqlite, sqlite3_close_v2};
+}
+
+/// What SQLite finds when it looks at each page, "ok" or the first fault; "" where it can't even do that.
+std::string befund(std::string& inhalt) {
+    const auto sqlite = imSpeicher();
+    std::string text;
+    const auto laenge = static_cast<sqlite3_int64>(inhalt.size());
+    auto* bytes = reinterpret_cast<unsigned char*>(inhalt.data());
+    if (sqlite3_deserialize(sqlite.get(), "main", bytes, laenge, laenge, SQLITE_DESERIALIZE_READONLY) ==
+        SQLITE_OK)
+        sqlite3_exec(
+            sqlite.get(), "PRAGMA quick_check(1)",
+            [](void* ziel, int, char** werte, char**) {
+                *static_cast<std::string*>(ziel) = werte[0];
+                return 0;
+            },
+            &text, nullptr);
+    return text;
+}
+
+} // namespace
+
+std::string Verbindung::abbild() {
+    std::error_code egal;
+    if (const auto groesse = fs::file_size(pfade_[0], egal); !egal && groesse > GROESSTES_ABBILD)
+        throw fehler(Fehlernummer::KeinPlatz, "Die Datenbank „%“ ist zu groß für eine Sicherung.", pfade_[0]);
+    const auto kopie = imSpeicher();
+    auto* zug = sqlite3_backup_init(kopie.get(), "main", sqlite_.get(), "main");
+    const int nummer = sqlite3_backup_step(zug, -1);
+    sqlite3_backup_finish(zug);
+    if (nummer != SQLITE_DONE)
+        melden(nummer);
+    sqlite3_int64 laenge = 0;
+    const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> bytes(
+        sqlite3_serialize(kopie.get(), "main", &laenge, 0), sqlite3_free);
+    if (!bytes)
+        throw std::bad_alloc();
+    std::string inhalt(reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(laenge));
+    for (const auto stelle : VORLAUFSTELLEN)
+        inhalt.at(stelle) = OHNE_VORLAUF;
+    if (befund(inhalt) != "ok")
+        throw fehler(Fehlernummer::DateiBeschaedigt, meldungFuer(SQLITE_CORRUPT).text, pfade_[0]);
+    return inhalt;
+}
+
 // --- statements ---
 
 void Verbindung::schliessen() noexcept {

@@ -74,6 +74,9 @@ public:
     /// What the user is to know of the file before anything is done with it; mostly "".
     std::string hinweis();
 
+    /// See Database.
+    std::string abbild();
+
     /// Lets `weiter` be asked while statements run, each few thousand of their steps. Once it says no, what
     /// is on fails (3059). It must not use the connection.
     void fortgangFragen(std::function<bool()> weiter);

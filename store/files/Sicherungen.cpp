@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/files/Sicherungen.h"
+
+#include "base/LaufzeitFehler.h"
+#include "store/db/Datenbank.h"
+#include "store/files/Dateiersatz.h"
+#include "store/files/Gamepadtabelle.h"
+
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <string_view>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t NEUESTE = 10;
+constexpr std::size_t MONATE = 6;
+constexpr std::string_view DATUM = "0000-00-00";
+constexpr int ABLAGEN_HOECHSTENS = 1000;
+
+struct Name {
+    std::string_view stamm;
+    std::string_view endung;
+};
+constexpr std::array<Name, 2> NAMEN{{{"Belegung ", ".twk"}, {"Gamepad ", ".xml"}}};
+
+const Name& nameVon(Gesichertes was) {
+    return NAMEN[static_cast<std::size_t>(was)];
+}
+
+std::optional<int> zahl(std::string_view text) {
+    int wert = 0;
+    const auto [ende, fehler] = std::from_chars(text.data(), text.data() + text.size(), wert);
+    if (fehler != std::errc() || ende != text.data() + text.size())
+        return std::nullopt;
+    return wert;
+}
+
+std::string datumstext(Sicherungstag tag) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", tag.jahr, tag.monat, tag.tag);
+    return text.data();
+}
+
+/// The day that a name tells, if it is one that datumstext gives.
+std::optional<Sicherungstag> tagVon(const Name& name, std::string_view datei) {
+    if (datei.size() != name.stamm.size() + DATUM.size() + name.endung.size() ||
+        !datei.starts_with(name.stamm) || !datei.ends_with(name.endung))
+        return std::nullopt;
+    const auto datum = datei.substr(name.stamm.size(), DATUM.size());
+    const auto jahr = zahl(datum.substr(0, 4));
+    const auto monat = zahl(datum.substr(5, 2));
+    const auto tag = zahl(datum.substr(8, 2));
+    if (!jahr || !monat || !tag)
+        return std::nullopt;
+    const Sicherungstag gelesen{*jahr, *monat, *tag};
+    return datumstext(gelesen) == datum ? std::optional(gelesen) : std::nullopt;
+}
+
+std::optional<std::string> inhalt(const std::string& pfad) {
+    std::error_code fehler;
+    if (!fs::is_regular_file(pfad, fehler))
+        return std::nullopt;
+    std::ifstream strom(pfad, std::ios::binary);
+    if (!strom)
+        return std::nullopt;
+    return std::string(std::istreambuf_iterator<char>(strom), {});
+}
+
+bool lesbareTabelle(const std::string& text) {
+    return gamepadAusXml(text).has_value();
+}
+
+/// The content of a database, on one state of it and without a fault.
+std::string gutesAbbild(const std::string& pfad) {
+    return OpenDatabase(pfad).abbild();
+}
+
+bool gut(Gesichertes was, const std::string& pfad) {
+    try {
+        if (was == Gesichertes::Datenbank)
+            return !gutesAbbild(pfad).empty();
+        const auto text = inhalt(pfad);
+        return text && lesbareTabelle(*text);
+    } catch (const LaufzeitFehler&) {
+        return false;
+    }
+}
+
+[[noreturn]] void keinPlatz(const std::string& pfad) {
+    throw LaufzeitFehler(Fehlernummer::KeinPlatz, "Die Sicherung „" + pfad + "“ lässt sich nicht schreiben.");
+}
+
+/// A second name for what lies there, or a copy where the file system has no such names.
+bool beiseite(const fs::path& datei, const fs::path& ziel) {
+    std::error_code fehler;
+    fs::create_hard_link(datei, ziel, fehler);
+    if (!fehler)
+        return true;
+    return fs::copy_file(datei, ziel, fehler) && !fehler;
+}
+
+/// The first name that nothing has.
+std::string freierName(const std::string& datei) {
+    std::string name = datei + ".beschädigt";
+    std::error_code egal;
+    for (int nummer = 2; fs::exists(fs::symlink_status(name, egal)) && nummer < ABLAGEN_HOECHSTENS;
+         ++nummer) {
+        name = datei + ".beschädigt ";
+        name += std::to_string(nummer);
+    }
+    return name;
+}
+
+} // namespace
+
+Sicherungen::Sicherungen(std::string datenbank, std::string gamepadXml)
+    : datenbank_(std::move(datenbank)), gamepadXml_(std::move(gamepadXml)) {}
+
+fs::path Sicherungen::ordner() const {
+    return ordnerVon(datenbank_) / "Sicherungen";
+}
+
+void Sicherungen::sichern(Sicherungstag heute) const {
+    if (!tage(Gesichertes::Datenbank).contains(heute))
+        ablegen(Gesichertes::Datenbank, heute, gutesAbbild(datenbank_));
+    if (tage(Gesichertes::Achsendatei).contains(heute))
+        return;
+    if (const auto text = inhalt(gamepadXml_); text && lesbareTabelle(*text))
+        ablegen(Gesichertes::Achsendatei, heute, *text);
+}
+
+void Sicherungen::ablegen(Gesichertes was, Sicherungstag heute, const std::string& neues) const {
+    const auto vorige = tage(was);
+    if (!vorige.empty() && inhalt(pfad(was, *vorige.rbegin())) == neues)
+        return;
+    std::error_code fehler;
+    fs::create_directories(ordner(), fehler);
+    const auto ziel = pfad(was, heute);
+    if (!dateiErsetzen(ziel, neues))
+        keinPlatz(ziel);
+    aufraeumen(was);
+}
+
+void Sicherungen::aufraeumen(Gesichertes was) const {
+    const auto alle = tage(was);
+    const auto bleiben = zuBehalten(alle);
+    std::error_code egal; // one more is no harm
+    for (const auto tag : alle)
+        if (!bleiben.contains(tag))
+            fs::remove(pfad(was, tag), egal);
+}
+
+std::set<Sicherungstag> Sicherungen::tage(Gesichertes was) const {
+    std::set<Sicherungstag> alle;
+    std::error_code fehler;
+    for (fs::directory_iterator datei(ordner(), fehler), ende; !fehler && datei != ende;
+         datei.increment(fehler))
+        if (const auto tag = tagVon(nameVon(was), datei->path().filename().string()))
+            alle.insert(*tag);
+    return alle;
+}
+
+std::string Sicherungen::pfad(Gesichertes was, Sicherungstag tag) const {
+    const auto& name = nameVon(was);
+    std::string datei(name.stamm);
+    datei += datumstext(tag);
+    datei += name.endung;
+    return (ordner() / datei).string();
+}
+
+std::optional<Sicherung> Sicherungen::neuesteGute(Gesichertes was) const {
+    const auto alle = tage(was);
+    for (auto tag = alle.rbegin(); tag != alle.rend(); ++tag)
+        if (const auto dieser = pfad(was, *tag); gut(was, dieser))
+            return Sicherung{dieser, *tag};
+    return std::nullopt;
+}
+
+bool Sicherungen::achsendateiBeschaedigt() const {
+    const auto text = inhalt(gamepadXml_);
+    return text && !lesbareTabelle(*text);
+}
+
+std::string Sicherungen::zuruecksichern(Gesichertes was, const Sicherung& sicherung) const {
+    const auto neues = was == Gesichertes::Datenbank ? gutesAbbild(sicherung.pfad) : inhalt(sicherung.pfad);
+    const auto ziel = ohneVerweise(datei(was));
+    if (!neues || !ziel)
+        throw LaufzeitFehler(Fehlernummer::EinAusgabe, "„" + sicherung.pfad + "“ lässt sich nicht lesen.");
+    const auto ablage = freierName(ziel->string());
+    if (!beiseite(*ziel, ablage))
+        keinPlatz(ablage);
+    // A journal belongs to the file that it lies beside: it would be played into the new one.
+    std::error_code egal;
+    for (const char* beifile : {"-journal", "-wal", "-shm"})
+        fs::rename(ziel->string() + beifile, ablage + beifile, egal);
+    if (!ordnerSichern(ordnerVon(*ziel)) || !dateiErsetzen(ziel->string(), *neues))
+        throw LaufzeitFehler(Fehlernummer::EinAusgabe, "„" + ziel->string() + "“ lässt sich nicht ersetzen.");
+    return ablage;
+}
+
+std::set<Sicherungstag> zuBehalten(const std::set<Sicherungstag>& tage) {
+    std::set<Sicherungstag> bleiben;
+    for (auto tag = tage.rbegin(); tag != tage.rend() && bleiben.size() < NEUESTE; ++tag)
+        bleiben.insert(*tag);
+    std::set<std::pair<int, int>> monate;
+    for (const auto tag : tage)
+        monate.emplace(tag.jahr, tag.monat);
+    while (monate.size() > MONATE)
+        monate.erase(monate.begin());
+    for (const auto& [jahr, monat] : monate)
+        bleiben.insert(*tage.lower_bound({jahr, monat, 0}));
+    return bleiben;
+}
