@@ -32,6 +32,7 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&hauptform_, &frmHaupt::achsenGewuenscht, &editoren_, &Editoren::achsenZeigen);
     QObject::connect(&hauptform_, &frmHaupt::schubreglerGewuenscht, &editoren_, &Editoren::schubreglerZeigen);
     QObject::connect(&editoren_, &Editoren::gespeichert, &hauptform_, &frmHaupt::gespeichertZeigen);
+    QObject::connect(&sicherungsdienst_, &Sicherungsdienst::zurueckgeholt, &hauptform_, &frmHaupt::laden);
     QObject::connect(&hauptform_, &frmHaupt::uebersichtGewuenscht, &hauptform_,
                      [this] { uebersichtZeigen(); });
 }
@@ -59,8 +60,10 @@ std::string Programm::ohneBildschirmSichern() {
 }
 
 void Programm::starten() {
-    hauptform_.laden();
+    const bool gelesen = hauptform_.laden();
     danebenStellen(hauptform_);
     hauptform_.show();
+    if (gelesen)
+        sicherungsdienst_.beginnen(hauptform_.sicherungen(), hauptform_);
     tastenankunft_.pruefen();
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "editors/main/Editoren.h"
+#include "editors/main/Sicherungsdienst.h"
 #include "editors/main/frmHaupt.h"
 #include "editors/overview/Uebersicht.h"
 #include "editors/run/Laufsteuerung.h"
@@ -45,6 +46,7 @@ public:
 
     frmHaupt& hauptform() { return hauptform_; }
     Laufsteuerung& laufsteuerung() { return laufsteuerung_; }
+    Sicherungsdienst& sicherungsdienst() { return sicherungsdienst_; }
 
 private:
     void uebersichtZeigen();
@@ -57,4 +59,5 @@ private:
     frmHaupt hauptform_;
     Tastenankunft tastenankunft_;
     Einzelform<Uebersicht> uebersicht_;
+    Sicherungsdienst sicherungsdienst_;
 };

@@ -8,6 +8,7 @@
 #include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
 #include "editors/common/Speicherstand.h"
+#include "editors/main/Sicherungsdienst.h"
 #include "editors/main/Stickrahmen.h"
 #include "editors/run/Laufsteuerung.h"
 #include "platform/Prozess.h"
@@ -260,19 +261,36 @@ void frmHaupt::volleHoehe(bool voll) {
 
 // --- the list ---
 
-void frmHaupt::laden() {
+bool frmHaupt::laden() {
     prozess_.SetPriorityClass(REALTIME_PRIORITY_CLASS);
     global_.PfadeSetzen(prozess_);
-    mitFehlermeldung(nullptr, qt(global_.DatenbankPfad), [this] {
-        hinweisGeben();
-        schemataLesen();
-    });
+    const bool gelesen = datenbankLesen();
+    achsendateiZurueckholen(sicherungen());
     if (schemaauswahl_->count() == 0) {
         volleHoehe(false);
         achsendatei_.AchsenLaden(); // makes the file in which a first Schema finds its row
-        return;
+        return gelesen;
     }
     erstesWaehlen();
+    return gelesen;
+}
+
+bool frmHaupt::datenbankLesen() {
+    const auto lesen = [this] {
+        hinweisGeben();
+        schemataLesen();
+    };
+    try {
+        lesen();
+        return true;
+    } catch (const LaufzeitFehler& fehler) {
+        return datenbankZurueckholen(sicherungen(), fehler) &&
+               mitFehlermeldung(nullptr, qt(global_.DatenbankPfad), lesen);
+    }
+}
+
+Sicherungen frmHaupt::sicherungen() const {
+    return {global_.DatenbankPfad, achsendatei_.pfad()};
 }
 
 void frmHaupt::hinweisGeben() {

@@ -9,6 +9,7 @@
 #include "base/Stickseite.h"
 #include "editors/common/Hilfe.h"
 #include "engine/run/GobalVariable.h"
+#include "store/files/Sicherungen.h"
 #include "store/schema/modLesen.h"
 
 #include <QWidget>
@@ -38,8 +39,11 @@ public:
              Zeitgeber& zeitgeber);
 
     /// Load of the form: priority, paths, the list. A database that can't be read gives one message box and
-    /// an empty list.
-    void laden();
+    /// an empty list. Whether it could be read.
+    bool laden();
+
+    /// The copies of what this form and all others work on.
+    Sicherungen sicherungen() const;
 
     /// Shows for a moment that a form which closes when it saves has saved.
     void gespeichertZeigen();
@@ -78,6 +82,7 @@ private:
     QPushButton* Command1(int index, const QString& text);
     void volleHoehe(bool voll);
 
+    bool datenbankLesen();
     void hinweisGeben();
     void schemataLesen();
     void erstesWaehlen();

@@ -272,11 +272,21 @@ void Uebersicht::Check1Klick(int index) {
 
 // --- files ---
 
+namespace {
+
+/// Where another database is looked for first: among the copies of this one, if there are any.
+QString anfangsordner(const QString& ordner) {
+    const QFileInfo sicherungen(ordner + "/Sicherungen");
+    return sicherungen.isDir() ? sicherungen.filePath() : ordner;
+}
+
+} // namespace
+
 void Uebersicht::Command2Klick(int seite) {
     frameEnable(1);
     auto& feld = *pfadfelder_[static_cast<std::size_t>(seite)];
     const QPointer<QFileDialog> dialog =
-        new QFileDialog(this, DIALOGTITEL, QFileInfo(feld.text()).absolutePath());
+        new QFileDialog(this, DIALOGTITEL, anfangsordner(QFileInfo(feld.text()).absolutePath()));
     dialog->setObjectName("cdlDateiOeffnen");
     dialog->setNameFilters({DATEIFILTER, JEDE_DATEI});
     dialog->selectNameFilter(JEDE_DATEI); // the program's own databases have another extension

@@ -48,6 +48,9 @@ public:
     /// The logical names by raw axis X Y Z R U V.
     const std::array<std::string, ACHSEN>& AchsenSchluessel() const { return AchsenSchluessel_; }
 
+    /// Path of the file.
+    const std::string& pfad() const { return gamepadXml_; }
+
     /// The `Schema` that the procedures are about at present.
     const std::string& Schema() const { return auswahl_; }
 

@@ -14,6 +14,8 @@
 #include <string_view>
 #include <utility>
 
+#include <unistd.h>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -180,6 +182,10 @@ std::optional<Sicherung> Sicherungen::neuesteGute(Gesichertes was) const {
         if (const auto dieser = pfad(was, *tag); gut(was, dieser))
             return Sicherung{dieser, *tag};
     return std::nullopt;
+}
+
+bool Sicherungen::schreibbar() const {
+    return access(datenbank_.c_str(), W_OK) == 0;
 }
 
 bool Sicherungen::achsendateiBeschaedigt() const {

@@ -42,6 +42,9 @@ public:
     /// The newest copy that can be read whole.
     std::optional<Sicherung> neuesteGute(Gesichertes was) const;
 
+    /// Whether the database may be written at all.
+    bool schreibbar() const;
+
     /// Whether Gamepad.xml is there and is none that can be read.
     bool achsendateiBeschaedigt() const;
 
@@ -52,11 +55,12 @@ public:
 
     /// Where the copies lie.
     std::filesystem::path ordner() const;
-
-private:
+    /// What is copied.
     const std::string& datei(Gesichertes was) const {
         return was == Gesichertes::Datenbank ? datenbank_ : gamepadXml_;
     }
+
+private:
     std::set<Sicherungstag> tage(Gesichertes was) const;
     std::string pfad(Gesichertes was, Sicherungstag tag) const;
     void ablegen(Gesichertes was, Sicherungstag heute, const std::string& inhalt) const;

@@ -124,6 +124,7 @@ protected:
                                                          schirm_, marke_, weg_,
                                                          (datenbank_.ordner() / "Gamepad.xml").string()});
         programm_->starten();
+        programm_->sicherungsdienst().abwarten(); // it reads the files
     }
     ~Formtest() override {
         programm_.reset();

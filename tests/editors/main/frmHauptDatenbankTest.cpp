@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The main form on a database that is not what it should be: told in one box, changed in nothing.
+#include "editors/main/Sicherungsdienst.h"
+#include "store/files/Achsendatei.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Dateirechte.h"
@@ -234,4 +236,121 @@ TEST_F(FrmHauptDatenbank, EineUnlesbareSagtDassDerZugriffFehlt) {
     EXPECT_TRUE(boxen.gesehen()[0].text.contains("3051")) << boxen.gesehen()[0].text.toStdString();
     EXPECT_TRUE(boxen.gesehen()[0].text.contains(QString::fromStdString(datenbank_.pfad())));
     EXPECT_EQ(combo().count(), 0);
+}
+
+// --- copies ---
+
+class FrmHauptSicherung : public FrmHauptDatenbank {
+protected:
+    FrmHauptSicherung() {
+        Schemabau(datenbank_).anlegen();
+        achsendatei();
+        sicherungen_.sichern({2026, 11, 21});
+    }
+    void achsendatei() {
+        const std::string schema = "S";
+        Achsendatei(gamepadXml(), schema).GamepadAnlegen();
+    }
+    std::string gamepadXml() const { return (datenbank_.ordner() / "Gamepad.xml").string(); }
+    void zerstoeren(const std::string& pfad) { dateiSchreiben(pfad, std::string(8192, 'x')); }
+
+    Sicherungen sicherungen_{datenbank_.pfad(), gamepadXml()};
+};
+
+TEST_F(FrmHauptSicherung, FuerEineBeschaedigteDatenbankWirdDieNeuesteGuteAngeboten) {
+    zerstoeren(datenbank_.pfad());
+    Boxleser boxen({QMessageBox::Yes});
+    starten();
+    ASSERT_EQ(boxen.gesehen().size(), 2U);
+    const auto pfad = QString::fromStdString(datenbank_.pfad());
+    EXPECT_EQ(boxen.gesehen()[0].titel, pfad);
+    EXPECT_EQ(
+        boxen.gesehen()[0].text,
+        "Die Datei „" + pfad +
+            "“ ist keine Datenbank.\n\nEs gibt eine Sicherung vom 21.11.2026. Soll sie an die Stelle der "
+            "Datei treten? Die beschädigte Datei bleibt daneben liegen.");
+    EXPECT_TRUE(boxen.gesehen()[1].text.contains(pfad + ".beschädigt"));
+    EXPECT_EQ(combo().currentText(), "S");
+    EXPECT_EQ(dateiLesen(datenbank_.pfad() + ".beschädigt"), std::string(8192, 'x'));
+}
+
+TEST_F(FrmHauptSicherung, WerSieNichtWillBehaeltDieDateiWieSieIst) {
+    zerstoeren(datenbank_.pfad());
+    Boxleser boxen({QMessageBox::No});
+    starten();
+    EXPECT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_EQ(combo().count(), 0);
+    EXPECT_EQ(dateiLesen(datenbank_.pfad()), std::string(8192, 'x'));
+}
+
+TEST_F(FrmHauptSicherung, FuerEineFehlendeDatenbankWirdNichtsAngeboten) {
+    fs::remove(datenbank_.pfad());
+    Boxleser boxen;
+    starten();
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_TRUE(boxen.gesehen()[0].text.contains("3024"));
+    EXPECT_FALSE(fs::exists(datenbank_.pfad()));
+}
+
+TEST_F(FrmHauptSicherung, AuchDieAchsendateiWirdAngeboten) {
+    const auto vorher = dateiLesen(gamepadXml());
+    dateiSchreiben(gamepadXml(), "kaputt");
+    Boxleser boxen({QMessageBox::Yes});
+    starten();
+    ASSERT_EQ(boxen.gesehen().size(), 2U);
+    EXPECT_EQ(boxen.gesehen()[0].titel, QString::fromStdString(gamepadXml()));
+    EXPECT_EQ(dateiLesen(gamepadXml()), vorher);
+    EXPECT_EQ(dateiLesen(gamepadXml() + ".beschädigt"), "kaputt");
+}
+
+TEST_F(FrmHauptSicherung, DerTagBeginntMitEinerSicherung) {
+    starten();
+    Sicherungstag heute{2026, 11, 22};
+    Sicherungsdienst dienst([&heute] { return heute; });
+    datenbank_.sql("UPDATE tblTastatur SET Programmpfad = 'einer'");
+    dienst.beginnen(sicherungen_, haupt());
+    dienst.abwarten();
+    EXPECT_EQ(sicherungen_.neuesteGute(Gesichertes::Datenbank)->tag, heute);
+    datenbank_.sql("UPDATE tblTastatur SET Programmpfad = 'anderer'");
+    heute.tag = 23;
+    dienst.neuerTag();
+    dienst.abwarten();
+    EXPECT_EQ(sicherungen_.neuesteGute(Gesichertes::Datenbank)->tag, heute);
+}
+
+// A page that no form reads.
+TEST_F(FrmHauptSicherung, WasErstDieSicherungFindetWirdAuchAngeboten) {
+    starten();
+    Sicherungsdienst dienst([] { return Sicherungstag{2026, 11, 22}; });
+    bool geholt = false;
+    QObject::connect(&dienst, &Sicherungsdienst::zurueckgeholt, [&geholt] { geholt = true; });
+    zerstoeren(datenbank_.pfad());
+    Boxleser boxen({QMessageBox::Yes});
+    dienst.beginnen(sicherungen_, haupt());
+    dienst.abwarten();
+    EXPECT_EQ(boxen.gesehen().size(), 2U);
+    EXPECT_TRUE(geholt);
+}
+
+TEST_F(FrmHauptSicherung, WasSichNichtSichernLaesstWirdGesagtWennNiemandSpielt) {
+    starten();
+    fs::remove_all(sicherungen_.ordner());
+    dateiSchreiben(sicherungen_.ordner().string(), "");
+    Sicherungsdienst dienst([] { return Sicherungstag{2026, 11, 22}; });
+    Boxleser boxen;
+    haupt().hide();
+    dienst.beginnen(sicherungen_, haupt());
+    dienst.abwarten();
+    EXPECT_EQ(boxen.gesehen().size(), 0U);
+    haupt().show();
+    dienst.neuerTag();
+    dienst.abwarten();
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_TRUE(boxen.gesehen()[0].text.contains("lässt sich nicht schreiben"));
+}
+
+TEST_F(FrmHauptSicherung, DasProgrammSichertBeimStart) {
+    Schemabau(datenbank_, "Zweites").anlegen();
+    starten();
+    EXPECT_EQ(sicherungen_.neuesteGute(Gesichertes::Datenbank)->tag, heutigerTag());
 }
