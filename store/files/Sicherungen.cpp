@@ -144,8 +144,10 @@ void Sicherungen::ablegen(Gesichertes was, Sicherungstag heute, const std::strin
     std::error_code fehler;
     fs::create_directories(ordner(), fehler);
     const auto ziel = pfad(was, heute);
-    if (!dateiErsetzen(ziel, neues))
+    if (!dateiErsetzen(ziel, neues)) {
+        fs::remove(ordner(), fehler); // an empty one is of use to nobody
         keinPlatz(ziel);
+    }
     aufraeumen(was);
 }
 
