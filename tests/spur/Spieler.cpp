@@ -101,10 +101,12 @@ private:
             pad_.da = true;
             break;
         case Art::Regler:
-            regler(eingabe);
+            if (hatFenster())
+                regler(eingabe);
             break;
         case Art::Knopf:
-            lauf().Command1Klick(static_cast<int>(eingabe.index));
+            if (hatFenster())
+                lauf_->Command1Klick(static_cast<int>(eingabe.index));
             break;
         }
     }
@@ -131,9 +133,9 @@ private:
 
     void regler(const Spureingabe& eingabe) {
         if (eingabe.index == REGLER)
-            lauf().HScroll2Aenderung(static_cast<int>(eingabe.wert));
+            lauf_->HScroll2Aenderung(static_cast<int>(eingabe.wert));
         else
-            lauf().HScroll1Aenderung(static_cast<int>(eingabe.index), static_cast<int>(eingabe.wert));
+            lauf_->HScroll1Aenderung(static_cast<int>(eingabe.index), static_cast<int>(eingabe.wert));
     }
 
     std::uint32_t& achse(std::uint32_t index) {
@@ -143,10 +145,11 @@ private:
         return *achsen[index];
     }
 
-    LaufFenster& lauf() {
-        if (!lauf_)
+    // A run that an error stops takes its window along: what is done there later goes nowhere.
+    bool hatFenster() const {
+        if (!lauf_ && !abgebrochen_)
             throw Szenariofehler("an input for the window while no run is on");
-        return *lauf_;
+        return lauf_ != nullptr;
     }
 
     // --- the window ---
@@ -168,6 +171,7 @@ private:
         abgebrochen_ = true;
         ergebnis_.fehler = fehler.zahl();
         ergebnis_.fehlertext = fehler.what();
+        anzeigen("error " + std::to_string(fehler.zahl()));
     }
 
     Spurergebnis ergebnis_;

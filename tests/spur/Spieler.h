@@ -16,7 +16,7 @@ enum class Pollart {
 
 struct Spurergebnis {
     std::vector<Spurereignis> ereignisse;
-    std::vector<Spurereignis> anzeigen; ///< what the window is told
+    std::vector<Spurereignis> anzeigen; ///< what the window is told, errors that stop a run too
     std::array<Achsenfilter, 4> filter; ///< of the axes, at the end, as the next
     Wiederholstand wiederholung;
     std::uint64_t ausgelassene = 0; ///< calls of timers that rests have left out
@@ -25,7 +25,7 @@ struct Spurergebnis {
 };
 
 /// `leereDatenbank` is copied, never changed. Throws Szenariofehler for statements that fail and inputs that
-/// make no sense where they stand.
+/// make no sense where they stand; those for the window of a run that an error has stopped do nothing.
 Spurergebnis spielen(const Szenario& szenario, const std::filesystem::path& leereDatenbank,
                      Pollart pollart = Pollart::Immer);
 

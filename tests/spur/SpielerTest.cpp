@@ -74,6 +74,15 @@ TEST(Spieler, WeistEingabenOhneLaufZurueck) {
     EXPECT_EQ(einwand(SCHEMA + "0 start\n5 start\n9 ende\n=\n"), "start while a run is on");
 }
 
+TEST(Spieler, EinFehlerNimmtDasFensterMit) {
+    const auto spur = SCHEMA + "0 start\n10 buttons 8\n20 knopf 0\n21 regler 12 30\n22 knopf 0\n";
+    EXPECT_EQ(einwand(spur + "30 ende\n=\n"), "");
+    EXPECT_EQ(ereignisse(spur + "30 buttons 0\n40 start\n50 buttons 4\n60 ende\n=\n"), Texte{"50 +65"});
+    EXPECT_EQ(einwand("0 start\n10 knopf 0\n20 ende\n=\n"), "") << "nor is there one of a failed start";
+    EXPECT_EQ(einwand(SCHEMA + "0 start\n10 stop\n20 knopf 0\n30 ende\n=\n"),
+              "an input for the window while no run is on");
+}
+
 TEST(Spieler, NenntDieAnweisungDieFehlschlaegt) {
     EXPECT_EQ(einwand("sql INSERT INTO tblGarnicht VALUES (1);\n0 ende\n=\n"),
               "sql INSERT INTO tblGarnicht VALUES (1);: no such table: tblGarnicht");

@@ -27,6 +27,7 @@ const Texte AKTIONEN{"2,0,70,0,0",
                      "5,1",
                      "5,2,40,50",
                      "5,2,9,7,1"};
+const Texte FEHLERHAFTE{"2,0,x,0,0", "5,2,0,5", "0,0"};
 const Texte FELDER{"20000, 0, 0, 0", "0, 45000, 0, 0",     "0, 0, 20000, 0",     "0, 0, 0, 45000",
                    "0, 0, 0, 0",     "20000, 0, 20000, 0", "0, 45000, 0, 45000", "20000, 0, 0, 45000"};
 const Texte SCHUBTEXTE{"",
@@ -100,7 +101,9 @@ private:
                     ", " + zweite + ")");
         for (const char* tabelle : {"tblStickAktion", "tblStickAktionR"})
             for (int i = 0; i < 6; ++i)
-                aktion(tabelle);
+                aktion(tabelle, AKTIONEN);
+        if (wuerfel_.einesVon(8))
+            aktion("tblStickAktion", FEHLERHAFTE);
         zeile("achsen " + std::string(wuerfel_.eines(ACHSEN)));
         if (const auto schub = wuerfel_.eines(SCHUBTEXTE); !schub.empty())
             zeile("schub " + std::string(schub));
@@ -137,9 +140,9 @@ private:
             setzen("Sensible", "Wiederholung", std::to_string(wuerfel_.zahl(1, 60)));
     }
 
-    void aktion(const std::string& tabelle) {
+    void aktion(const std::string& tabelle, const Texte& aktionen) {
         sql("INSERT OR REPLACE INTO " + tabelle + " VALUES ('S', " + std::to_string(wuerfel_.zahl(0, 2)) +
-            ", " + std::string(wuerfel_.eines(FELDER)) + ", '" + std::string(wuerfel_.eines(AKTIONEN)) +
+            ", " + std::string(wuerfel_.eines(FELDER)) + ", '" + std::string(wuerfel_.eines(aktionen)) +
             "')");
     }
 
