@@ -13,6 +13,8 @@
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/Wahleingabe.h"
 
+#include <QObject>
+
 /// Needs the QGuiApplication of its thread.
 class Systemplattform {
 public:
@@ -40,4 +42,5 @@ private:
     std::unique_ptr<Schirmaufnahme> aufnahme_;
     Dateimarke marke_{Dateimarke::pfad()};
     std::string gamepadXml_; ///< in the program's own folder
+    QObject ohr_;            ///< hears the application
 };

@@ -5,6 +5,7 @@
 #include <QSocketNotifier>
 #include <algorithm>
 #include <cerrno>
+#include <poll.h>
 #include <sys/timerfd.h>
 #include <system_error>
 #include <unistd.h>
@@ -17,6 +18,11 @@ using Zeitpunkt = std::chrono::steady_clock::time_point;
 // A timer may come this much early and stay on the grid: a procedure that sets its timer anew runs a little
 // behind the deadline it came from.
 constexpr std::chrono::microseconds NACHSICHT{300};
+
+// To be woken through the event loop costs more than what is done then. Where nobody is at the windows, up to
+// so many beats are waited for without it, if they come so soon.
+constexpr int MITSCHLAEGE = 9;
+constexpr std::chrono::milliseconds KURZ{1};
 
 // The first whole millisecond that is no more than NACHSICHT before the deadline.
 Zeitpunkt aufDasRaster(Zeitpunkt frist) {
@@ -71,7 +77,7 @@ private:
     bool an_ = false;
 };
 
-QtZeitgeber::QtZeitgeber() : uhr_(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC)) {
+QtZeitgeber::QtZeitgeber() : uhr_(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC)) {
     if (uhr_ < 0)
         throw std::system_error(errno, std::generic_category(), "timerfd");
     melder_ = std::make_unique<QSocketNotifier>(uhr_, QSocketNotifier::Read);
@@ -104,7 +110,6 @@ std::unique_ptr<Formularzeitgeber> QtZeitgeber::formularzeitgeber(TimerProzedur 
 void QtZeitgeber::einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall) {
     eintrag->intervall = intervall;
     eintrag->faellig = aufDasRaster(Uhr::now() + eintrag->intervall);
-    eintrag->ruht = false;
     plan_.push_back(eintrag);
     stellen();
 }
@@ -162,6 +167,23 @@ void QtZeitgeber::vorDemSchlaf(TimerProzedur prozedur) {
 // --- the beat ---
 
 void QtZeitgeber::laufen() {
+    // Who was told of a beat may find that the clock was set anew since.
+    pollfd geschlagen{uhr_, POLLIN, 0};
+    if (poll(&geschlagen, 1, 0) <= 0)
+        return;
+    durchgang();
+    for (int i = 0; i < MITSCHLAEGE && naechsterKommtGleich(); ++i)
+        durchgang();
+}
+
+// False where others are to get their turn first: always behind a beat that was late, and where somebody
+// wants to be asked before time goes by.
+bool QtZeitgeber::naechsterKommtGleich() const {
+    const auto rest = schlag_ - Uhr::now();
+    return ungestoert_ && !vorDemSchlaf_ && durchgaenge_ == 0 && rest > Uhr::duration{0} && rest <= KURZ;
+}
+
+void QtZeitgeber::durchgang() {
     schlaegeZaehlen();
     ++durchgaenge_;
     ++augenblick_;
@@ -171,6 +193,7 @@ void QtZeitgeber::laufen() {
     stellen();
 }
 
+// Waits for the next beat, if there was none since the last time.
 void QtZeitgeber::schlaegeZaehlen() {
     std::uint64_t schlaege = 0;
     if (read(uhr_, &schlaege, sizeof schlaege) == sizeof schlaege)

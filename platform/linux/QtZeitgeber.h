@@ -42,6 +42,11 @@ public:
     std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override;
     void vorDemSchlaf(TimerProzedur prozedur) override;
 
+    /// While `ja`, other events may have to wait for some milliseconds where a timer runs each millisecond,
+    /// which takes much less of the processor then.
+    void ungestoert(bool ja) { ungestoert_ = ja; }
+    bool ungestoert() const { return ungestoert_; }
+
     /// The late calls of all timers since the count was begun.
     const Verspaetungen& verspaetungen() const { return verspaetungen_; }
     void verspaetungenNeuZaehlen() { verspaetungen_ = {}; }
@@ -65,6 +70,8 @@ private:
     void eintragRuhen(const Zeiger& eintrag);
     std::uint64_t eintragWeiter(const Zeiger& eintrag, std::chrono::nanoseconds her);
     void laufen();
+    bool naechsterKommtGleich() const;
+    void durchgang();
     void schlaegeZaehlen();
     void faelligeLaufenLassen();
     void verspaetungZaehlen(Uhr::time_point faellig);
@@ -77,7 +84,8 @@ private:
     std::unique_ptr<QSocketNotifier> melder_;
     Uhr::time_point schlag_;  // when the clock beats next; the epoch when it stands
     Uhr::duration schritt_{}; // from beat to beat
-    int durchgaenge_ = 0;     // of laufen on the stack
+    int durchgaenge_ = 0;     // on the stack
+    bool ungestoert_ = false;
     std::uint64_t augenblick_ = 0;
     std::vector<Zeiger> plan_; // in the order in which they were set
     std::map<std::uint32_t, Zeiger> fenster_;

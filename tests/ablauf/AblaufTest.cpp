@@ -9,6 +9,8 @@
 #include <QScrollBar>
 #include <QTimer>
 
+#include <X11/Xlib.h>
+
 #include <algorithm>
 #include <csignal>
 
@@ -276,6 +278,28 @@ TEST_F(Ablauf, EinSignalBeendetDasProgrammUndLoestSeineTasten) {
     pad_.reset();
     system_.reset();
     EXPECT_EQ(lauscher_->bis(auf(A)), Ereignisse{ab(A)});
+}
+
+// As a window manager does.
+void tastaturGeben(unsigned long fenster) {
+    Display* anzeige = XOpenDisplay(nullptr);
+    ASSERT_NE(anzeige, nullptr);
+    XSetInputFocus(anzeige, fenster, RevertToNone, CurrentTime);
+    XSync(anzeige, False);
+    XCloseDisplay(anzeige);
+}
+
+TEST_F(Ablauf, WaehrendEinAnderesFensterVornIstKoennenDieEigenenWarten) {
+    starten(schemaS(datenbank_));
+    const auto& zeitgeber = system_->zeitgeber();
+    for (int mal = 0; mal < 2; ++mal) {
+        tastaturGeben(laufFenster()->winId());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !zeitgeber.ungestoert(); }, GEDULD_MS));
+        tastaturGeben(PointerRoot);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return zeitgeber.ungestoert(); }, GEDULD_MS));
+    }
+    tippen(DREIECK);
+    EXPECT_EQ(angekommen(), (Ereignisse{ab(A), auf(A)}));
 }
 
 // Another open file has the lock as another process would.

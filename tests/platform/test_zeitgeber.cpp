@@ -7,11 +7,14 @@
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QSocketNotifier>
 #include <QTimer>
+#include <array>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
+#include <optional>
 #include <string>
 #include <sys/syscall.h>
 #include <sys/timerfd.h>
@@ -54,6 +57,22 @@ struct MitQt {
     }
 };
 
+// Beside a timer that beats each millisecond, while nobody is at the windows.
+struct MitUngestoertemQt : MitQt {
+    MitUngestoertemQt() {
+        geber.ungestoert(true);
+        geber.SetTimer(std::numeric_limits<std::uint32_t>::max(), 1ms, [] {});
+    }
+    // The end of a wait is an event that may have to wait: what that adds must not add up.
+    void vergehen(milliseconds dauer) {
+        ende_ += dauer;
+        MitQt::vergehen(std::chrono::ceil<milliseconds>(ende_ - std::chrono::steady_clock::now()));
+    }
+
+private:
+    std::chrono::steady_clock::time_point ende_ = std::chrono::steady_clock::now();
+};
+
 // Waits until a millisecond of the grid has just begun, which it does 0.3 ms behind the clock's.
 std::chrono::steady_clock::time_point anfangEinerMillisekunde() {
     for (;;) {
@@ -77,7 +96,7 @@ protected:
     Zeitgeber& geber = backend.geber;
     std::string text;
 };
-using Backends = testing::Types<MitProbe, MitQt>;
+using Backends = testing::Types<MitProbe, MitQt, MitUngestoertemQt>;
 TYPED_TEST_SUITE(ZeitgeberVertrag, Backends);
 
 } // namespace
@@ -286,6 +305,7 @@ TYPED_TEST(ZeitgeberVertrag, EinRuhenderTimerLaesstSeineAufrufeAusUndBehaeltSein
 TYPED_TEST(ZeitgeberVertrag, EinRuhenderFormulartimerBleibtEingeschaltetUndFaengtMitFrischerFristNeuAn) {
     const auto form = this->geber.formularzeitgeber(this->schreibt('a'));
     form->ruhen(); // one that does not run
+    EXPECT_EQ(form->weiter(), 0U);
     form->Interval(TAKT);
     form->Enabled(true);
     form->ruhen();
@@ -303,6 +323,7 @@ TYPED_TEST(ZeitgeberVertrag, EinRuhenderFormulartimerBleibtEingeschaltetUndFaeng
     EXPECT_EQ(this->text, "aa");
     form->ruhen();
     form->Enabled(false);
+    this->takte(2); // past its deadline
     EXPECT_EQ(form->weiter(), 0U);
     this->takte(2);
     EXPECT_EQ(this->text, "aa");
@@ -589,10 +610,93 @@ TEST_F(EchteZeit, OhneTimerSchlaeftDieUhr) {
     qt.geber.KillTimer(1);
     vergehen(1ms);
     int aufgewacht = 0;
-    QObject::connect(QCoreApplication::eventDispatcher(), &QAbstractEventDispatcher::awake,
+    const QObject hoerer; // ends the connection
+    QObject::connect(QCoreApplication::eventDispatcher(), &QAbstractEventDispatcher::awake, &hoerer,
                      [&] { ++aufgewacht; });
     vergehen(100ms);
     EXPECT_LE(aufgewacht, 3);
+}
+
+// How many beats the longest event waited that was posted in one of a hundred.
+int laengstesWarten(QtZeitgeber& geber, TimerProzedur imSchlag) {
+    QEventLoop schleife;
+    int schlaege = 0;
+    int laengstes = 0;
+    std::optional<int> aufgegeben; // at this beat; nothing where it has come
+    geber.SetTimer(1, 1ms, [&] {
+        imSchlag();
+        if (aufgegeben)
+            laengstes = std::max(laengstes, schlaege - *aufgegeben);
+        else
+            QMetaObject::invokeMethod(
+                &schleife, [&] { aufgegeben.reset(); }, Qt::QueuedConnection);
+        aufgegeben = aufgegeben.value_or(schlaege);
+        if (++schlaege == 100)
+            schleife.quit();
+    });
+    schleife.exec();
+    geber.KillTimer(1);
+    return laengstes;
+}
+
+TEST_F(EchteZeit, UngestoertKommenEreignisseNachNeunSchlaegenAnDieReihe) {
+    qt.geber.ungestoert(true);
+    const int laengstes = laengstesWarten(qt.geber, [] {});
+    EXPECT_GT(laengstes, 1);
+    EXPECT_LE(laengstes, 9);
+    qt.geber.ungestoert(false);
+    EXPECT_EQ(laengstesWarten(qt.geber, [] {}), 0);
+}
+
+TEST_F(EchteZeit, HinterEinemSpaetenSchlagKommenEreignisseAuchUngestoertAnDieReihe) {
+    qt.geber.ungestoert(true);
+    EXPECT_EQ(laengstesWarten(qt.geber, [] { std::this_thread::sleep_for(3ms); }), 0);
+}
+
+TEST_F(EchteZeit, WerVorDemSchlafGefragtWirdWirdEsAuchUngestoert) {
+    qt.geber.ungestoert(true);
+    bool gefragt = true;
+    int ungefragte = 0;
+    qt.geber.vorDemSchlaf([&] { gefragt = true; });
+    qt.geber.SetTimer(1, 1ms, [&] { ungefragte += std::exchange(gefragt, false) ? 0 : 1; });
+    vergehen(50ms);
+    qt.geber.vorDemSchlaf({});
+    // A beat that is late does not wait.
+    EXPECT_LE(ungefragte, 10);
+}
+
+TEST_F(EchteZeit, UngestoertWirdEineUhrDieWeiterWegSchlaegtNichtAbgewartet) {
+    qt.geber.ungestoert(true);
+    std::string text;
+    qt.geber.SetTimer(1, 20ms, [&] {
+        text += 's';
+        QMetaObject::invokeMethod(
+            qApp, [&] { text += 'e'; }, Qt::QueuedConnection);
+    });
+    vergehen(90ms);
+    qt.geber.KillTimer(1);
+    EXPECT_THAT(text, testing::StartsWith("sese"));
+}
+
+// Both were readable; the first sets the clock anew, and there is no beat any more to be waited for.
+TEST_F(EchteZeit, EineNeuGestellteUhrHaeltNiemandenAuf) {
+    std::array<int, 2> rohr{};
+    ASSERT_EQ(pipe(rohr.data()), 0);
+    QSocketNotifier frueher(rohr[0], QSocketNotifier::Read); // before the clock's
+    QtZeitgeber geber;
+    geber.SetTimer(1, 2ms, [] {});
+    QObject::connect(&frueher, &QSocketNotifier::activated, &frueher, [&] {
+        frueher.setEnabled(false);
+        geber.SetTimer(1, 3000ms, [] {});
+    });
+    ASSERT_EQ(write(rohr[1], "x", 1), 1);
+    std::this_thread::sleep_for(5ms);
+    const auto anfang = std::chrono::steady_clock::now();
+    QCoreApplication::processEvents();
+    EXPECT_LT(std::chrono::steady_clock::now() - anfang, 2000ms);
+    geber.KillTimer(1);
+    for (const int ende : rohr)
+        close(ende);
 }
 
 TEST_F(EchteZeit, ZwischenRuhendenTimernSchlaeftDieUhr) {
@@ -606,10 +710,13 @@ TEST_F(EchteZeit, ZwischenRuhendenTimernSchlaeftDieUhr) {
     form->ruhen();
     vergehen(2ms);
     int aufgewacht = 0;
-    QObject::connect(QCoreApplication::eventDispatcher(), &QAbstractEventDispatcher::awake,
+    const QObject hoerer; // ends the connection
+    QObject::connect(QCoreApplication::eventDispatcher(), &QAbstractEventDispatcher::awake, &hoerer,
                      [&] { ++aufgewacht; });
     qt.geber.verspaetungenNeuZaehlen();
+    uhrstellungen = 0;
     vergehen(210ms);
+    EXPECT_LE(uhrstellungen, 2) << "the step of the clock is not that of those that rest";
     EXPECT_GE(andere, 3);
     EXPECT_LE(aufgewacht, 8);
     qt.geber.KillTimer(2);
