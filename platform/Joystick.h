@@ -43,8 +43,9 @@ struct Padauskunft {
 /// That a pad has done something: `her` ago, 0 where that is not known.
 using Weckruf = std::function<void(std::chrono::nanoseconds her)>;
 
-/// Contract: a pad may come and go between any two calls. Calls in one instant of the program's clock may
-/// share one look at the pads. Never throws, never blocks.
+/// Contract: a pad may come and go between any two instants of the program's clock. Calls in one instant
+/// share one look at a pad, whatever it does meanwhile: a run that rests and one that polls then see the
+/// same. Outside of instants each call looks anew. Never throws, never blocks.
 class Joystick {
 public:
     Joystick() = default;

@@ -112,6 +112,16 @@ void rohesLesen(SDL_Joystick* pad, JOYINFOEX& info) {
     info.dwPOV = SDL_JoystickNumHats(pad) > 0 ? winkel(SDL_JoystickGetHat(pad, 0)) : JOY_POVCENTERED;
 }
 
+// What the caller has put in stays.
+void mitteilen(const JOYINFOEX& gelesen, JOYINFOEX& info) {
+    auto neu = gelesen;
+    neu.dwSize = info.dwSize;
+    neu.dwFlags = info.dwFlags;
+    neu.dwReserved1 = info.dwReserved1;
+    neu.dwReserved2 = info.dwReserved2;
+    info = neu;
+}
+
 // --- what is told of pads ---
 
 std::string benennung(int stelle) {
@@ -210,9 +220,18 @@ SdlJoystick::~SdlJoystick() {
 
 std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
     auffrischen();
+    if (!blick_ || blick_->id != id)
+        blick_ = blicken(id);
+    if (blick_->antwort == JOYERR_NOERROR)
+        mitteilen(blick_->info, info);
+    return blick_->antwort;
+}
+
+SdlJoystick::Blick SdlJoystick::blicken(std::uint32_t id) {
+    Blick blick{id, JOYERR_UNPLUGGED, {}};
     if (id >= static_cast<std::uint32_t>(std::max(0, SDL_NumJoysticks()))) {
         schliessen(id);
-        return JOYERR_UNPLUGGED;
+        return blick;
     }
     const int stelle = static_cast<int>(id);
     if (const auto offen = offene_.find(id);
@@ -223,10 +242,11 @@ std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
     const auto& pad = *offene_.at(id);
     if (!pad.angeschlossen()) {
         schliessen(id);
-        return JOYERR_UNPLUGGED;
+        return blick;
     }
-    pad.lesen(info);
-    return JOYERR_NOERROR;
+    pad.lesen(blick.info);
+    blick.antwort = JOYERR_NOERROR;
+    return blick;
 }
 
 // SDL first: the kernel then gives it each event before it gives it to the watch. What comes before the watch
@@ -292,6 +312,7 @@ bool SdlJoystick::istAufgefrischt() {
 void SdlJoystick::auffrischen() {
     if (istAufgefrischt())
         return;
+    blick_.reset();
     if (kannNeuesBringen())
         sdlAuffrischen();
     umsehen();

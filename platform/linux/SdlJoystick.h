@@ -28,6 +28,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,7 @@ class SdlJoystick final : public Joystick {
 public:
     /// If SDL cannot be started there is simply never a pad. `meldung` is told of each pad that comes or
     /// goes, and which one then is the first. All that reads in one instant of `zeitgeber`, which outlives
-    /// this object, shares one update of the pads; without it each call makes its own.
+    /// this object, shares one look at the pads; without it each call takes its own.
     explicit SdlJoystick(Meldung meldung = {}, const Zeitgeber* zeitgeber = nullptr);
     ~SdlJoystick() override;
 
@@ -55,6 +56,12 @@ public:
 private:
     class Pad;
 
+    /// What a pad was found to do.
+    struct Blick {
+        std::uint32_t id;
+        std::uint32_t antwort; ///< of joyGetPosEx
+        JOYINFOEX info;
+    };
     /// A pad that was told of.
     struct Gemeldetes {
         std::int32_t kennung;
@@ -63,6 +70,7 @@ private:
 
     using Uhr = Padwache::Uhr;
 
+    Blick blicken(std::uint32_t id);
     void auffrischen();
     bool istAufgefrischt();
     bool kannNeuesBringen();
@@ -84,5 +92,6 @@ private:
     Meldung meldung_;
     const Zeitgeber* zeitgeber_;
     std::uint64_t augenblick_ = 0;      // of the last update
+    std::optional<Blick> blick_;        // since then
     std::vector<Gemeldetes> gemeldete_; // in the order of SDL's list
 };

@@ -410,6 +410,68 @@ TEST_F(SdlPadNachDerUhr, WasInEinemAugenblickLiestTeiltEineAuffrischung) {
     EXPECT_THAT(lang, testing::ElementsAre(0, 1));
 }
 
+// Others may update SDL's pads, or take one away, in between.
+TEST_F(SdlPadNachDerUhr, WasInEinemAugenblickLiestSiehtDasselbe) {
+    auto erstes = std::make_unique<VirtuellesPad>();
+    std::vector<std::uint32_t> gelesene;
+    const auto merken = [&] {
+        JOYINFOEX info = beschrieben();
+        const auto antwort = joystick.joyGetPosEx(1, info);
+        gelesene.push_back(antwort == JOYERR_NOERROR ? info.dwButtons : antwort);
+    };
+    uhr.SetTimer(1, std::chrono::milliseconds{1}, [&] {
+        merken();
+        erstes->taste(SDL_CONTROLLER_BUTTON_Y);
+        SDL_JoystickUpdate();
+        merken();
+    });
+    uhr.SetTimer(2, std::chrono::milliseconds{2}, [&] {
+        erstes.reset();
+        merken();
+    });
+    uhr.SetTimer(3, std::chrono::milliseconds{2}, [&] {
+        merken();
+        uhr.KillTimer(1);
+    });
+    uhr.vorBis(std::chrono::milliseconds{3});
+    EXPECT_THAT(gelesene, testing::ElementsAre(0, 0, 1, 1, 1, 1));
+    merken();
+    EXPECT_EQ(gelesene.back(), JOYERR_UNPLUGGED);
+}
+
+TEST_F(SdlPadNachDerUhr, EinBlickGiltNurFuerSeinPad) {
+    VirtuellesPad zweites({SDL_JOYSTICK_TYPE_UNKNOWN, 2, 4, 0});
+    pad.taste(SDL_CONTROLLER_BUTTON_Y);
+    zweites.taste(3);
+    std::vector<std::uint32_t> gelesene;
+    uhr.SetTimer(1, std::chrono::milliseconds{1}, [&] {
+        for (const std::uint32_t id : {0, 1, 0})
+            gelesene.push_back(lesen(joystick, id).dwButtons);
+    });
+    uhr.vorBis(std::chrono::milliseconds{1});
+    EXPECT_THAT(gelesene, testing::ElementsAre(1, 8, 1));
+}
+
+TEST_F(SdlPadNachDerUhr, WasDerRuferHineingelegtHatBleibtAuchBeimZweitenMal) {
+    std::vector<JOYINFOEX> gelesene(2, beschrieben());
+    gelesene[1].dwSize = 52;
+    gelesene[1].dwFlags = 7;
+    gelesene[1].dwReserved1 = gelesene[1].dwReserved2 = 9;
+    auto erwartete = std::vector(2, ProbeJoystick::inRuhe());
+    for (std::size_t i = 0; i < 2; ++i) {
+        erwartete[i].dwSize = gelesene[i].dwSize;
+        erwartete[i].dwFlags = gelesene[i].dwFlags;
+        erwartete[i].dwReserved1 = gelesene[i].dwReserved1;
+        erwartete[i].dwReserved2 = gelesene[i].dwReserved2;
+    }
+    uhr.SetTimer(1, std::chrono::milliseconds{1}, [&] {
+        for (auto& info : gelesene)
+            joystick.joyGetPosEx(0, info);
+    });
+    uhr.vorBis(std::chrono::milliseconds{1});
+    EXPECT_EQ(gelesene, erwartete);
+}
+
 // As a run reads: the smoothing, the tick and the slider in it.
 TEST_F(SdlPadNachDerUhr, HoechstensTausendmalInDerSekunde) {
     int gelesen = 0;
