@@ -145,7 +145,7 @@ void Sicherungen::ablegen(Gesichertes was, Sicherungstag heute, const std::strin
     fs::create_directories(ordner(), fehler);
     const auto ziel = pfad(was, heute);
     if (!dateiErsetzen(ziel, neues)) {
-        fs::remove(ordner(), fehler); // an empty one is of use to nobody
+        rmdir(ordner().c_str()); // an empty one is of use to nobody
         keinPlatz(ziel);
     }
     aufraeumen(was);
