@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/files/Achsendatei.h"
 
-#include "store/files/Dateiersatz.h"
 #include "store/files/Dateisperre.h"
-#include "store/files/Gamepadtabelle.h"
+#include "store/files/Gamepaddatei.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <exception>
+#include <optional>
+#include <string_view>
 #include <utility>
-
-namespace fs = std::filesystem;
+#include <vector>
 
 namespace {
 
@@ -31,27 +29,6 @@ template <class Arbeit> void ohneFehler(Arbeit arbeit) {
     } catch (const std::exception&) {
         // No memory, or a path that cannot be one: as good as no file.
     }
-}
-
-std::optional<Gamepadtabelle> tabelleLesen(const std::string& pfad) {
-    std::error_code grund;
-    if (!fs::is_regular_file(pfad, grund))
-        return std::nullopt; // the opening of a pipe would wait
-    if (fs::file_size(pfad, grund) > GROESSTES_XML)
-        return std::nullopt;
-    std::ifstream datei(pfad, std::ios::binary);
-    const std::string inhalt{std::istreambuf_iterator<char>(datei), {}};
-    return datei.bad() ? std::nullopt : gamepadAusXml(inhalt);
-}
-
-bool tabelleSpeichern(const std::string& pfad, const Gamepadtabelle& tabelle) {
-    const auto xml = gamepadAlsXml(tabelle);
-    return xml && dateiErsetzen(pfad, *xml);
-}
-
-bool istZeileVon(const Gamepadzeile& zeile, const std::string& schema) {
-    const auto name = zeile.find("Schema");
-    return name != zeile.end() && name->second == schema;
 }
 
 /// The row that the search for a `Schema` stands on; behind the last one when it finds none. A name with an
@@ -150,13 +127,6 @@ void Achsendatei::GamepadAnlegen() {
     ohneFehler([&] { anlegen(); });
 }
 
-/// What cannot be looked at counts as there: it is not to be made anew.
-bool Achsendatei::istDateiDa() const {
-    std::error_code grund;
-    const auto art = fs::status(gamepadXml_, grund).type();
-    return art != fs::file_type::not_found && art != fs::file_type::directory;
-}
-
 void Achsendatei::laden() {
     // The slider text is that of the row that the program stands on, and the next run plays it. So it must
     // not outlive its `Schema`: one whose row is made only now, a row whose text is Null, and a file that
@@ -164,12 +134,12 @@ void Achsendatei::laden() {
     if (SchubreglerSchema_ != auswahl_)
         SchubreglerText_.clear();
     SchubreglerSchema_ = auswahl_;
-    if (!istDateiDa()) {
+    if (!gamepadDateiDa(gamepadXml_)) {
         SchubreglerText_.clear();
         anlegen();
         return;
     }
-    auto tabelle = tabelleLesen(gamepadXml_);
+    auto tabelle = gamepadLesen(gamepadXml_);
     if (!tabelle)
         return;
     const auto zeile = suchen(*tabelle, auswahl_);
@@ -187,7 +157,7 @@ void Achsendatei::laden() {
 
 bool Achsendatei::schreiben(const std::string& text, const std::array<std::string, ACHSEN>& neue) {
     const Dateisperre sperre(gamepadXml_);
-    auto tabelle = sperre.frei() ? tabelleLesen(gamepadXml_) : std::nullopt;
+    auto tabelle = sperre.frei() ? gamepadLesen(gamepadXml_) : std::nullopt;
     if (!tabelle)
         return false;
     const auto zeile = suchen(*tabelle, auswahl_);
@@ -199,14 +169,14 @@ bool Achsendatei::schreiben(const std::string& text, const std::array<std::strin
         passt = belegungSetzen(*tabelle, *zeile, AchsenSchluessel_) &&
                 (text.empty() || setzen(*tabelle, *zeile, "Schubregler", text));
     }
-    return passt && tabelleSpeichern(gamepadXml_, *tabelle);
+    return passt && gamepadSpeichern(gamepadXml_, *tabelle);
 }
 
 bool Achsendatei::loeschen() {
     const Dateisperre sperre(gamepadXml_);
-    if (!istDateiDa())
+    if (!gamepadDateiDa(gamepadXml_))
         return true;
-    auto tabelle = sperre.frei() ? tabelleLesen(gamepadXml_) : std::nullopt;
+    auto tabelle = sperre.frei() ? gamepadLesen(gamepadXml_) : std::nullopt;
     if (!tabelle)
         return false;
     const auto zeile = suchen(*tabelle, auswahl_);
@@ -214,15 +184,15 @@ bool Achsendatei::loeschen() {
         return std::none_of(tabelle->zeilen.begin(), tabelle->zeilen.end(),
                             [&](const Gamepadzeile& eine) { return istZeileVon(eine, auswahl_); });
     tabelle->zeilen.erase(zeile);
-    return tabelleSpeichern(gamepadXml_, *tabelle);
+    return gamepadSpeichern(gamepadXml_, *tabelle);
 }
 
 void Achsendatei::anlegen() {
     AchsenSchluessel_ = grundbelegung();
     const Dateisperre sperre(gamepadXml_);
-    if (!sperre.frei() || istDateiDa())
+    if (!sperre.frei() || gamepadDateiDa(gamepadXml_))
         return;
     Gamepadtabelle tabelle = leereGamepadtabelle();
     if (zeileAnhaengen(tabelle, auswahl_, grundbelegung(), std::nullopt))
-        tabelleSpeichern(gamepadXml_, tabelle);
+        gamepadSpeichern(gamepadXml_, tabelle);
 }

@@ -58,7 +58,6 @@ public:
     const std::string& SchubreglerText() const { return SchubreglerText_; }
 
 private:
-    bool istDateiDa() const;
     void laden();
     /// `neue` are the names for a `Schema` that has no row.
     bool schreiben(const std::string& text, const std::array<std::string, ACHSEN>& neue);
