@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -219,6 +220,8 @@ bool Mitschnitt::scheitertJetzt(Art art) {
 }
 
 long Mitschnitt::tun(const Plattenschritt& schritt, const std::function<long()>& aufruf) {
+    if (todBei_ > 0 && --todBei_ == 0)
+        raise(SIGKILL);
     if (scheitertJetzt(schritt.art)) {
         errno = nummer_;
         return -1;

@@ -21,6 +21,8 @@ public:
     /// The n-th step, counted from 1, fails with this errno, and with `dauernd` all after it that can. A full
     /// disk (ENOSPC) still shortens, removes and renames.
     void scheitern(int n, int nummer, bool dauernd);
+    /// The process dies by SIGKILL in place of the n-th step, counted from 1.
+    void sterben(int n) { todBei_ = n; }
     /// Whether a step has failed.
     bool gescheitert() const { return gescheitert_; }
 
@@ -37,6 +39,7 @@ private:
     std::string ordner_;
     Platte platte_;
     std::vector<Plattenschritt> schritte_;
+    int todBei_ = 0;
     int nochBis_ = 0;
     int nummer_ = 0;
     bool dauernd_ = false;
