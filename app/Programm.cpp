@@ -17,7 +17,10 @@ Programm::Programm(const Plattform& plattform)
                      {plattform.joystick, plattform.zeitgeber, plattform.ton, plattform.aufnahme})
     , hauptform_(zustand_.global, zustand_.achsendatei, laufsteuerung_, plattform.prozess,
                  plattform.zeitgeber)
-    , tastenankunft_(plattform.eingabeweg, hauptform_.hilfe()) {
+    , tastenankunft_(plattform.eingabeweg, hauptform_.hilfe())
+    , weitergabe_({hauptform_, zustand_.global, plattform.gamepadXml, "Game-Pad-Konfic " PROGRAMMVERSION,
+                   [this](const std::string& schema) { return umbenennenHindert(schema); },
+                   [this] { return laufsteuerung_.geladen(); }}) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);
@@ -35,6 +38,24 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&sicherungsdienst_, &Sicherungsdienst::zurueckgeholt, &hauptform_, &frmHaupt::laden);
     QObject::connect(&hauptform_, &frmHaupt::uebersichtGewuenscht, &hauptform_,
                      [this] { uebersichtZeigen(); });
+    QObject::connect(&hauptform_, &frmHaupt::pfadeGesetzt, &weitergabe_, &Weitergabe::aufraeumen);
+    QObject::connect(&hauptform_.schemamenue(), &Schemamenue::gewaehlt, &weitergabe_, &Weitergabe::tun);
+    QObject::connect(&hauptform_.schemamenue(), &Schemamenue::abgelegt, &weitergabe_,
+                     &Weitergabe::dateiAufnehmen);
+    QObject::connect(&weitergabe_, &Weitergabe::aufgenommen, &hauptform_, &frmHaupt::neuLesen);
+    QObject::connect(&weitergabe_, &Weitergabe::umbenannt, &editoren_, &Editoren::schemaUmbenannt);
+    QObject::connect(&weitergabe_, &Weitergabe::umbenannt, &stickeditoren_, &Stickeditoren::schemaUmbenannt);
+    QObject::connect(&weitergabe_, &Weitergabe::umbenannt, &hauptform_,
+                     [this](const std::string&, const std::string& neu) { hauptform_.neuLesen(neu); });
+}
+
+/// Forms that have given its name away, or show it in a list that stays as it is.
+QString Programm::umbenennenHindert(const std::string& schema) const {
+    if (stickeditoren_.machtBilderVon(schema))
+        return "Das Fenster „Hintergrund“ macht gerade Bilder für dieses Schema. Schließen Sie es zuerst.";
+    if (uebersicht_.offene())
+        return "Die Übersicht ist offen und zeigt dieses Schema. Schließen Sie sie zuerst.";
+    return "";
 }
 
 void Programm::uebersichtZeigen() {

@@ -2,6 +2,7 @@
 // The composition: makes the parts of the program and joins them. Lives as long as the process.
 #pragma once
 
+#include "editors/exchange/Weitergabe.h"
 #include "editors/main/Editoren.h"
 #include "editors/main/Sicherungsdienst.h"
 #include "editors/main/frmHaupt.h"
@@ -40,6 +41,9 @@ public:
     /// ends the application's event loop.
     void starten();
 
+    /// Shows what is in a file that hands a `Schema` on, and takes it up. Comes after `starten`.
+    void dateiAufnehmen(const std::string& pfad) { weitergabe_.dateiAufnehmen(pfad); }
+
     /// Ends the run and waits for the pictures that are being written, without touching a window: the display
     /// has gone. Gives what the user is to know of it, in German; "" where there is nothing.
     std::string ohneBildschirmSichern();
@@ -50,6 +54,7 @@ public:
 
 private:
     void uebersichtZeigen();
+    QString umbenennenHindert(const std::string& schema) const;
 
     const Plattform plattform_;
     Laufzustand zustand_;
@@ -60,4 +65,5 @@ private:
     Tastenankunft tastenankunft_;
     Einzelform<Uebersicht> uebersicht_;
     Sicherungsdienst sicherungsdienst_;
+    Weitergabe weitergabe_;
 };

@@ -27,6 +27,10 @@ public:
     /// Shows the assignment that `achsen` has in force.
     AchzenKalib(Achsendatei& achsendatei, Joystick& joystick, Zeitgeber& zeitgeber);
 
+    const std::string& geladenesSchema() const { return schema_; }
+    /// Its `Schema` has another name now.
+    void schemaUmbenannt(const std::string& neu) { schema_ = neu; }
+
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
 
@@ -47,7 +51,7 @@ private:
     void bestaetigen();
 
     Achsendatei& achsendatei_;
-    const std::string schema_; ///< whose values were loaded
+    std::string schema_; ///< whose values were loaded
     Joystick& joystick_;
     JOYINFOEX joystickinfo_;
     std::array<Zeile, ACHSEN> zeilen_{};

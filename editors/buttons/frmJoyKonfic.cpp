@@ -222,6 +222,16 @@ QGroupBox* frmJoyKonfic::tastenereignis() {
 
 // --- load and close ---
 
+void frmJoyKonfic::nameZeigen() {
+    schemaname_->setText(qt(schema_));
+    schemaname_->setToolTip(hinweistext(qt(schema_)));
+}
+
+void frmJoyKonfic::schemaUmbenannt(const std::string& neu) {
+    schema_ = neu;
+    nameZeigen();
+}
+
 void frmJoyKonfic::laden() {
     schema_ = global_.SchemaName;
     bild_->markenZeigen(KEINE_MARKE, KEINE_MARKE);
@@ -229,8 +239,7 @@ void frmJoyKonfic::laden() {
         eine->abwaehlen();
     eigenschaften_->verbergen();
     TextEinAus(false);
-    schemaname_->setText(qt(schema_));
-    schemaname_->setToolTip(hinweistext(qt(schema_)));
+    nameZeigen();
     ebenenname_->setText(EBENENNAMEN_OHNE_LEERZEICHEN[0]);
     ebenen_[0]->setChecked(true);
     std::vector<Tastenort> unlesbare;

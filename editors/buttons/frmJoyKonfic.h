@@ -45,6 +45,8 @@ public:
     /// read; the form must not be used then.
     void laden();
     const std::string& geladenesSchema() const { return schema_; }
+    /// Its `Schema` has another name now.
+    void schemaUmbenannt(const std::string& neu);
 
     /// A click on `Command1`(index): 0 to 2 the layers, 4 "Speichern", 5 "Neu".
     void Command1_Click(int index);
@@ -73,6 +75,7 @@ private:
     void wiederherstellen();
 
     // the steps that they share
+    void nameZeigen();
     void labelBeschriften(int auswahl);
     void gewaehlteBeschriften(const Tastwerk::Namensucher& sucher);
     void TastenEreignissFestlegen();

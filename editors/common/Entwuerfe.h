@@ -38,6 +38,15 @@ public:
         entwuerfe_[schema].push_front(std::move(entwurf));
     }
     void vergessen(const std::string& schema) { entwuerfe_.erase(schema); }
+    /// What was kept goes with its `Schema` to the other name.
+    void umbenennen(const std::string& alt, const std::string& neu) {
+        auto dieses = entwuerfe_.extract(alt);
+        if (dieses.empty())
+            return;
+        dieses.key() = neu;
+        entwuerfe_.erase(neu);
+        entwuerfe_.insert(std::move(dieses));
+    }
 
 private:
     std::map<std::string, std::deque<Entwurf>> entwuerfe_; ///< of each `Schema` at least one, the newest last

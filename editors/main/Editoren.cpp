@@ -42,6 +42,18 @@ void Editoren::schemaVergessen(const std::string& name) {
     schubentwuerfe_.vergessen(name);
 }
 
+void Editoren::schemaUmbenannt(const std::string& alt, const std::string& neu) {
+    const auto folgen = [&](auto* form) {
+        if (form && form->geladenesSchema() == alt)
+            form->schemaUmbenannt(neu);
+    };
+    folgen(tastwerk_.offene());
+    folgen(schubreglerKonfic_.offene());
+    folgen(achzenKalib_.offene());
+    tastenentwuerfe_.umbenennen(alt, neu);
+    schubentwuerfe_.umbenennen(alt, neu);
+}
+
 void Editoren::achsenZeigen() {
     achzenKalib_.zeigen(
         [this] { return std::make_unique<AchzenKalib>(achsendatei_, joystick_, zeitgeber_); });

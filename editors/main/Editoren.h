@@ -37,6 +37,8 @@ public:
     /// Closes the button editor of a `Schema` that is gone: what it holds belongs to nothing any more, and so
     /// does what was discarded for it.
     void schemaVergessen(const std::string& name);
+    /// Lets the open editors of a `Schema`, and what was discarded for it, go on under its new name.
+    void schemaUmbenannt(const std::string& alt, const std::string& neu);
     /// Shows the axis assignment form; one that is open comes to the front as it is.
     void achsenZeigen();
     /// Shows the slider editor; one that is open comes to the front as it is.

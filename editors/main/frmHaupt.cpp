@@ -8,6 +8,7 @@
 #include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
 #include "editors/common/Speicherstand.h"
+#include "editors/exchange/Schemamenue.h"
 #include "editors/main/Sicherungsdienst.h"
 #include "editors/main/Stickrahmen.h"
 #include "editors/run/Laufsteuerung.h"
@@ -108,6 +109,7 @@ frmHaupt::frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerun
     verwerfen_ = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     verwerfen_->setEnabled(false);
     connect(verwerfen_, &QShortcut::activated, this, &frmHaupt::nameVerwerfen);
+    schemamenue_ = new Schemamenue(*this, *schemaauswahl_, [this] { return !verwerfen_->isEnabled(); });
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_D), this), &QShortcut::activated, this,
             &frmHaupt::uebersichtGewuenscht);
     connect(&laufsteuerung_, &Laufsteuerung::hauptformVerbergen, this, &QWidget::hide);
@@ -264,6 +266,7 @@ void frmHaupt::volleHoehe(bool voll) {
 bool frmHaupt::laden() {
     prozess_.SetPriorityClass(REALTIME_PRIORITY_CLASS);
     global_.PfadeSetzen(prozess_);
+    emit pfadeGesetzt();
     const bool gelesen = datenbankLesen();
     achsendateiZurueckholen(sicherungen());
     if (schemaauswahl_->count() == 0) {
@@ -309,10 +312,22 @@ void frmHaupt::schemataLesen() {
     schemaauswahl_->addItems(namen);
 }
 
+void frmHaupt::neuLesen(const std::string& schema) {
+    if (!mitFehlermeldung(this, FEHLERTITEL, [this] { schemataLesen(); }))
+        return;
+    const auto zeile = schemaauswahl_->findText(qt(schema), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    volleHoehe(true);
+    waehlen(std::max(zeile, 0));
+}
+
 void frmHaupt::erstesWaehlen() {
-    schemaauswahl_->setCurrentIndex(0);
+    waehlen(0);
+}
+
+void frmHaupt::waehlen(int zeile) {
+    schemaauswahl_->setCurrentIndex(zeile);
     schemaauswahl_->setEditText(
-        schemaauswahl_->itemText(0)); // where the entry was the current one, its text may be gone
+        schemaauswahl_->itemText(zeile)); // where the entry was the current one, its text may be gone
     Combo1Klick();
 }
 

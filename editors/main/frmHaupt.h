@@ -25,6 +25,7 @@ class Gespeichertzeichen;
 class Kurzlabel;
 class Laufsteuerung;
 class Prozess;
+class Schemamenue;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
@@ -48,12 +49,19 @@ public:
     /// Shows for a moment that a form which closes when it saves has saved.
     void gespeichertZeigen();
 
+    /// Reads the list anew and chooses a `Schema` in it.
+    void neuLesen(const std::string& schema);
+
     Hilfe& hilfe() { return hilfe_; }
+    /// What is offered for the `Schema` that the list shows.
+    Schemamenue& schemamenue() { return *schemamenue_; }
 
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
 
 signals:
+    /// At the load of the form: it is known where all lies, and nothing of it has been read.
+    void pfadeGesetzt();
     /// "Schema starten" was clicked; the run is loaded next.
     void laufBeginnt();
     /// "Button bearbeiten" was clicked: the button editor is wanted for the current `Schema`.
@@ -86,6 +94,7 @@ private:
     void hinweisGeben();
     void schemataLesen();
     void erstesWaehlen();
+    void waehlen(int zeile);
     void Combo1Klick();
     void Command1Klick(int index);
     void starten();
@@ -120,6 +129,7 @@ private:
     QWidget* kurzzeile_ = nullptr;
     Kurzlabel* namenshinweis_ = nullptr;
     QShortcut* verwerfen_ = nullptr;
+    Schemamenue* schemamenue_ = nullptr;
     QWidget* unterteil_ = nullptr;
     Gespeichertzeichen* gespeichert_ = nullptr;
     std::map<int, QPushButton*> knoepfe_;

@@ -119,15 +119,19 @@ QImage lesen(const QByteArray& inhalt, const char* format) {
     return lesen(strom, format);
 }
 
-} // namespace
-
-QImage bildLesen(const std::filesystem::path& datei) {
-    // Of pixels of 32 bits, in MiB. Qt's own limit is half of it.
+/// Of pixels of 32 bits, in MiB. Qt's own limit is half of it.
+void grenzeSetzen() {
     static const bool grenze = [] {
         QImageReader::setAllocationLimit(static_cast<int>(MEISTE_PIXEL * 4 >> 20));
         return true;
     }();
     Q_UNUSED(grenze);
+}
+
+} // namespace
+
+QImage bildLesen(const std::filesystem::path& datei) {
+    grenzeSetzen();
     QFile strom;
     if (!oeffnen(strom, datei))
         return {};
@@ -144,4 +148,9 @@ QImage bildLesen(const std::filesystem::path& datei) {
         return durchgaenge(inhalt) <= MEISTE_DURCHGAENGE ? lesen(inhalt, format->name) : QImage();
     }
     return lesen(strom, format->name);
+}
+
+QImage pngLesen(const QByteArray& inhalt) {
+    grenzeSetzen();
+    return inhalt.startsWith(PNG) ? lesen(nurPixel(inhalt), "png") : QImage();
 }

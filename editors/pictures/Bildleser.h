@@ -13,6 +13,7 @@
 //   to end in its middle                     a bitmap is measured; the other formats tell
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 
 #include <filesystem>
@@ -25,3 +26,6 @@ inline constexpr qint64 GROESSTE_BILDDATEI = MEISTE_PIXEL * 4 + 4096;
 /// The picture of a file: a bitmap, a PNG or a JPEG, whatever its name says. Null for any other file,
 /// for one that is broken and for one that breaks a limit.
 QImage bildLesen(const std::filesystem::path& datei);
+
+/// The picture that a PNG's bytes hold, by the same limits; null for any other bytes.
+QImage pngLesen(const QByteArray& inhalt);

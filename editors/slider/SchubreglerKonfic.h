@@ -46,6 +46,8 @@ public:
     const std::string& geladenesSchema() const { return schema_; }
     /// Its `Schema` is gone: what is not saved is not kept any more.
     void schemaVergessen() { verwaist_ = true; }
+    /// Its `Schema` has another name now.
+    void schemaUmbenannt(const std::string& neu) { schema_ = neu; }
 
 signals:
     /// "Schema speichern" has saved; the form closes.
@@ -87,8 +89,8 @@ private:
     Achsendatei& achsendatei_;
     Achsen& achsen_;
     Entwuerfe<Schubentwurf>& entwuerfe_;
-    const std::string schema_; ///< whose values were loaded
-    bool verwaist_ = false;    ///< that one was deleted
+    std::string schema_;    ///< whose values were loaded
+    bool verwaist_ = false; ///< that one was deleted
 
     std::array<Schubtext, REGLER> regler_;
     int gewaehlt_ = 0;                             // whose fields the form shows

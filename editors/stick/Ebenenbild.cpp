@@ -13,11 +13,16 @@ QImage BildLaden(const std::string& ordner, std::string_view name) {
     return {};
 }
 
-bool BildSpeichern(const std::string& ordner, std::string_view name, const QImage& bild) {
+QByteArray bitmap(const QImage& bild) {
     QByteArray inhalt;
     inhalt.reserve(bild.width() * qsizetype{3} * bild.height() + bild.height() * qsizetype{3} + 100);
     QBuffer strom(&inhalt);
     strom.open(QIODevice::WriteOnly);
-    return bild.convertToFormat(QImage::Format_RGB32).save(&strom, "BMP") &&
+    return bild.convertToFormat(QImage::Format_RGB32).save(&strom, "BMP") ? inhalt : QByteArray();
+}
+
+bool BildSpeichern(const std::string& ordner, std::string_view name, const QImage& bild) {
+    const auto inhalt = bitmap(bild);
+    return !inhalt.isEmpty() &&
            bilddateiSchreiben(ordner, name, {inhalt.data(), static_cast<std::size_t>(inhalt.size())});
 }

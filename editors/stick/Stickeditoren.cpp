@@ -39,6 +39,16 @@ void Stickeditoren::schemaVergessen(const std::string& name) {
         hintergrundSchliessen();
 }
 
+void Stickeditoren::schemaUmbenannt(const std::string& alt, const std::string& neu) {
+    for (auto& [seite, form] : offen_)
+        if (form && form->geladenesSchema() == alt)
+            form->schemaUmbenannt(neu);
+}
+
+bool Stickeditoren::machtBilderVon(const std::string& name) const {
+    return screenChecken_ && screenChecken_->schema() == name;
+}
+
 Formbesitz<frmJust> Stickeditoren::laden(Stickseite seite) {
     Formbesitz<frmJust> form(
         new frmJust(justiereigenart(seite), zustand_, laufsteuerung_, geraete_.zeitgeber, tastatur_));

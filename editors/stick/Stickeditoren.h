@@ -31,6 +31,11 @@ public:
     /// Closes the editors of a `Schema` that is gone, and the form of its pictures: they would lay its lines
     /// and pictures anew.
     void schemaVergessen(const std::string& name);
+    /// Lets the open editors of a `Schema` go on under its new name.
+    void schemaUmbenannt(const std::string& alt, const std::string& neu);
+    /// Whether the form is open that makes pictures of a `Schema`: they get their names from it, some of them
+    /// later.
+    bool machtBilderVon(const std::string& name) const;
 
 signals:
     void hauptformVerbergen();

@@ -191,6 +191,11 @@ void frmJust::laden() {
     liveabfrage_->Enabled(true);
 }
 
+void frmJust::schemaUmbenannt(const std::string& neu) {
+    schema_ = neu;
+    setWindowTitle(titeltext(qt(schema_)));
+}
+
 void frmJust::entladen() {
     if (!std::exchange(geladen_, false))
         return;

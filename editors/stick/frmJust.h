@@ -48,6 +48,8 @@ public:
 
     /// The `Schema` whose lines were read at load.
     const std::string& geladenesSchema() const { return schema_; }
+    /// Its `Schema` has another name now.
+    void schemaUmbenannt(const std::string& neu);
 
 signals:
     void hauptformVerbergen();

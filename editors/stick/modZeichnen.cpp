@@ -4,12 +4,11 @@
 #include "base/Rundung.h"
 #include "editors/stick/Ebenenmass.h"
 #include "formats/Stickaktion.h"
-#include "store/schema/Linientabelle.h"
 #include "store/schema/Stickanweisung.h"
-#include "store/schema/Zonenlesen.h"
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -76,29 +75,20 @@ std::int32_t mittellinie(const Zonenlinien& linien, std::string_view richtungsna
     return linien.front();
 }
 
+using Zonenlinientafel = std::array<Zonenlinien, RICHTUNGEN>;
+
+/// Draws rows of actions between the lines of their layer.
 class Zeichner {
 public:
-    Zeichner(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
-             Zeichenflaeche& flaeche)
-        : datenbank_(datenbank), seite_(seite), schemaName_(schemaName), ebene_(ebene), flaeche_(flaeche) {}
+    Zeichner(Zonenlinientafel linien, Zeichenflaeche& flaeche)
+        : flaeche_(flaeche), linien_(std::move(linien)) {}
 
-    void zeichnen() {
-        linienLesen();
-        for (const char* gruppe : {"Links", "Rechts", "Mitte"})
-            ZonenzeilenLesen(datenbank_, seite_, schemaName_, ebene_, gruppe,
-                             [this](const Zonenzeile& zeile) {
-                                 if (zeile.aktion != LEERFELD)
-                                     FeldSymbolZeichnen(zeile);
-                             });
+    void zeichnen(const Zonenzeile& zeile) {
+        if (zeile.aktion != LEERFELD)
+            FeldSymbolZeichnen(zeile);
     }
 
 private:
-    void linienLesen() {
-        auto satz = linienzeilen(datenbank_, seite_, schemaName_);
-        for (std::size_t i = 0; i < linien_.size(); ++i)
-            linien_[i] = LinienListeLesen(satz, LINIENRICHTUNGEN[i], ebene_);
-    }
-
     void FeldSymbolZeichnen(const Zonenzeile& zeile) {
         const auto x = waagrecht(zeile.waagrecht, zeile.wertWaagrecht);
         const auto y = senkrecht(zeile.senkrecht, zeile.wertSenkrecht);
@@ -142,12 +132,8 @@ private:
         return {*stelle, stelle + 1 == liste.end() ? EBENENENDE : stelle[1]};
     }
 
-    Database& datenbank_;
-    Stickseite seite_;
-    const std::string& schemaName_;
-    int ebene_;
     Zeichenflaeche& flaeche_;
-    std::array<Zonenlinien, RICHTUNGEN> linien_; ///< `ZonenLinks`, `ZonenRechts`, `ZonenOben`, `ZonenUnten`
+    const Zonenlinientafel linien_; ///< `ZonenLinks`, `ZonenRechts`, `ZonenOben`, `ZonenUnten`
 };
 
 } // namespace
@@ -187,5 +173,18 @@ void ZonenZeichnen(const std::string& datenbankPfad, Stickseite seite, const std
 
 void ZonenZeichnen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
                    Zeichenflaeche& flaeche) {
-    Zeichner(datenbank, seite, schemaName, ebene, flaeche).zeichnen();
+    Zonenlinientafel linien;
+    auto satz = linienzeilen(datenbank, seite, schemaName);
+    for (std::size_t i = 0; i < linien.size(); ++i)
+        linien[i] = LinienListeLesen(satz, LINIENRICHTUNGEN[i], ebene);
+    Zeichner zeichner(std::move(linien), flaeche);
+    for (const char* gruppe : {"Links", "Rechts", "Mitte"})
+        ZonenzeilenLesen(datenbank, seite, schemaName, ebene, gruppe,
+                         [&](const Zonenzeile& zeile) { zeichner.zeichnen(zeile); });
+}
+
+void ZonenZeichnen(const Zonenbestand& bestand, Zeichenflaeche& flaeche) {
+    Zeichner zeichner(bestand.linien, flaeche);
+    for (const auto& zeile : bestand.zeilen)
+        zeichner.zeichnen(zeile);
 }

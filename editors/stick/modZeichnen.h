@@ -6,6 +6,8 @@
 #pragma once
 
 #include "base/Stickseite.h"
+#include "store/schema/Linientabelle.h"
+#include "store/schema/Zonenlesen.h"
 
 #include <array>
 #include <compare>
@@ -88,3 +90,11 @@ void ZonenZeichnen(const std::string& datenbankPfad, Stickseite seite, const std
 /// The same on a database that is open, in a transaction of the caller's; clears nothing.
 void ZonenZeichnen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
                    Zeichenflaeche& flaeche);
+
+/// The lines and the action rows of a layer that lies in no database.
+struct Zonenbestand {
+    std::array<Zonenlinien, RICHTUNGEN> linien;
+    std::vector<Zonenzeile> zeilen;
+};
+/// The same for those; throws as it does. Clears nothing.
+void ZonenZeichnen(const Zonenbestand& bestand, Zeichenflaeche& flaeche);
