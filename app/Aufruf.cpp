@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Aufruf.h"
 
+#include "store/schema/Schemadatei.h"
+
 #include <QCoreApplication>
+#include <QString>
 
 #include <cstdlib>
 
 namespace {
 
 constexpr const char* GEBRAUCH =
-    "Aufruf: gamepad-konfic [--help | --version]\n"
+    "Aufruf: gamepad-konfic [--help | --version | DATEI.schema]\n"
     "\n"
-    "Macht aus dem Gamepad eine Tastatur und eine Maus. Ohne ein Wort öffnet sich das Fenster.\n"
+    "Macht aus dem Gamepad eine Tastatur und eine Maus. Ohne ein Wort öffnet sich das Fenster,\n"
+    "mit einer Datei zeigt es das Schema darin und bietet an, es aufzunehmen.\n"
     "Ihre Dateien liegen in $XDG_DATA_HOME/gamepad-konfic (~/.local/share/gamepad-konfic) oder\n"
     "im aktuellen Ordner, wo der eine Belegung.twk hat. Siehe gamepad-konfic(1).\n";
 
@@ -21,8 +25,18 @@ std::string umgebung(const char* name) {
 
 } // namespace
 
+std::optional<std::string> schemadatei(std::span<char* const> worte) {
+    if (worte.size() != 1)
+        return std::nullopt;
+    const auto wort = QString::fromLocal8Bit(worte.front());
+    const auto endung = QString::fromUtf8(SCHEMAENDUNG.data(), SCHEMAENDUNG.size());
+    if (wort.startsWith('-') || !wort.endsWith(endung, Qt::CaseInsensitive))
+        return std::nullopt;
+    return std::string(worte.front());
+}
+
 std::optional<Auskunft> auskunft(std::span<char* const> worte) {
-    if (worte.empty())
+    if (worte.empty() || schemadatei(worte))
         return std::nullopt;
     const std::string wort = worte.front();
     if (worte.size() == 1 && wort == "--version")

@@ -66,6 +66,8 @@ int main(int anzahl, char** worte) {
     const auto starten = [&] {
         programm.starten();
         padlistePruefen(system.padliste());
+        if (const auto datei = schemadatei({worte + 1, worte + anzahl}))
+            programm.dateiAufnehmen(*datei);
     };
     QMetaObject::invokeMethod(&anwendung, starten, Qt::QueuedConnection);
     return QApplication::exec();

@@ -6,6 +6,9 @@
 // Scale and colours are the application's for its life: each test has an X server and an application of its
 // own.
 #include "app/Anwendung.h"
+#include "editors/common/Formhilfen.h"
+#include "editors/exchange/Schemadialoge.h"
+#include "store/schema/Schemauebernahme.h"
 #include "tests/editors/common/Formtest.h"
 #include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/XServer.h"
@@ -258,6 +261,32 @@ protected:
         ansehen(form, "Uebersicht");
         schliessen(form);
     }
+    void weitergabe() {
+        const Schemaplatz platz{datenbank_.pfad(), datenbank_.ordner().string(),
+                                (datenbank_.ordner() / "Gamepad.xml").string()};
+        QImage bild(640, 480, QImage::Format_RGB32);
+        bild.fill(QColor(70, 110, 60));
+        auto fund = fundInDatenbank(platz, schemaname());
+        fund.programm = "Game-Pad-Konfic 0.1";
+        fund.bilder["0R.bmp"] = [bild] { return bild; };
+        const auto pruefen = [&](const std::string& name) { return namenshindernis(platz, name); };
+        Aufnahmefrage aufnahme(&haupt(), fund, schemaname(), pruefen); // the name is given: a hint shows
+        aufnahme.show();
+        ansehen(aufnahme, "Aufnahmefrage");
+        schliessen(aufnahme);
+        Namensfrage name(
+            &haupt(), "Umbenennen", "Wie soll das Schema „" + qt(schemaname()) + "“ heißen?", schemaname(),
+            [](const std::string&) {
+                return "Unter diesem Namen liegen noch Bilder oder Achsen eines anderen Schemas.";
+            });
+        name.show();
+        ansehen(name, "Namensfrage");
+        schliessen(name);
+        Datenbankfrage wahl(&haupt(), qt(datenbank_.pfad()), schemataIn(datenbank_.pfad()));
+        wahl.show();
+        ansehen(wahl, "Datenbankfrage");
+        schliessen(wahl);
+    }
     void lauf() {
         control<QPushButton>(haupt(), "Command1(5)").click();
         ereignisse();
@@ -301,6 +330,7 @@ TEST_P(Formbilder, NichtsIstAbgeschnitten) {
     schubregler();
     achsen();
     uebersicht();
+    weitergabe();
     lauf();
 }
 

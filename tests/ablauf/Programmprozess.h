@@ -29,7 +29,9 @@ public:
             if (ignoriert != 0)
                 signal(ignoriert, SIG_IGN);
         }) {}
-    Programmprozess(const std::filesystem::path& ordner, const Vorbereitung& vorher) {
+    /// `wort` stands behind the command's name; "" for none.
+    Programmprozess(const std::filesystem::path& ordner, const Vorbereitung& vorher,
+                    const std::string& wort = "") {
         const auto programm = programmordner_.pfad() / "gamepad-konfic";
         std::filesystem::copy_file(PROGRAMM, programm);
         kennung_ = fork();
@@ -37,7 +39,7 @@ public:
             return;
         vorher(programmordner_.pfad());
         if (chdir(ordner.c_str()) == 0)
-            execl(programm.c_str(), programm.c_str(), nullptr);
+            execl(programm.c_str(), programm.c_str(), wort.empty() ? nullptr : wort.c_str(), nullptr);
         _exit(127);
     }
     Programmprozess(const Programmprozess&) = delete;

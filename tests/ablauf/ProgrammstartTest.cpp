@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The start of the program's process as the launcher asks for it, and its main form as a desktop sees it.
+#include "editors/exchange/Schemafund.h"
 #include "tests/ablauf/Programmprozess.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Schemabau.h"
@@ -116,4 +117,21 @@ TEST_F(Programmstart, DasHauptfensterTraegtDasSymbolUndDieKlasseDesMenueeintrags
     EXPECT_EQ(schirm.klasse(haupt), "gamepad-konfic");
     prozess.senden(SIGTERM);
     EXPECT_EQ(prozess.ausgang(), "exit 0");
+}
+
+TEST_F(Programmstart, DieDateiEinesSchemasWirdGezeigtUndWasKeineIstMitGrundAbgelehnt) {
+    Schemabau(datenbank_).anlegen();
+    const auto datei = (ordner_.pfad() / "S.schema").string();
+    const Schemaplatz platz{datenbank_.pfad(), ordner_.pfad().string(), (ordner_.pfad() / "x.xml").string()};
+    schemadateiSchreiben(datei, schemaPacken(platz, "S", "Programm").paket);
+    const auto ohne = (ordner_.pfad() / "Keine.SCHEMA").string();
+    const Schirm schirm;
+    for (const auto& [wort, titel] :
+         {std::pair{datei, "Schema aufnehmen"}, std::pair{ohne, "Game-Pad-Konfic"}}) {
+        Programmprozess prozess(
+            datenbank_.ordner(), [](const std::filesystem::path&) {}, wort);
+        EXPECT_TRUE(Programmprozess::warten([&] { return schirm.fenster(titel) != 0; })) << wort;
+        prozess.senden(SIGTERM);
+        EXPECT_EQ(prozess.ausgang(), "exit 0");
+    }
 }

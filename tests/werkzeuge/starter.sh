@@ -15,13 +15,17 @@ for datei in bin/gamepad-konfic libexec/gamepad-konfic/{gamepad-konfic,tastenwae
     share/gamepad-konfic/tasten_nachtrag.sql share/gamepad-konfic/Bilder/Joy2.bmp share/gamepad-konfic/Beschreibung/Startfenster.htm \
     share/gamepad-konfic/Beschreibung/Tastwerk.png lib/udev/rules.d/70-gamepad-konfic.rules \
     share/man/man1/gamepad-konfic.1 share/man/de/man1/gamepad-konfic.1 share/applications/gamepad-konfic.desktop \
-    share/metainfo/gamepad-konfic.metainfo.xml share/icons/hicolor/scalable/apps/gamepad-konfic.svg \
+    share/metainfo/gamepad-konfic.metainfo.xml share/mime/packages/gamepad-konfic.xml share/icons/hicolor/scalable/apps/gamepad-konfic.svg \
     share/icons/hicolor/{16x16,32x32,48x48,128x128}/apps/gamepad-konfic.png; do
     [ -s "$praefix/$datei" ] || fehlschlag "$datei is not installed"
 done
 # What the menu's entry and the metainfo name is what is installed.
 eintrag=$praefix/share/applications/gamepad-konfic.desktop
-[ -x "$praefix/bin/$(sed -n 's/^Exec=//p' "$eintrag")" ] || fehlschlag "the menu's entry starts nothing"
+[ -x "$praefix/bin/$(sed -n 's/^Exec=\(.*\) %f$/\1/p' "$eintrag")" ] || fehlschlag "the menu's entry starts nothing"
+typ=$(sed -n 's/^MimeType=\(.*\);$/\1/p' "$eintrag")
+for datei in mime/packages/gamepad-konfic.xml metainfo/gamepad-konfic.metainfo.xml; do
+    grep -qE "[\">]$typ[\"<]" "$praefix/share/$datei" || fehlschlag "$datei does not know $typ"
+done
 [ -s "$praefix/share/icons/hicolor/scalable/apps/$(sed -n 's/^Icon=//p' "$eintrag").svg" ] || fehlschlag "the menu's entry has no icon"
 metainfo=$praefix/share/metainfo/gamepad-konfic.metainfo.xml
 [ -s "$praefix/share/applications/$(sed -n 's|.*<launchable type="desktop-id">\(.*\)</launchable>|\1|p' "$metainfo")" ] ||
@@ -60,6 +64,8 @@ antwort() { # WORD WORD...: what the command says to the words, of which it does
         fehlschlag "an unknown word: $code, $worte"
 }
 antwort --nichts --nichts
+antwort --x.schema --x.schema
+antwort a.schema a.schema b.schema
 antwort "" ""
 antwort datei.twk --version datei.twk
 antwort datei.twk datei.twk --help
@@ -67,7 +73,7 @@ antwort datei.twk datei.twk --help
 # --- the user's folder ---
 cat >"$praefix/libexec/gamepad-konfic/gamepad-konfic" <<'ENDE'
 #!/bin/sh
-echo "in $PWD; own ${GAMEPAD_KONFIC_ORDNER:-}; ${GAMEPAD_KONFIC_STARTFEHLER:-well}"
+echo "in $PWD; own ${GAMEPAD_KONFIC_ORDNER:-}; ${GAMEPAD_KONFIC_STARTFEHLER:-well}${1:+; file $1}"
 ENDE
 mkdir "$ordner/anderswo"
 starten() { (cd "$ordner/anderswo" && env -u HOME -u XDG_DATA_HOME "$@" "$befehl"); } # NAME=VALUE...
@@ -84,6 +90,12 @@ chmod u+w "$praefix/share/gamepad-konfic/Belegung.twk"
 [ -s "$ziel/Beschreibung/Startfenster.htm" ] || fehlschlag "there is no help"
 [ -L "$ziel/Beschreibung" ] || fehlschlag "the help does not come with the program"
 [ -z "$(find "$daten" -name '*.neu.*')" ] || fehlschlag "litter is left"
+
+# A file of a Schema, from where the command is given, also with a name that a shell could take apart.
+for name in "Mein Schema.schema" 'a"$(b).SCHEMA' "$ordner/absolut.schema"; do
+    erwarten "$(cd "$ordner/anderswo" && env -u HOME XDG_DATA_HOME="$daten" "$befehl" "$name")" \
+        "in $ziel; own $ziel; well; file $(cd "$ordner/anderswo" && realpath -m "$name")" "a file"
+done
 
 # A second copy that is started at the same time: what it has laid, and what has been saved there since, stays.
 mkdir "$ordner/dazwischen"
