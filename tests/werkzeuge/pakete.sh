@@ -23,7 +23,8 @@ for programm in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_
 done
 # What find_package finds, by a file of it.
 declare -A dateien=([PkgConfig]=bin/pkg-config [Qt6]=/cmake/Qt6Widgets/Qt6WidgetsConfig.cmake [SQLite3]=include/sqlite3.h
-    [EXPAT]=include/expat.h [GTest]=/cmake/GTest/GTestConfig.cmake
+    [EXPAT]=include/expat.h [ZLIB]=include/zlib.h
+    [GTest]=/cmake/GTest/GTestConfig.cmake
     [benchmark]=/cmake/benchmark/benchmarkConfig.cmake)
 for name in $(grep -rhoP --exclude-dir=build --include=CMakeLists.txt 'find_package\(\K\w+' . | sort -u); do
     datei=${dateien[$name]:?"which file shows that $name is there?"}
