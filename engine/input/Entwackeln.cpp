@@ -120,6 +120,12 @@ Stickposition Entwackeln::ausgabe(Stickseite seite) const {
                                       : Stickposition{filter[RX].ausgabe(), filter[RY].ausgabe()};
 }
 
+std::optional<Stickposition> Entwackeln::rohort(Stickseite seite) const {
+    const auto x = rohwert(seite == Stickseite::Links ? LX : RX);
+    const auto y = rohwert(seite == Stickseite::Links ? LY : RY);
+    return x && y ? std::optional<Stickposition>({*x, *y}) : std::nullopt;
+}
+
 void Entwackeln::starten() {
     if (stand_.EntwackelnLaeuft)
         return;

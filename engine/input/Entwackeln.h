@@ -99,6 +99,9 @@ public:
     /// The same, as it is: starts nothing.
     Stickposition ausgabe(Stickseite seite) const;
 
+    /// What a stick's raw axes read at the last poll; nothing while that is not known of both.
+    std::optional<Stickposition> rohort(Stickseite seite) const;
+
     /// Stops the timer. With `nurTimer` no reader will start it again.
     void EntwackelnStoppen(bool nurTimer = false);
     /// One round: polls the pad once and smooths all four axes.

@@ -60,8 +60,14 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
                zustand_.gehaltene, zustand_.gegeben, entwackeln_, anzeige_}
     , schubregler_(zustand_.schub, zustand_.achsendatei, zustand_.achsen, dienste_)
     , spielzeitgeber_(zeitgeber_.formularzeitgeber([this] { spieltakt(); }))
+    , streuablage_(umgebung.streuablage)
     , leererZeitgeber_(zeitgeber_.formularzeitgeber([] {}))
-    , ruhe_(joystick_, zeitgeber_, entwackeln_, takteInRuhe(), [this] { return inRuhe(); }) {
+    , ruhe_(
+          joystick_, zeitgeber_, entwackeln_, takteInRuhe(), [this] { return inRuhe(); },
+          [this](const Formularzeitgeber& takt, std::uint64_t anzahl) {
+              if (&takt == spielzeitgeber_.get())
+                  streuzaehler_.nocheinmal(anzahl);
+          }) {
     // A pad that was never there presses nothing.
     JoyInfo_.dwPOV = JoyInfoAlt_.dwPOV = JOY_POVCENTERED;
 }
@@ -80,6 +86,7 @@ void LaufFenster::laden() {
     schubregler_.erstellen();
     sticktabellenLaden(STANDART);
 
+    schemaName_ = global.SchemaName;
     geladen_ = true;
     anzeige_.hauptformVerbergen();
     leererZeitgeber_->Interval(LEERES_INTERVALL);
@@ -101,6 +108,7 @@ std::optional<LaufzeitFehler> LaufFenster::beenden() {
     schubregler_.beenden();
     leererZeitgeber_->Enabled(false);
     spielzeitgeber_->Enabled(false);
+    streuungAblegen();
     return fehler;
 }
 
@@ -155,12 +163,30 @@ void LaufFenster::abbrechen(const LaufzeitFehler& fehler) {
 }
 
 void LaufFenster::spieltakt() {
-    padAbfragen(joystick_, JoyInfo_); // a poll that fails leaves the last values to be evaluated again
+    // A poll that fails leaves the last values to be evaluated again.
+    padDa_ = padAbfragen(joystick_, JoyInfo_);
     Beschriften();
     StickAuswerten();
+    streuungZaehlen();
     SteuerkreuzAuswerten();
     schubregler_.auswerten();
     ruhe_.versuchen();
+}
+
+// Where a pad is gone its last values are nobody's.
+void LaufFenster::streuungZaehlen() {
+    for (const auto* stick : zustand_.sticks) {
+        const auto seite = stick->seite();
+        streuzaehler_.takt(seite, ebenen_.Ebene(), zustand_.gegeben.stick(seite).position,
+                           padDa_ ? entwackeln_.rohort(seite) : std::nullopt);
+    }
+}
+
+void LaufFenster::streuungAblegen() {
+    if (!streuablage_)
+        return;
+    if (auto laeufe = streuzaehler_.ergebnis(); !laeufe.empty())
+        streuablage_->ablegen(schemaName_, std::move(laeufe));
 }
 
 void LaufFenster::Beschriften() {
@@ -256,8 +282,10 @@ void LaufFenster::Command1Klick(int index) {
     angehalten = !angehalten;
     const std::string_view ruhetext = index == KNOPF_STOP ? "Stop" : "SensiTast";
     spielzeitgeber_->Enabled(!angehalten);
-    if (angehalten)
+    if (angehalten) {
+        streuzaehler_.unterbrechen();
         pollHalten();
+    }
     anzeige_.Command1(index, angehalten ? "Start" : ruhetext);
     if (index == KNOPF_SENSITAST) {
         entwackeln_.berichten(angehalten);

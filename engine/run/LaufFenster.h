@@ -6,8 +6,9 @@
 //   1  the pad is polled; a poll that fails leaves the last values
 //   2  `Beschriften`            shift keys (Ebenenwechsel), then the edges of the twelve buttons
 //   3  `StickAuswerten`         left, right: each that has left the bounds of its field
-//   4  `SteuerkreuzAuswerten`   the edges of the D-pad
-//   5  Schubregler              polls for itself
+//   4  Streuzaehler             where the sticks are
+//   5  `SteuerkreuzAuswerten`   the edges of the D-pad
+//   6  Schubregler              polls for itself
 //
 // States of the poll, switched by the two buttons of the window, each by its own caption alone:
 //
@@ -32,6 +33,7 @@
 #include "engine/run/Laufstand.h"
 #include "engine/run/Laufzustand.h"
 #include "engine/run/Pollruhe.h"
+#include "engine/run/Streuzaehler.h"
 #include "engine/slider/Schubregler.h"
 #include "formats/Belegung.h"
 #include "platform/Joystick.h"
@@ -48,6 +50,7 @@ struct Laufumgebung {
     Eingabe& eingabe;
     Zeitgeber& zeitgeber;
     LaufAnzeige& anzeige;
+    Streuablage* streuablage = nullptr; ///< who keeps where the sticks were; nobody needs to
 };
 
 /// [layer][slot], as Laufbild.
@@ -88,6 +91,8 @@ public:
 
 private:
     void spieltakt();
+    void streuungZaehlen();
+    void streuungAblegen();
     std::vector<Formularzeitgeber*> takteInRuhe() const;
     int gedruecktePadtasten() const;
     bool padtastenInRuhe() const;
@@ -136,6 +141,11 @@ private:
     bool ausgeklappt_ = false;   // Command1(1) says "Start"
     std::string_view gezeigteUmschaltung_;
     std::optional<int> gezeigtePadtastenzahl_;
+
+    Streuablage* streuablage_;
+    Streuzaehler streuzaehler_;
+    std::string schemaName_; ///< of the run; the current one may be another by its end
+    bool padDa_ = false;     ///< in the last tick
 
     // Given; nothing in the program hangs on it.
     std::uint16_t TastenWort_ = 0;

@@ -8,12 +8,13 @@
 #include <utility>
 
 Pollruhe::Pollruhe(Joystick& joystick, Zeitgeber& zeitgeber, Entwackeln& entwackeln,
-                   std::vector<Formularzeitgeber*> takte, std::function<bool()> inRuhe)
+                   std::vector<Formularzeitgeber*> takte, std::function<bool()> inRuhe, Bericht ausgelassen)
     : joystick_(joystick)
     , zeitgeber_(zeitgeber)
     , entwackeln_(entwackeln)
     , takte_(std::move(takte))
-    , inRuhe_(std::move(inRuhe)) {}
+    , inRuhe_(std::move(inRuhe))
+    , ausgelassen_(std::move(ausgelassen)) {}
 
 void Pollruhe::versuchen() {
     if (ruht_ || !zeitgeber_.kannRuhen() || !inRuhe_() ||
@@ -37,6 +38,9 @@ void Pollruhe::beenden(std::chrono::nanoseconds her) {
     // The smoothing first: time goes by between these calls, and a tick that is not left out must not lack
     // its round.
     entwackeln_.weiter(her);
-    for (auto* takt : takte_)
-        takt->weiter(her);
+    for (auto* takt : takte_) {
+        const auto anzahl = takt->weiter(her);
+        if (ausgelassen_)
+            ausgelassen_(*takt, anzahl);
+    }
 }

@@ -14,6 +14,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -24,10 +25,13 @@ class Zeitgeber;
 
 class Pollruhe {
 public:
+    using Bericht = std::function<void(const Formularzeitgeber& takt, std::uint64_t anzahl)>;
+
     /// `takte` are the timers that rest beside the smoothing's; `inRuhe` tells whether nothing can change.
-    /// `zeitgeber` must see to the errors of `inRuhe`.
+    /// `zeitgeber` must see to the errors of `inRuhe`. At the end of a rest `ausgelassen` gets how many calls
+    /// of each of `takte` were left out.
     Pollruhe(Joystick& joystick, Zeitgeber& zeitgeber, Entwackeln& entwackeln,
-             std::vector<Formularzeitgeber*> takte, std::function<bool()> inRuhe);
+             std::vector<Formularzeitgeber*> takte, std::function<bool()> inRuhe, Bericht ausgelassen = {});
     Pollruhe(const Pollruhe&) = delete;
     Pollruhe& operator=(const Pollruhe&) = delete;
     ~Pollruhe() { beenden(); }
@@ -44,5 +48,6 @@ private:
     Entwackeln& entwackeln_;
     std::vector<Formularzeitgeber*> takte_;
     std::function<bool()> inRuhe_;
+    Bericht ausgelassen_;
     bool ruht_ = false;
 };

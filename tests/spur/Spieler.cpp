@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <memory>
 
 namespace fs = std::filesystem;
@@ -38,7 +39,7 @@ void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweis
     }
 }
 
-class Spieler final : private StummeAnzeige {
+class Spieler final : private StummeAnzeige, private Streuablage {
 public:
     Spieler(const fs::path& ordner, Pollart pollart)
         : zustand_(pad_, (ordner / GAMEPAD_XML).string()), eingabe_([this](const INPUT& ereignis) {
@@ -115,7 +116,7 @@ private:
         if (lauf_)
             throw Szenariofehler("start while a run is on");
         abgebrochen_ = false;
-        lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this});
+        lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this, this});
         try {
             lauf_->laden();
         } catch (const LaufzeitFehler& fehler) {
@@ -174,6 +175,10 @@ private:
         anzeigen("error " + std::to_string(fehler.zahl()));
     }
 
+    void ablegen(const std::string&, std::vector<Streulauf> laeufe) override {
+        std::ranges::move(laeufe, std::back_inserter(ergebnis_.streuung));
+    }
+
     Spurergebnis ergebnis_;
     ProbeUhr uhr_;
     ProbeJoystick pad_;
@@ -229,6 +234,8 @@ std::string ruheunterschied(const Spurergebnis& immer, const Spurergebnis& ruhen
     for (std::size_t i = 0; i < immer.filter.size(); ++i)
         if (immer.filter[i] != ruhend.filter[i])
             return "the filter of axis " + std::to_string(i) + " stands elsewhere when it rests";
+    if (immer.streuung != ruhend.streuung)
+        return "the sticks are counted elsewhere when it rests";
     if (immer.wiederholung.WiederholSlots != ruhend.wiederholung.WiederholSlots)
         return "other places of the repeat are filled when it rests";
     return "";

@@ -4,6 +4,7 @@
 
 #include "engine/buttons/Wiederholung.h"
 #include "engine/input/Entwackeln.h"
+#include "engine/run/Streuzaehler.h"
 #include "tests/spur/Szenario.h"
 
 #include <filesystem>
@@ -19,8 +20,9 @@ struct Spurergebnis {
     std::vector<Spurereignis> anzeigen; ///< what the window is told, errors that stop a run too
     std::array<Achsenfilter, 4> filter; ///< of the axes, at the end, as the next
     Wiederholstand wiederholung;
-    std::uint64_t ausgelassene = 0; ///< calls of timers that rests have left out
-    std::optional<int> fehler;      ///< number of the error that stopped a run
+    std::vector<Streulauf> streuung; ///< where the sticks were, by runs
+    std::uint64_t ausgelassene = 0;  ///< calls of timers that rests have left out
+    std::optional<int> fehler;       ///< number of the error that stopped a run
     std::string fehlertext;
 };
 
