@@ -10,7 +10,7 @@ namespace {
 
 using Aufenthalt = Streudaten::Aufenthalt;
 
-constexpr std::string_view KENNUNG = "GPkStreu\x01";
+constexpr std::string_view KENNUNG = "GPkStreu\x01"; // the last byte is the version
 constexpr std::size_t LAENGENBYTES = 4;
 constexpr std::size_t KOPF = KENNUNG.size() + LAENGENBYTES;
 static_assert(KOPF + Streudaten::ZAEHLUNG_HOECHSTENS < Streudaten::DATEI_HOECHSTENS);
@@ -243,6 +243,12 @@ std::optional<Streudaten> streudatenLesen(std::string_view inhalt) {
     if (!gezaehltes || !weg || !zaehlungLesen(*gezaehltes, daten) || !wegLesen(*weg, daten))
         return std::nullopt;
     return daten;
+}
+
+bool streudatenNeuer(std::string_view inhalt) {
+    constexpr auto NAME = KENNUNG.size() - 1;
+    return inhalt.size() > NAME && inhalt.starts_with(KENNUNG.substr(0, NAME)) &&
+           static_cast<std::uint8_t>(inhalt[NAME]) > static_cast<std::uint8_t>(KENNUNG[NAME]);
 }
 
 void zusammenzaehlen(Streudaten& summe, const Streudaten& lauf) {

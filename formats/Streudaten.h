@@ -63,6 +63,9 @@ std::string streudatenSchreiben(const Streudaten& daten);
 /// Reads the content of a file; nothing where it is damaged or foreign. Throws nothing but std::bad_alloc.
 std::optional<Streudaten> streudatenLesen(std::string_view inhalt);
 
+/// Whether it was written by a newer version of the program, which alone can read it.
+bool streudatenNeuer(std::string_view inhalt);
+
 /// Adds what a run has counted. No count runs over. The way of `lauf` comes behind that of `summe`, and the
 /// oldest stays go.
 void zusammenzaehlen(Streudaten& summe, const Streudaten& lauf);

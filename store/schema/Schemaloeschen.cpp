@@ -3,6 +3,7 @@
 
 #include "store/db/Datenbank.h"
 #include "store/files/Bilddatei.h"
+#include "store/files/Streubilddateien.h"
 #include "store/schema/VarTastenbelegung.h"
 
 #include <array>
@@ -79,6 +80,7 @@ void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderP
     datenbank.Close();
     if (!bilderBleiben)
         StickBilderLoeschen(bilderPfad, schemaName);
+    Streubilddateien(streubildordner(datenbankPfad)).loeschen(schemaName);
     for (const std::string_view meldung : meldungen)
         melden(meldung);
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Removes a `Schema`: its rows in all eight tables and the pictures that the stick editors left of it.
+// Removes a `Schema`: its rows in all eight tables, the pictures that the stick editors left of it, and what
+// its runs have counted.
 //
 // A part that is missing never stops the deletion. The rows go in one transaction, all or none, then the
 // pictures; what was missing is told when all is done, in the order of the tables.
@@ -26,8 +27,9 @@ void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& b
                           const std::string& schemaName, const Loeschdialog& dialog);
 
 /// Deletes the `Schema` and its pictures; these stay where another `Schema` has the same name but for the
-/// case of its letters, as they are its pictures, too. The name is a copy: the original may change while
-/// messages are open. Throws LaufzeitFehler; nothing has changed then.
+/// case of its letters, as they are its pictures, too. What was counted goes in any case: no other `Schema`
+/// has part in that. The name is a copy: the original may change while messages are open. Throws
+/// LaufzeitFehler; nothing has changed then.
 void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
                     const std::function<void(std::string_view)>& melden, const Fortgang& weiter = {});
 

@@ -101,6 +101,15 @@ TEST(StreudatenTest, BeschaedigtesUndFremdesIstNichts) {
     }
 }
 
+TEST(StreudatenTest, EineNeuereFassungGibtSichZuErkennen) {
+    EXPECT_TRUE(streudatenNeuer("GPkStreu\x02"));
+    EXPECT_TRUE(streudatenNeuer("GPkStreu\xFF..."));
+    EXPECT_FALSE(streudatenNeuer("GPkStreu\x01..."));
+    EXPECT_FALSE(streudatenNeuer(std::string_view("GPkStreu\0", 9)));
+    EXPECT_FALSE(streudatenNeuer("GPkStreu"));
+    EXPECT_FALSE(streudatenNeuer("GPkStreV\x02"));
+}
+
 TEST(StreudatenTest, JedeZahlHatEineSchreibweiseUndIhreGrenze) {
     ASSERT_TRUE(streudatenLesen(dateiAus(KEIN_RASTER, KEIN_WEG)));
     const auto zaehlung = [](const std::string& erste) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A Schema goes: its rows in all eight tables and its pictures.
 #include "store/schema/Schemaloeschen.h"
+#include "store/files/Streubilddateien.h"
 #include "tests/hilfen/Dateirechte.h"
 #include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Testdatenbank.h"
@@ -240,6 +241,22 @@ TEST_F(SchemaloeschenTest, DieSechsBilderGehenInJederSchreibungUndSonstKeines) {
     StickBilderLoeschen(bilder(), "S");
     EXPECT_THAT(bildnamen(), UnorderedElementsAre("S3L.bmp", "S0M.bmp", "S00L.bmp", "XS0L.bmp", "S0L.png",
                                                   "Joy2.bmp", "0L.bmp"));
+}
+
+TEST_F(SchemaloeschenTest, WasSeineLaeufeGezaehltHabenGehtMitUndKeinAnderes) {
+    const Streubilddateien dateien(datei.ordner() / "Streubilder");
+    for (const auto* name : {"S", "s"}) {
+        anlegen(name);
+        ASSERT_TRUE(dateien.speichern(name, Stickseite::Links, 0, {}));
+        ASSERT_TRUE(dateien.speichern(name, Stickseite::Rechts, 2, {}));
+    }
+    fragenUndLoeschen("S", false);
+    EXPECT_EQ(namenIn(datei.ordner() / "Streubilder").size(), 4U);
+    loeschen("S");
+    EXPECT_FALSE(fs::exists(dateien.pfad("S", Stickseite::Links, 0)));
+    EXPECT_FALSE(fs::exists(dateien.pfad("S", Stickseite::Rechts, 2)));
+    EXPECT_TRUE(fs::exists(dateien.pfad("s", Stickseite::Links, 0)));
+    EXPECT_TRUE(fs::exists(dateien.pfad("s", Stickseite::Rechts, 2)));
 }
 
 TEST_F(SchemaloeschenTest, FehlendeBilderSindKeinFehler) {

@@ -4,6 +4,7 @@
 #include "store/files/Bilddatei.h"
 #include "store/files/Dateiersatz.h"
 #include "store/files/Gamepadtabelle.h"
+#include "store/files/Streubilddateien.h"
 #include "store/schema/Schemaloeschen.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
@@ -199,6 +200,60 @@ TEST_F(DateiStrom, GeloeschteBilderKommenNichtWiederUndLassenNichtsLiegen) {
     erwarteGanzOderGarNicht(probe);
     StickBilderLoeschen(ordner.pfad().string() + "/", "S");
     EXPECT_THAT(namenIn(ordner.pfad()), ElementsAre("anderes.bmp"));
+}
+
+// --- what runs have counted ---
+
+namespace {
+
+class StreuStrom : public DateiStrom {
+protected:
+    StreuStrom() {
+        einLauf.takte.resize(Streudaten::RASTERFELDER);
+        einLauf.takte[7] = 1;
+        einLauf.weg = {{7, 1}};
+    }
+    bool dazu() const { return dateien.dazuzaehlen(schema, Stickseite::Links, 0, einLauf); }
+    std::string gezaehltes() const {
+        const auto takte = dateien.laden(schema, Stickseite::Links, 0).takte;
+        return takte.empty() ? "nothing" : std::to_string(takte[7]);
+    }
+    /// What the program finds, and whether a damaged file is still there, under whichever name.
+    Stromprobe zaehlprobe(const std::function<bool()>& tat) const {
+        return {ordner.pfad(), tat, [this] {
+                    const auto namen = namenIn(ordner.pfad());
+                    const bool schaden = std::ranges::any_of(namen, [&](const auto& name) {
+                        return dateiLesen(ordner.pfad() / name) == "Schaden";
+                    });
+                    return gezaehltes() + (schaden ? " and damage" : "");
+                }};
+    }
+
+    const Streubilddateien dateien{ordner.pfad()};
+    Streudaten einLauf;
+};
+
+} // namespace
+
+TEST_F(StreuStrom, EinLaufIstGanzDazugezaehltOderGarNicht) {
+    for (const char* vorher : {"nothing", "1"}) {
+        ASSERT_EQ(gezaehltes(), vorher);
+        erwarteGanzOderGarNicht(zaehlprobe([&] { return dazu(); }));
+        erwarteGesagtUndNichtsVerloren(zaehlprobe([&] { return dazu(); }));
+        ASSERT_TRUE(dazu());
+    }
+}
+
+TEST_F(StreuStrom, EinBeschaedigtesGehtDabeiNichtVerloren) {
+    dateiSchreiben(dateien.pfad(schema, Stickseite::Links, 0), "Schaden");
+    erwarteGanzOderGarNicht(zaehlprobe([&] { return dazu(); }));
+}
+
+TEST_F(StreuStrom, WasZurueckgesetztIstKommtNichtWieder) {
+    ASSERT_TRUE(dazu());
+    const auto weg = zaehlprobe([&] { return dateien.zuruecksetzen(schema, Stickseite::Links, 0); });
+    erwarteGanzOderGarNicht(weg);
+    erwarteGesagtUndNichtsVerloren(weg);
 }
 
 // --- what the model finds ---
