@@ -62,6 +62,12 @@ public:
     /// have another. 0 outside of any procedure, and always where the clock does not count.
     virtual std::uint64_t augenblick() const { return 0; }
 
+    /// The instant on the clock's grid of whole milliseconds: inside a procedure that of the wake-up, outside
+    /// the first one whose timers have not had their turn.
+    virtual std::chrono::milliseconds raster() const { return std::chrono::milliseconds{0}; }
+    /// From which instant the timer that was set last counts its first period.
+    virtual std::chrono::milliseconds zuletztGesetztAb() const { return raster(); }
+
     /// Whether timers of this clock can rest; the three below do nothing where they can't.
     virtual bool kannRuhen() const { return false; }
     /// Timer `id` makes no calls until `weiter`. One that does not run is ignored.

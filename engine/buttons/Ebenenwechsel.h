@@ -77,6 +77,7 @@ public:
         return umschalttasten_[static_cast<std::size_t>(Ebene())].maske;
     }
     Zustand zustand() const { return zustand_; }
+    template <class Gang> void begehen(Gang& gang) { gang("lauf.ebene", zustand_); }
 
 private:
     struct Umschalttaste {

@@ -17,6 +17,12 @@ public:
     /// Takes the first entry of a slot out, whatever its key, and gives it back.
     std::optional<Halteeintrag> herausnehmen(int slot);
 
+    /// The walk over its state (engine/mitschnitt/Zustandsgang.h), as in all that has some.
+    template <class Gang> void begehen(Gang& gang) {
+        gang("gehaltene", eintraege_);
+        text_ = haltetext(eintraege_);
+    }
+
     const std::vector<Halteeintrag>& eintraege() const { return eintraege_; }
     /// `GehaltenText`: all entries joined in list order.
     const std::string& GehaltenText() const { return text_; }

@@ -34,6 +34,12 @@ public:
     std::vector<Kreuzereignis> auswerten(std::uint32_t pov);
     /// Whether the D-pad stands in the direction, also as one of the two of a diagonal.
     bool steht(int richtung) const;
+    template <class Gang> void begehen(Gang& gang) {
+        const Steuerkreuz neues;
+        gang("lauf.kreuz", KreuzCode_, neues.KreuzCode_);
+        gang("lauf.kreuzAlt", KreuzCodeAlt_, neues.KreuzCodeAlt_);
+        gang("lauf.kreuzPov", KreuzPovAlt_, neues.KreuzPovAlt_);
+    }
     /// Whether a tick with this POV value changes nothing.
     bool bleibt(std::uint32_t pov) const;
 

@@ -48,6 +48,20 @@ public:
     bool inRuhe() const;
     /// The timers, by place.
     std::vector<Formularzeitgeber*> zeitgeber() const;
+    /// Which timers are on and how often they come, of a repeat that is at rest: they come over empty places.
+    template <class Gang> void begehen(Gang& gang) {
+        for (std::size_t platz = 0; platz < wiederholzeitgeber_.size(); ++platz) {
+            auto& einer = *wiederholzeitgeber_[platz];
+            bool an = einer.Enabled();
+            auto ms = einer.Interval().count();
+            const auto name = "lauf.wiederholen" + std::to_string(platz);
+            gang(name, ms);
+            gang(name + ".an", an);
+            if (ms != einer.Interval().count())
+                einer.Interval(std::chrono::milliseconds{ms});
+            einer.Enabled(an);
+        }
+    }
     /// The run is over: stops all timers. The places keep their entries.
     void anhalten();
     /// Takes the held keys as they are now for known.

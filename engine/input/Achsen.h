@@ -28,6 +28,19 @@ public:
     std::optional<std::int32_t> AchsenWert(Achse achse) const {
         return AchsenWerte_[static_cast<std::size_t>(achse)];
     }
+    /// The last record; the values are made of it in each reading.
+    template <class Gang> void begehen(Gang& gang) {
+        gang("achsen.abgefragt", abgefragt_);
+        std::array rohe{info_.dwXpos, info_.dwYpos, info_.dwZpos, info_.dwRpos, info_.dwUpos, info_.dwVpos};
+        gang("achsen.werte", rohe);
+        info_.dwXpos = rohe[0];
+        info_.dwYpos = rohe[1];
+        info_.dwZpos = rohe[2];
+        info_.dwRpos = rohe[3];
+        info_.dwUpos = rohe[4];
+        info_.dwVpos = rohe[5];
+    }
+
     /// Whether the names are still those of the last AchsenLesen, as far as they matter for the values.
     bool gelten() const { return AchsenWerte_ == benannt(); }
 

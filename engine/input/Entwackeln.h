@@ -12,6 +12,7 @@
 #include "base/Stickseite.h"
 #include "engine/stick/Stickort.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -53,6 +54,22 @@ public:
     bool haelt(std::int32_t raw, int fenster) const;
     /// What so many samples do to one that `haelt`.
     void drehen(std::uint64_t proben, int fenster);
+
+    template <class Gang> void begehen(Gang& gang, const std::string& name) {
+        std::array<std::int32_t, RINGZEILEN + 1> werte{};
+        std::array<bool, RINGZEILEN + 1> gueltige{};
+        for (std::size_t i = 0; i < AchsenRing_.size(); ++i) {
+            werte[i] = AchsenRing_[i].wert;
+            gueltige[i] = AchsenRing_[i].gueltig;
+        }
+        gang(name + ".werte", werte);
+        gang(name + ".gueltige", gueltige);
+        for (std::size_t i = 0; i < AchsenRing_.size(); ++i)
+            AchsenRing_[i] = {werte[i], gueltige[i]};
+        gang(name + ".stelle", RingPos_);
+        RingPos_ = std::clamp(RingPos_, 0, RINGZEILEN);
+        gang(name + ".ausgabe", ausgabe_);
+    }
 
 private:
     struct Probe {

@@ -22,6 +22,8 @@ public:
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
     std::uint64_t augenblick() const override { return innen_.augenblick(); }
+    std::chrono::milliseconds raster() const override { return innen_.raster(); }
+    std::chrono::milliseconds zuletztGesetztAb() const override { return innen_.zuletztGesetztAb(); }
     bool kannRuhen() const override { return innen_.kannRuhen(); }
     void ruhen(std::uint32_t id) override { innen_.ruhen(id); }
     std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override {

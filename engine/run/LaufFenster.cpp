@@ -62,6 +62,8 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     , spielzeitgeber_(zeitgeber_.formularzeitgeber([this] { spieltakt(); }))
     , streuablage_(umgebung.streuablage)
     , leererZeitgeber_(zeitgeber_.formularzeitgeber([] {}))
+    , ruhepunkt_(umgebung.ruhepunkt)
+    , takteBisRuhepunkt_(umgebung.takteBisRuhepunkt)
     , ruhe_(
           joystick_, zeitgeber_, entwackeln_, takteInRuhe(), [this] { return inRuhe(); },
           [this](const Formularzeitgeber& takt, std::uint64_t anzahl) {
@@ -170,6 +172,7 @@ void LaufFenster::spieltakt() {
     streuungZaehlen();
     SteuerkreuzAuswerten();
     schubregler_.auswerten();
+    ruhepunktMelden();
     ruhe_.versuchen();
 }
 
@@ -187,6 +190,22 @@ void LaufFenster::streuungAblegen() {
         return;
     if (auto laeufe = streuzaehler_.ergebnis(); !laeufe.empty())
         streuablage_->ablegen(schemaName_, std::move(laeufe));
+}
+
+void LaufFenster::ruhepunktMelden() {
+    if (!ruhepunkt_ || ++takteSeitRuhepunkt_ < takteBisRuhepunkt_ || !inRuhe())
+        return;
+    if (ruhepunkt_(*this))
+        takteSeitRuhepunkt_ = 0;
+}
+
+void LaufFenster::fortsetzen() {
+    for (std::size_t i = 0; i < regler_.glaettung.size(); ++i)
+        regler_.glaettung[i] =
+            std::clamp(regler_.glaettung[i], HSCROLL1_BEREICHE[i].min, HSCROLL1_BEREICHE[i].max);
+    sticktabellenLaden(ebenen_.Ebene());
+    wiederholung_.intervall(std::chrono::milliseconds{regler_.wiederholintervall});
+    entwackeln_.stickLesen(Stickseite::Links); // starts the smoothing
 }
 
 void LaufFenster::Beschriften() {

@@ -40,10 +40,12 @@
 #include "store/schema/modLesen.h"
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string_view>
 
 /// What a run takes from outside; all of it outlives the run.
+class LaufFenster;
 struct Laufumgebung {
     Laufzustand& zustand;
     Joystick& joystick;
@@ -51,6 +53,10 @@ struct Laufumgebung {
     Zeitgeber& zeitgeber;
     LaufAnzeige& anzeige;
     Streuablage* streuablage = nullptr; ///< who keeps where the sticks were; nobody needs to
+    /// Called at the end of a tick in which the run is at rest, a few times a minute: what goes on from there
+    /// does so from `begehen` alone. False where that does not hold for what lies outside; then again soon.
+    std::function<bool(LaufFenster&)> ruhepunkt = {};
+    int takteBisRuhepunkt = 4000; ///< 20 s: with some unrest there still is one a minute
 };
 
 /// [layer][slot], as Laufbild.
@@ -86,6 +92,10 @@ public:
     /// Whether nothing can change until the pad does something: what is left to happen are ticks and rounds
     /// of the smoothing that would find all as it is.
     bool inRuhe() const;
+    /// The walk over the state of a run that is at rest; `fortsetzen` after a walk that has read one into a
+    /// run that was loaded just now.
+    template <class Gang> void begehen(Gang& gang);
+    void fortsetzen();
     /// Low word of the buttons, as the layer logic left it in the last tick.
     std::uint16_t TastenWort() const { return TastenWort_; }
 
@@ -93,6 +103,7 @@ private:
     void spieltakt();
     void streuungZaehlen();
     void streuungAblegen();
+    void ruhepunktMelden();
     std::vector<Formularzeitgeber*> takteInRuhe() const;
     int gedruecktePadtasten() const;
     bool padtastenInRuhe() const;
@@ -151,5 +162,23 @@ private:
     std::uint16_t TastenWort_ = 0;
     std::unique_ptr<Formularzeitgeber> leererZeitgeber_; // `Timer1`, has no procedure
 
+    std::function<bool(LaufFenster&)> ruhepunkt_;
+    int takteBisRuhepunkt_;
+    int takteSeitRuhepunkt_ = 0;
+
     Pollruhe ruhe_; // lets timers rest that are above
 };
+
+template <class Gang> void LaufFenster::begehen(Gang& gang) {
+    ebenen_.begehen(gang);
+    steuerkreuz_.begehen(gang);
+    schubregler_.begehen(gang);
+    wiederholung_.begehen(gang);
+    gang("lauf.tasten", JoyInfo_.dwButtons);
+    gang("lauf.tastenAlt", JoyInfoAlt_.dwButtons);
+    gang("lauf.pov", JoyInfo_.dwPOV, std::uint32_t{JOY_POVCENTERED});
+    gang("lauf.stop", stopGedrueckt_);
+    gang("lauf.ausgeklappt", ausgeklappt_);
+    gang("lauf.regler", regler_.glaettung);
+    gang("lauf.wiederholintervall", regler_.wiederholintervall, -1); // always: the rows have some, too
+}

@@ -54,6 +54,16 @@ public:
     bool inRuhe() const;
     /// What the slider holds now. Never throws.
     std::optional<Haltung> haltung(const Standquellen& quellen) const;
+    /// Of a slider that does nothing on a timer.
+    template <class Gang> void begehen(Gang& gang) {
+        gang("lauf.schub.feld", SchubFeldAlt_);
+        constexpr int KEINE = -1;
+        int art = SchubArtAlt_ ? static_cast<int>(*SchubArtAlt_) : KEINE;
+        gang("lauf.schub.art", art, KEINE);
+        SchubArtAlt_ = art == KEINE ? std::nullopt : std::optional(static_cast<Schubart>(art));
+        gang("lauf.schub.wert", SchubWertAlt_);
+    }
+
     /// The run is over: no movement and no press follows. A key that is down for a time is let go when that
     /// is over, by a timer that needs nothing of the run but its `Eingabe`.
     void beenden();

@@ -33,6 +33,33 @@ public:
     /// and as Aktionslauf does.
     void auswerten(const Laufdienste& dienste, const Stickposition& wo);
 
+    /// Where actions stand is not part of it: that is only told.
+    template <class Gang> void begehen(Gang& gang, const std::string& name) {
+        for (auto* eine : {&grenzen, &grenzenAlt_}) {
+            std::array werte{eine->xMax, eine->xMin, eine->yMax, eine->yMin};
+            gang(name + (eine == &grenzen ? ".grenzen" : ".grenzenAlt"), werte);
+            *eine = {werte[0], werte[1], werte[2], werte[3]};
+        }
+        gang(name + ".aktion", stand_.AktionAlt);
+        gang(name + ".begonnen", stand_.begonnen);
+        for (std::size_t seite = 0; seite < stand_.begonnen.size(); ++seite)
+            stand_.begonnen[seite] = stand_.begonnen[seite] && stand_.AktionAlt[seite];
+        gang(name + ".maus", stand_.MausAktion);
+        gang(name + ".taste", stand_.TastenAktion);
+        gang(name + ".binden", stand_.BindenAktion);
+        auto& ego = stand_.EgoDaten;
+        gang(name + ".ego.aktion", ego.aktion);
+        gang(name + ".ego.breite", ego.breite);
+        gang(name + ".ego.hoehe", ego.hoehe);
+        gang(name + ".ego.xMin", ego.xMin);
+        gang(name + ".ego.yMin", ego.yMin);
+        gang(name + ".ego.status", stand_.EgoStatus);
+        gang(name + ".ego.weg", stand_.egoWeg);
+        gang(name + ".diagonal", stand_.DiagonalFlag);
+        gang(name + ".xZone", stand_.xZone);
+        gang(name + ".yZone", stand_.yZone);
+    }
+
     FeldGrenzen grenzen;
     std::int32_t StickSperre = 0; ///< bit n: not evaluated in layer n
 

@@ -29,6 +29,11 @@ Zeitpunkt aufDasRaster(Zeitpunkt frist) {
     return std::chrono::ceil<std::chrono::milliseconds>(frist - NACHSICHT);
 }
 
+// The whole milliseconds of the clock at an instant.
+std::chrono::milliseconds aufGanze(Zeitpunkt wann) {
+    return std::chrono::floor<std::chrono::milliseconds>(wann).time_since_epoch();
+}
+
 timespec zeitangabe(std::chrono::nanoseconds dauer) {
     const auto sekunden = std::chrono::duration_cast<std::chrono::seconds>(dauer);
     timespec angabe{};
@@ -110,6 +115,7 @@ std::unique_ptr<Formularzeitgeber> QtZeitgeber::formularzeitgeber(TimerProzedur 
 void QtZeitgeber::einplanen(const Zeiger& eintrag, std::chrono::milliseconds intervall) {
     eintrag->intervall = intervall;
     eintrag->faellig = aufDasRaster(Uhr::now() + eintrag->intervall);
+    gesetztAb_ = aufGanze(eintrag->faellig) - intervall;
     plan_.push_back(eintrag);
     stellen();
 }
@@ -204,6 +210,7 @@ void QtZeitgeber::schlaegeZaehlen() {
 // longer than their periods.
 void QtZeitgeber::faelligeLaufenLassen() {
     const auto jetzt = Uhr::now();
+    const auto aeusserer = std::exchange(durchgang_, aufGanze(jetzt));
     for (auto eintrag = faelligster(); eintrag && eintrag->faellig <= jetzt; eintrag = faelligster()) {
         verspaetungZaehlen(eintrag->faellig);
         const auto versaeumt = (jetzt - eintrag->faellig) / eintrag->intervall;
@@ -212,6 +219,13 @@ void QtZeitgeber::faelligeLaufenLassen() {
         eintrag->prozedur(); // may kill, replace or destroy the timer, this one too
         eintrag->laeuft = false;
     }
+    durchgang_ = aeusserer;
+}
+
+std::chrono::milliseconds QtZeitgeber::raster() const {
+    if (durchgaenge_ > 0)
+        return durchgang_;
+    return std::chrono::ceil<std::chrono::milliseconds>(Uhr::now()).time_since_epoch();
 }
 
 // By the time of the call itself: others that were due with it may have come before it and taken long.

@@ -37,6 +37,8 @@ public:
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
     std::uint64_t augenblick() const override { return durchgaenge_ > 0 ? augenblick_ : 0; }
+    std::chrono::milliseconds raster() const override;
+    std::chrono::milliseconds zuletztGesetztAb() const override { return gesetztAb_; }
     bool kannRuhen() const override { return true; }
     void ruhen(std::uint32_t id) override;
     std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override;
@@ -82,9 +84,11 @@ private:
 
     int uhr_; // file descriptor
     std::unique_ptr<QSocketNotifier> melder_;
-    Uhr::time_point schlag_;  // when the clock beats next; the epoch when it stands
-    Uhr::duration schritt_{}; // from beat to beat
-    int durchgaenge_ = 0;     // on the stack
+    Uhr::time_point schlag_;                 // when the clock beats next; the epoch when it stands
+    Uhr::duration schritt_{};                // from beat to beat
+    int durchgaenge_ = 0;                    // on the stack
+    std::chrono::milliseconds durchgang_{0}; // instant of the innermost
+    std::chrono::milliseconds gesetztAb_{0};
     bool ungestoert_ = false;
     std::uint64_t augenblick_ = 0;
     std::vector<Zeiger> plan_; // in the order in which they were set

@@ -3,16 +3,12 @@
 #pragma once
 
 #include "platform/Eingabe.h"
+#include "platform/mitschnitt/Ereignistext.h"
 
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
-
-/// One record as text: keys "+65" and "-65" ("+38e" with the extended flag), "m(dx,dy)" relative and
-/// "abs(x,y)" absolute moves, "LD LU RD RU MD MU" buttons, "W+3" and "W-4" the wheel; several in one record
-/// joined by blanks.
-std::string ereignistext(const INPUT& ereignis);
 
 class ProbeEingabe final : public Eingabe {
 public:

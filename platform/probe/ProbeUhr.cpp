@@ -73,10 +73,18 @@ std::uint64_t ProbeUhr::augenblick() const {
 }
 
 std::uint64_t ProbeUhr::einplanen(Zeit intervall, TimerProzedur prozedur) {
-    const Platz platz{jetzt_ + intervall, intervall, naechsteReihe_++};
+    gesetztAb_ = planbasis();
+    const Platz platz{gesetztAb_ + intervall, intervall, naechsteReihe_++};
     plan_.emplace(platz, std::move(prozedur));
     plaetze_.emplace(platz.reihe, platz);
     return platz.reihe;
+}
+
+ProbeUhr::Zeit ProbeUhr::planbasis() {
+    if (std::exchange(gezaehltBei_, jetzt_) != jetzt_)
+        gesetzte_ = 0;
+    ++gesetzte_;
+    return versatz_ ? jetzt_ + versatz_(jetzt_, gesetzte_) : jetzt_;
 }
 
 void ProbeUhr::streichen(std::uint64_t reihe) {

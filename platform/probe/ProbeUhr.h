@@ -8,7 +8,9 @@
 
 #include "platform/Zeitgeber.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -26,6 +28,8 @@ public:
     void KillTimer(std::uint32_t id) override;
     std::unique_ptr<Formularzeitgeber> formularzeitgeber(TimerProzedur prozedur) override;
     std::uint64_t augenblick() const override;
+    Zeit raster() const override { return laeuft_ ? jetzt_ : gelaufen_.faellig + Zeit{1}; }
+    Zeit zuletztGesetztAb() const override { return gesetztAb_; }
     bool kannRuhen() const override { return true; }
     void ruhen(std::uint32_t id) override;
     std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override;
@@ -39,7 +43,15 @@ public:
         vorBis(ziel - Zeit{1});
         jetzt_ = ziel;
     }
+    /// Lets the time until `ziel` go by without a call, as an event loop does that stands still: what was due
+    /// comes late.
+    void verschlafen(Zeit ziel) { jetzt_ = std::max(jetzt_, ziel); }
     void vorUm(Zeit dauer) { vorBis(jetzt_ + dauer); }
+    /// How much later than at the instant at which it is set a timer begins to count, as on a clock that goes
+    /// on meanwhile. Asked at each setting, which is number `nummer`, from 1, at that instant.
+    using Versatz = std::function<Zeit(Zeit jetzt, std::uint32_t nummer)>;
+    void versetzen(Versatz versatz) { versatz_ = std::move(versatz); }
+
     /// Whether timer `id` runs.
     bool laeuft(std::uint32_t id) const { return fenster_.contains(id); }
     /// How many timers, of both kinds, would fire if time went on.
@@ -69,6 +81,8 @@ private:
         TimerProzedur prozedur;
     };
 
+    Zeit planbasis();
+
     Zeit jetzt_{0};
     // All that lies before this place, and what lies at it, has run.
     Platz gelaufen_{Zeit{0}, Zeit::max(), std::numeric_limits<std::uint64_t>::max()};
@@ -79,5 +93,9 @@ private:
     std::map<std::uint64_t, Ruhender> ruhende_;      // by order number
     std::map<std::uint32_t, std::uint64_t> fenster_; // window timers: id to order number
     TimerProzedur vorDemSchlaf_;
+    Versatz versatz_;
+    Zeit gezaehltBei_{-1};       // the instant of the next
+    std::uint32_t gesetzte_ = 0; // timers set at that instant
+    Zeit gesetztAb_{0};
     std::uint64_t ausgelassene_ = 0;
 };

@@ -3,6 +3,8 @@
 
 #include "base/LaufzeitFehler.h"
 #include "base/Regler.h"
+#include "engine/mitschnitt/Prozesszustand.h"
+#include "engine/mitschnitt/Zustandsgang.h"
 #include "engine/run/LaufFenster.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
@@ -14,6 +16,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <memory>
 
 namespace fs = std::filesystem;
@@ -51,6 +54,8 @@ public:
     }
 
     Spurergebnis spielen(const Szenario& szenario) {
+        zustandEinsetzen(szenario);
+        versaetzeMerken(szenario);
         for (const auto& eingabe : szenario.eingaben) {
             bis(eingabe.zeit);
             ausfuehren(eingabe);
@@ -58,7 +63,8 @@ public:
             if (eingabe.art == Art::Ende)
                 break;
         }
-        uhr_.vorBis(uhr_.jetzt()); // what is due at the last time of all
+        if (!szenario.toleranz)
+            uhr_.vorBis(uhr_.jetzt()); // what is due at the last time of all
         stoppen();
         ergebnis_.filter = zustand_.entwackeln.filter;
         ergebnis_.wiederholung = zustand_.wiederholung;
@@ -67,6 +73,29 @@ public:
     }
 
 private:
+    void zustandEinsetzen(const Szenario& szenario) {
+        try {
+            zustandsleser_.emplace(szenario.zustand);
+            prozesszustandBegehen(zustand_, *zustandsleser_);
+            if (std::ranges::find(szenario.eingaben, Art::Lauf, &Spureingabe::art) == szenario.eingaben.end())
+                zustandsleser_->allesGelesen();
+        } catch (const Zustandsfehler& fehler) {
+            throw Szenariofehler(fehler.what());
+        }
+    }
+
+    void versaetzeMerken(const Szenario& szenario) {
+        std::map<std::pair<std::chrono::milliseconds, std::uint32_t>, std::chrono::milliseconds> versaetze;
+        for (const auto& eingabe : szenario.eingaben)
+            if (eingabe.art == Art::Versatz)
+                versaetze[{eingabe.zeit, eingabe.index}] = eingabe.dauer;
+        if (!versaetze.empty())
+            uhr_.versetzen([versaetze](std::chrono::milliseconds jetzt, std::uint32_t nummer) {
+                const auto stelle = versaetze.find({jetzt, nummer});
+                return stelle != versaetze.end() ? stelle->second : std::chrono::milliseconds{0};
+            });
+    }
+
     void bis(std::chrono::milliseconds zeit) {
         // A run that an error has stopped is taken down outside of its own timers, so step by step.
         while (uhr_.jetzt() < zeit) {
@@ -81,10 +110,17 @@ private:
         case Art::Start:
             starten();
             break;
+        case Art::Lauf:
+            fortsetzen();
+            break;
         case Art::Stop:
             stoppen();
             break;
         case Art::Ende:
+        case Art::Versatz: // the clock knows it already
+            break;
+        case Art::Spaet:
+            uhr_.verschlafen(eingabe.zeit + eingabe.dauer);
             break;
         case Art::Tasten:
             pad_.zustand.dwButtons = eingabe.wert;
@@ -112,7 +148,22 @@ private:
         }
     }
 
+    void fortsetzen() {
+        starten();
+        if (abgebrochen_)
+            return;
+        try {
+            lauf_->begehen(*zustandsleser_);
+            zustandsleser_->allesGelesen();
+        } catch (const Zustandsfehler& fehler) {
+            throw Szenariofehler(fehler.what());
+        }
+        lauf_->fortsetzen();
+    }
+
     void starten() {
+        if (abgebrochen_)
+            lauf_.reset();
         if (lauf_)
             throw Szenariofehler("start while a run is on");
         abgebrochen_ = false;
@@ -184,6 +235,7 @@ private:
     ProbeJoystick pad_;
     Laufzustand zustand_;
     ProbeEingabe eingabe_;
+    std::optional<Zustandsleser> zustandsleser_;
     bool abgebrochen_ = false;
     std::unique_ptr<LaufFenster> lauf_;
 };
@@ -206,6 +258,10 @@ std::string ersterUnterschied(const std::vector<Spurereignis>& immer, const std:
 
 std::string zeile(const std::vector<Spurereignis>& ereignisse, std::size_t i) {
     return i < ereignisse.size() ? zeile(ereignisse[i]) : "nothing more";
+}
+
+bool istEreignis(const Spurereignis& soll, const Spurereignis& ist, std::chrono::milliseconds toleranz) {
+    return soll.text == ist.text && std::chrono::abs(soll.zeit - ist.zeit) <= toleranz;
 }
 
 std::string laufende(const std::optional<int>& fehler) {
@@ -245,11 +301,13 @@ std::string unterschied(const Szenario& szenario, const Spurergebnis& ergebnis,
                         UnerwarteterFehler unerwarteter) {
     const auto& soll = szenario.erwartet;
     const auto& ist = ergebnis.ereignisse;
+    const auto toleranz = szenario.toleranz.value_or(std::chrono::milliseconds{0});
     for (std::size_t i = 0; i < std::max(soll.size(), ist.size()); ++i)
-        if (i >= soll.size() || i >= ist.size() || soll[i] != ist[i])
+        if (i >= soll.size() || i >= ist.size() || !istEreignis(soll[i], ist[i], toleranz))
             return "event " + std::to_string(i + 1) + ": expected " + zeile(soll, i) + ", came " +
                    zeile(ist, i);
-    const bool vergleichen = szenario.fehler || unerwarteter == UnerwarteterFehler::Falsch;
+    const bool vergleichen =
+        szenario.fehler || szenario.toleranz || unerwarteter == UnerwarteterFehler::Falsch;
     if (vergleichen && szenario.fehler != ergebnis.fehler)
         return "expected " + laufende(szenario.fehler) + ", came " + laufende(ergebnis.fehler) +
                (ergebnis.fehlertext.empty() ? "" : " (" + ergebnis.fehlertext + ")");

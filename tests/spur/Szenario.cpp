@@ -93,6 +93,10 @@ private:
             pruefachsenLesen(woerter);
         else if (wort == "schub")
             szenario_.schub = rest(woerter);
+        else if (wort == "zustand")
+            szenario_.zustand.push_back(rest(woerter));
+        else if (wort == "toleranz")
+            szenario_.toleranz = ms(naechstes(woerter));
         else if (wort == "fehler")
             szenario_.fehler = static_cast<int>(zahl(naechstes(woerter)));
         else if (wort == "achsen")
@@ -147,9 +151,18 @@ private:
             spanneLesen(ms(zeit.substr(0, strich)), ms(zeit.substr(strich + 1)), naechstes(woerter));
             return;
         }
-        erwartungen_.push_back({ms(zeit), std::nullopt, naechstes(woerter)});
+        ereignisLesen(ms(zeit), naechstes(woerter));
         for (std::string weiteres; woerter >> weiteres;)
-            erwartungen_.push_back({ms(zeit), std::nullopt, weiteres});
+            ereignisLesen(ms(zeit), weiteres);
+    }
+
+    void ereignisLesen(std::chrono::milliseconds zeit, const std::string& wort) {
+        const auto stern = wort.find('*');
+        const auto anzahl = stern == std::string::npos ? 1 : zahl(wort.substr(stern + 1));
+        constexpr std::uint32_t HOECHSTENS = 1'000'000; // an `Ego Shooter` goes no further at once
+        if (anzahl > HOECHSTENS)
+            fehler("more than a million events at once");
+        erwartungen_.insert(erwartungen_.end(), anzahl, {zeit, std::nullopt, wort.substr(0, stern)});
     }
 
     void spanneLesen(std::chrono::milliseconds von, std::chrono::milliseconds bis, const std::string& text) {
@@ -167,13 +180,21 @@ private:
             Art art;
             bool index;
             bool wert;
+            bool dauer = false;
         };
-        static const std::map<std::string, Form> FORMEN{
-            {"start", {Art::Start, false, false}},    {"stop", {Art::Stop, false, false}},
-            {"ende", {Art::Ende, false, false}},      {"buttons", {Art::Tasten, false, true}},
-            {"pov", {Art::Pov, false, true}},         {"achse", {Art::Achse, true, true}},
-            {"pad weg", {Art::PadWeg, false, false}}, {"pad da", {Art::PadDa, false, false}},
-            {"regler", {Art::Regler, true, true}},    {"knopf", {Art::Knopf, true, false}}};
+        static const std::map<std::string, Form> FORMEN{{"start", {Art::Start, false, false}},
+                                                        {"stop", {Art::Stop, false, false}},
+                                                        {"lauf", {Art::Lauf, false, false}},
+                                                        {"spaet", {Art::Spaet, false, false, true}},
+                                                        {"versatz", {Art::Versatz, true, false, true}},
+                                                        {"ende", {Art::Ende, false, false}},
+                                                        {"buttons", {Art::Tasten, false, true}},
+                                                        {"pov", {Art::Pov, false, true}},
+                                                        {"achse", {Art::Achse, true, true}},
+                                                        {"pad weg", {Art::PadWeg, false, false}},
+                                                        {"pad da", {Art::PadDa, false, false}},
+                                                        {"regler", {Art::Regler, true, true}},
+                                                        {"knopf", {Art::Knopf, true, false}}};
 
         Spureingabe eingabe;
         eingabe.zeit = ms(zeit);
@@ -188,6 +209,8 @@ private:
             eingabe.index = zahl(naechstes(woerter));
         if (form->second.wert)
             eingabe.wert = zahl(naechstes(woerter));
+        if (form->second.dauer)
+            eingabe.dauer = dauer(naechstes(woerter));
         grenzenPruefen(eingabe);
         szenario_.eingaben.push_back(eingabe);
     }
@@ -199,6 +222,8 @@ private:
             fehler("an axis is 0 to 5, its value 0 to 65535");
         if (eingabe.art == Art::Regler && eingabe.index > LETZTER_REGLER)
             fehler("a scroll bar is 0 to 12");
+        if (eingabe.art == Art::Spaet && eingabe.dauer < std::chrono::milliseconds{1})
+            fehler("nothing is late by less than 1 ms");
         if (eingabe.art == Art::Knopf && eingabe.index > 1)
             fehler("a button is 0 or 1");
     }
@@ -226,6 +251,12 @@ private:
 
     std::chrono::milliseconds ms(const std::string& wort) const {
         return std::chrono::milliseconds{zahl(wort)};
+    }
+
+    std::chrono::milliseconds dauer(const std::string& wort) const {
+        const bool negativ = wort.starts_with('-');
+        const auto betrag = ms(negativ ? wort.substr(1) : wort);
+        return negativ ? -betrag : betrag;
     }
 
     [[noreturn]] void fehler(const std::string& text) const {

@@ -15,8 +15,14 @@
 //   T pad weg | da
 //   T regler I V                      scroll bar: 0 to 11 HScroll1, 12 HScroll2
 //   T knopf I                         a click on Command1(I) of the running window
+//   T spaet MS                        nothing runs for so long: what is due meanwhile comes late, once a
+//   timer T versatz N MS                    timer number N to be set at T, from 1, counts from MS later on T
+//   lauf                            a run goes on from the state that stands in `zustand`, at most once
+//   zustand NAME WORD...              what is so before the first input (engine/mitschnitt/Zustandsgang.h)
+//   toleranz MS                       so far an event may lie from its time; the order holds. Of a record: it
+//                                     is played once, as it was, and its errors are all of them
 //   =
-//   T EVENT...                        events as ProbeEingabe writes them, in order
+//   T EVENT...                        events as ProbeEingabe writes them, in order; "m(1,0)*50" is fifty
 //   T1-T2 EVENT                       as often as `Im Feld binden` moves the pointer: every 2 ms on the left
 //                                     stick, every 1 ms on the right one; only with `sticks` or `auf`
 //
@@ -43,6 +49,8 @@
 // the other stick is exchanged with it.
 #pragma once
 
+#include "engine/mitschnitt/Zustandsgang.h"
+
 #include <array>
 #include <chrono>
 #include <optional>
@@ -51,12 +59,27 @@
 #include <vector>
 
 struct Spureingabe {
-    enum class Art { Start, Stop, Ende, Tasten, Pov, Achse, PadWeg, PadDa, Regler, Knopf };
+    enum class Art {
+        Start,
+        Lauf,
+        Stop,
+        Ende,
+        Tasten,
+        Pov,
+        Achse,
+        PadWeg,
+        PadDa,
+        Regler,
+        Knopf,
+        Spaet,
+        Versatz
+    };
 
     std::chrono::milliseconds zeit{0};
     Art art = Art::Ende;
-    std::uint32_t index = 0; ///< of an axis, a scroll bar or a button
+    std::uint32_t index = 0; ///< of an axis, a scroll bar, a button or a timer that is set
     std::uint32_t wert = 0;
+    std::chrono::milliseconds dauer{0}; ///< of Spaet and Versatz, which may be negative
 };
 
 struct Spurereignis {
@@ -72,6 +95,8 @@ struct Szenario {
     std::array<std::string, 6> achsen{"lx", "ly", "rx", "ry", "Z1", "Z2"};
     std::string schub;
     std::optional<int> fehler;
+    Zustandszeilen zustand;
+    std::optional<std::chrono::milliseconds> toleranz;
     std::vector<Spureingabe> eingaben; ///< by time
     std::vector<Spurereignis> erwartet;
 };

@@ -127,7 +127,7 @@ private:
 
     void vergleichen(const std::string& name, const Szenario& szenario, const Spurergebnis& ergebnis) {
         auto text = unterschied(szenario, ergebnis, auftrag_.unerwarteter);
-        if (text.empty()) {
+        if (text.empty() && !szenario.toleranz) {
             const auto ruhend = spielen(szenario, leereDatenbank(), Pollart::Ruhend);
             ausgelassene_ += ruhend.ausgelassene;
             text = ruheunterschied(ergebnis, ruhend);

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The record of the runs of a process: what it takes to play them again, beside what the devices note. A
+// block of the record begins with each run and, in a run, at a quiet moment a few times a minute.
+//
+// Runs follow each other in one record as long as the rows of the `Schema` stay as the run before has left
+// them: a run of others begins a new one.
+#pragma once
+
+#include "engine/mitschnitt/Mitschnitttext.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class LaufFenster;
+struct Laufzustand;
+struct Mitschnittgeraete;
+
+class Laufmitschnitt {
+public:
+    /// Both outlive this object; the runs are given the devices.
+    Laufmitschnitt(Laufzustand& zustand, Mitschnittgeraete& geraete) : zustand_(zustand), geraete_(geraete) {}
+    Laufmitschnitt(const Laufmitschnitt&) = delete;
+    Laufmitschnitt& operator=(const Laufmitschnitt&) = delete;
+
+    /// Runs what loads a run: it begins with the state that it finds.
+    template <class Schritt> void beginn(const Schritt& laden) {
+        const Handlung handlung(*this);
+        laufBeginnt();
+        laden();
+        laeuft_ = true;
+    }
+    /// Runs what ends a run; none may be on.
+    template <class Schritt> auto ende(const Schritt& beenden) {
+        const Handlung handlung(*this);
+        const Ende danach(*this);
+        return beenden();
+    }
+    /// Runs what a control of the window does to a run that is on: `knopf I`, `regler I WERT`.
+    template <class Schritt> void bedienung(const std::string& was, const Schritt& schritt) {
+        const Handlung handlung(*this);
+        if (laeuft_)
+            vermerken(was);
+        schritt();
+    }
+    /// The run was stopped by an error; its end comes as that of any other.
+    void fehler(int nummer) { vermerken("fehler " + std::to_string(nummer)); }
+
+    /// The run is at rest; false where its state can't be noted at this moment.
+    bool ruhepunkt(LaufFenster& lauf);
+
+    /// A copy of what is recorded, cheap, which gives the trace when it is asked: that takes longer and may
+    /// be done on another thread. "" where there is nothing.
+    std::function<std::string()> abzug(const std::string& zeitpunkt) const;
+    /// The `Schema` that it is about.
+    const std::string& schema() const { return schema_; }
+
+private:
+    // All that an act of the user sets in motion belongs to one instant, however long it takes.
+    struct Handlung {
+        explicit Handlung(Laufmitschnitt& des);
+        ~Handlung();
+        Handlung(const Handlung&) = delete;
+        Handlung& operator=(const Handlung&) = delete;
+        Laufmitschnitt& mitschnitt;
+    };
+    struct Ende {
+        explicit Ende(Laufmitschnitt& des) : mitschnitt(des) { des.laufEndet(); }
+        ~Ende() { mitschnitt.nachDemEnde(); }
+        Ende(const Ende&) = delete;
+        Ende& operator=(const Ende&) = delete;
+        Laufmitschnitt& mitschnitt;
+    };
+
+    void laufBeginnt();
+    void laufEndet();
+    void nachDemEnde();
+    void vermerken(const std::string& was);
+    std::string grund() const;
+
+    Laufzustand& zustand_;
+    Mitschnittgeraete& geraete_;
+    std::string schema_;
+    std::shared_ptr<const std::string> grund_; // rows, axes and slider of the run
+    std::string grundAmEnde_;                  // as the last run has left them
+    bool laeuft_ = false;
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A record as the trace file that plays it again (docs/MITSCHNITT.md).
+#pragma once
+
+#include "platform/mitschnitt/Mitschnittband.h"
+
+#include <string>
+#include <vector>
+
+/// What stands at the head of the file for people.
+struct Mitschnittkopf {
+    std::string schema;
+    std::string zeitpunkt; ///< of saving
+};
+
+/// How far a played event may lie from its recorded time.
+inline constexpr Mitschnittband::Zeit MITSCHNITTTOLERANZ{10};
+
+/// The trace of the blocks, from the first exact one on; of no block "". `jetzt` is its end.
+std::string mitschnitttext(const std::vector<Mitschnittband::Block>& bloecke, Mitschnittband::Zeit jetzt,
+                           const Mitschnittkopf& kopf);
