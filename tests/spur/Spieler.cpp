@@ -13,6 +13,8 @@
 #include "tests/hilfen/StummeAnzeige.h"
 #include "tests/hilfen/Testdatenbank.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -29,17 +31,21 @@ constexpr const char* SCHEMA = "S";
 constexpr const char* DATENBANK = "Belegung.twk";
 constexpr const char* GAMEPAD_XML = "Gamepad.xml";
 
+// The statements of a trace may be a stranger's: no file but the one that is thrown away is open to them.
 void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweisungen) {
-    RoheVerbindung datenbank(datei.string());
-    // The folder is thrown away: nothing needs to reach the disk.
-    datenbank.sql("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;");
-    for (const auto& anweisung : anweisungen) {
-        try {
-            datenbank.sql(anweisung);
-        } catch (const std::exception& fehler) {
-            throw Szenariofehler("sql " + anweisung + ": " + fehler.what());
-        }
-    }
+    sqlite3* offene = nullptr;
+    const int geoeffnet = sqlite3_open_v2(datei.c_str(), &offene, SQLITE_OPEN_READWRITE, nullptr);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> datenbank(offene, sqlite3_close);
+    if (geoeffnet != SQLITE_OK)
+        throw Szenariofehler(sqlite3_errmsg(offene));
+    sqlite3_limit(offene, SQLITE_LIMIT_ATTACHED, 0); // also VACUUM INTO
+    const auto ausfuehren = [&](const std::string& anweisung) {
+        if (sqlite3_exec(offene, anweisung.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw Szenariofehler("sql " + anweisung + ": " + sqlite3_errmsg(offene));
+    };
+    ausfuehren("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;"); // nothing needs to reach the disk
+    for (const auto& anweisung : anweisungen)
+        ausfuehren(anweisung);
 }
 
 class Spieler final : private StummeAnzeige, private Streuablage {

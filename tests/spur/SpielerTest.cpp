@@ -48,6 +48,62 @@ TEST(Spieler, LaesstDieLeereDatenbankLeer) {
     EXPECT_EQ(Testdatenbank().zeilen("SELECT * FROM tblTastatur"), Tabellenbild{});
 }
 
+TEST(Spieler, KeineAnweisungErreichtEineAndereDatei) {
+    const Testordner ordner;
+    const auto fremde = (ordner.pfad() / "fremde.db").string();
+    EXPECT_NE(einwand("sql ATTACH '" + fremde + "' AS f;\n0 ende\n=\n"), "");
+    EXPECT_NE(einwand("sql VACUUM INTO '" + fremde + "';\n0 ende\n=\n"), "");
+    EXPECT_FALSE(std::filesystem::exists(fremde));
+}
+
+TEST(Spieler, EinStillstandLaesstAufrufeAus) {
+    // The tick at 20 comes at 33, those at 25 and 30 are left out; the press that began and ended meanwhile
+    // is never seen.
+    const auto spur = SCHEMA + "0 start\n20 spaet 13\n20 buttons 4\n34 buttons 0\n60 ende\n=\n";
+    EXPECT_EQ(ereignisse(spur), (Texte{"33 +65", "35 -65"}));
+    EXPECT_EQ(ereignisse(SCHEMA + "0 start\n17 spaet 13\n17 buttons 4\n30 buttons 0\n60 ende\n=\n"), Texte{});
+}
+
+TEST(Spieler, EinZeitgeberZaehltSpaeter) {
+    const auto spur = SCHEMA + "0 start\n0 versatz 2 3\n1 buttons 4\n20 buttons 0\n30 ende\n=\n";
+    EXPECT_EQ(ereignisse(spur), (Texte{"8 +65", "23 -65"})) << "the second one is that of the tick";
+}
+
+TEST(Spieler, EinZustandGiltVorDemErstenLauf) {
+    const std::string halten = "zustand gehaltene 2/65/65\nzustand wiederholung.text 2-65,\n";
+    EXPECT_EQ(ereignisse(SCHEMA + halten + "0 start\n10 buttons 4\n20 buttons 0\n30 ende\n=\n"),
+              (Texte{"10 +65", "20 -65"}));
+    EXPECT_EQ(einwand(SCHEMA + "zustand gibt.es.nicht 1\n0 start\n9 ende\n=\n"),
+              "nothing has the zustand gibt.es.nicht");
+    EXPECT_EQ(einwand(SCHEMA + "zustand tasten.zaehler x\n0 start\n9 ende\n=\n"),
+              "zustand tasten.zaehler: \"x\" makes no sense here");
+    EXPECT_EQ(einwand(SCHEMA + "zustand lauf.ebene 1\n0 start\n9 ende\n=\n"),
+              "nothing has the zustand lauf.ebene");
+}
+
+TEST(Spieler, EinLaufGehtMittenWeiter) {
+    const std::string gedrueckt =
+        "zustand gehaltene 2/65/65\nzustand lauf.tasten 4\nzustand lauf.tastenAlt 4\n"
+        "zustand lauf.wiederholintervall 0\n";
+    EXPECT_EQ(ereignisse(SCHEMA + gedrueckt + "0 lauf\n0 buttons 4\n12 buttons 0\n30 ende\n=\n"),
+              Texte{"15 -65"});
+}
+
+TEST(Spieler, EineToleranzGiltDerZeitUndNichtDerReihe) {
+    const auto spur = SCHEMA + "toleranz 10\n0 start\n10 buttons 4\n30 buttons 0\n60 ende\n=\n";
+    EXPECT_EQ(unterschied(spur + "20 +65\n20 -65\n"), "");
+    EXPECT_EQ(unterschied(spur + "21 +65\n30 -65\n"), "event 1: expected 21 +65, came 10 +65");
+    EXPECT_EQ(unterschied(spur + "20 -65\n20 +65\n"), "event 1: expected 20 -65, came 10 +65");
+}
+
+TEST(Spieler, VieleGleicheStehenAlsEinesMitIhrerZahl) {
+    const auto szenario = szenarioLesen(SCHEMA + "0 start\n9 ende\n=\n4 m(1,0)*3 +65\n");
+    EXPECT_EQ(szenario.erwartet, (std::vector<Spurereignis>{{std::chrono::milliseconds{4}, "m(1,0)"},
+                                                            {std::chrono::milliseconds{4}, "m(1,0)"},
+                                                            {std::chrono::milliseconds{4}, "m(1,0)"},
+                                                            {std::chrono::milliseconds{4}, "+65"}}));
+}
+
 TEST(Spieler, EingabenEinerZeitKommenVorDenZeitgebern) {
     EXPECT_EQ(ereignisse(SCHEMA + "0 start\n10 buttons 4\n15 buttons 0\n15 stop\n30 ende\n=\n"),
               Texte{"10 +65"});

@@ -20,8 +20,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Beside the program, as it is built, or where it is installed.
 fs::path leereDatenbank() {
-    return fs::read_symlink("/proc/self/exe").parent_path() / "Belegung.twk";
+    const auto hier = fs::read_symlink("/proc/self/exe").parent_path();
+    const auto nebenan = hier / "Belegung.twk";
+    return fs::exists(nebenan) ? nebenan : hier / ZU_DEN_DATEN / "Belegung.twk";
 }
 
 struct Auftrag {
