@@ -8,9 +8,11 @@
 
 Programm::Programm(const Plattform& plattform)
     : plattform_(plattform)
-    , zustand_(plattform.joystick, plattform.gamepadXml)
+    , mitschnittgeraete_(plattform.joystick, plattform.eingabe, plattform.zeitgeber)
+    , zustand_(mitschnittgeraete_.pad, plattform.gamepadXml)
+    , mitschnitt_(zustand_, mitschnittgeraete_)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber,
-                     plattform.laufmarke)
+                     plattform.laufmarke, &mitschnitt_)
     , editoren_(zustand_.global, zustand_.achsendatei, zustand_.achsen, plattform.joystick,
                 plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,

@@ -10,12 +10,14 @@
 #include "editors/run/Laufsteuerung.h"
 #include "editors/run/Tastenankunft.h"
 #include "editors/stick/Stickeditoren.h"
+#include "engine/mitschnitt/Laufmitschnitt.h"
 #include "engine/run/Laufzustand.h"
 #include "platform/Eingabeweg.h"
 #include "platform/Laufmarke.h"
 #include "platform/Schirmaufnahme.h"
 #include "platform/Tastatur.h"
 #include "platform/Tongeber.h"
+#include "platform/mitschnitt/Mitschnittgeraete.h"
 
 #include <string>
 
@@ -57,7 +59,9 @@ private:
     QString umbenennenHindert(const std::string& schema) const;
 
     const Plattform plattform_;
+    Mitschnittgeraete mitschnittgeraete_; // outlive what still may send when it dies
     Laufzustand zustand_;
+    Laufmitschnitt mitschnitt_;
     Laufsteuerung laufsteuerung_;
     Editoren editoren_;
     Stickeditoren stickeditoren_;

@@ -4,8 +4,11 @@
 #include "base/LaufzeitFehler.h"
 #include "base/Regler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
 #include "editors/run/Standanzeige.h"
+#include "engine/mitschnitt/Laufmitschnitt.h"
+#include "platform/mitschnitt/Mitschnittgeraete.h"
 #include "store/schema/modKeyCode.h"
 
 #include <QCloseEvent>
@@ -88,8 +91,8 @@ Haltebericht::Tastennamen tastennamen(const std::string& datenbankPfad) {
 } // namespace
 
 LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe,
-                                       Zeitgeber& zeitgeber)
-    : zustand_(zustand), joystick_(joystick) {
+                                       Zeitgeber& zeitgeber, Laufmitschnitt* mitschnitt)
+    : zustand_(zustand), joystick_(joystick), mitschnitt_(mitschnitt) {
     setObjectName("LaufFenster");
     setToolTip("Schließen des Fensters beendet das Schema.");
     berichtstakt_ = new QTimer(this);
@@ -97,7 +100,7 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
     berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
     connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
     setWindowTitle(GESTARTET);
-    lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand, joystick, eingabe, zeitgeber, *this});
+    lauf_ = std::make_unique<LaufFenster>(umgebung(eingabe, zeitgeber));
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
@@ -115,15 +118,26 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
 
 LaufFensterAnsicht::~LaufFensterAnsicht() = default;
 
+Laufumgebung LaufFensterAnsicht::umgebung(Eingabe& eingabe, Zeitgeber& zeitgeber) {
+    if (!mitschnitt_)
+        return {zustand_, joystick_, eingabe, zeitgeber, *this};
+    auto& geraete = mitschnitt_->geraete();
+    return {zustand_,    geraete.pad, geraete.eingabe,
+            geraete.uhr, *this,       [this](LaufFenster& lauf) { return mitschnitt_->ruhepunkt(lauf); }};
+}
+
 void LaufFensterAnsicht::laden() {
     haltebericht_ = Haltebericht(tastennamen(zustand_.global.DatenbankPfad));
-    lauf_->laden();
+    if (mitschnitt_)
+        mitschnitt_->beginn([this] { lauf_->laden(); });
+    else
+        lauf_->laden();
     standtakt_->Enabled(true);
 }
 
 std::optional<LaufzeitFehler> LaufFensterAnsicht::entladen() {
     standtakt_->Enabled(false);
-    auto fehler = lauf_ ? lauf_->beenden() : std::nullopt;
+    auto fehler = laufBeenden();
     lauf_.reset();
     hide();
     return fehler;
@@ -131,7 +145,13 @@ std::optional<LaufzeitFehler> LaufFensterAnsicht::entladen() {
 
 std::optional<LaufzeitFehler> LaufFensterAnsicht::ohneFensterBeenden() {
     const QSignalBlocker stumm(this); // nobody is asked to come back into sight
-    return lauf_ ? lauf_->beenden() : std::nullopt;
+    return laufBeenden();
+}
+
+std::optional<LaufzeitFehler> LaufFensterAnsicht::laufBeenden() {
+    if (!lauf_)
+        return std::nullopt;
+    return mitschnitt_ ? mitschnitt_->ende([this] { return lauf_->beenden(); }) : lauf_->beenden();
 }
 
 void LaufFensterAnsicht::closeEvent(QCloseEvent* ereignis) {
@@ -172,7 +192,9 @@ QWidget* LaufFensterAnsicht::bedienung() {
     gitter->addLayout(knoepfe, 0, 0);
     gitter->addWidget(ausgabegruppe(), 0, 1);
     gitter->addWidget(wiederholungszeile(), 1, 0, 1, 2);
-    gitter->setRowStretch(2, 1);
+    if (mitschnitt_)
+        gitter->addWidget(mitschnittzeile(), 2, 0, 1, 2);
+    gitter->setRowStretch(3, 1);
     return bereich;
 }
 
@@ -210,6 +232,27 @@ QWidget* LaufFensterAnsicht::ausgabegruppe() {
     return gruppe;
 }
 
+QWidget* LaufFensterAnsicht::mitschnittzeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
+    auto* knopf = benannt(new QPushButton("Mitschnitt speichern"), "cmdMitschnitt");
+    knopf->setFocusPolicy(Qt::TabFocus); // as the two above
+    knopf->setShortcut(QKeySequence("Ctrl+M"));
+    knopf->setToolTip("Speichert, was Gamepad und Ausgabe in den letzten zehn Minuten getan haben, im "
+                      "Ordner „Mitschnitte“ (Strg+M)");
+    connect(knopf, &QPushButton::clicked, this, &LaufFensterAnsicht::mitschnittGewuenscht);
+    mitschnittmeldung_ = kurzlabel("lblMitschnitt", "");
+    zeile->addWidget(knopf);
+    zeile->addWidget(mitschnittmeldung_, 1);
+    return bereich;
+}
+
+void LaufFensterAnsicht::mitschnittZeigen(const QString& text) {
+    mitschnittmeldung_->setText(text);
+    mitschnittmeldung_->setToolTip(text);
+}
+
 QWidget* LaufFensterAnsicht::wiederholungszeile() {
     auto* bereich = new QWidget;
     auto* zeile = new QHBoxLayout(bereich);
@@ -218,8 +261,7 @@ QWidget* LaufFensterAnsicht::wiederholungszeile() {
     auto* wert = wertlabel("Label4", HSCROLL2_BEREICH.start);
     connect(leiste, &QScrollBar::valueChanged, this, [this, wert](int neu) {
         wert->setText(QString::number(neu));
-        if (lauf_)
-            lauf_->HScroll2Aenderung(neu);
+        bedienen(QString("regler %1 %2").arg(REGLER).arg(neu), [&] { lauf_->HScroll2Aenderung(neu); });
     });
     leiste->setAccessibleName("Tasten wiederholen alle, Millisekunden");
     zeile->addWidget(new QLabel("Tasten wiederholen alle"));
@@ -280,8 +322,7 @@ QScrollBar* LaufFensterAnsicht::regler(int index) {
     const auto i = static_cast<std::size_t>(index);
     auto* leiste = scrollleiste(feldname("HScroll1", index), HSCROLL1_BEREICHE[i]);
     connect(leiste, &QScrollBar::valueChanged, this, [this, index](int neu) {
-        if (lauf_)
-            lauf_->HScroll1Aenderung(index, neu);
+        bedienen(QString("regler %1 %2").arg(index).arg(neu), [&] { lauf_->HScroll1Aenderung(index, neu); });
     });
     return regler_[i] = leiste;
 }
@@ -348,8 +389,17 @@ QWidget* LaufFensterAnsicht::ausgabezeile() {
 // --- the user's hand ---
 
 void LaufFensterAnsicht::Command1Klick(int index) {
-    if (lauf_)
-        lauf_->Command1Klick(index);
+    bedienen(QString("knopf %1").arg(index), [&] { lauf_->Command1Klick(index); });
+}
+
+// What the record is to know of the user's hand goes through here.
+void LaufFensterAnsicht::bedienen(const QString& was, const std::function<void()>& schritt) {
+    if (!lauf_)
+        return;
+    if (mitschnitt_)
+        mitschnitt_->bedienung(was.toStdString(), schritt);
+    else
+        schritt();
 }
 
 void LaufFensterAnsicht::Option1Klick(int index) {
@@ -461,5 +511,7 @@ void LaufFensterAnsicht::hauptformZurueck(bool zeigen) {
 }
 
 void LaufFensterAnsicht::abgebrochen(const LaufzeitFehler& fehler) {
+    if (mitschnitt_)
+        mitschnitt_->fehler(fehler.zahl());
     emit laufAbgebrochen(fehler.zahl(), QString::fromUtf8(fehler.what()));
 }

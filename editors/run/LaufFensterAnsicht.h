@@ -12,6 +12,7 @@
 
 #include <array>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -22,6 +23,7 @@ class QPushButton;
 class QRadioButton;
 class QScrollBar;
 class QTimer;
+class Laufmitschnitt;
 class Standanzeige;
 
 class LaufFensterAnsicht final : public QWidget, private LaufAnzeige {
@@ -30,8 +32,9 @@ class LaufFensterAnsicht final : public QWidget, private LaufAnzeige {
 public:
     static constexpr int ACHSENBERICHTE = 4; ///< `Text3`(0 to 3)
 
-    /// `umgebung` without its display, which this window is.
-    LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber);
+    /// `umgebung` without its display, which this window is. With `mitschnitt` the run is recorded.
+    LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
+                       Laufmitschnitt* mitschnitt = nullptr);
     ~LaufFensterAnsicht() override;
 
     /// Reads the `Schema` and starts the poll. Throws LaufzeitFehler when it can't be read.
@@ -41,8 +44,11 @@ public:
     std::optional<LaufzeitFehler> entladen();
     /// Ends the run, and leaves this window and all others as they are.
     std::optional<LaufzeitFehler> ohneFensterBeenden();
+    /// Tells what became of a record.
+    void mitschnittZeigen(const QString& text);
 
 signals:
+    void mitschnittGewuenscht();
     void hauptformVerbergenGewuenscht();
     void hauptformZurueckGewuenscht(bool zeigen);
     /// The run was stopped by an error; the window still stands.
@@ -60,6 +66,10 @@ private:
     QWidget* stand();
     QWidget* ausgabegruppe();
     QWidget* wiederholungszeile();
+    QWidget* mitschnittzeile();
+    Laufumgebung umgebung(Eingabe& eingabe, Zeitgeber& zeitgeber);
+    void bedienen(const QString& was, const std::function<void()>& schritt);
+    std::optional<LaufzeitFehler> laufBeenden();
     QWidget* testfeldBauen();
     QWidget* reglergitter();
     QWidget* meldungszeile();
@@ -89,6 +99,8 @@ private:
 
     Laufzustand& zustand_;
     Joystick& joystick_;
+    Laufmitschnitt* mitschnitt_;
+    QLabel* mitschnittmeldung_ = nullptr;
     std::array<QPushButton*, 2> knoepfe_{};
     std::array<QRadioButton*, 3> ausgabearten_{};
     QLabel* umschaltung_ = nullptr;

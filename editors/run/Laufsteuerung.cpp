@@ -5,6 +5,7 @@
 #include "editors/common/Boxmass.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/run/LaufFensterAnsicht.h"
+#include "editors/run/Mitschnittablage.h"
 #include "platform/Laufmarke.h"
 
 #include <QPushButton>
@@ -12,6 +13,8 @@
 #include <utility>
 
 namespace {
+
+constexpr const char* MITSCHNITT = "Mitschnitt speichern";
 
 /// Closing the box is an Abbrechen, and so is Enter: what two copies send at a time is hardly what is wanted.
 bool trotzdemStarten() {
@@ -29,8 +32,18 @@ bool trotzdemStarten() {
 } // namespace
 
 Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                             Laufmarke& marke)
-    : zustand_(zustand), joystick_(joystick), eingabe_(eingabe), zeitgeber_(zeitgeber), marke_(marke) {}
+                             Laufmarke& marke, Laufmitschnitt* mitschnitt)
+    : zustand_(zustand)
+    , joystick_(joystick)
+    , eingabe_(eingabe)
+    , zeitgeber_(zeitgeber)
+    , marke_(marke)
+    , mitschnitt_(mitschnitt) {
+    if (!mitschnitt_)
+        return;
+    ablage_ = std::make_unique<Mitschnittablage>(*mitschnitt_, zustand_.global);
+    connect(ablage_.get(), &Mitschnittablage::fertig, this, &Laufsteuerung::mitschnittFertig);
+}
 
 Laufsteuerung::~Laufsteuerung() {
     laufBeenden();
@@ -40,7 +53,7 @@ bool Laufsteuerung::laden() {
     entladen();
     if (!markeSetzen())
         return false;
-    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_));
+    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_, mitschnitt_));
     auto* ansicht = ansicht_.get();
     connect(ansicht, &LaufFensterAnsicht::hauptformVerbergenGewuenscht, this,
             &Laufsteuerung::hauptformVerbergen);
@@ -49,6 +62,9 @@ bool Laufsteuerung::laden() {
     // Queued: the error comes from within the run, which must not be taken down under its own feet.
     connect(ansicht, &LaufFensterAnsicht::laufAbgebrochen, this, &Laufsteuerung::nachAbbruch,
             Qt::QueuedConnection);
+    if (ablage_)
+        connect(ansicht, &LaufFensterAnsicht::mitschnittGewuenscht, ablage_.get(),
+                &Mitschnittablage::speichern);
     const bool laeuft = mitFehlermeldung(
         nullptr, "Schema starten", [&] { ansicht->laden(); },
         [&](const LaufzeitFehler&) {
@@ -89,11 +105,35 @@ std::optional<LaufzeitFehler> Laufsteuerung::laufBeenden() {
 }
 
 std::optional<LaufzeitFehler> Laufsteuerung::ohneFensterBeenden() {
+    if (ablage_)
+        ablage_->ausarbeiten();
     return ansicht_ ? ansicht_->ohneFensterBeenden() : std::nullopt;
+}
+
+/// The run's window tells it; without one a box tells only that there is no record.
+void Laufsteuerung::mitschnittFertig(const QString& name, const QString& fehler) {
+    if (ansicht_)
+        ansicht_->mitschnittZeigen(fehler.isEmpty() ? "Gespeichert: " + name : fehler);
+    else if (!fehler.isEmpty())
+        meldung(nullptr, fehler, MITSCHNITT, QMessageBox::Warning);
+}
+
+/// What the box of an error says of the record of it.
+QString Laufsteuerung::mitschnittDesAbbruchs() {
+    if (!ablage_)
+        return "";
+    const auto ablauf = ablage_->gleichSpeichern();
+    return ablauf.fehler.isEmpty()
+               ? QString("Was zuletzt geschah, liegt im Ordner „Mitschnitte“: „%1“.").arg(ablauf.name)
+               : ablauf.fehler;
 }
 
 void Laufsteuerung::nachAbbruch(int nummer, const QString& text) {
     entladen();
-    fehlermeldung(nullptr, LaufzeitFehler(static_cast<Fehlernummer>(nummer), text.toStdString()),
-                  "Schema gestoppt");
+    QMessageBox box(QMessageBox::Warning, "Schema gestoppt",
+                    QString("Laufzeitfehler %1:\n").arg(nummer) + einzeiler(text), QMessageBox::Ok);
+    box.setTextFormat(Qt::PlainText); // an action text in it may look like markup
+    box.setInformativeText(mitschnittDesAbbruchs());
+    aufDemSchirmHalten(box);
+    box.exec();
 }

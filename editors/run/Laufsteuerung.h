@@ -8,9 +8,12 @@
 
 #include <QObject>
 
+#include <memory>
 #include <optional>
 
 class Laufmarke;
+class Laufmitschnitt;
+class Mitschnittablage;
 class LaufFensterAnsicht;
 
 class Laufsteuerung final : public QObject {
@@ -18,7 +21,7 @@ class Laufsteuerung final : public QObject {
 
 public:
     Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                  Laufmarke& marke);
+                  Laufmarke& marke, Laufmitschnitt* mitschnitt = nullptr);
     ~Laufsteuerung() override;
 
     /// The pad that a run is played by.
@@ -41,6 +44,8 @@ signals:
     void hauptformZurueck(bool zeigen);
 
 private:
+    void mitschnittFertig(const QString& name, const QString& fehler);
+    QString mitschnittDesAbbruchs();
     void nachAbbruch(int nummer, const QString& text);
 
     bool markeSetzen();
@@ -51,5 +56,7 @@ private:
     Eingabe& eingabe_;
     Zeitgeber& zeitgeber_;
     Laufmarke& marke_;
+    Laufmitschnitt* mitschnitt_; ///< null where runs are not recorded
+    std::unique_ptr<Mitschnittablage> ablage_;
     Formbesitz<LaufFensterAnsicht> ansicht_;
 };

@@ -49,6 +49,9 @@ public:
     /// The run is at rest; false where its state can't be noted at this moment.
     bool ruhepunkt(LaufFenster& lauf);
 
+    /// What the runs are given.
+    Mitschnittgeraete& geraete() const { return geraete_; }
+
     /// A copy of what is recorded, cheap, which gives the trace when it is asked: that takes longer and may
     /// be done on another thread. "" where there is nothing.
     std::function<std::string()> abzug(const std::string& zeitpunkt) const;

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/run/Mitschnittablage.h"
+
+#include "editors/common/Formhilfen.h"
+#include "editors/pictures/Bildschreiber.h"
+#include "engine/mitschnitt/Laufmitschnitt.h"
+#include "engine/run/GobalVariable.h"
+#include "store/files/Dateiersatz.h"
+
+#include <QDateTime>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view ENDUNG = ".spur";
+constexpr const char* ORDNER = "Mitschnitte";
+
+// A file name has 255 bytes; date, number, ending and what a replacement appends take the rest.
+constexpr std::size_t HOECHSTLAENGE = 160;
+
+// What some file system or shell takes for something else.
+constexpr std::string_view UNTAUGLICH = "/\\:*?\"<>|";
+
+bool tauglich(char zeichen) {
+    const auto byte = static_cast<unsigned char>(zeichen);
+    return byte >= ' ' && byte != 0x7f && UNTAUGLICH.find(zeichen) == std::string_view::npos;
+}
+
+// Not in the middle of a letter.
+std::string gekuerzt(std::string text, std::size_t laenge) {
+    if (text.size() <= laenge)
+        return text;
+    while (laenge > 0 && (static_cast<unsigned char>(text[laenge]) & 0xC0U) == 0x80U)
+        --laenge;
+    text.resize(laenge);
+    return text;
+}
+
+// Takes the name, so that nobody else's file has it; false with errno where that can't be.
+bool belegt(const fs::path& pfad) {
+    const int deskriptor = open(pfad.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (deskriptor < 0)
+        return false;
+    close(deskriptor);
+    return true;
+}
+
+Mitschnittablauf misslungen(const QString& grund) {
+    return {"", "Der Mitschnitt ist nicht gespeichert: " + grund};
+}
+
+QString systemgrund(int nummer) {
+    switch (nummer) {
+    case ENOSPC:
+    case EDQUOT:
+        return "Der Datenträger ist voll.";
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return QString("In den Ordner „%1“ darf nicht geschrieben werden.").arg(ORDNER);
+    default:
+        return QString::fromStdString(std::generic_category().message(nummer));
+    }
+}
+
+Mitschnittablauf abgelegt(const std::string& ordner, const std::string& name, const std::string& inhalt) {
+    if (inhalt.empty())
+        return misslungen("Es ist nichts aufgenommen.");
+    return mitschnittAblegen(ordner, name, inhalt);
+}
+
+} // namespace
+
+std::string mitschnittname(const std::string& schema, const std::string& zeitpunkt) {
+    auto name = schema;
+    for (auto& zeichen : name)
+        if (!tauglich(zeichen))
+            zeichen = '_';
+    name = gekuerzt(std::move(name), HOECHSTLAENGE);
+    if (name.empty() || name.front() == '.' || name.front() == '-')
+        name.insert(0, "_"); // else it hides, or is an option of a command
+    return name + " " + zeitpunkt + std::string(ENDUNG);
+}
+
+Mitschnittablauf mitschnittAblegen(const std::string& ordner, const std::string& name,
+                                   const std::string& inhalt) {
+    std::error_code grund;
+    fs::create_directories(ordner, grund);
+    if (grund)
+        return misslungen(systemgrund(grund.value()));
+    const auto stamm = name.substr(0, name.size() - ENDUNG.size());
+    constexpr int VERSUCHE = 99;
+    auto gewaehlt = name;
+    for (int nummer = 2; !belegt(fs::path(ordner) / gewaehlt); ++nummer) {
+        if (errno != EEXIST || nummer > VERSUCHE)
+            return misslungen(systemgrund(errno));
+        gewaehlt = stamm + " (" + std::to_string(nummer) + ")" + std::string(ENDUNG);
+    }
+    const auto pfad = fs::path(ordner) / gewaehlt;
+    errno = 0;
+    if (!dateiErsetzen(pfad.string(), inhalt)) {
+        const int nummer = errno;
+        fs::remove(pfad, grund); // what took its name
+        return misslungen(nummer != 0 ? systemgrund(nummer) : QString("Der Datenträger nimmt ihn nicht an."));
+    }
+    return {qt(gewaehlt), ""};
+}
+
+Mitschnittablage::Mitschnittablage(const Laufmitschnitt& mitschnitt, const GobalVariable& global)
+    : mitschnitt_(mitschnitt), global_(global), schreiber_(new Bildschreiber(this)) {}
+
+Mitschnittablage::~Mitschnittablage() = default;
+
+namespace {
+
+struct Ablageauftrag {
+    std::string ordner;
+    std::string name;
+    std::function<std::string()> text;
+
+    Mitschnittablauf ausfuehren() const { return abgelegt(ordner, name, text()); }
+};
+
+Ablageauftrag auftrag(const Laufmitschnitt& mitschnitt, const GobalVariable& global) {
+    const auto jetzt = QDateTime::currentDateTime();
+    return {(fs::path(global.DatenbankPfad).parent_path() / ORDNER).string(),
+            mitschnittname(mitschnitt.schema(), jetzt.toString("yyyy-MM-dd HH.mm.ss").toStdString()),
+            mitschnitt.abzug(jetzt.toString(Qt::ISODate).toStdString())};
+}
+
+} // namespace
+
+void Mitschnittablage::speichern() {
+    if (unterwegs_)
+        return;
+    unterwegs_ = true;
+    const auto ablauf = std::make_shared<Mitschnittablauf>(misslungen("Der Speicher reicht nicht."));
+    schreiber_->auftrag(
+        [einer = auftrag(mitschnitt_, global_), ablauf] {
+            *ablauf = einer.ausfuehren();
+            return ablauf->fehler.isEmpty();
+        },
+        [this, ablauf](bool) {
+            unterwegs_ = false;
+            emit fertig(ablauf->name, ablauf->fehler);
+        });
+}
+
+Mitschnittablauf Mitschnittablage::gleichSpeichern() {
+    schreiber_->ausarbeiten();
+    try {
+        return auftrag(mitschnitt_, global_).ausfuehren();
+    } catch (const std::bad_alloc&) {
+        return misslungen("Der Speicher reicht nicht.");
+    }
+}
+
+void Mitschnittablage::ausarbeiten() {
+    schreiber_->ausarbeiten();
+}
