@@ -104,7 +104,7 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
-    anordnung->addWidget(new Padzeile(joystick_, Padzeile::Ort::Lauf));
+    anordnung->addWidget(fusszeile());
     anordnung->addWidget(testfeldBauen());
     anordnung->addStretch();
     breiteSetzen(*this, BREITE); // wide enough for the test panel, too
@@ -187,14 +187,14 @@ QWidget* LaufFensterAnsicht::bedienung() {
         knoepfe->addWidget(knopf);
         knoepfe_[static_cast<std::size_t>(i)] = knopf;
     }
+    if (mitschnitt_)
+        knoepfe->addWidget(mitschnittknopf());
     knoepfe->addStretch();
 
     gitter->addLayout(knoepfe, 0, 0);
     gitter->addWidget(ausgabegruppe(), 0, 1);
     gitter->addWidget(wiederholungszeile(), 1, 0, 1, 2);
-    if (mitschnitt_)
-        gitter->addWidget(mitschnittzeile(), 2, 0, 1, 2);
-    gitter->setRowStretch(3, 1);
+    gitter->setRowStretch(2, 1);
     return bereich;
 }
 
@@ -232,25 +232,32 @@ QWidget* LaufFensterAnsicht::ausgabegruppe() {
     return gruppe;
 }
 
-QWidget* LaufFensterAnsicht::mitschnittzeile() {
-    auto* bereich = new QWidget;
-    auto* zeile = new QHBoxLayout(bereich);
-    zeile->setContentsMargins(0, 0, 0, 0);
+QPushButton* LaufFensterAnsicht::mitschnittknopf() {
     auto* knopf = benannt(new QPushButton("Mitschnitt speichern"), "cmdMitschnitt");
     knopf->setFocusPolicy(Qt::TabFocus); // as the two above
     knopf->setShortcut(QKeySequence("Ctrl+M"));
     knopf->setToolTip("Speichert, was Gamepad und Ausgabe in den letzten zehn Minuten getan haben, im "
                       "Ordner „Mitschnitte“ (Strg+M)");
     connect(knopf, &QPushButton::clicked, this, &LaufFensterAnsicht::mitschnittGewuenscht);
+    return knopf;
+}
+
+// The pad, and beside it what became of a record, as soon as there is something to say.
+QWidget* LaufFensterAnsicht::fusszeile() {
+    auto* bereich = new QWidget;
+    auto* zeile = new QHBoxLayout(bereich);
+    zeile->setContentsMargins(0, 0, 0, 0);
     mitschnittmeldung_ = kurzlabel("lblMitschnitt", "");
-    zeile->addWidget(knopf);
-    zeile->addWidget(mitschnittmeldung_, 1);
+    mitschnittmeldung_->hide();
+    zeile->addWidget(new Padzeile(joystick_, Padzeile::Ort::Lauf), 1);
+    zeile->addWidget(mitschnittmeldung_, 2);
     return bereich;
 }
 
 void LaufFensterAnsicht::mitschnittZeigen(const QString& text) {
     mitschnittmeldung_->setText(text);
     mitschnittmeldung_->setToolTip(text);
+    mitschnittmeldung_->show();
 }
 
 QWidget* LaufFensterAnsicht::wiederholungszeile() {

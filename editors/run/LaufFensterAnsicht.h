@@ -66,7 +66,8 @@ private:
     QWidget* stand();
     QWidget* ausgabegruppe();
     QWidget* wiederholungszeile();
-    QWidget* mitschnittzeile();
+    QPushButton* mitschnittknopf();
+    QWidget* fusszeile();
     Laufumgebung umgebung(Eingabe& eingabe, Zeitgeber& zeitgeber);
     void bedienen(const QString& was, const std::function<void()>& schritt);
     std::optional<LaufzeitFehler> laufBeenden();
