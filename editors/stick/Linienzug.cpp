@@ -165,8 +165,7 @@ Linienzug::Griff Linienzug::griffLoesen(std::size_t richtung, int slot) {
 void Linienzug::verlegen(const Griff& griff, std::int32_t alt) {
     // The other line of a crossing is still held: it is saved where its actions are.
     Justierstand bild = stand_;
-    for (const auto& gehalten : griffe_)
-        bild.ebene()[static_cast<std::size_t>(gehalten.slot)][gehalten.richtung] = gehalten.alt;
+    bild.ebene() = abgelegte();
     try {
         flaeche_.StickLinieVerlegen(bild.linien, griff.richtung, J(griff.slot, griff.richtung), alt);
     } catch (const LaufzeitFehler&) {
@@ -231,7 +230,28 @@ bool Linienzug::haelt() const {
     return false;
 }
 
+Linienebene Linienzug::abgelegte() const {
+    auto ebene = std::as_const(stand_).ebene();
+    for (const auto& griff : griffe_)
+        ebene[static_cast<std::size_t>(griff.slot)][griff.richtung] = griff.alt;
+    return ebene;
+}
+
 // --- what a press would do ---
+
+// Of several lines that a press meets the outermost of a direction moves.
+std::vector<Linienzug::Griff> Linienzug::aufnehmbare(double x, double y) const {
+    std::vector<Griff> linien;
+    for (std::size_t d = 0; d < RICHTUNGEN; ++d) {
+        const double ort = artVon(d).inX ? x : y;
+        for (int slot = LETZTE_LINIENZEILE; ort > FANGWEITE && slot >= ERSTE_LINIENZEILE; --slot)
+            if (J(slot, d) != 0 && trifft(ort, J(slot, d))) {
+                linien.push_back({d, slot, J(slot, d)});
+                break;
+            }
+    }
+    return linien;
+}
 
 // Panel and choice come before the lines, which can't be picked up then.
 Klickfolge Linienzug::folge(double x, double y) const {

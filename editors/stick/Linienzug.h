@@ -124,6 +124,23 @@ public:
     /// Whether a line is picked up, or still red of that.
     bool haelt() const;
 
+    /// A line that was picked up and not put down yet.
+    struct Griff {
+        std::size_t richtung;
+        int slot;
+        std::int32_t alt; ///< where it was picked up
+
+        bool ist(std::size_t andereRichtung, int andererSlot) const {
+            return richtung == andereRichtung && slot == andererSlot;
+        }
+        bool operator==(const Griff&) const = default;
+    };
+    const std::vector<Griff>& griffe() const { return griffe_; }
+    /// The lines of the layer shown as they lie without what is in the hand.
+    Linienebene abgelegte() const;
+    /// The lines that a left press at (x, y) would pick up.
+    std::vector<Griff> aufnehmbare(double x, double y) const;
+
     /// Slot of the line that is picked up to the left, at the top, to the right, at the bottom, 0 for none.
     /// Mind the order: it is not that of the directions.
     using Greifindizes = std::array<std::int16_t, RICHTUNGEN>;
@@ -139,17 +156,6 @@ private:
         bool getroffen = false;
         bool veraendert = false;
     };
-    /// A line that was picked up and not put down yet.
-    struct Griff {
-        std::size_t richtung;
-        int slot;
-        std::int32_t alt; ///< where it was picked up
-
-        bool ist(std::size_t andereRichtung, int andererSlot) const {
-            return richtung == andereRichtung && slot == andererSlot;
-        }
-    };
-
     std::int32_t& J(int slot, std::size_t richtung) {
         return stand_.ebene()[static_cast<std::size_t>(slot)][richtung];
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/stick/Zustandstext.h"
 
+#include "editors/stick/Streuworte.h"
+
 #include <array>
 
 namespace {
@@ -62,6 +64,45 @@ const char* handlung(const Ebenenlage& lage) {
     return lage.klick ? worte(*lage.klick) : nullptr;
 }
 
+/// The place of the hand on the plane.
+std::optional<Stickposition> handort(const Ebenenlage& lage, const Linienebene& linien) {
+    if (!lage.marke)
+        return lage.maus;
+    const auto r = Feldgitter(linien).feld(*lage.marke).rechteck;
+    return Stickposition{static_cast<std::int32_t>(r.links + r.breite / 2),
+                         static_cast<std::int32_t>(r.oben + r.hoehe / 2)};
+}
+
+void anhaengen(std::vector<std::string>& zeilen, const std::vector<std::string>& weitere) {
+    zeilen.insert(zeilen.end(), weitere.begin(), weitere.end());
+}
+
+/// What the stick did in the field of the hand, and what noise does to it.
+std::vector<std::string> feldstreuung(const Ebenenlage& lage, const Feldanker& feld,
+                                      const Linienebene& linien, const Streurechnung& streuung) {
+    const Feldgitter gitter(linien);
+    const auto platz = gitter.platz(feld);
+    std::vector<std::string> zeilen{streuworte(streuung.feld(linien, platz))};
+    auto rauschen = rauschworte(streuung, linien, platz);
+    if (lage.marke || lage.linien.empty()) // else the line itself is told of
+        anhaengen(zeilen, rauschen);
+    return zeilen;
+}
+
+/// What the lines are that the hand has or may have.
+std::vector<std::string> linienstreuung(const Ebenenlage& lage, const Linienebene& linien,
+                                        const Feldauskunft& auskunft, const Streurechnung& streuung) {
+    std::vector<std::string> zeilen;
+    for (const auto& linie : lage.linien)
+        if (const auto worte = linienworte(streuung, linie.richtung,
+                                           linien[static_cast<std::size_t>(linie.slot)][linie.richtung]))
+            zeilen.push_back(*worte);
+    const auto wo = handort(lage, linien);
+    if (lage.linieInDerHand && wo)
+        anhaengen(zeilen, probeworte(streuung, {linien, lage.gespeichert, lage.linien, *wo}, auskunft));
+    return zeilen;
+}
+
 } // namespace
 
 std::string feldzeile(const Linienebene& linien, const Feldanker& anker, const Feldauskunft& auskunft,
@@ -71,13 +112,17 @@ std::string feldzeile(const Linienebene& linien, const Feldanker& anker, const F
 }
 
 std::vector<std::string> zustandszeilen(const Ebenenlage& lage, const Linienebene& linien,
-                                        const Feldauskunft& auskunft) {
+                                        const Feldauskunft& auskunft, const Streurechnung* streuung) {
     std::vector<std::string> zeilen;
     // Actions hang on the places of lines: those of a line in the hand find their fields again when it lies.
     const bool felderStehen = !lage.linieInDerHand;
     const auto feld = handfeld(lage, linien);
     if (feld && felderStehen)
         zeilen.push_back(feldzeile(linien, *feld, auskunft));
+    if (streuung && feld && felderStehen)
+        anhaengen(zeilen, feldstreuung(lage, *feld, linien, *streuung));
+    if (streuung)
+        anhaengen(zeilen, linienstreuung(lage, linien, auskunft, *streuung));
     if (const auto* was = handlung(lage))
         zeilen.emplace_back(was);
     if (lage.stick && felderStehen)
@@ -87,6 +132,8 @@ std::vector<std::string> zustandszeilen(const Ebenenlage& lage, const Linieneben
         zeilen.emplace_back(GESPERRT);
     if (lage.testlauf)
         zeilen.emplace_back(TESTLAUF);
+    if (streuung)
+        zeilen.push_back(streubildworte(*streuung));
     return zeilen;
 }
 

@@ -5,6 +5,7 @@
 
 #include "editors/stick/Feldauskunft.h"
 #include "editors/stick/Linienzug.h"
+#include "editors/stick/Streurechnung.h"
 
 #include <cstddef>
 #include <optional>
@@ -24,15 +25,19 @@ struct Ebenenlage {
     bool linieInDerHand = false;
     bool gesperrt = false; ///< the mask keeps the stick silent on this layer
     bool testlauf = false;
+    /// The lines in the hand, or those that a press of the mouse would pick up.
+    std::vector<Linienzug::Griff> linien{};
+    Linienebene gespeichert{}; ///< the lines without those in the hand
 };
 
 /// Name of a field and what the stick does in it: "Feld links – Tastatur: B, gehalten".
 std::string feldzeile(const Linienebene& linien, const Feldanker& anker, const Feldauskunft& auskunft,
                       const char* trenner = " – ");
 
-/// The lines of the state, none of them empty.
+/// The lines of the state, none of them empty; with `streuung` they tell of where the stick was, too.
 std::vector<std::string> zustandszeilen(const Ebenenlage& lage, const Linienebene& linien,
-                                        const Feldauskunft& auskunft);
+                                        const Feldauskunft& auskunft,
+                                        const Streurechnung* streuung = nullptr);
 
 /// What an arrow of a direction does.
 const char* pfeilhinweis(std::size_t richtung);

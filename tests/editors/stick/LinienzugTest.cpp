@@ -873,6 +873,33 @@ TEST_F(LinienzugTest, ScheitertEinPfeilBleibtAllesWieEsWar) {
 
 // --- what a press would do ---
 
+// --- what is in the hand, and what would be ---
+
+TEST_F(LinienzugTest, AufnehmbarIstWasEinDruckAufnaehme) {
+    using Griffe = std::vector<Linienzug::Griff>;
+    linien(RECHTS, {45000, 45150});
+    EXPECT_EQ(zug.aufnehmbare(FREI, FREI), Griffe{});
+    EXPECT_EQ(zug.aufnehmbare(20199, 45801), (Griffe{{LINKS, 1, 20000}, {UNTEN, 1, 46000}}));
+    EXPECT_EQ(zug.aufnehmbare(20200, FREI), Griffe{}) << "too far";
+    EXPECT_EQ(zug.aufnehmbare(45100, FREI), (Griffe{{RECHTS, 2, 45150}})) << "the outer one moves";
+    linien(LINKS, {100});
+    EXPECT_EQ(zug.aufnehmbare(150, FREI), Griffe{}) << "near the edge no line is hit";
+    linien(OBEN, {});
+    EXPECT_EQ(zug.aufnehmbare(FREI, 199), Griffe{}) << "0 is no line";
+}
+
+TEST_F(LinienzugTest, DieAbgelegtenLinienSindDieOhneDieHand) {
+    const auto vorher = stand.ebene();
+    zug.gedrueckt(Maustaste::Links, 20000, 21000);
+    zug.bewegt(15000, 25000);
+    EXPECT_EQ(J(1, LINKS), 15000);
+    EXPECT_EQ(zug.griffe(), (std::vector<Linienzug::Griff>{{LINKS, 1, 20000}, {OBEN, 1, 21000}}));
+    EXPECT_EQ(zug.abgelegte(), vorher);
+    zug.gedrueckt(Maustaste::Links, 15000, 25000);
+    EXPECT_TRUE(zug.griffe().empty());
+    EXPECT_EQ(zug.abgelegte(), stand.ebene());
+}
+
 TEST_F(LinienzugTest, DieFolgeSagtWasEinKlickTut) {
     EXPECT_EQ(zug.folge(FREI, FREI), Klickfolge::Wahl);
     EXPECT_EQ(zug.folge(20100, FREI), Klickfolge::Aufnahme);
