@@ -5,6 +5,7 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/stick/Aktionstafel.h"
 #include "editors/stick/Stickebene.h"
+#include "editors/stick/Streuworte.h"
 #include "editors/stick/Zustandstext.h"
 #include "editors/stick/Zustandszeile.h"
 
@@ -45,12 +46,13 @@ std::optional<Ebenentaste> ebenentaste(const QKeyEvent& ereignis) {
 } // namespace
 
 Ebenenstimme::Ebenenstimme(Stickebene& ebene, Aktionstafel& tafel, const Justierstand& stand, Linienzug& zug,
-                           Justierflaeche& flaeche, Umfeld umfeld)
+                           Justierflaeche& flaeche, Streuansicht& streuung, Umfeld umfeld)
     : ebene_(ebene)
     , tafel_(tafel)
     , stand_(stand)
     , zug_(zug)
     , flaeche_(flaeche)
+    , streuung_(streuung)
     , umfeld_(std::move(umfeld))
     , tastenwahl_(stand, zug, flaeche) {
     ebene.feldlisteSetzen(this);
@@ -146,14 +148,19 @@ Ebenenlage Ebenenstimme::lage() const {
     lage.linieInDerHand = zug_.haelt();
     lage.gesperrt = umfeld_.gesperrt();
     lage.testlauf = testlauf_;
+    lage.gespeichert = zug_.abgelegte();
+    lage.linien = zug_.griffe();
+    if (lage.linien.empty() && lage.klick == Klickfolge::Aufnahme && lage.maus)
+        lage.linien = zug_.aufnehmbare(maus_->x(), maus_->y());
     return lage;
 }
 
 void Ebenenstimme::zeigen() {
     if (!ebene_.isVisible())
         return;
+    streuung_.linienZeigen();
     QStringList zeilen;
-    for (const auto& zeile : zustandszeilen(lage(), stand_.ebene(), auskunft_))
+    for (const auto& zeile : zustandszeilen(lage(), stand_.ebene(), auskunft_, streuung_.rechnung()))
         zeilen.push_back(qt(zeile));
     ebene_.zustand().freilassen(flaeche_.fraAktionGezeigt() ? tafel_.geometry() : QRect());
     ebene_.zustand().zeigen(zeilen);
@@ -161,8 +168,19 @@ void Ebenenstimme::zeigen() {
 
 // --- the keyboard ---
 
+// Not again while it is held: a picture that comes and goes tells nothing.
+bool Ebenenstimme::streubildtaste(const QKeyEvent& ereignis) {
+    if (ereignis.key() != Qt::Key_S || ereignis.modifiers() != Qt::NoModifier || umfeld_.testlauf())
+        return false;
+    if (!ereignis.isAutoRepeat())
+        umfeld_.streubildWechseln();
+    return true;
+}
+
 // While a run is on, keys may be those that the pad presses: they would move lines and save them.
 bool Ebenenstimme::tasteGedrueckt(const QKeyEvent& ereignis) {
+    if (streubildtaste(ereignis))
+        return true;
     const auto taste = ebenentaste(ereignis);
     const auto fremde = ereignis.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
     if (!taste || fremde || umfeld_.testlauf())
@@ -227,7 +245,14 @@ QRectF Ebenenstimme::feldplatz(int nummer) const {
 }
 
 QString Ebenenstimme::feldworte(int nummer) const {
-    return qt(feldzeile(stand_.ebene(), gitter().feld(gitter().platz(nummer)).anker, auskunft_));
+    const auto platz = gitter().platz(nummer);
+    auto worte = feldzeile(stand_.ebene(), gitter().feld(platz).anker, auskunft_);
+    if (const auto* streuung = streuung_.rechnung()) {
+        worte += " – " + streuworte(streuung->feld(stand_.ebene(), platz));
+        for (const auto& rauschen : rauschworte(*streuung, stand_.ebene(), platz))
+            worte += " – " + rauschen;
+    }
+    return qt(worte);
 }
 
 int Ebenenstimme::markiertesFeld() const {

@@ -7,6 +7,7 @@
 
 #include "editors/stick/Ebenenzugang.h"
 #include "editors/stick/Feldauskunft.h"
+#include "editors/stick/Streuansicht.h"
 #include "editors/stick/Tastenwahl.h"
 
 #include <QObject>
@@ -34,10 +35,12 @@ public:
         std::function<bool()> gesperrt;
         /// Whether a run is on.
         std::function<bool()> testlauf;
+        /// Shows where the stick was, or no longer.
+        std::function<void()> streubildWechseln;
     };
 
     Ebenenstimme(Stickebene& ebene, Aktionstafel& tafel, const Justierstand& stand, Linienzug& zug,
-                 Justierflaeche& flaeche, Umfeld umfeld);
+                 Justierflaeche& flaeche, Streuansicht& streuung, Umfeld umfeld);
     ~Ebenenstimme() override;
 
     Feldauskunft& auskunft() { return auskunft_; }
@@ -64,6 +67,7 @@ private:
     void mausWeg();
     void markeZeigen();
     bool tasteGedrueckt(const QKeyEvent& ereignis);
+    bool streubildtaste(const QKeyEvent& ereignis);
     bool kommtZuFrueh(std::uint64_t zeitpunkt) const;
     void tafelVerlassen();
     Ebenenlage lage() const;
@@ -82,6 +86,7 @@ private:
     const Justierstand& stand_;
     const Linienzug& zug_;
     const Justierflaeche& flaeche_;
+    Streuansicht& streuung_;
     const Umfeld umfeld_;
     Tastenwahl tastenwahl_;
     Feldauskunft auskunft_;

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -261,6 +262,59 @@ void Ebenenmarke::paintEvent(QPaintEvent* ereignis) {
         maler.setPen(QPen(farbe, breite, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         maler.drawPath(ecken);
     }
+}
+
+// --- Rauschstreifen ---
+
+Rauschstreifen::Rauschstreifen(QWidget* ebene) : Ebenenteil(ebene) {}
+
+void Rauschstreifen::zeigen(const Rauschmarke& marke) {
+    if (std::exchange(schraffiert_, marke.schraffiert) != marke.schraffiert)
+        update();
+    setzen(marke.platz);
+}
+
+namespace {
+
+/// By hand, as that of a line. Edges and strokes are white beside black, to be seen on any picture.
+QPixmap streifenbild(QSize groesse, double dichte, bool schraffiert) {
+    constexpr QRgb HAUCH = qRgba(255, 255, 255, 70);
+    constexpr QRgb HELLER_STRICH = qRgba(255, 255, 255, 170);
+    constexpr QRgb DUNKLER_STRICH = qRgba(0, 0, 0, 170);
+    constexpr int ABSTAND = 10; // of strokes
+    constexpr int STRICH = 6;   // of the broken edge
+    QImage bild((QSizeF(groesse) * dichte).toSize(), QImage::Format_ARGB32_Premultiplied);
+    const bool hoch = groesse.height() > groesse.width();
+    const auto farbeBei = [&](int x, int y) {
+        if (schraffiert) {
+            const int phase = (x + y) % ABSTAND;
+            return phase == 0 ? DUNKLER_STRICH : phase == 1 ? HELLER_STRICH : 0U;
+        }
+        const int quer = hoch ? x : y;
+        const int laengs = hoch ? y : x;
+        const int breite = hoch ? groesse.width() : groesse.height();
+        if (quer != 0 && quer != breite - 1)
+            return HAUCH;
+        return laengs / STRICH % 2 == 0 ? HELLER_STRICH : DUNKLER_STRICH;
+    };
+    for (int y = 0; y < bild.height(); ++y) {
+        auto* zeile = reinterpret_cast<QRgb*>(bild.scanLine(y));
+        for (int x = 0; x < bild.width(); ++x)
+            zeile[x] = qPremultiply(farbeBei(static_cast<int>(x / dichte), static_cast<int>(y / dichte)));
+    }
+    return QPixmap::fromImage(bild);
+}
+
+} // namespace
+
+void Rauschstreifen::paintEvent(QPaintEvent* ereignis) {
+    const double dichte = devicePixelRatioF();
+    const auto bild = gemeinsamesBild(
+        QString("Rauschstreifen %1 %2 %3 %4").arg(schraffiert_).arg(width()).arg(height()).arg(dichte),
+        [&] { return streifenbild(size(), dichte, schraffiert_); });
+    const auto teil = ereignis->rect() & rect();
+    QPainter(this).drawPixmap(QRectF(teil), bild,
+                              {QPointF(teil.topLeft()) * dichte, QSizeF(teil.size()) * dichte});
 }
 
 // --- Livepunkt ---

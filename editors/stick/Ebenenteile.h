@@ -113,6 +113,28 @@ protected:
     void paintEvent(QPaintEvent* ereignis) override;
 };
 
+/// A mark of noise, in plane units: a faint stripe along a line, or a hatched band between lines that lie too
+/// near to each other.
+struct Rauschmarke {
+    QRectF platz;
+    bool schraffiert = false;
+    bool operator==(const Rauschmarke&) const = default;
+};
+
+class Rauschstreifen final : public Ebenenteil {
+    Q_OBJECT
+
+public:
+    explicit Rauschstreifen(QWidget* ebene);
+    void zeigen(const Rauschmarke& marke);
+
+protected:
+    void paintEvent(QPaintEvent* ereignis) override;
+
+private:
+    bool schraffiert_ = false;
+};
+
 /// The live position of the stick; its left upper corner is the position.
 class Livepunkt final : public Ebenenteil {
     Q_OBJECT

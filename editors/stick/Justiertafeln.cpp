@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -26,6 +27,8 @@ constexpr double UMSCHALTEN_MITTE = 0.25;
 constexpr double SCHALTFLAECHE_MITTE = 0.75;
 
 constexpr std::array<const char*, 3> KNOPFTEXTE{"End", "Test", "Hintergrund"};
+constexpr const char* STREUBILD = "Zeigt, wo der Stick in den Läufen war (Taste S)";
+constexpr const char* ZURUECKSETZEN = "Vergisst, wo der Stick auf dieser Ebene war; fragt vorher";
 constexpr const char* EINS_ZU_EINS = "Angehakt löst der Stick auf dieser Ebene nichts aus";
 constexpr std::array<const char*, 3> KNOPFHINWEISE{
     "Schließt das Fenster; jede Änderung ist schon gespeichert",
@@ -56,6 +59,9 @@ Justiertafeln::Justiertafeln(Stickebene& ebene, const Justiereigenart& art, Zeit
                              art.schaltflaeche)) {
     umschalten_->inhaltSetzen(umschaltinhalt());
     schaltflaeche_->inhaltSetzen(befehlsinhalt());
+    // Large letters on a low screen leave two rows no room.
+    if (schaltflaeche_->noetigeEbenenhoehe() > ebene.screen()->availableSize().height())
+        streubildspalte_->setDirection(QBoxLayout::LeftToRight);
 }
 
 QWidget* Justiertafeln::umschaltinhalt() {
@@ -96,7 +102,27 @@ QWidget* Justiertafeln::befehlsinhalt() {
     connect(einsZuEins_, &QCheckBox::toggled, this, &Justiertafeln::einsZuEinsGeaendert);
     zeile->addWidget(einsZuEins_);
     zeile->addWidget(benannt(new Beschriftung("1 to 1 ", *einsZuEins_), feldname("Label1", EBENEN)));
+    zeile->addSpacing(10);
+    zeile->addLayout(streubildspalte());
     return inhalt;
+}
+
+// One below the other: beside each other they would leave a small screen no room for both panels.
+QBoxLayout* Justiertafeln::streubildspalte() {
+    streubildspalte_ = new QBoxLayout(QBoxLayout::TopToBottom);
+    streubildspalte_->setSpacing(2);
+    streubild_ = benannt(new QCheckBox("Streubild"), "Streubild");
+    streubild_->setFocusPolicy(Qt::TabFocus);
+    streubild_->setToolTip(STREUBILD);
+    connect(streubild_, &QCheckBox::toggled, this, &Justiertafeln::streubildGeaendert);
+    streubildspalte_->addWidget(streubild_);
+    auto* knopf = benannt(new QPushButton("zurücksetzen"), "Streubildruecksetzung");
+    knopf->setFocusPolicy(Qt::TabFocus);
+    knopf->setAccessibleName("Streubild zurücksetzen");
+    knopf->setToolTip(ZURUECKSETZEN);
+    connect(knopf, &QPushButton::clicked, this, &Justiertafeln::streubildZuruecksetzen);
+    streubildspalte_->addWidget(knopf);
+    return streubildspalte_;
 }
 
 QSize Justiertafeln::noetigeEbene() const {
@@ -139,4 +165,12 @@ void Justiertafeln::waehlen(int ebene) {
 
 void Justiertafeln::einsZuEinsSetzen(bool an) {
     einsZuEins_->setChecked(an);
+}
+
+void Justiertafeln::streubildSetzen(bool an) {
+    streubild_->setChecked(an);
+}
+
+bool Justiertafeln::streubildGewaehlt() const {
+    return streubild_->isChecked();
 }

@@ -12,6 +12,7 @@
 
 #include <array>
 
+class QBoxLayout;
 class QCheckBox;
 class QRadioButton;
 class QWidget;
@@ -43,20 +44,27 @@ public:
     /// Does what the user's hand does on the option of a layer or on "1 to 1".
     void waehlen(int ebene);
     void einsZuEinsSetzen(bool an);
+    void streubildSetzen(bool an);
+    bool streubildGewaehlt() const;
 
 signals:
     /// Another layer was chosen.
     void ebeneGewaehlt(int ebene);
     void einsZuEinsGeaendert(bool an);
     void geklickt(int knopf);
+    void streubildGeaendert(bool an);
+    void streubildZuruecksetzen();
 
 private:
     QWidget* umschaltinhalt();
     QWidget* befehlsinhalt();
+    QBoxLayout* streubildspalte();
 
     const Stickebene& ebene_;
     Schiebetafel* umschalten_;
     Schiebetafel* schaltflaeche_;
     std::array<QRadioButton*, EBENEN> ebenen_{};
     QCheckBox* einsZuEins_ = nullptr;
+    QCheckBox* streubild_ = nullptr;
+    QBoxLayout* streubildspalte_ = nullptr;
 };

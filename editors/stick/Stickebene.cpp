@@ -148,6 +148,27 @@ void Stickebene::bildSetzen(const QImage& bild) {
     update();
 }
 
+void Stickebene::streuungSetzen(std::vector<std::uint32_t> takte) {
+    streutakte_ = std::move(takte);
+    if (!gestreckt_.isNull())
+        grundLegen();
+    update();
+}
+
+void Stickebene::rauschenZeigen(const std::vector<Rauschmarke>& marken) {
+    while (streifen_.size() < marken.size()) {
+        auto* streifen = benannt(new Rauschstreifen(this), feldname("Rauschen", int(streifen_.size())));
+        streifen->lower(); // lines and arrows lie on it
+        streifen_.push_back(streifen);
+        teile_.push_back(streifen);
+    }
+    for (std::size_t i = 0; i < streifen_.size(); ++i) {
+        if (i < marken.size())
+            streifen_[i]->zeigen(marken[i]);
+        streifen_[i]->setVisible(i < marken.size());
+    }
+}
+
 void Stickebene::symboleZeigen() {
     symboleVeraltet_ = true;
     update(neuzumalen());
@@ -166,7 +187,7 @@ QRectF Stickebene::geraetepixel(const QRect& pixel) const {
     return {QPointF(pixel.topLeft()) * dichte, QSizeF(pixel.size()) * dichte};
 }
 
-/// The picture, which fills the plane, without symbols.
+/// The picture, which fills the plane, with nothing on it.
 void Stickebene::hintergrundMalen() {
     const QSize pixel = (QSizeF(size()) * devicePixelRatioF()).toSize();
     gestreckt_ =
@@ -178,7 +199,19 @@ void Stickebene::hintergrundMalen() {
         if (!gemaltes.isNull())
             QPainter(&gestreckt_).drawImage(0, 0, gemaltes);
     }
-    hintergrund_ = gestreckt_; // parted as soon as a symbol is painted
+    grundLegen();
+}
+
+/// Picture and where the stick was. Its image is used again where that can be.
+void Stickebene::grundLegen() {
+    streubild_.setzen(streutakte_, istHell(gestreckt_));
+    if (streubild_.leer()) {
+        hintergrund_ = gestreckt_; // parted as soon as a symbol is painted
+    } else {
+        if (hintergrund_.size() != gestreckt_.size() || !hintergrund_.isDetached())
+            hintergrund_ = QImage(gestreckt_.size(), gestreckt_.format());
+        streubild_.mischen(gestreckt_, hintergrund_, hintergrund_.rect());
+    }
     gemalte_ = {};
     symboleVeraltet_ = true;
 }
@@ -187,12 +220,12 @@ void Stickebene::hintergrundMalen() {
 /// in its order, so that it is the same picture as one painted whole.
 void Stickebene::symboleMalen() {
     QRegion wo;
-    QPainter maler(&hintergrund_);
     for (const auto& teil : neuzumalen()) {
         const auto stelle = geraetepixel(teil).toAlignedRect();
-        maler.drawImage(stelle.topLeft(), gestreckt_, stelle);
+        streubild_.mischen(gestreckt_, hintergrund_, stelle);
         wo |= stelle;
     }
+    QPainter maler(&hintergrund_);
     if (!gemalte_.empty())
         maler.setClipRegion(wo);
     maler.scale(devicePixelRatioF(), devicePixelRatioF());

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "editors/stick/Ebenenteile.h"
+#include "editors/stick/Streubild.h"
 #include "editors/stick/Zonenbild.h"
 #include "store/schema/Linientabelle.h"
 
@@ -15,6 +16,7 @@
 #include <QWidget>
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -59,6 +61,10 @@ public:
 
     /// The picture behind everything, stretched over the plane; none when it is null.
     void bildSetzen(const QImage& bild);
+    /// Where the stick was, ticks by cell as Streudaten has them, over that picture; none: empty.
+    void streuungSetzen(std::vector<std::uint32_t> takte);
+    /// The marks of noise, in plane units, in place of those that are shown.
+    void rauschenZeigen(const std::vector<Rauschmarke>& marken);
     /// The symbols of the fields, drawn onto the picture; show after symboleZeigen.
     Zonenbild& symbole() { return symbole_; }
     void symboleZeigen();
@@ -93,6 +99,7 @@ private:
     void linienBauen();
     void pfeileBauen();
     void hintergrundMalen();
+    void grundLegen();
     void symboleMalen();
     QRegion neuzumalen() const;
     QRectF geraetepixel(const QRect& pixel) const;
@@ -105,12 +112,15 @@ private:
     Zustandszeile* zustand_ = nullptr;
     Feldliste* felder_ = nullptr;
     std::vector<Ebenenteil*> teile_;
+    std::vector<Rauschstreifen*> streifen_; ///< as many as were ever needed
     QImage bild_;
+    std::vector<std::uint32_t> streutakte_;
+    Streubild streubild_;
     Zonenbild symbole_;
     // Both at the plane's size in device pixels, and kept: to stretch the picture costs more than all
     // symbols, and to lay out a picture as large as a screen nearly as much.
     QImage gestreckt_;                ///< the picture by itself; null when it is to be stretched anew
-    QImage hintergrund_;              ///< picture and symbols
+    QImage hintergrund_;              ///< picture, where the stick was, and symbols
     std::vector<Feldsymbol> gemalte_; ///< the symbols on it; of new ones only the difference is painted
     bool symboleVeraltet_ = true;
 };

@@ -18,6 +18,7 @@
 #include "editors/stick/Schiebetafel.h"
 #include "editors/stick/Stickebene.h"
 #include "editors/stick/Zustandszeile.h"
+#include "store/files/Streubilddateien.h"
 #include "store/schema/modKeyCode.h"
 #include "store/schema/modSpeichern.h"
 
@@ -41,6 +42,7 @@ constexpr int PADZEILENABSTAND = 4; // from the arrows
 constexpr int PADZEILENBREITE = 400;
 constexpr int PADZEILENDECKUNG = 200; // of 255: the picture shines through
 constexpr auto LIVE_INTERVALL = 5ms;
+constexpr int STREUBLICK = 100; // ticks of the live point: half a second
 constexpr double PUNKT_ANFANG = 32764.5;
 
 constexpr std::int32_t sperrbit(int ebene) {
@@ -136,6 +138,10 @@ void frmJust::verbinden() {
     connect(tafeln_, &Justiertafeln::einsZuEinsGeaendert, this, &frmJust::Check2Klick);
     connect(tafeln_, &Justiertafeln::geklickt, this,
             [this](int knopf) { gesichert([&] { Command1Klick(knopf); }); });
+    connect(tafeln_, &Justiertafeln::streubildGeaendert, this,
+            [this](bool an) { gesichert([&] { streubildZeigen(an); }); });
+    connect(tafeln_, &Justiertafeln::streubildZuruecksetzen, this,
+            [this] { gesichert([&] { streubildZuruecksetzen(); }); });
 }
 
 /// Comes after the form's own connections: it tells what they have made of an event.
@@ -144,10 +150,12 @@ void frmJust::stimmeGeben() {
         .gesichert = [this](const std::function<void()>& arbeit) { gesichert(arbeit); },
         .gesperrt = [this] { return (StickSperre_ & sperrbit(stand_.EditorEbene)) != 0; },
         .testlauf = [this] { return laufsteuerung_.geladen(); },
+        .streubildWechseln = [this] { tafeln_->streubildSetzen(!tafeln_->streubildGewaehlt()); },
     };
+    streuung_ = std::make_unique<Streuansicht>(*ebene_, stand_, streuquelle());
     Justierflaeche& flaeche = *this;
-    stimme_ =
-        std::make_unique<Ebenenstimme>(*ebene_, *aktionstafel_, stand_, zug_, flaeche, std::move(umfeld));
+    stimme_ = std::make_unique<Ebenenstimme>(*ebene_, *aktionstafel_, stand_, zug_, flaeche, *streuung_,
+                                             std::move(umfeld));
 }
 
 void frmJust::resizeEvent(QResizeEvent*) {
@@ -186,6 +194,7 @@ void frmJust::laden() {
     setWindowTitle(titeltext(qt(schema_)));
     ebene_->Punkt().setzen({PUNKT_ANFANG, PUNKT_ANFANG, 0, 0});
     tafeln_->waehlen(0); // places the lines, loads the picture and draws
+    tafeln_->streubildSetzen(global_.StreubildGezeigt);
     ebene_->setFocus();
     liveabfrage_->Interval(LIVE_INTERVALL);
     liveabfrage_->Enabled(true);
@@ -279,6 +288,7 @@ void frmJust::Uschalt(int ebene) {
     bildLaden(ebene);
     if (!art_.linienVorBild)
         linienLegen();
+    streuung_->lesen();
     Zeichnen();
 }
 
@@ -332,6 +342,51 @@ void frmJust::hintergrundGeaendert() {
     tafeln_->waehlen(0);
 }
 
+// --- where the stick was ---
+
+Streuansicht::Quelle frmJust::streuquelle() {
+    return {
+        .lesen =
+            [this](int ebene) {
+                return Streubilddateien(streubildordner(global_.DatenbankPfad))
+                    .laden(schema_, art_.seite, ebene);
+            },
+        .stempel =
+            [this](int ebene) {
+                const auto datei =
+                    Streubilddateien(streubildordner(global_.DatenbankPfad)).pfad(schema_, art_.seite, ebene);
+                std::error_code keine;
+                return std::filesystem::last_write_time(datei, keine);
+            }};
+}
+
+void frmJust::streubildZeigen(bool an) {
+    global_.StreubildGezeigt = an;
+    streuung_->schalten(an);
+    stimme_->zeigen();
+}
+
+void frmJust::streubildZuruecksetzen() {
+    if (!frage(this, "Soll das Programm vergessen, wo der Stick auf dieser Ebene war?",
+               "Streubild zurücksetzen", QMessageBox::No))
+        return;
+    if (!Streubilddateien(streubildordner(global_.DatenbankPfad))
+             .zuruecksetzen(schema_, art_.seite, stand_.EditorEbene))
+        meldung(this, "Das Streubild ließ sich nicht zurücksetzen.", "Streubild zurücksetzen",
+                QMessageBox::Warning);
+    streuung_->lesen();
+    stimme_->zeigen();
+}
+
+/// A run that ends, here or in another copy of the program, adds to what is shown.
+void frmJust::streubildNachsehen() {
+    if (++takteSeitBlick_ < STREUBLICK)
+        return;
+    takteSeitBlick_ = 0;
+    if (streuung_->nachsehen())
+        stimme_->zeigen();
+}
+
 // --- live point ---
 
 void frmJust::Timer1Takt() {
@@ -349,6 +404,7 @@ void frmJust::Timer1Takt() {
     if (std::exchange(livefeld_, feld) != feld)
         ebene_->RechteckC().setzen({feld.links, feld.oben, feld.breite, feld.hoehe});
     stimme_->stickSteht(x || y, {gerundet(wo.x()), gerundet(wo.y())});
+    streubildNachsehen();
 }
 
 // --- what Linienzug works on ---

@@ -9,6 +9,7 @@
 #include "base/LaufzeitFehler.h"
 #include "editors/stick/Justiereigenart.h"
 #include "editors/stick/Linienzug.h"
+#include "editors/stick/Streuansicht.h"
 #include "platform/Zeitgeber.h"
 #include "store/schema/Stickanweisung.h"
 
@@ -70,6 +71,7 @@ private:
     void verbinden();
     void einpassen();
     void stimmeGeben();
+    Streuansicht::Quelle streuquelle();
 
     template <class Arbeit> void gesichert(Arbeit&& arbeit);
     Sticklinien lesen();
@@ -79,6 +81,9 @@ private:
     void Uschalt(int ebene);
     void Check2Klick(bool an);
     void Command1Klick(int index);
+    void streubildZeigen(bool an);
+    void streubildZuruecksetzen();
+    void streubildNachsehen();
     void Timer1Takt();
     void freigelegt();
     void tafelnLegen();
@@ -117,6 +122,7 @@ private:
     std::string schema_;           ///< whose lines, actions and pictures these are
     std::int32_t StickSperre_ = 0; ///< as the form shows it; stored with the lines
     bool geladen_ = false;
+    int takteSeitBlick_ = 0;             ///< on what was counted
     std::optional<Fehlernummer> gesagt_; ///< the last error told, until the store can be read again
 
     Stickebene* ebene_ = nullptr;
@@ -125,6 +131,7 @@ private:
     Aktionstafel* aktionstafel_ = nullptr;
     QSize vorgabe_;      ///< what it comes with, until its own frame is known; then null
     QSize freieGroesse_; ///< of the window when it was last uncovered
+    std::unique_ptr<Streuansicht> streuung_;
     std::unique_ptr<Formularzeitgeber> liveabfrage_;
     std::unique_ptr<Ebenenstimme> stimme_; ///< goes first: a form that goes away still has events
 };

@@ -24,6 +24,8 @@ struct GobalVariable {
     std::uint8_t OffenerEditor = 0;
     std::uint8_t OffenerEditorR = 0;
 
+    bool StreubildGezeigt = false; ///< in the stick editors
+
     /// The slots of `Umschalt 1` and `Umschalt 2` in the button editor.
     std::array<std::int16_t, 2> UmschaltTasten{};
 
