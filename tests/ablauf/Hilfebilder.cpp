@@ -2,7 +2,9 @@
 // The pictures of the help page, drawn by the forms themselves: "hilfebilder FOLDER" lays them there. What
 // they show is a `Schema` as a player would have it.
 #include "app/Anwendung.h"
+#include "store/files/Streubilddateien.h"
 #include "tests/editors/common/Formtest.h"
+#include "tests/hilfen/Kunsthand.h"
 #include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/XServer.h"
 
@@ -24,6 +26,8 @@
 namespace {
 
 constexpr const char* SCHEMA = "Abenteuer";
+
+constexpr int LINIE_IM_RAUSCHEN = 33400;
 
 constexpr qint64 GROESSTES_BILD = 80000; // bytes
 
@@ -128,6 +132,26 @@ protected:
         pad_.zustand = ProbeJoystick::inRuhe();
         schliessen(form);
     }
+    /// Five minutes of play, and a line that lies where the stick comes to rest.
+    void streubild() {
+        Streubilddateien(streubildordner(datenbank_.pfad()))
+            .speichern(SCHEMA, Stickseite::Links, 0, streudatenAus({.saat = 4, .rauschen = 190}, 60000));
+        const auto rechteLinie = [this](int von, int nach) {
+            for (const char* tabelle : {"tblStick", "tblStickAktion"})
+                datenbank_.sql(std::string("UPDATE ") + tabelle + " SET Rechts = " + std::to_string(nach) +
+                               " WHERE Rechts = " + std::to_string(von) + ";");
+        };
+        rechteLinie(38399, LINIE_IM_RAUSCHEN);
+        auto& form = oeffnen("Command1(1)", "frmJust");
+        form.resize(900, 506);
+        control<QCheckBox>(form, "Streubild").setChecked(true);
+        ereignisse();
+        auto& ebene = control<QWidget>(form, "Stickebene");
+        maus(ebene, QEvent::MouseMove, {ebene.width() * LINIE_IM_RAUSCHEN / 65535.0, ebene.height() * 0.45});
+        malen(form, "Streubild.png");
+        schliessen(form);
+        rechteLinie(LINIE_IM_RAUSCHEN, 38399);
+    }
     void schubregler() {
         auto& form = oeffnen("Command4", "SchubreglerKonfic");
         for (int linie = 0; linie < 3; ++linie)
@@ -185,6 +209,7 @@ TEST_F(Hilfebilder, Malen) {
     malen(haupt(), "Hauptfenster.png");
     tastwerk();
     stickeditor();
+    streubild();
     schubregler();
     uebersicht();
     lauf();
