@@ -9,13 +9,16 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/exchange/Schemadialoge.h"
 #include "store/schema/Schemauebernahme.h"
+#include "store/files/Streubilddateien.h"
 #include "tests/editors/common/Formtest.h"
+#include "tests/hilfen/Kunsthand.h"
 #include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/XServer.h"
 
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QListWidget>
@@ -168,6 +171,10 @@ protected:
         ereignisse();
     }
 
+    static void maus(QWidget& ebene, QEvent::Type art, QPointF wo) {
+        QMouseEvent ereignis(art, wo, ebene.mapToGlobal(wo), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&ebene, &ereignis);
+    }
     void klick(QWidget& ebene, QPointF wo, Qt::MouseButton taste) {
         for (const auto art : {QEvent::MouseMove, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
             const bool unten = art == QEvent::MouseButtonPress;
@@ -210,6 +217,23 @@ protected:
             ansehen(form, std::string(name) + "-Tafel" + std::to_string(art));
         }
         pad_.zustand = ProbeJoystick::inRuhe();
+        schliessen(form);
+    }
+    /// Where the stick was, a line in the noise under the mouse, and the panel that shows it open.
+    void streubild() {
+        Streubilddateien(streubildordner(datenbank_.pfad()))
+            .speichern(schemaname(), Stickseite::Links, 0,
+                       streudatenAus({.saat = 4, .rauschen = 2500}, 60000));
+        auto& form = oeffnen("Command1(1)", "frmJust");
+        control<QCheckBox>(form, "Streubild").setChecked(true);
+        auto& ebene = control<QWidget>(form, "Stickebene");
+        maus(ebene, QEvent::MouseMove, {ebene.width() * 27072 / 65535.0, ebene.height() * 0.45});
+        ansehen(form, "frmJust-Streubild");
+        auto& tafel = control<QWidget>(form, "Frame3");
+        maus(tafel, QEvent::MouseMove, {5, 5});
+        vergehen(400);
+        ansehen(form, "frmJust-Streubild-Tafel");
+        control<QCheckBox>(form, "Streubild").setChecked(false);
         schliessen(form);
     }
     void bilder() {
@@ -326,6 +350,7 @@ TEST_P(Formbilder, NichtsIstAbgeschnitten) {
     tastwerk();
     stickeditor("Command1(1)", "frmJust");
     stickeditor("Command1(6)", "frmJustr");
+    streubild();
     bilder();
     schubregler();
     achsen();
