@@ -5,6 +5,7 @@
 #include "editors/run/Laufsteuerung.h"
 #include "editors/stick/Stickebene.h"
 #include "editors/stick/Stickeditoren.h"
+#include "editors/stick/Streubild.h"
 #include "engine/run/Laufzustand.h"
 #include "platform/probe/ProbeEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
@@ -13,11 +14,14 @@
 #include "platform/probe/ProbeTastatur.h"
 #include "platform/probe/ProbeTon.h"
 #include "platform/probe/ProbeUhr.h"
+#include "store/files/Streubilddateien.h"
+#include "tests/hilfen/Kunsthand.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QImage>
 #include <QMouseEvent>
 #include <QWidget>
@@ -80,6 +84,22 @@ public:
         ebene.symboleZeigen();
         QApplication::processEvents();
     }
+    /// What five minutes of play leave, in every cell something, and noise at two lines.
+    void gespielt() {
+        auto daten = streudatenAus({.saat = 1}, 60000);
+        for (std::size_t i = 0; i < daten.takte.size(); ++i)
+            daten.takte[i] += static_cast<std::uint32_t>(1 + i % 1000);
+        for (auto& achse : daten.achsen) {
+            achse.zittern[20] += 1000000;
+            achse.ruhe[INNERSTE_LINIE / 256] += 1000000;
+        }
+        Streubilddateien(streubildordner(zustand_.global.DatenbankPfad))
+            .speichern("S", Stickseite::Links, 0, daten);
+    }
+    void streubildSchalten(bool an) {
+        form_->findChild<QCheckBox*>("Streubild")->setChecked(an);
+        QApplication::processEvents();
+    }
     /// A press on the innermost vertical line to the left of the centre picks it up.
     void linieAufnehmen() { maus(QEvent::MouseButtonPress, LINIE, Qt::LeftButton); }
     /// The line that is picked up goes on by a pixel, to and fro between its neighbours.
@@ -102,7 +122,8 @@ private:
         QApplication::sendEvent(&ebene, &ereignis);
         QApplication::processEvents();
     }
-    static constexpr double LINIE = 30000;
+    static constexpr int INNERSTE_LINIE = 30000;
+    static constexpr double LINIE = INNERSTE_LINIE;
 
     static std::string zeilen() {
         std::string sql = "BEGIN;";
@@ -178,6 +199,47 @@ BENCHMARK(ganzNeuZeichnen)
     ->Args({3840, 2160})
     ->Unit(benchmark::kMillisecond);
 
+// Of the picture by itself: eight million pixels at 3840 by 2160, each of them in a cell with a colour.
+void streubildMischen(benchmark::State& stand) {
+    std::vector<std::uint32_t> takte(std::size_t{256} * 256);
+    for (std::size_t i = 0; i < takte.size(); ++i)
+        takte[i] = static_cast<std::uint32_t>(1 + i * 7919 % 10007);
+    const auto bild = std::make_unique<Streubild>();
+    QImage grund(groesse(stand), QImage::Format_RGB32);
+    grund.fill(QColor(60, 90, 120));
+    QImage ziel(grund.size(), QImage::Format_RGB32);
+    ziel.fill(Qt::black);
+    for (auto _ : stand) {
+        bild->setzen(takte, false);
+        bild->mischen(grund, ziel, ziel.rect());
+        benchmark::DoNotOptimize(ziel.bits());
+    }
+}
+BENCHMARK(streubildMischen)
+    ->Args({1024, 768})
+    ->Args({1920, 1080})
+    ->Args({3840, 2160})
+    ->Unit(benchmark::kMillisecond);
+
+// From the file to the window: read, mixed, the symbols on it, all that lies on the plane painted.
+void streubildZeigen(benchmark::State& stand) {
+    Editor editor(groesse(stand));
+    editor.gespielt();
+    editor.oeffnen();
+    editor.streubildSchalten(true);
+    for (auto _ : stand) {
+        stand.PauseTiming();
+        editor.streubildSchalten(false);
+        stand.ResumeTiming();
+        editor.streubildSchalten(true);
+    }
+}
+BENCHMARK(streubildZeigen)
+    ->Args({1024, 768})
+    ->Args({1920, 1080})
+    ->Args({3840, 2160})
+    ->Unit(benchmark::kMillisecond);
+
 using Millisekunden = std::chrono::duration<double, std::milli>;
 
 /// Of this process; beside other work it tells more than the clock on the wall.
@@ -193,9 +255,11 @@ double neunundneunzigstes(std::vector<double> zeiten) {
 }
 
 // A line that is picked up follows the mouse, pixel by pixel; beside the mean the 99th of a hundred.
-void linieHinterDerMaus(benchmark::State& stand) {
+void linieHinterDerMaus(benchmark::State& stand, bool mitStreubild) {
     Editor editor(groesse(stand));
+    editor.gespielt();
     editor.oeffnen();
+    editor.streubildSchalten(mitStreubild);
     editor.linieAufnehmen();
     std::vector<double> zeiten;
     std::vector<double> prozessorzeiten;
@@ -209,7 +273,12 @@ void linieHinterDerMaus(benchmark::State& stand) {
     stand.counters["ms99"] = neunundneunzigstes(zeiten);
     stand.counters["cpu99"] = neunundneunzigstes(prozessorzeiten);
 }
-BENCHMARK(linieHinterDerMaus)
+BENCHMARK_CAPTURE(linieHinterDerMaus, , false)
+    ->Args({1024, 768})
+    ->Args({1920, 1080})
+    ->Args({3840, 2160})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(linieHinterDerMaus, mitStreubild, true)
     ->Args({1024, 768})
     ->Args({1920, 1080})
     ->Args({3840, 2160})
