@@ -11,8 +11,9 @@ Programm::Programm(const Plattform& plattform)
     , mitschnittgeraete_(plattform.joystick, plattform.eingabe, plattform.zeitgeber)
     , zustand_(mitschnittgeraete_.pad, plattform.gamepadXml)
     , mitschnitt_(zustand_, mitschnittgeraete_)
+    , streuschreiber_(zustand_.global)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber,
-                     plattform.laufmarke, &mitschnitt_)
+                     plattform.laufmarke, {&mitschnitt_, &streuschreiber_})
     , editoren_(zustand_.global, zustand_.achsendatei, zustand_.achsen, plattform.joystick,
                 plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
@@ -32,6 +33,8 @@ Programm::Programm(const Plattform& plattform)
     QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &editoren_, &Editoren::schemaVergessen);
     QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &stickeditoren_,
                      &Stickeditoren::schemaVergessen);
+    QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, &streuschreiber_,
+                     &Streuschreiber::schemaVergessen);
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformVerbergen, &hauptform_, &QWidget::hide);
     QObject::connect(&stickeditoren_, &Stickeditoren::hauptformZurueck, &hauptform_, &QWidget::show);
     QObject::connect(&hauptform_, &frmHaupt::achsenGewuenscht, &editoren_, &Editoren::achsenZeigen);
@@ -77,6 +80,7 @@ std::string Programm::ohneBildschirmSichern() {
     for (const auto* fenster : QApplication::topLevelWidgets())
         for (auto* schreiber : fenster->findChildren<Bildschreiber*>())
             schreiber->ausarbeiten();
+    streuschreiber_.abwarten();
     if (fehler)
         return einzeiler(qt(fehler->what())).toStdString();
     return lief ? "Die Regler des Laufs sind gespeichert." : "";

@@ -8,6 +8,7 @@
 #include "editors/main/frmHaupt.h"
 #include "editors/overview/Uebersicht.h"
 #include "editors/run/Laufsteuerung.h"
+#include "editors/run/Streuschreiber.h"
 #include "editors/run/Tastenankunft.h"
 #include "editors/stick/Stickeditoren.h"
 #include "engine/mitschnitt/Laufmitschnitt.h"
@@ -46,8 +47,8 @@ public:
     /// Shows what is in a file that hands a `Schema` on, and takes it up. Comes after `starten`.
     void dateiAufnehmen(const std::string& pfad) { weitergabe_.dateiAufnehmen(pfad); }
 
-    /// Ends the run and waits for the pictures that are being written, without touching a window: the display
-    /// has gone. Gives what the user is to know of it, in German; "" where there is nothing.
+    /// Ends the run and waits for the pictures and counts that are being written, without touching a window:
+    /// the display has gone. Gives what the user is to know of it, in German; "" where there is nothing.
     std::string ohneBildschirmSichern();
 
     frmHaupt& hauptform() { return hauptform_; }
@@ -62,6 +63,7 @@ private:
     Mitschnittgeraete mitschnittgeraete_; // outlive what still may send when it dies
     Laufzustand zustand_;
     Laufmitschnitt mitschnitt_;
+    Streuschreiber streuschreiber_;
     Laufsteuerung laufsteuerung_;
     Editoren editoren_;
     Stickeditoren stickeditoren_;

@@ -91,8 +91,8 @@ Haltebericht::Tastennamen tastennamen(const std::string& datenbankPfad) {
 } // namespace
 
 LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe,
-                                       Zeitgeber& zeitgeber, Laufmitschnitt* mitschnitt)
-    : zustand_(zustand), joystick_(joystick), mitschnitt_(mitschnitt) {
+                                       Zeitgeber& zeitgeber, const Laufzuschauer& zuschauer)
+    : zustand_(zustand), joystick_(joystick), mitschnitt_(zuschauer.mitschnitt) {
     setObjectName("LaufFenster");
     setToolTip("Schließen des Fensters beendet das Schema.");
     berichtstakt_ = new QTimer(this);
@@ -100,7 +100,7 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
     berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
     connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
     setWindowTitle(GESTARTET);
-    lauf_ = std::make_unique<LaufFenster>(umgebung(eingabe, zeitgeber));
+    lauf_ = std::make_unique<LaufFenster>(umgebung(eingabe, zeitgeber, zuschauer.streuablage));
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
@@ -118,12 +118,14 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
 
 LaufFensterAnsicht::~LaufFensterAnsicht() = default;
 
-Laufumgebung LaufFensterAnsicht::umgebung(Eingabe& eingabe, Zeitgeber& zeitgeber) {
+Laufumgebung LaufFensterAnsicht::umgebung(Eingabe& eingabe, Zeitgeber& zeitgeber, Streuablage* streuablage) {
     if (!mitschnitt_)
-        return {zustand_, joystick_, eingabe, zeitgeber, *this};
+        return {zustand_, joystick_, eingabe, zeitgeber, *this, streuablage};
     auto& geraete = mitschnitt_->geraete();
-    return {zustand_,    geraete.pad, geraete.eingabe,
-            geraete.uhr, *this,       [this](LaufFenster& lauf) { return mitschnitt_->ruhepunkt(lauf); }};
+    return {
+        zustand_, geraete.pad, geraete.eingabe, geraete.uhr, *this, streuablage, [this](LaufFenster& lauf) {
+            return mitschnitt_->ruhepunkt(lauf);
+        }};
 }
 
 void LaufFensterAnsicht::laden() {

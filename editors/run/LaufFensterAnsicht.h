@@ -4,6 +4,7 @@
 
 #include "base/Spuren.h"
 #include "editors/run/Haltebericht.h"
+#include "editors/run/Laufzuschauer.h"
 #include "engine/run/LaufAnzeige.h"
 #include "engine/run/LaufFenster.h"
 #include "platform/Zeitgeber.h"
@@ -23,7 +24,6 @@ class QPushButton;
 class QRadioButton;
 class QScrollBar;
 class QTimer;
-class Laufmitschnitt;
 class Standanzeige;
 
 class LaufFensterAnsicht final : public QWidget, private LaufAnzeige {
@@ -32,9 +32,9 @@ class LaufFensterAnsicht final : public QWidget, private LaufAnzeige {
 public:
     static constexpr int ACHSENBERICHTE = 4; ///< `Text3`(0 to 3)
 
-    /// `umgebung` without its display, which this window is. With `mitschnitt` the run is recorded.
+    /// `umgebung` without its display, which this window is.
     LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                       Laufmitschnitt* mitschnitt = nullptr);
+                       const Laufzuschauer& zuschauer = {});
     ~LaufFensterAnsicht() override;
 
     /// Reads the `Schema` and starts the poll. Throws LaufzeitFehler when it can't be read.
@@ -68,7 +68,7 @@ private:
     QWidget* wiederholungszeile();
     QPushButton* mitschnittknopf();
     QWidget* fusszeile();
-    Laufumgebung umgebung(Eingabe& eingabe, Zeitgeber& zeitgeber);
+    Laufumgebung umgebung(Eingabe& eingabe, Zeitgeber& zeitgeber, Streuablage* streuablage);
     void bedienen(const QString& was, const std::function<void()>& schritt);
     std::optional<LaufzeitFehler> laufBeenden();
     QWidget* testfeldBauen();

@@ -32,16 +32,16 @@ bool trotzdemStarten() {
 } // namespace
 
 Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                             Laufmarke& marke, Laufmitschnitt* mitschnitt)
+                             Laufmarke& marke, const Laufzuschauer& zuschauer)
     : zustand_(zustand)
     , joystick_(joystick)
     , eingabe_(eingabe)
     , zeitgeber_(zeitgeber)
     , marke_(marke)
-    , mitschnitt_(mitschnitt) {
-    if (!mitschnitt_)
+    , zuschauer_(zuschauer) {
+    if (!zuschauer_.mitschnitt)
         return;
-    ablage_ = std::make_unique<Mitschnittablage>(*mitschnitt_, zustand_.global);
+    ablage_ = std::make_unique<Mitschnittablage>(*zuschauer_.mitschnitt, zustand_.global);
     connect(ablage_.get(), &Mitschnittablage::fertig, this, &Laufsteuerung::mitschnittFertig);
 }
 
@@ -53,7 +53,7 @@ bool Laufsteuerung::laden() {
     entladen();
     if (!markeSetzen())
         return false;
-    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_, mitschnitt_));
+    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_, zuschauer_));
     auto* ansicht = ansicht_.get();
     connect(ansicht, &LaufFensterAnsicht::hauptformVerbergenGewuenscht, this,
             &Laufsteuerung::hauptformVerbergen);
@@ -126,6 +126,11 @@ QString Laufsteuerung::mitschnittDesAbbruchs() {
     return ablauf.fehler.isEmpty()
                ? QString("Was zuletzt geschah, liegt im Ordner „Mitschnitte“: „%1“.").arg(ablauf.name)
                : ablauf.fehler;
+}
+
+void Laufsteuerung::streuungAbwarten() const {
+    if (zuschauer_.streuablage)
+        zuschauer_.streuablage->abwarten();
 }
 
 void Laufsteuerung::nachAbbruch(int nummer, const QString& text) {

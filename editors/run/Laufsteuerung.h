@@ -4,6 +4,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Fenster.h"
+#include "editors/run/Laufzuschauer.h"
 #include "engine/run/LaufFenster.h"
 
 #include <QObject>
@@ -12,7 +13,6 @@
 #include <optional>
 
 class Laufmarke;
-class Laufmitschnitt;
 class Mitschnittablage;
 class LaufFensterAnsicht;
 
@@ -21,7 +21,7 @@ class Laufsteuerung final : public QObject {
 
 public:
     Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                  Laufmarke& marke, Laufmitschnitt* mitschnitt = nullptr);
+                  Laufmarke& marke, const Laufzuschauer& zuschauer = {});
     ~Laufsteuerung() override;
 
     /// The pad that a run is played by.
@@ -34,8 +34,10 @@ public:
     bool laden();
     /// Ends the run, if one is on.
     void entladen();
-    /// The same without a window being touched or told: there is no display any more, and the process ends.
-    /// Gives what could not be kept.
+    /// Comes back when what the runs have counted can be read; one that is on has not yet given it.
+    void streuungAbwarten() const;
+    /// As entladen without a window being touched or told: there is no display any more, and the process
+    /// ends. Gives what could not be kept.
     std::optional<LaufzeitFehler> ohneFensterBeenden();
 
 signals:
@@ -56,7 +58,7 @@ private:
     Eingabe& eingabe_;
     Zeitgeber& zeitgeber_;
     Laufmarke& marke_;
-    Laufmitschnitt* mitschnitt_; ///< null where runs are not recorded
+    const Laufzuschauer zuschauer_;
     std::unique_ptr<Mitschnittablage> ablage_;
     Formbesitz<LaufFensterAnsicht> ansicht_;
 };

@@ -37,6 +37,8 @@ public:
     virtual ~Streuablage() = default;
 
     virtual void ablegen(const std::string& schemaName, std::vector<Streulauf> laeufe) = 0;
+    /// Comes back when all that was taken is where it is kept.
+    virtual void abwarten() {}
 };
 
 class Streuzaehler {

@@ -126,7 +126,7 @@ private:
     void starten() {
         stoppen();
         lauf_ = std::make_unique<LaufFenster>(Laufumgebung{
-            zustand_, geraete_.pad, geraete_.eingabe, geraete_.uhr, *this,
+            zustand_, geraete_.pad, geraete_.eingabe, geraete_.uhr, *this, nullptr,
             [this](LaufFenster& lauf) { return mitschnitt_.ruhepunkt(lauf); }, TAKTE_BIS_RUHEPUNKT});
         try {
             mitschnitt_.beginn([this] { lauf_->laden(); });
