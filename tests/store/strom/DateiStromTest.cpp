@@ -256,6 +256,23 @@ TEST_F(StreuStrom, WasZurueckgesetztIstKommtNichtWieder) {
     erwarteGesagtUndNichtsVerloren(weg);
 }
 
+TEST_F(StreuStrom, GeloeschtesKommtNichtWieder) {
+    ASSERT_TRUE(dazu());
+    ASSERT_TRUE(dateien.dazuzaehlen(schema, Stickseite::Rechts, 2, einLauf));
+    dateiSchreiben(dateien.pfad(schema, Stickseite::Links, 1).string() + ".neu.77.0", "angefangen");
+    const Stromprobe probe{ordner.pfad(),
+                           [&] {
+                               dateien.loeschen(schema);
+                               return true;
+                           },
+                           [&]() -> std::string {
+                               const auto anzahl = namenIn(ordner.pfad()).size();
+                               return anzahl == 3 ? "all" : anzahl > 0 ? "some" : "none";
+                           },
+                           {"some"}};
+    erwarteGanzOderGarNicht(probe);
+}
+
 // --- what the model finds ---
 
 namespace {
