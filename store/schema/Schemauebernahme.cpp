@@ -64,13 +64,14 @@ void imGanzen(const Schemaplatz& platz, const std::string& neu, const std::strin
     if (!alt.empty())
         namen.push_back(alt);
     Database datenbank = OpenDatabase(platz.datenbankPfad);
-    if (const auto grund = hindernis(datenbank, platz, neu, alt); !grund.empty())
-        throw LaufzeitFehler(Fehlernummer::DoppelterSchluessel, grund);
-    const Beiwerkvermerk vermerk(platz, namen);
-    datenbank.inEinerTransaktion([&] {
-        // Once more: nobody else can take the name from here on.
+    const auto pruefen = [&] {
         if (const auto grund = hindernis(datenbank, platz, neu, alt); !grund.empty())
             throw LaufzeitFehler(Fehlernummer::DoppelterSchluessel, grund);
+    };
+    datenbank.inEinemLesezug(pruefen); // a name that is noted has nothing beside the database yet
+    const Beiwerkvermerk vermerk(platz, namen);
+    datenbank.inEinerTransaktion([&] {
+        pruefen(); // once more: nobody else can take the name from here on
         arbeit(datenbank);
     });
     datenbank.Close();
