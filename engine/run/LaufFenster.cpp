@@ -63,7 +63,7 @@ LaufFenster::LaufFenster(const Laufumgebung& umgebung)
     , streuablage_(umgebung.streuablage)
     , leererZeitgeber_(zeitgeber_.formularzeitgeber([] {}))
     , ruhepunkt_(umgebung.ruhepunkt)
-    , takteBisRuhepunkt_(umgebung.takteBisRuhepunkt)
+    , ruhepunktabstand_(umgebung.ruhepunktabstand)
     , ruhe_(
           joystick_, zeitgeber_, entwackeln_, takteInRuhe(), [this] { return inRuhe(); },
           [this](const Formularzeitgeber& takt, std::uint64_t anzahl) {
@@ -90,6 +90,7 @@ void LaufFenster::laden() {
 
     schemaName_ = global.SchemaName;
     geladen_ = true;
+    letzterRuhepunkt_ = zeitgeber_.raster();
     anzeige_.hauptformVerbergen();
     leererZeitgeber_->Interval(LEERES_INTERVALL);
     leererZeitgeber_->Enabled(true);
@@ -192,11 +193,12 @@ void LaufFenster::streuungAblegen() {
         streuablage_->ablegen(schemaName_, std::move(laeufe));
 }
 
+// By the clock and not by ticks: a run that rests has few of them.
 void LaufFenster::ruhepunktMelden() {
-    if (!ruhepunkt_ || ++takteSeitRuhepunkt_ < takteBisRuhepunkt_ || !inRuhe())
+    if (!ruhepunkt_ || zeitgeber_.raster() - letzterRuhepunkt_ < ruhepunktabstand_ || !inRuhe())
         return;
     if (ruhepunkt_(*this))
-        takteSeitRuhepunkt_ = 0;
+        letzterRuhepunkt_ = zeitgeber_.raster();
 }
 
 void LaufFenster::fortsetzen() {

@@ -56,7 +56,8 @@ struct Laufumgebung {
     /// Called at the end of a tick in which the run is at rest, a few times a minute: what goes on from there
     /// does so from `begehen` alone. False where that does not hold for what lies outside; then again soon.
     std::function<bool(LaufFenster&)> ruhepunkt = {};
-    int takteBisRuhepunkt = 4000; ///< 20 s: with some unrest there still is one a minute
+    /// With some unrest there still is one a minute.
+    std::chrono::milliseconds ruhepunktabstand = std::chrono::seconds{20};
 };
 
 /// [layer][slot], as Laufbild.
@@ -163,8 +164,8 @@ private:
     std::unique_ptr<Formularzeitgeber> leererZeitgeber_; // `Timer1`, has no procedure
 
     std::function<bool(LaufFenster&)> ruhepunkt_;
-    int takteBisRuhepunkt_;
-    int takteSeitRuhepunkt_ = 0;
+    std::chrono::milliseconds ruhepunktabstand_;
+    std::chrono::milliseconds letzterRuhepunkt_{0};
 
     Pollruhe ruhe_; // lets timers rest that are above
 };

@@ -228,13 +228,16 @@ TEST_F(MitschnittForm, EinOrdnerDerNichtGehtWirdImFensterGesagt) {
 }
 
 TEST_F(MitschnittForm, EinRuhepunktMittenImLaufTraegtAllein) {
+    pad_.kannWachen = true; // so the poll rests nearly all the time
     schema();
     starter().click();
     const auto spiel = [&](int minuten) {
         for (int i = 0; i < minuten * 6; ++i) {
             tastenDruecken(4);
+            pad_.melden();
             vergehen(50);
             tastenDruecken(0);
+            pad_.melden();
             vergehen(9950);
         }
     };

@@ -26,7 +26,7 @@ using Art = Spureingabe::Art;
 using Zeit = std::chrono::milliseconds;
 
 constexpr const char* SCHEMA = "Spiel mit Namen";
-constexpr int TAKTE_BIS_RUHEPUNKT = 400; // more often than for players: a play lasts a minute
+constexpr Zeit RUHEPUNKTABSTAND{2000}; // more often than for players: a play lasts a minute
 
 class Aufnahme final : private StummeAnzeige {
 public:
@@ -127,7 +127,7 @@ private:
         stoppen();
         lauf_ = std::make_unique<LaufFenster>(Laufumgebung{
             zustand_, geraete_.pad, geraete_.eingabe, geraete_.uhr, *this, nullptr,
-            [this](LaufFenster& lauf) { return mitschnitt_.ruhepunkt(lauf); }, TAKTE_BIS_RUHEPUNKT});
+            [this](LaufFenster& lauf) { return mitschnitt_.ruhepunkt(lauf); }, RUHEPUNKTABSTAND});
         try {
             mitschnitt_.beginn([this] { lauf_->laden(); });
         } catch (const LaufzeitFehler& fehler) {
