@@ -348,6 +348,7 @@ Streuansicht::Quelle frmJust::streuquelle() {
     return {
         .lesen =
             [this](int ebene) {
+                laufsteuerung_.streuungAbwarten();
                 return Streubilddateien(streubildordner(global_.DatenbankPfad))
                     .laden(schema_, art_.seite, ebene);
             },
@@ -370,6 +371,7 @@ void frmJust::streubildZuruecksetzen() {
     if (!frage(this, "Soll das Programm vergessen, wo der Stick auf dieser Ebene war?",
                "Streubild zurücksetzen", QMessageBox::No))
         return;
+    laufsteuerung_.streuungAbwarten(); // or the last run comes back
     if (!Streubilddateien(streubildordner(global_.DatenbankPfad))
              .zuruecksetzen(schema_, art_.seite, stand_.EditorEbene))
         meldung(this, "Das Streubild ließ sich nicht zurücksetzen.", "Streubild zurücksetzen",

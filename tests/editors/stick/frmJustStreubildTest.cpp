@@ -211,6 +211,26 @@ TEST_P(FrmJustStreubild, ZuruecksetzenFragtUndVergisstDieseEbene) {
     EXPECT_EQ(boxen.gesehen(), (std::vector<Gesehen>{gefragt, gefragt}));
 }
 
+// It is still being written when its window goes.
+TEST_P(FrmJustStreubild, DerLetzteLaufWirdGezeigtUndMitVergessen) {
+    editorOeffnen();
+    feld<QPushButton>("Command1(1)").click();
+    ereignisse();
+    vergehen(1000);
+    laufFenster()->close();
+    schalter().click();
+    maus(10000, 33000);
+    EXPECT_EQ(zeilen().last(), "Streubild aus 1 s");
+    feld<QPushButton>("Command1(1)").click();
+    ereignisse();
+    vergehen(1000);
+    laufFenster()->close();
+    const Boxleser boxen({QMessageBox::Yes});
+    feld<QPushButton>("Streubildruecksetzung").click();
+    programm_.reset();
+    EXPECT_EQ(dateien().laden("S", seite(), 0), Streudaten());
+}
+
 TEST_P(FrmJustStreubild, WerNurEnterDruecktBehaeltEs) {
     ablegen(gespielt());
     editorOeffnen();
