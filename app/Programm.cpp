@@ -13,7 +13,7 @@ Programm::Programm(const Plattform& plattform)
     , mitschnitt_(zustand_, mitschnittgeraete_)
     , streuschreiber_(zustand_.global)
     , laufsteuerung_(zustand_, plattform.joystick, plattform.eingabe, plattform.zeitgeber,
-                     plattform.laufmarke, {&mitschnitt_, &streuschreiber_})
+                     plattform.laufmarke, {&mitschnitt_, &streuschreiber_, plattform.sofortbild})
     , editoren_(zustand_.global, zustand_.achsendatei, zustand_.achsen, plattform.joystick,
                 plattform.zeitgeber, plattform.tastatur)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,

@@ -16,6 +16,7 @@
 #include "platform/Eingabeweg.h"
 #include "platform/Laufmarke.h"
 #include "platform/Schirmaufnahme.h"
+#include "platform/Sofortbild.h"
 #include "platform/Tastatur.h"
 #include "platform/Tongeber.h"
 #include "platform/mitschnitt/Mitschnittgeraete.h"
@@ -33,7 +34,8 @@ struct Plattform {
     Schirmaufnahme& aufnahme;
     Laufmarke& laufmarke;
     Eingabeweg& eingabeweg;
-    std::string gamepadXml; ///< path of the axis assignment file
+    std::string gamepadXml;           ///< path of the axis assignment file
+    Sofortbild* sofortbild = nullptr; ///< null where the toolkit is to paint all
 };
 
 class Programm {

@@ -12,6 +12,7 @@
 #include "platform/linux/SdlTon.h"
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/Wahleingabe.h"
+#include "platform/linux/XSofortbild.h"
 
 #include <QObject>
 
@@ -22,8 +23,8 @@ public:
     explicit Systemplattform(Waechterblatt* blatt = nullptr);
 
     Plattform plattform() {
-        return {joystick_, eingabe_,   zeitgeber_, prozess_, layout_,
-                ton_,      *aufnahme_, marke_,     eingabe_, gamepadXml_};
+        return {joystick_,  eingabe_, zeitgeber_, prozess_,    layout_,     ton_,
+                *aufnahme_, marke_,   eingabe_,   gamepadXml_, &sofortbild_};
     }
     /// Which injection serves, and why others do not.
     const EingabeWahl& eingabewahl() const { return eingabe_.wahl(); }
@@ -41,6 +42,7 @@ private:
     SdlTon ton_;
     std::unique_ptr<Schirmaufnahme> aufnahme_;
     Dateimarke marke_{Dateimarke::pfad()};
+    XSofortbild sofortbild_;
     std::string gamepadXml_; ///< in the program's own folder
     QObject ohr_;            ///< hears the application
 };

@@ -131,7 +131,8 @@ int messprogrammLaufen(const Messumstand& umstand) {
     ZaehlenderZeitgeber zeitgeber(plattform.zeitgeber, feld);
     Programm programm({plattform.joystick, eingabe, umstand.zaehlend ? zeitgeber : plattform.zeitgeber,
                        plattform.prozess, plattform.tastatur, plattform.ton, plattform.aufnahme,
-                       plattform.laufmarke, plattform.eingabeweg, (umstand.ordner / "Gamepad.xml").string()});
+                       plattform.laufmarke, plattform.eingabeweg, (umstand.ordner / "Gamepad.xml").string(),
+                       plattform.sofortbild});
     programm.starten();
     programm.hauptform().findChild<QPushButton*>("Command1(5)")->click();
 

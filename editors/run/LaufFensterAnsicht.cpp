@@ -91,8 +91,11 @@ Haltebericht::Tastennamen tastennamen(const std::string& datenbankPfad) {
 } // namespace
 
 LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe,
-                                       Zeitgeber& zeitgeber, const Laufzuschauer& zuschauer)
-    : zustand_(zustand), joystick_(joystick), mitschnitt_(zuschauer.mitschnitt) {
+                                       Zeitgeber& zeitgeber, const Laufbeigaben& beigaben)
+    : zustand_(zustand)
+    , joystick_(joystick)
+    , mitschnitt_(beigaben.mitschnitt)
+    , schrift_(*this, beigaben.sofortbild) {
     setObjectName("LaufFenster");
     setToolTip("Schließen des Fensters beendet das Schema.");
     berichtstakt_ = new QTimer(this);
@@ -100,7 +103,7 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
     berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
     connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
     setWindowTitle(GESTARTET);
-    lauf_ = std::make_unique<LaufFenster>(umgebung(eingabe, zeitgeber, zuschauer.streuablage));
+    lauf_ = std::make_unique<LaufFenster>(umgebung(eingabe, zeitgeber, beigaben.streuablage));
 
     auto* anordnung = new QVBoxLayout(this);
     anordnung->addWidget(kopf());
@@ -204,16 +207,17 @@ QWidget* LaufFensterAnsicht::stand() {
     auto* neben = new QWidget;
     auto* zeilen = new QFormLayout(neben);
     zeilen->setContentsMargins(0, 0, 0, 0);
-    umschaltung_ = benannt(new QLabel, "lblUmschalt");
+    umschaltung_ = benannt(new QLabel("Umschalttaste 2"), "lblUmschalt");
     gedrueckte_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
     // It comes for a tick: nothing beside it may move.
-    umschaltung_->setMinimumWidth(umschaltung_->fontMetrics().horizontalAdvance("Umschalttaste 2"));
+    umschaltung_->setFixedWidth(umschaltung_->sizeHint().width());
+    umschaltung_->clear();
     zeilen->addRow("Ebene betreten:", umschaltung_);
     zeilen->addRow("Knopfmaske:", gedrueckte_); // one number for all: no count of them
     for (QWidget* teil : {zeilen->labelForField(gedrueckte_), static_cast<QWidget*>(gedrueckte_)})
         teil->setToolTip(
             "Welche Knöpfe gedrückt sind: Jeder hat seine Zahl (1, 2, 4, 8 …), hier steht die Summe");
-    return standanzeige_ = benannt(new Standanzeige(neben), "Standanzeige");
+    return standanzeige_ = benannt(new Standanzeige(neben, schrift_), "Standanzeige");
 }
 
 QWidget* LaufFensterAnsicht::ausgabegruppe() {
@@ -454,11 +458,11 @@ void LaufFensterAnsicht::standZeigen() {
 }
 
 void LaufFensterAnsicht::lblUmschalt(std::string_view text) {
-    umschaltung_->setText(qt(text));
+    schrift_.schreiben(*umschaltung_, qt(text));
 }
 
 void LaufFensterAnsicht::gedruecktePadtasten(int zahl) {
-    gedrueckte_->setNum(zahl);
+    schrift_.schreiben(*gedrueckte_, QString::number(zahl));
 }
 
 void LaufFensterAnsicht::Erg(int index, const std::string& text) {
@@ -469,8 +473,7 @@ void LaufFensterAnsicht::Erg(int index, const std::string& text) {
 
 void LaufFensterAnsicht::spurenSchreiben() {
     for (std::size_t i = 0; i < spurfelder_.size(); ++i)
-        if (spurfelder_[i]->text() != spuren_[i])
-            spurfelder_[i]->setText(spuren_[i]);
+        schrift_.schreiben(*spurfelder_[i], spuren_[i]);
 }
 
 void LaufFensterAnsicht::HScroll1(int index, int wert) {

@@ -4,7 +4,8 @@
 
 #include "base/Spuren.h"
 #include "editors/run/Haltebericht.h"
-#include "editors/run/Laufzuschauer.h"
+#include "editors/run/Laufbeigaben.h"
+#include "editors/run/Sofortschrift.h"
 #include "engine/run/LaufAnzeige.h"
 #include "engine/run/LaufFenster.h"
 #include "platform/Zeitgeber.h"
@@ -34,7 +35,7 @@ public:
 
     /// `umgebung` without its display, which this window is.
     LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                       const Laufzuschauer& zuschauer = {});
+                       const Laufbeigaben& beigaben = {});
     ~LaufFensterAnsicht() override;
 
     /// Reads the `Schema` and starts the poll. Throws LaufzeitFehler when it can't be read.
@@ -102,6 +103,7 @@ private:
     Joystick& joystick_;
     Laufmitschnitt* mitschnitt_;
     QLabel* mitschnittmeldung_ = nullptr;
+    Sofortschrift schrift_;
     std::array<QPushButton*, 2> knoepfe_{};
     std::array<QRadioButton*, 3> ausgabearten_{};
     QLabel* umschaltung_ = nullptr;

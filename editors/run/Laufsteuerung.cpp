@@ -32,16 +32,16 @@ bool trotzdemStarten() {
 } // namespace
 
 Laufsteuerung::Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                             Laufmarke& marke, const Laufzuschauer& zuschauer)
+                             Laufmarke& marke, const Laufbeigaben& beigaben)
     : zustand_(zustand)
     , joystick_(joystick)
     , eingabe_(eingabe)
     , zeitgeber_(zeitgeber)
     , marke_(marke)
-    , zuschauer_(zuschauer) {
-    if (!zuschauer_.mitschnitt)
+    , beigaben_(beigaben) {
+    if (!beigaben_.mitschnitt)
         return;
-    ablage_ = std::make_unique<Mitschnittablage>(*zuschauer_.mitschnitt, zustand_.global);
+    ablage_ = std::make_unique<Mitschnittablage>(*beigaben_.mitschnitt, zustand_.global);
     connect(ablage_.get(), &Mitschnittablage::fertig, this, &Laufsteuerung::mitschnittFertig);
 }
 
@@ -53,7 +53,7 @@ bool Laufsteuerung::laden() {
     entladen();
     if (!markeSetzen())
         return false;
-    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_, zuschauer_));
+    ansicht_.reset(new LaufFensterAnsicht(zustand_, joystick_, eingabe_, zeitgeber_, beigaben_));
     auto* ansicht = ansicht_.get();
     connect(ansicht, &LaufFensterAnsicht::hauptformVerbergenGewuenscht, this,
             &Laufsteuerung::hauptformVerbergen);
@@ -129,8 +129,8 @@ QString Laufsteuerung::mitschnittDesAbbruchs() {
 }
 
 void Laufsteuerung::streuungAbwarten() const {
-    if (zuschauer_.streuablage)
-        zuschauer_.streuablage->abwarten();
+    if (beigaben_.streuablage)
+        beigaben_.streuablage->abwarten();
 }
 
 void Laufsteuerung::nachAbbruch(int nummer, const QString& text) {

@@ -4,7 +4,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Fenster.h"
-#include "editors/run/Laufzuschauer.h"
+#include "editors/run/Laufbeigaben.h"
 #include "engine/run/LaufFenster.h"
 
 #include <QObject>
@@ -15,13 +15,14 @@
 class Laufmarke;
 class Mitschnittablage;
 class LaufFensterAnsicht;
+class Sofortbild;
 
 class Laufsteuerung final : public QObject {
     Q_OBJECT
 
 public:
     Laufsteuerung(Laufzustand& zustand, Joystick& joystick, Eingabe& eingabe, Zeitgeber& zeitgeber,
-                  Laufmarke& marke, const Laufzuschauer& zuschauer = {});
+                  Laufmarke& marke, const Laufbeigaben& beigaben = {});
     ~Laufsteuerung() override;
 
     /// The pad that a run is played by.
@@ -58,7 +59,7 @@ private:
     Eingabe& eingabe_;
     Zeitgeber& zeitgeber_;
     Laufmarke& marke_;
-    const Laufzuschauer zuschauer_;
+    const Laufbeigaben beigaben_;
     std::unique_ptr<Mitschnittablage> ablage_;
     Formbesitz<LaufFensterAnsicht> ansicht_;
 };

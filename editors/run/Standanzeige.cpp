@@ -4,6 +4,7 @@
 #include "base/Ebenennamen.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Kurzlabel.h"
+#include "editors/run/Sofortschrift.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -17,26 +18,26 @@ constexpr auto ZEILENHINWEIS =
     "Was gerade gehalten wird und wovon. Die Felder eines Sticks sind von der Mitte "
     "aus gezählt.";
 
-void schreiben(QLabel& label, const Haltezeile& zeile) {
-    if (label.text() != zeile.text)
-        label.setText(zeile.text);
+void schreiben(QLabel& label, const Haltezeile& zeile, Sofortschrift& schrift) {
+    schrift.schreiben(label, zeile.text);
     if (label.font().bold() == zeile.auffaellig)
         return;
-    auto schrift = label.font();
-    schrift.setBold(zeile.auffaellig);
-    label.setFont(schrift);
+    auto buchstaben = label.font();
+    buchstaben.setBold(zeile.auffaellig);
+    schrift.aendern(label, [&] { label.setFont(buchstaben); });
 }
 
 } // namespace
 
-Standanzeige::Standanzeige(QWidget* neben) : ebene_(benannt(new QLabel, "lblEbene")) {
+Standanzeige::Standanzeige(QWidget* neben, Sofortschrift& schrift)
+    : schrift_(schrift), ebene_(benannt(new QLabel, "lblEbene")) {
     auto* anordnung = new QVBoxLayout(this);
     anordnung->setContentsMargins(0, 0, 0, 0);
     anordnung->setSpacing(2);
-    auto schrift = ebene_->font();
-    schrift.setBold(true);
-    schrift.setPointSizeF(schrift.pointSizeF() * EBENENGROESSE);
-    ebene_->setFont(schrift);
+    auto gross = ebene_->font();
+    gross.setBold(true);
+    gross.setPointSizeF(gross.pointSizeF() * EBENENGROESSE);
+    ebene_->setFont(gross);
     auto* kopf = new QHBoxLayout;
     kopf->setSpacing(14);
     kopf->addWidget(ebene_, 1);
@@ -52,9 +53,7 @@ Standanzeige::Standanzeige(QWidget* neben) : ebene_(benannt(new QLabel, "lblEben
 }
 
 void Standanzeige::zeigen(int ebene, const std::vector<Haltezeile>& zeilen) {
-    const auto name = QString("Ebene: %1").arg(EBENENNAMEN[static_cast<std::size_t>(ebene)]);
-    if (ebene_->text() != name)
-        ebene_->setText(name);
+    schrift_.schreiben(*ebene_, QString("Ebene: %1").arg(EBENENNAMEN[static_cast<std::size_t>(ebene)]));
     const auto anzahl = zeilen.size();
     const auto ganz = anzahl > zeilen_.size() ? zeilen_.size() - 1 : anzahl;
     for (std::size_t i = 0; i < zeilen_.size(); ++i) {
@@ -65,6 +64,6 @@ void Standanzeige::zeigen(int ebene, const std::vector<Haltezeile>& zeilen) {
             zeile.text = QString("… und %1 weitere").arg(anzahl - ganz);
         else if (i == 0)
             zeile.text = "Nichts gehalten";
-        schreiben(*zeilen_[i], zeile);
+        schreiben(*zeilen_[i], zeile, schrift_);
     }
 }

@@ -11,6 +11,7 @@
 
 class Kurzlabel;
 class QLabel;
+class Sofortschrift;
 
 class Standanzeige final : public QWidget {
     Q_OBJECT
@@ -18,14 +19,15 @@ class Standanzeige final : public QWidget {
 public:
     static constexpr int ZEILEN = 6;
 
-    /// `neben` stands beside the layer.
-    explicit Standanzeige(QWidget* neben);
+    /// `neben` stands beside the layer. What changes is written by `schrift`.
+    Standanzeige(QWidget* neben, Sofortschrift& schrift);
 
     /// Shows a layer, 0 to 2, and lines; of more than it has room for it tells how many are missing. Writes
     /// only what differs from what it shows.
     void zeigen(int ebene, const std::vector<Haltezeile>& zeilen);
 
 private:
+    Sofortschrift& schrift_;
     QLabel* ebene_;
     std::array<Kurzlabel*, ZEILEN> zeilen_{};
 };

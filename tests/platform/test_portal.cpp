@@ -117,7 +117,7 @@ protected:
 
     /// Waits until a name is on the bus, or has gone from it.
     bool amBus(const QString& name, bool da = true) {
-        const auto steht = [&] { return zuschauer_.interface()->isServiceRegistered(name).value() == da; };
+        const auto steht = [&] { return beigaben_.interface()->isServiceRegistered(name).value() == da; };
         return QTest::qWaitFor(steht, GEDULD_MS);
     }
     bool gefragt(int anzahl) {
@@ -134,7 +134,7 @@ protected:
 
     const Testordner ordner_; // below the folder for what is passing
     Bus bus_;
-    QDBusConnection zuschauer_ = bus_.verbindung();
+    QDBusConnection beigaben_ = bus_.verbindung();
     QImage erwartet_ = rauschen({640, 480});
     Oberflaeche oberflaeche_{bus_.verbindung()};
     std::optional<Hilfsprogramm> gedaechtnis_;

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editors/run/Sofortschrift.h"
+
+#include <QEvent>
+#include <QImage>
+#include <QLabel>
+#include <QWindow>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// How often it is asked whether the server has shown the last label.
+constexpr auto NACHFRAGE = 10ms;
+
+// What the way to the server takes at once, with room for what else is on it. A larger label is the
+// toolkit's.
+constexpr qsizetype GROESSTES_BILD = 160 * 1024;
+
+void merken(std::vector<QLabel*>& liste, QLabel& label) {
+    if (std::ranges::find(liste, &label) == liste.end())
+        liste.push_back(&label);
+}
+
+/// The label as the toolkit would paint it, in pixels of the screen.
+QImage gemalt(QLabel& label, qreal masstab) {
+    QImage bild(label.size() * masstab, QImage::Format_RGB32);
+    bild.setDevicePixelRatio(masstab);
+    label.render(&bild);
+    return bild;
+}
+
+/// Whether all of the label is in sight, and lies on whole pixels of the screen.
+bool ganzZuSehen(const QLabel& label, qreal masstab) {
+    return masstab == std::floor(masstab) && label.visibleRegion() == QRegion(label.rect()) &&
+           qsizetype(4 * masstab * masstab) * label.width() * label.height() <= GROESSTES_BILD;
+}
+
+} // namespace
+
+Sofortschrift::Sofortschrift(QWidget& fenster, Sofortbild* bild) : fenster_(fenster), bild_(bild) {
+    takt_.setSingleShot(true);
+    takt_.setTimerType(Qt::PreciseTimer);
+    connect(&takt_, &QTimer::timeout, this, [this] { zeichnen(); });
+    if (bild_)
+        fenster_.installEventFilter(this);
+}
+
+void Sofortschrift::schreiben(QLabel& label, const QString& text) {
+    if (label.text() != text)
+        aendern(label, [&] { label.setText(text); });
+}
+
+void Sofortschrift::aendern(QLabel& label, const std::function<void()>& aenderung) {
+    if (!abseits() || lage() == Sofortbild::Lage::Unbekannt ||
+        !ganzZuSehen(label, fenster_.devicePixelRatioF()))
+        return aenderung();
+    label.setAttribute(Qt::WA_UpdatesDisabled); // not setUpdatesEnabled, which paints when they are on again
+    aenderung();
+    label.setAttribute(Qt::WA_UpdatesDisabled, false);
+    merken(veraltete_, label);
+    merken(offene_, label);
+    if (!takt_.isActive())
+        takt_.start(0);
+}
+
+/// In sight, and the user is not there: what he does in it, the toolkit has to paint anyway.
+bool Sofortschrift::abseits() const {
+    const auto* griff = fenster_.windowHandle();
+    return bild_ && griff && griff->isExposed() && !fenster_.isActiveWindow() && !fenster_.underMouse();
+}
+
+Sofortbild::Lage Sofortschrift::lage() const {
+    return bild_->lage(fenster_.internalWinId());
+}
+
+void Sofortschrift::zeichnen() {
+    if (offene_.empty())
+        return;
+    const qreal masstab = fenster_.devicePixelRatioF();
+    auto& label = *offene_.front();
+    if (!abseits() || lage() == Sofortbild::Lage::Unbekannt || !ganzZuSehen(label, masstab))
+        return nachholen();
+    if (lage() == Sofortbild::Lage::Frei) {
+        offene_.erase(offene_.begin());
+        const auto bild = gemalt(label, masstab);
+        const auto ort = label.mapTo(&fenster_, QPoint()) * masstab;
+        const auto* pixel = reinterpret_cast<const std::uint32_t*>(bild.constBits());
+        bild_->zeigen(
+            {ort.x(), ort.y(), bild.width(), bild.height()},
+            {pixel, static_cast<std::size_t>(bild.width()) * static_cast<std::size_t>(bild.height())});
+    }
+    if (!offene_.empty())
+        takt_.start(NACHFRAGE);
+}
+
+void Sofortschrift::nachholen() {
+    for (auto* label : veraltete_)
+        label->update();
+    veraltete_.clear();
+    offene_.clear();
+}
+
+bool Sofortschrift::eventFilter(QObject* empfaenger, QEvent* ereignis) {
+    switch (ereignis->type()) {
+    case QEvent::Show:
+        if (empfaenger == &fenster_ && fenster_.windowHandle()) {
+            fenster_.windowHandle()->installEventFilter(this); // once, however often
+            lage();
+        }
+        break;
+    case QEvent::Expose:
+    case QEvent::Enter:
+    case QEvent::ActivationChange:
+        nachholen();
+        break;
+    default:
+        break;
+    }
+    return false;
+}

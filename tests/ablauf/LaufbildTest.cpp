@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the window of a run shows while something else is played, and that showing it holds up nothing.
+//
+// A program of its own: its X server stands still at times.
+#include "tests/ablauf/Ablauf.h"
+#include "tests/hilfen/Dateien.h"
+#include "tests/hilfen/Vollbild.h"
+#include "tests/hilfen/XServer.h"
+
+#include <QBackingStore>
+#include <QCursor>
+#include <QLabel>
+#include <QScreen>
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <thread>
+
+#include <X11/Xlib.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Uhr = std::chrono::steady_clock;
+
+constexpr auto DREIECK = SDL_CONTROLLER_BUTTON_Y;
+constexpr auto L1 = SDL_CONTROLLER_BUTTON_LEFTSHOULDER;
+
+const XServer* xserver = nullptr;
+
+/// While it lives, or for so long at most, the X server does nothing.
+class Stillstand {
+public:
+    explicit Stillstand(std::chrono::seconds laengstens) {
+        xserver->anhalten(true);
+        wecker_ = std::thread([this, laengstens] {
+            std::unique_lock sperre(riegel_);
+            ende_.wait_for(sperre, laengstens, [this] { return vorbei_; });
+            xserver->anhalten(false);
+        });
+    }
+    ~Stillstand() {
+        {
+            const std::lock_guard sperre(riegel_);
+            vorbei_ = true;
+        }
+        ende_.notify_one();
+        wecker_.join();
+    }
+    Stillstand(const Stillstand&) = delete;
+    Stillstand& operator=(const Stillstand&) = delete;
+
+private:
+    std::mutex riegel_;
+    std::condition_variable ende_;
+    bool vorbei_ = false;
+    std::thread wecker_;
+};
+
+class Nebenherspiel : public Ablauf {
+protected:
+    /// A run, and the user is somewhere else with keyboard and mouse.
+    void nebenherSpielen() {
+        starten(Schemabau(datenbank_).taste(0, "1,65,0-0-0").taste(5, "4,0,1-0-0"));
+        auto* anzeige = XOpenDisplay(nullptr);
+        XWarpPointer(anzeige, None, DefaultRootWindow(anzeige), 0, 0, 0, 0, 799, 599);
+        XSetInputFocus(anzeige, None, RevertToNone, CurrentTime);
+        XCloseDisplay(anzeige);
+        ASSERT_TRUE(warten([] { return !laufFenster()->isActiveWindow() && !laufFenster()->underMouse(); }));
+        takte(100); // past the first look at what is held
+    }
+    static bool warten(auto&& zustand) { return QTest::qWaitFor(zustand, GEDULD_MS); }
+    static QLabel& label(const QString& name) { return *laufFenster()->findChild<QLabel*>(name); }
+
+    /// The label as it is on the screen.
+    static QImage aufDemSchirm(QLabel& label) {
+        const auto ort = label.mapTo(label.window(), QPoint());
+        return label.screen()
+            ->grabWindow(label.window()->winId(), ort.x(), ort.y(), label.width(), label.height())
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    }
+    static QImage wieErSeinSoll(QLabel& label) {
+        return label.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    }
+    static bool stimmt(QLabel& label) { return aufDemSchirm(label) == wieErSeinSoll(label); }
+
+    /// Its copy is what shows when the window rolls.
+    void dasToolkitHoltNach(const std::function<void()>& kommen) {
+        nebenherSpielen();
+        druecken(DREIECK);
+        auto& zahl = label("Label1(0)");
+        EXPECT_TRUE(warten([&] { return zahl.text() == "1" && stimmt(zahl); }));
+        kommen();
+        ASSERT_TRUE(warten([] { return laufFenster()->isActiveWindow() || laufFenster()->underMouse(); }));
+        takte(2);
+        laufFenster()->backingStore()->flush(laufFenster()->rect(), laufFenster()->windowHandle());
+        EXPECT_TRUE(warten([&] { return stimmt(zahl); }));
+        loesen(DREIECK);
+        EXPECT_TRUE(warten([&] { return zahl.text() == "0" && stimmt(zahl); }));
+    }
+};
+
+} // namespace
+
+TEST_F(Nebenherspiel, EinServerDerNichtZumZeichnenKommtHaeltDenTaktNichtAuf) {
+    nebenherSpielen();
+    tippen(DREIECK);
+    const auto anfang = Uhr::now();
+    {
+        const Stillstand stillstand(8s);
+        for (int i = 0; i < 4; ++i) { // captions of the window, too, take room on the way to the server
+            tippen(DREIECK);
+            tippen(L1);
+        }
+        druecken(DREIECK);
+        takte(100);
+        EXPECT_LT(Uhr::now() - anfang, 4s);
+    }
+    EXPECT_EQ(label("Label1(0)").text(), "1");
+    EXPECT_TRUE(label("lblGehalten(0)").text().startsWith("Dreieck → A, "));
+    for (const auto* name : {"Label1(0)", "lblGehalten(0)", "lblEbene", "lblUmschalt"})
+        EXPECT_TRUE(warten([&] { return stimmt(label(name)); })) << name;
+}
+
+TEST_F(Nebenherspiel, EineEbeneStehtSogleichDa) {
+    nebenherSpielen();
+    auto& ebene = label("lblEbene");
+    ASSERT_TRUE(warten([&] { return stimmt(ebene); }));
+    const auto vorher = aufDemSchirm(ebene);
+    tippen(L1);
+    ASSERT_TRUE(warten([&] { return ebene.text() == "Ebene: Umschalt 2"; })) << ebene.text().toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return stimmt(ebene); }, 1000));
+    EXPECT_NE(aufDemSchirm(ebene), vorher);
+}
+
+TEST_F(Nebenherspiel, WerDasFensterAufdecktSiehtWasDarinSteht) {
+    nebenherSpielen();
+    auto& zahl = label("Label1(0)");
+    {
+        const Vollbild spiel(rauschen(QGuiApplication::primaryScreen()->size()));
+        druecken(DREIECK);
+        takte(20);
+    }
+    EXPECT_EQ(zahl.text(), "1");
+    EXPECT_TRUE(warten([&] { return stimmt(zahl); }));
+}
+
+TEST_F(Nebenherspiel, WerMitDerTastaturKommtHatEinToolkitDasWeissWasDarinSteht) {
+    dasToolkitHoltNach([] { laufFenster()->activateWindow(); });
+}
+
+TEST_F(Nebenherspiel, WerMitDerMausKommtHatEinToolkitDasWeissWasDarinSteht) {
+    dasToolkitHoltNach([] { QCursor::setPos(laufFenster()->mapToGlobal(QPoint(5, 5))); });
+}
+
+int main(int anzahl, char** worte) {
+    ::testing::InitGoogleTest(&anzahl, worte);
+    const XServer server;
+    xserver = &server;
+    qputenv("DISPLAY", server.anzeige().c_str());
+    qunsetenv("WAYLAND_DISPLAY");
+    qunsetenv("XDG_SESSION_TYPE");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // no desktop of the machine takes part
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:");
+    const Testordner laufzeit; // nor do runs of other tests
+    qputenv("XDG_RUNTIME_DIR", laufzeit.pfad().c_str());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("SDL_AUDIODRIVER", "dummy");
+    QApplication anwendung(anzahl, worte);
+    return RUN_ALL_TESTS();
+}
