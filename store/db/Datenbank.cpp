@@ -39,9 +39,9 @@ Database Database::danebenOeffnen(const std::string& pfad) {
     return Database(verbindung_, teil);
 }
 
-Recordset Database::OpenRecordset(std::string_view source) {
+Recordset Database::OpenRecordset(std::string_view source, std::initializer_list<std::string_view> spalten) {
     offen();
-    return {verbindung_, teil_, source};
+    return {verbindung_, teil_, source, spalten};
 }
 
 std::string Database::hinweis() {

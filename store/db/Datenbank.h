@@ -11,6 +11,7 @@
 #include "store/db/Recordset.h"
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -37,7 +38,10 @@ public:
     /// Rows come in stored order; so do those that an ORDER BY leaves equal. Names are matched without regard
     /// to case. The cursor stands on the first row. Throws 3075 for a text of another shape, 3078 for a table
     /// that is not there, 3218 when the file stays locked.
-    Recordset OpenRecordset(std::string_view source);
+    ///
+    /// In a Lesezug the values of all rows come with the set. Where `spalten` are named only theirs do, and
+    /// another one costs its row anew; 3265 for one that is not there.
+    Recordset OpenRecordset(std::string_view source, std::initializer_list<std::string_view> spalten = {});
 
     /// Runs `arbeit` in one transaction: all of its updates or none, also through a crash. An exception rolls
     /// back and goes on to the caller. Inside another transaction it is a part of that one. Throws 3218 when

@@ -6,6 +6,7 @@
 #include "store/db/Namen.h"
 #include "store/db/Verbindung.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <utility>
@@ -31,12 +32,13 @@ std::size_t bytes(const Wert& wert) {
     return sizeof wert + (text ? text->size() : 0);
 }
 
+/// With the values of columns by their ordinals.
 Fund zeilenSuchen(Verbindung& verbindung, Dateiteil teil, const Tabelle& tabelle, const Auswahl& auswahl,
-                  bool mitWerten) {
-    const std::string text = "SELECT _rowid_" + (mitWerten ? ',' + tabelle.spaltenliste() : "") + " FROM " +
-                             tabelle.ort + auswahl.bedingung +
-                             (auswahl.geordnet ? ", _rowid_" : " ORDER BY _rowid_");
-    const int spalten = mitWerten ? static_cast<int>(tabelle.spalten.size()) : 0;
+                  const std::vector<int>& ordinale) {
+    const std::string text =
+        "SELECT _rowid_" + (ordinale.empty() ? "" : ',' + tabelle.spaltenliste(ordinale)) + " FROM " +
+        tabelle.ort + auswahl.bedingung + (auswahl.geordnet ? ", _rowid_" : " ORDER BY _rowid_");
+    const int spalten = static_cast<int>(ordinale.size());
     Fund fund;
     std::size_t summe = 0;
     Verbindung::Lauf lauf(verbindung, text, auswahl.werte);
@@ -68,9 +70,10 @@ struct Recordset::Innen {
     std::map<int, Wert> puffer; ///< put since AddNew or Edit, by ordinal
     // What a Lesezug keeps from changing: all rows of a set that is opened in it, come with their search,
     // and of one that was opened before the row that is read.
-    std::vector<Wert> bild;    ///< values from the row `bildAb` on, row after row
-    std::size_t bildAb = 0;    ///< place in `zeilen`
-    std::uint64_t bildAus = 0; ///< the Lesezug that `bild` was read in
+    std::vector<Wert> bild;       ///< values from the row `bildAb` on, row after row
+    std::vector<int> bildspalten; ///< their ordinals in each row
+    std::size_t bildAb = 0;       ///< place in `zeilen`
+    std::uint64_t bildAus = 0;    ///< the Lesezug that `bild` was read in
 
     std::int64_t zeile() const;
     void stellen(std::size_t neueStelle);
@@ -78,6 +81,7 @@ struct Recordset::Innen {
     void beginnen(Zustand neu);
     Wert lesen(int ordinal);
     Wert ausDemBild(int ordinal);
+    void ganzeZeileLesen(std::int64_t satz);
     void einfuegen(const std::map<int, Wert>& werte);
     void aendern(const std::map<int, Wert>& werte);
 };
@@ -151,20 +155,27 @@ Wert Recordset::Innen::lesen(int ordinal) {
 
 Wert Recordset::Innen::ausDemBild(int ordinal) {
     const std::int64_t satz = zeile();
-    const std::size_t spalten = tabelle->spalten.size();
-    const bool da =
-        bildAus == verbindung->lesezug() && stelle >= bildAb && stelle < bildAb + bild.size() / spalten;
+    auto spalte = std::ranges::find(bildspalten, ordinal);
+    const bool da = spalte != bildspalten.end() && bildAus == verbindung->lesezug() && stelle >= bildAb &&
+                    stelle < bildAb + bild.size() / bildspalten.size();
     if (!da) {
-        bild.clear();
-        Verbindung::Lauf lauf(*verbindung, lesetext, {satz});
-        if (!lauf.weiter())
-            keinAktuellerSatz();
-        for (std::size_t i = 0; i < spalten; ++i)
-            bild.push_back(lauf.wert(static_cast<int>(i)));
-        bildAb = stelle;
-        bildAus = verbindung->lesezug();
+        ganzeZeileLesen(satz);
+        spalte = bildspalten.begin() + ordinal;
     }
-    return bild[(stelle - bildAb) * spalten + static_cast<std::size_t>(ordinal)];
+    const auto platz = static_cast<std::size_t>(spalte - bildspalten.begin());
+    return bild[(stelle - bildAb) * bildspalten.size() + platz];
+}
+
+void Recordset::Innen::ganzeZeileLesen(std::int64_t satz) {
+    bild.clear();
+    bildspalten = tabelle->alle();
+    Verbindung::Lauf lauf(*verbindung, lesetext, {satz});
+    if (!lauf.weiter())
+        keinAktuellerSatz();
+    for (const int ordinal : bildspalten)
+        bild.push_back(lauf.wert(ordinal));
+    bildAb = stelle;
+    bildAus = verbindung->lesezug();
 }
 
 void Recordset::Innen::einfuegen(const std::map<int, Wert>& werte) {
@@ -192,15 +203,21 @@ void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
         keinAktuellerSatz();
 }
 
-Recordset::Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std::string_view source)
+Recordset::Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std::string_view source,
+                     std::initializer_list<std::string_view> spalten)
     : innen_(std::make_unique<Innen>()) {
     const Auswahl auswahl = auswahlLesen(source);
     innen_->verbindung = std::move(verbindung);
     innen_->teil = teil;
     innen_->tabelle = innen_->verbindung->tabelle(teil, auswahl.tabelle);
     innen_->lesetext = innen_->tabelle->lesetext();
-    auto fund =
-        zeilenSuchen(*innen_->verbindung, teil, *innen_->tabelle, auswahl, innen_->verbindung->imLesezug());
+    for (const auto spalte : spalten)
+        innen_->bildspalten.push_back(innen_->tabelle->ordinal(spalte));
+    if (!innen_->verbindung->imLesezug())
+        innen_->bildspalten.clear();
+    else if (innen_->bildspalten.empty())
+        innen_->bildspalten = innen_->tabelle->alle();
+    auto fund = zeilenSuchen(*innen_->verbindung, teil, *innen_->tabelle, auswahl, innen_->bildspalten);
     innen_->zeilen = std::move(fund.zeilen);
     innen_->bild = std::move(fund.werte);
     innen_->bildAus = innen_->verbindung->lesezug();

@@ -6,6 +6,7 @@
 #include "store/db/Wert.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string_view>
 
@@ -62,7 +63,8 @@ public:
 private:
     friend class Database;
     struct Innen;
-    Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std::string_view source);
+    Recordset(std::shared_ptr<Verbindung> verbindung, Dateiteil teil, std::string_view source,
+              std::initializer_list<std::string_view> spalten);
     Innen& offen() const;
     std::unique_ptr<Innen> innen_;
 };

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -30,15 +31,21 @@ const Spalte& Tabelle::spalte(int ordinal) const {
     return spalten[static_cast<std::size_t>(ordinal)];
 }
 
-std::string Tabelle::spaltenliste() const {
+std::vector<int> Tabelle::alle() const {
+    std::vector<int> ordinale(spalten.size());
+    std::iota(ordinale.begin(), ordinale.end(), 0);
+    return ordinale;
+}
+
+std::string Tabelle::spaltenliste(const std::vector<int>& ordinale) const {
     std::string text;
-    for (const Spalte& spalte : spalten)
-        text += (text.empty() ? "" : ",") + inAnfuehrung(spalte.name);
+    for (const int ordinal : ordinale)
+        text += (text.empty() ? "" : ",") + inAnfuehrung(spalte(ordinal).name);
     return text;
 }
 
 std::string Tabelle::lesetext() const {
-    return "SELECT " + spaltenliste() + " FROM " + ort + " WHERE _rowid_ = ?";
+    return "SELECT " + spaltenliste(alle()) + " FROM " + ort + " WHERE _rowid_ = ?";
 }
 
 Spaltenart spaltenartAus(std::string_view deklaration) {

@@ -27,8 +27,10 @@ struct Tabelle {
     int ordinal(std::string_view spalte) const;
     /// Throws 3265 for an ordinal that no column has.
     const Spalte& spalte(int ordinal) const;
-    /// All columns in physical order, as a statement names them.
-    std::string spaltenliste() const;
+    /// All columns in physical order.
+    std::vector<int> alle() const;
+    /// Columns as a statement names them.
+    std::string spaltenliste(const std::vector<int>& ordinale) const;
     /// Reads the row of a row id (the one parameter), all columns in physical order.
     std::string lesetext() const;
 };

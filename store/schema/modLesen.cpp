@@ -127,7 +127,7 @@ Schemaliste SchemataLesen(const std::string& datenbankPfad) {
     Database datenbank = OpenDatabase(datenbankPfad);
     Schemaliste liste;
     datenbank.inEinemLesezug([&] {
-        Recordset satz = datenbank.OpenRecordset("tblTastatur");
+        Recordset satz = datenbank.OpenRecordset("tblTastatur", {"Schemaname", "Programmpfad"});
         const auto groesse = static_cast<std::size_t>(satz.get_RecordCount()) + 1;
         liste = {std::vector<std::string>(groesse), std::vector<std::string>(groesse)};
         for (std::size_t i = 0; !satz.get_EOF(); ++i, satz.MoveNext()) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reading many values on one state of the file.
 #include "store/db/Datenbank.h"
+#include "tests/hilfen/Speicherzaehler.h"
 #include "tests/hilfen/Testdatenbank.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +65,37 @@ TEST_F(Lesezug, JedeZeileHatIhreEigenenWerte) {
         gelesen += name(alle);
     });
     EXPECT_EQ(gelesen, "AABBA");
+}
+
+TEST_F(Lesezug, WasNichtGenanntIstLiestSichTrotzdem) {
+    std::string gelesen;
+    datenbank.inEinemLesezug([&] {
+        auto alle = datenbank.OpenRecordset("SELECT * FROM tblKeyCode WHERE (Keyc)> 6999;", {"KEYE"});
+        for (; !alle.get_EOF(); alle.MoveNext())
+            gelesen += name(alle);
+        alle.MoveFirst();
+        gelesen += alsText(alle.get_Value("Keyc")) + name(alle);
+        alle.MoveNext();
+        gelesen += name(alle) + alsText(alle.get_Value("Keyc"));
+    });
+    EXPECT_EQ(gelesen, "AB7000AB7001");
+}
+
+TEST_F(Lesezug, NurWasGenanntIstKommtMitDerSuche) {
+    constexpr int ZEILEN = 100;
+    for (int i = 0; i < ZEILEN; ++i)
+        datei.sql("INSERT INTO tblKeyCode VALUES (" + std::to_string(8000 + i) +
+                  ", 'ein Text, der einen Ort im Speicher braucht, " + std::to_string(i) + "')");
+    const auto anforderungen = [&](std::initializer_list<std::string_view> spalten) {
+        const long vorher = speicheranforderungen();
+        const auto alle = datenbank.OpenRecordset("tblKeyCode", spalten);
+        return speicheranforderungen() - vorher;
+    };
+    datenbank.inEinemLesezug([&] {
+        anforderungen({}); // what is kept of the table
+        EXPECT_GT(anforderungen({}), anforderungen({"Keyc"}) + ZEILEN / 2) << "some are for the set itself";
+        EXPECT_THROW(anforderungen({"Keyc", "Nirgends"}), LaufzeitFehler);
+    });
 }
 
 TEST_F(Lesezug, TexteBeliebigerLaengeLesenSichWieAlleAnderen) {
