@@ -23,7 +23,10 @@ Programm::Programm(const Plattform& plattform)
     , tastenankunft_(plattform.eingabeweg, hauptform_.hilfe())
     , weitergabe_({hauptform_, zustand_.global, plattform.gamepadXml, "Game-Pad-Konfic " PROGRAMMVERSION,
                    [this](const std::string& schema) { return umbenennenHindert(schema); },
-                   [this] { return laufsteuerung_.geladen(); }}) {
+                   [this] {
+                       laufsteuerung_.streuungAbwarten(); // goes along with its Schema
+                       return laufsteuerung_.geladen();
+                   }}) {
     // The main form hides while a `Schema` runs: no open window does not mean that the program is over.
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&hauptform_, &frmHaupt::geschlossen, qApp, &QApplication::quit);

@@ -87,7 +87,7 @@ std::string mitschnittname(const std::string& schema, const std::string& zeitpun
             zeichen = '_';
     name = gekuerzt(std::move(name), HOECHSTLAENGE);
     if (name.empty() || name.front() == '.' || name.front() == '-')
-        name.insert(0, "_"); // else it hides, or is an option of a command
+        name.insert(name.begin(), '_'); // else it hides, or is an option of a command
     return name + " " + zeitpunkt + std::string(ENDUNG);
 }
 

@@ -7,6 +7,7 @@
 #include "store/files/Dateiersatz.h"
 #include "store/files/Dateisperre.h"
 #include "store/files/Gamepaddatei.h"
+#include "store/files/Streubilddateien.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -124,6 +125,17 @@ bool bilderLoeschen(const Schemaplatz& platz, const std::string& schemaName) {
         return !grund;
     bilddateienLoeschen(platz.bilderPfad, bildnamen(schemaName));
     return ordnerSichern(platz.bilderPfad) && !hatBilder(platz, schemaName);
+}
+
+// --- what runs have counted ---
+
+void streubilderKopieren(const Schemaplatz& platz, const std::string& von, const std::string& nach) {
+    const Streubilddateien dateien(streubildordner(platz.datenbankPfad));
+    for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
+        for (int ebene = 0; ebene < EBENEN; ++ebene)
+            if (const auto daten = dateien.laden(von, seite, ebene);
+                daten != Streudaten{} && !dateien.speichern(nach, seite, ebene, daten))
+                nichtGeschrieben("Das Streubild von „" + nach + "“");
 }
 
 // --- the note ---
@@ -276,9 +288,11 @@ void beiwerkKopieren(const Schemaplatz& platz, const std::string& von, const std
     beiwerkAnlegen(platz, nach, ganzeZeile(platz.gamepadXml, von), endungen, [&](std::string_view endung) {
         return bildHolen(bilddateien(platz.bilderPfad, von + std::string(endung)).front());
     });
+    streubilderKopieren(platz, von, nach);
 }
 
 bool beiwerkLoeschen(const Schemaplatz& platz, const std::string& schemaName, bool bilderBleiben) {
+    Streubilddateien(streubildordner(platz.datenbankPfad)).loeschen(schemaName);
     const bool bilderWeg = bilderBleiben || bilderLoeschen(platz, schemaName);
     return achsenLoeschen(platz.gamepadXml, schemaName) && bilderWeg;
 }

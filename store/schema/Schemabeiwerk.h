@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What belongs to a `Schema` beside the database: its pictures and its row of the axis file. This is the one
-// place that knows all of it, for what copies, renames, takes up or clears a `Schema` away as a whole.
+// What belongs to a `Schema` beside the database: its pictures, its row of the axis file and what its runs
+// have counted. This is the one place that knows all of it, for what copies, renames, takes up or clears a
+// `Schema` away as a whole.
 //
 // The database alone says which `Schema`s there are. What lies beside it is laid before the commit that makes
 // the `Schema` its owner, and cleared away after the commit that leaves it without one; a note on the disk,

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Taking up, renaming and doubling whole `Schema`s.
 #include "store/schema/Schemauebernahme.h"
+#include "store/files/Streubilddateien.h"
 #include "store/schema/Schemaloeschen.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Dateirechte.h"
+#include "tests/hilfen/Kunsthand.h"
 #include "tests/hilfen/Schemabau.h"
 #include "tests/hilfen/Schemaplatzprobe.h"
 
@@ -117,6 +119,18 @@ TEST_F(Uebernahmetest, EinVerdoppeltesStehtNebenDemErsten) {
     EXPECT_THAT(namenIn(ort.bilder()),
                 UnorderedElementsAre("S0L.bmp", "S2R.bmp", "S 20L.bmp", "S 22R.bmp", "T1L.bmp"));
     EXPECT_THAT(schemata(), ElementsAre("S", "T", "S 2"));
+}
+
+TEST_F(Uebernahmetest, WasLaeufeGezaehltHabenGehtMit) {
+    const Streubilddateien zaehlung(streubildordner(ort.platz().datenbankPfad));
+    const auto gezaehlt = streudatenAus({.saat = 3}, 400);
+    ASSERT_TRUE(zaehlung.speichern("S", Stickseite::Rechts, 2, gezaehlt));
+    schemaVerdoppeln(ort.platz(), "S", "S 2");
+    schemaUmbenennen(ort.platz(), "S", "Neu");
+    for (const auto* name : {"S 2", "Neu"})
+        EXPECT_EQ(zaehlung.laden(name, Stickseite::Rechts, 2), gezaehlt) << name;
+    EXPECT_EQ(zaehlung.laden("S", Stickseite::Rechts, 2), Streudaten{});
+    EXPECT_EQ(zaehlung.laden("Neu", Stickseite::Links, 2), Streudaten{});
 }
 
 TEST_F(Uebernahmetest, AuchWasNichtInsFormatPasstWirdUmbenanntUndVerdoppelt) {
