@@ -59,9 +59,22 @@ Justiertafeln::Justiertafeln(Stickebene& ebene, const Justiereigenart& art, Zeit
                              art.schaltflaeche)) {
     umschalten_->inhaltSetzen(umschaltinhalt());
     schaltflaeche_->inhaltSetzen(befehlsinhalt());
-    // Large letters on a low screen leave two rows no room.
-    if (schaltflaeche_->noetigeEbenenhoehe() > ebene.screen()->availableSize().height())
-        streubildspalte_->setDirection(QBoxLayout::LeftToRight);
+    streubildEinpassen(ebene.screen()->availableSize());
+}
+
+// Large letters on a low screen leave two rows no room, and one is too wide for a small screen: there the key
+// alone remains.
+void Justiertafeln::streubildEinpassen(const QSize& platz) {
+    if (noetigeEbene().height() <= platz.height())
+        return;
+    streubildspalte_->setDirection(QBoxLayout::LeftToRight);
+    streubild_->updateGeometry(); // a layout inside another does not tell it
+    if (noetigeEbene().width() <= platz.width())
+        return;
+    streubild_->hide();
+    ruecksetzung_->hide();
+    streubildspalte_->invalidate();
+    streubild_->parentWidget()->layout()->invalidate();
 }
 
 QWidget* Justiertafeln::umschaltinhalt() {
@@ -116,12 +129,12 @@ QBoxLayout* Justiertafeln::streubildspalte() {
     streubild_->setToolTip(STREUBILD);
     connect(streubild_, &QCheckBox::toggled, this, &Justiertafeln::streubildGeaendert);
     streubildspalte_->addWidget(streubild_);
-    auto* knopf = benannt(new QPushButton("zurücksetzen"), "Streubildruecksetzung");
-    knopf->setFocusPolicy(Qt::TabFocus);
-    knopf->setAccessibleName("Streubild zurücksetzen");
-    knopf->setToolTip(ZURUECKSETZEN);
-    connect(knopf, &QPushButton::clicked, this, &Justiertafeln::streubildZuruecksetzen);
-    streubildspalte_->addWidget(knopf);
+    ruecksetzung_ = benannt(new QPushButton("zurücksetzen"), "Streubildruecksetzung");
+    ruecksetzung_->setFocusPolicy(Qt::TabFocus);
+    ruecksetzung_->setAccessibleName("Streubild zurücksetzen");
+    ruecksetzung_->setToolTip(ZURUECKSETZEN);
+    connect(ruecksetzung_, &QPushButton::clicked, this, &Justiertafeln::streubildZuruecksetzen);
+    streubildspalte_->addWidget(ruecksetzung_);
     return streubildspalte_;
 }
 

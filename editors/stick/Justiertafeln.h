@@ -59,12 +59,14 @@ private:
     QWidget* umschaltinhalt();
     QWidget* befehlsinhalt();
     QBoxLayout* streubildspalte();
+    void streubildEinpassen(const QSize& platz);
 
     const Stickebene& ebene_;
     Schiebetafel* umschalten_;
     Schiebetafel* schaltflaeche_;
     std::array<QRadioButton*, EBENEN> ebenen_{};
     QCheckBox* einsZuEins_ = nullptr;
+    QPushButton* ruecksetzung_ = nullptr;
     QCheckBox* streubild_ = nullptr;
     QBoxLayout* streubildspalte_ = nullptr;
 };

@@ -9,9 +9,9 @@ trap 'rm -rf "$ordner"' EXIT
 fehler=0
 fehlschlag() { echo "FAILED: $*"; fehler=1; }
 
-# What the C library has a guarded twin of, "__NAME_chk". The compiler calls the twin only where it can't see the size:
-# memmove and recv of known sizes are all that a small program may have.
-bewachbar='mem(cpy|set)|str(n?cpy|n?cat)|v?sn?printf|v?f?printf|p?read|fgets|realpath|readlink|getcwd'
+# What the C library has a guarded twin of, "__NAME_chk". The compiler calls the twin only where it sees the room but not
+# the size: memory of its own making (memcpy, memmove, memset) and recv of known sizes are all that a program may have.
+bewachbar='str(n?cpy|n?cat)|v?sn?printf|v?f?printf|p?read|fgets|realpath|readlink|getcwd'
 
 # Lines of what a program lacks.
 maengel() { # FILE
