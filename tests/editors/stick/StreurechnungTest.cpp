@@ -26,7 +26,6 @@ std::uint16_t zelle(int x, int y) {
     return static_cast<std::uint16_t>(y * ZELLEN + x);
 }
 constexpr int IN_DER_MITTE = 128;
-constexpr int DRAUSSEN = 20;
 
 class Daten {
 public:
