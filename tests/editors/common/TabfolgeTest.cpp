@@ -113,7 +113,8 @@ TEST_F(Formgang, WoDerTabulatorHaeltIstZuSehen) {
         for (const char* innen : {"Uschalt(0)", "Command1(1)"})
             EXPECT_TRUE(control<QWidget>(form, innen).visibleRegion().isEmpty()) << innen;
     });
-    EXPECT_EQ(stellen, 2 * 6) << "a layer, three buttons, the tick and the plane, of both sticks";
+    EXPECT_EQ(stellen, 2 * 8)
+        << "a layer, three buttons, the tick, two for where the stick was and the plane, of both sticks";
 }
 
 TEST_F(Formgang, VerkehrtIstWasDasAugeAndersLiest) {

@@ -791,7 +791,8 @@ TEST_P(FrmJust, OffeneTafelnSchneidenNichtsAbAuchMitGrossenBuchstaben) {
             vergehen(400);
             EXPECT_TRUE(beschnittene(tafel).empty()) << punkt << " points, " << beschnittene(tafel)[0];
             for (auto* control : tafel.findChildren<QWidget*>())
-                EXPECT_TRUE(tafel.rect().contains(QRect(control->mapTo(&tafel, QPoint()), control->size())))
+                EXPECT_TRUE(control->isHidden() ||
+                            tafel.rect().contains(QRect(control->mapTo(&tafel, QPoint()), control->size())))
                     << punkt << " points, " << control->objectName().toStdString();
         }
         form().close();
