@@ -107,13 +107,8 @@ void Weitergabe::weitergeben(const std::string& name) {
     meldung(&umfeld_.form, text, "Schema weitergeben", QMessageBox::Information);
 }
 
-QString Weitergabe::dateiBenennen(const std::string& name) {
-    const QPointer<QFileDialog> dialog =
-        new QFileDialog(&umfeld_.form, "Schema weitergeben", ordner_, SCHEMAFILTER);
-    dialog->setObjectName("cdlSchemaWeitergeben");
-    dialog->setAcceptMode(QFileDialog::AcceptSave); // asks before it replaces a file
-    dialog->setDefaultSuffix(qt(SCHEMAENDUNG.substr(1)));
-    dialog->selectFile(dateiname(name));
+// The dialog goes with its form, which may close while it is open.
+QString Weitergabe::gewaehlt(const QPointer<QFileDialog>& dialog) {
     QString pfad;
     if (dialog->exec() == QDialog::Accepted && dialog && !dialog->selectedFiles().isEmpty())
         pfad = dialog->selectedFiles().first();
@@ -123,20 +118,23 @@ QString Weitergabe::dateiBenennen(const std::string& name) {
     return pfad;
 }
 
+QString Weitergabe::dateiBenennen(const std::string& name) {
+    auto* dialog = new QFileDialog(&umfeld_.form, "Schema weitergeben", ordner_, SCHEMAFILTER);
+    dialog->setObjectName("cdlSchemaWeitergeben");
+    dialog->setAcceptMode(QFileDialog::AcceptSave); // asks before it replaces a file
+    dialog->setDefaultSuffix(qt(SCHEMAENDUNG.substr(1)));
+    dialog->selectFile(dateiname(name));
+    return gewaehlt(dialog);
+}
+
 // --- taking up ---
 
 QString Weitergabe::dateiWaehlen(const QString& titel, const QString& filter, const QString& ordner) {
-    const QPointer<QFileDialog> dialog = new QFileDialog(&umfeld_.form, titel, ordner);
+    auto* dialog = new QFileDialog(&umfeld_.form, titel, ordner);
     dialog->setObjectName("cdlSchemaAufnehmen");
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setNameFilters({filter, JEDE_DATEI});
-    QString pfad;
-    if (dialog->exec() == QDialog::Accepted && dialog && !dialog->selectedFiles().isEmpty())
-        pfad = dialog->selectedFiles().first();
-    delete dialog;
-    if (!pfad.isEmpty())
-        ordner_ = QFileInfo(pfad).absolutePath();
-    return pfad;
+    return gewaehlt(dialog);
 }
 
 void Weitergabe::aufnehmen() {

@@ -7,11 +7,13 @@
 #include "store/schema/Schemabeiwerk.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
 #include <string>
 
+class QFileDialog;
 class QWidget;
 struct GobalVariable;
 struct Schemafund;
@@ -52,6 +54,7 @@ private:
     void verdoppeln(const std::string& name);
 
     bool vorlegen(const Schemafund& fund);
+    QString gewaehlt(const QPointer<QFileDialog>& dialog);
     QString dateiWaehlen(const QString& titel, const QString& filter, const QString& ordner);
     QString dateiBenennen(const std::string& name);
     Schemaplatz platz() const;
