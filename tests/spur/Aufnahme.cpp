@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/spur/Aufnahme.h"
 
+#include "tests/spur/Padeingabe.h"
+
 #include "base/LaufzeitFehler.h"
 #include "base/Regler.h"
 #include "engine/mitschnitt/Laufmitschnitt.h"
@@ -72,30 +74,14 @@ private:
     }
 
     void ausfuehren(const Spureingabe& eingabe) {
-        auto& z = pad_.zustand;
-        const std::array<std::uint32_t*, 6> achsen{&z.dwXpos, &z.dwYpos, &z.dwZpos,
-                                                   &z.dwRpos, &z.dwUpos, &z.dwVpos};
+        if (padeingabe(pad_, eingabe))
+            return;
         switch (eingabe.art) {
         case Art::Start:
             starten();
             break;
         case Art::Stop:
             stoppen();
-            break;
-        case Art::Tasten:
-            z.dwButtons = eingabe.wert;
-            break;
-        case Art::Pov:
-            z.dwPOV = eingabe.wert;
-            break;
-        case Art::Achse:
-            *achsen[eingabe.index] = eingabe.wert;
-            break;
-        case Art::PadWeg:
-            pad_.da = false;
-            break;
-        case Art::PadDa:
-            pad_.da = true;
             break;
         case Art::Regler:
             regler(static_cast<int>(eingabe.index), static_cast<int>(eingabe.wert));
@@ -105,10 +91,7 @@ private:
                 mitschnitt_.bedienung("knopf " + std::to_string(eingabe.index),
                                       [&] { lauf_->Command1Klick(static_cast<int>(eingabe.index)); });
             break;
-        case Art::Lauf:
-        case Art::Ende:
-        case Art::Spaet:
-        case Art::Versatz:
+        default:
             break;
         }
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/spur/Spieler.h"
 
+#include "tests/spur/Padeingabe.h"
+
 #include "base/LaufzeitFehler.h"
 #include "base/Regler.h"
 #include "engine/mitschnitt/Prozesszustand.h"
@@ -112,6 +114,8 @@ private:
     }
 
     void ausfuehren(const Spureingabe& eingabe) {
+        if (padeingabe(pad_, eingabe))
+            return;
         switch (eingabe.art) {
         case Art::Start:
             starten();
@@ -122,26 +126,8 @@ private:
         case Art::Stop:
             stoppen();
             break;
-        case Art::Ende:
-        case Art::Versatz: // the clock knows it already
-            break;
         case Art::Spaet:
             uhr_.verschlafen(eingabe.zeit + eingabe.dauer);
-            break;
-        case Art::Tasten:
-            pad_.zustand.dwButtons = eingabe.wert;
-            break;
-        case Art::Pov:
-            pad_.zustand.dwPOV = eingabe.wert;
-            break;
-        case Art::Achse:
-            achse(eingabe.index) = eingabe.wert;
-            break;
-        case Art::PadWeg:
-            pad_.da = false;
-            break;
-        case Art::PadDa:
-            pad_.da = true;
             break;
         case Art::Regler:
             if (hatFenster())
@@ -150,6 +136,8 @@ private:
         case Art::Knopf:
             if (hatFenster())
                 lauf_->Command1Klick(static_cast<int>(eingabe.index));
+            break;
+        default: // the end; an offset, which the clock knows already
             break;
         }
     }
@@ -194,13 +182,6 @@ private:
             lauf_->HScroll2Aenderung(static_cast<int>(eingabe.wert));
         else
             lauf_->HScroll1Aenderung(static_cast<int>(eingabe.index), static_cast<int>(eingabe.wert));
-    }
-
-    std::uint32_t& achse(std::uint32_t index) {
-        auto& z = pad_.zustand;
-        const std::array<std::uint32_t*, 6> achsen{&z.dwXpos, &z.dwYpos, &z.dwZpos,
-                                                   &z.dwRpos, &z.dwUpos, &z.dwVpos};
-        return *achsen[index];
     }
 
     // A run that an error stops takes its window along: what is done there later goes nowhere.
