@@ -3,28 +3,14 @@
 #include "platform/linux/SdlJoystick.h"
 #include "platform/probe/ProbeJoystick.h"
 #include "platform/probe/ProbeUhr.h"
+#include "tests/platform/Auffrischungen.h"
 #include "tests/platform/JoystickSatz.h"
 
 #include <QCoreApplication>
 #include <SDL.h>
 #include <csignal>
-#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-namespace {
-
-int auffrischungen = 0;
-
-} // namespace
-
-// In the place of the library's: how often the pads are updated.
-extern "C" void SDLCALL SDL_JoystickUpdate(void) {
-    ++auffrischungen;
-    static const auto eigentliche =
-        reinterpret_cast<decltype(&SDL_JoystickUpdate)>(dlsym(RTLD_NEXT, "SDL_JoystickUpdate"));
-    eigentliche();
-}
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include "platform/linux/Tastaturlayout.h"
 #include "platform/linux/UinputEingabe.h"
 #include "platform/probe/ProbeJoystick.h"
+#include "tests/platform/Auffrischungen.h"
 #include "tests/platform/JoystickSatz.h"
 
 #include <QCoreApplication>
@@ -12,7 +13,6 @@
 #include <SDL.h>
 #include <chrono>
 #include <cstdlib>
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <libevdev/libevdev-uinput.h>
@@ -22,20 +22,6 @@
 #include <thread>
 #include <unistd.h>
 #include <vector>
-
-namespace {
-
-int auffrischungen = 0;
-
-} // namespace
-
-// In the place of the library's: how often the pads are updated.
-extern "C" void SDLCALL SDL_JoystickUpdate(void) {
-    ++auffrischungen;
-    static const auto eigentliche =
-        reinterpret_cast<decltype(&SDL_JoystickUpdate)>(dlsym(RTLD_NEXT, "SDL_JoystickUpdate"));
-    eigentliche();
-}
 
 namespace {
 

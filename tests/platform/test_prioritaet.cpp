@@ -109,6 +109,15 @@ TEST(LinuxPrioritaet, AmEndeIstSieZurueckgegeben) {
               "0 0");
 }
 
+/// Where the machine gives real-time priority it was granted and is given back, else it was refused.
+void erwarteAbgegeben(const std::string& ergebnis) {
+    if (echtzeitErlaubt())
+        EXPECT_EQ(ergebnis,
+                  "granted policy " + std::to_string(SCHED_OTHER | SCHED_RESET_ON_FORK) + " nice 0");
+    else
+        EXPECT_THAT(ergebnis, testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER)));
+}
+
 // Such a hard limit comes from a parent that has been given real-time priority by a service. What comes
 // before it is the signal, not death.
 TEST(LinuxPrioritaet, UnterEinerGeerbtenHartenGrenzeBleibtDasLeben) {
@@ -124,11 +133,7 @@ TEST(LinuxPrioritaet, UnterEinerGeerbtenHartenGrenzeBleibtDasLeben) {
         while (verbraucht.tv_sec < 1);
         return stand(gewaehrt);
     });
-    if (echtzeitErlaubt())
-        EXPECT_EQ(ergebnis,
-                  "granted policy " + std::to_string(SCHED_OTHER | SCHED_RESET_ON_FORK) + " nice 0");
-    else
-        EXPECT_THAT(ergebnis, testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER)));
+    erwarteAbgegeben(ergebnis);
 }
 
 TEST(LinuxPrioritaet, WerOhnePauseRechnetVerliertDieEchtzeitUndNichtDasLeben) {
@@ -142,11 +147,7 @@ TEST(LinuxPrioritaet, WerOhnePauseRechnetVerliertDieEchtzeitUndNichtDasLeben) {
         while (verbraucht.tv_sec < 4);
         return stand(gewaehrt);
     });
-    if (echtzeitErlaubt())
-        EXPECT_EQ(ergebnis,
-                  "granted policy " + std::to_string(SCHED_OTHER | SCHED_RESET_ON_FORK) + " nice 0");
-    else
-        EXPECT_THAT(ergebnis, testing::StartsWith("refused policy " + std::to_string(SCHED_OTHER)));
+    erwarteAbgegeben(ergebnis);
 }
 
 // --- the guard ---
