@@ -13,10 +13,9 @@
 #include "store/schema/modKeyCode.h"
 #include "store/schema/modSpeichern.h"
 #include "tests/fuzz/Datenbankschaden.h"
+#include "tests/fuzz/Sqlitevorrat.h"
 #include "tests/fuzz/Verlangen.h"
 #include "tests/hilfen/Schemabau.h"
-
-#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -134,17 +133,6 @@ void schreiben(const std::string& pfad, const fs::path& ordner) {
 }
 
 } // namespace
-
-// Nearly all the time goes into SQLite's small allocations: it gets a pool for them, and what is left is
-// remembered with a short stack.
-extern "C" const char* __asan_default_options() {
-    return "malloc_context_size=3";
-}
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    constexpr int PLATZ = 512;
-    constexpr int PLAETZE = 1000;
-    return sqlite3_config(SQLITE_CONFIG_LOOKASIDE, PLATZ, PLAETZE);
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t groesse) {
     static const Testdatenbank datei;

@@ -4,10 +4,9 @@
 #include "base/LaufzeitFehler.h"
 #include "store/schema/Schemadatei.h"
 #include "tests/fuzz/Datenbankschaden.h"
+#include "tests/fuzz/Sqlitevorrat.h"
 #include "tests/fuzz/Verlangen.h"
 #include "tests/hilfen/Schemaplatzprobe.h"
-
-#include <sqlite3.h>
 
 #include <fstream>
 #include <iterator>
@@ -30,16 +29,6 @@ std::string heil(const std::string& pfad) {
 }
 
 } // namespace
-
-// As for the database: SQLite's small allocations get a pool.
-extern "C" const char* __asan_default_options() {
-    return "malloc_context_size=3";
-}
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    constexpr int PLATZ = 512;
-    constexpr int PLAETZE = 1000;
-    return sqlite3_config(SQLITE_CONFIG_LOOKASIDE, PLATZ, PLAETZE);
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t groesse) {
     static const Testordner ordner;
