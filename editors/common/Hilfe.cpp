@@ -7,6 +7,7 @@
 #include "platform/Prozess.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -50,12 +51,12 @@ QString Hilfe::kapitelVon(const QWidget* control) {
     return KAPITEL_OHNE_FORM;
 }
 
-// A key that no control takes comes to the window in the end.
+// A key that no control takes comes to the window in the end; the field of a file dialog takes them all.
 bool Hilfe::eventFilter(QObject* objekt, QEvent* ereignis) {
     if (!hilfetaste(*ereignis) || !objekt->isWidgetType())
         return false;
-    auto* fenster = static_cast<QWidget*>(objekt);
-    if (!fenster->isWindow())
+    auto* fenster = static_cast<QWidget*>(objekt)->window();
+    if (objekt != fenster && !qobject_cast<QFileDialog*>(fenster))
         return false;
     const auto* fokus = fenster->focusWidget();
     kapitelOeffnen(fenster, kapitelVon(fokus ? fokus : fenster));

@@ -9,7 +9,7 @@ struct Hilfekapitel {
     const char* anker;
 };
 
-inline constexpr std::array<Hilfekapitel, 10> HILFEKAPITEL{{
+inline constexpr std::array<Hilfekapitel, 15> HILFEKAPITEL{{
     {"frmHaupt", "erstes"},
     {"frmJoyKonfic", "knoepfe"},
     {"frmJust", "sticks"},
@@ -20,6 +20,11 @@ inline constexpr std::array<Hilfekapitel, 10> HILFEKAPITEL{{
     {"AchzenKalib", "achsen"},
     {"Uebersicht", "uebersicht"},
     {"LaufFenster", "lauf"},
+    {"cdlSchemaWeitergeben", "weitergeben"},
+    {"cdlSchemaAufnehmen", "weitergeben"},
+    {"frmAufnahme", "weitergeben"},
+    {"frmDatenbankfrage", "weitergeben"},
+    {"frmNamensfrage", "weitergeben"},
 }};
 /// How to make the first `Schema`.
 inline constexpr const char* KAPITEL_ERSTE_SCHRITTE = "erstes";

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What helps on all forms: F1 and the tool tips of the buttons.
+#include "editors/common/Hilfe.h"
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Hilfekapitel.h"
+#include "editors/exchange/Schemadialoge.h"
+#include "editors/exchange/Schemafund.h"
 #include "tests/editors/common/Formtest.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -11,6 +15,8 @@
 #include <QtTest/QTest>
 
 #include <map>
+#include <memory>
+#include <set>
 
 namespace {
 
@@ -64,11 +70,13 @@ protected:
     using Geoeffnet = std::pair<std::size_t, std::string>;
 };
 
-/// The forms that have a chapter; the panel of an action is part of one.
+/// The forms that have a chapter; the panel of an action is part of one, and dialogs belong to the main form.
 std::vector<Hilfekapitel> formen() {
+    static const std::set<QString> KEINE{"fraAktion",   "cdlSchemaWeitergeben", "cdlSchemaAufnehmen",
+                                         "frmAufnahme", "frmDatenbankfrage",    "frmNamensfrage"};
     std::vector<Hilfekapitel> alle;
     for (const auto& kapitel : HILFEKAPITEL)
-        if (kapitel.teil != std::string("fraAktion"))
+        if (!KEINE.contains(kapitel.teil))
             alle.push_back(kapitel);
     return alle;
 }
@@ -124,6 +132,31 @@ TEST_F(HilfeTest, F1MitEinerUmschalttasteOderGehaltenIstKeines) {
     QKeyEvent gehalten(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, QString(), true);
     QApplication::sendEvent(&haupt(), &gehalten);
     EXPECT_TRUE(prozess_.geoeffnet.empty());
+}
+
+TEST_F(HilfeTest, F1InEinemDialogUeberGanzeSchemataOeffnetIhrKapitel) {
+    for (const auto& [name, gehoert] :
+         std::vector<std::pair<QString, QString>>{{"mnuSchema(0)", "cdlSchemaWeitergeben"},
+                                                  {"mnuSchema(1)", "cdlSchemaAufnehmen"},
+                                                  {"mnuSchema(2)", "cdlSchemaAufnehmen"},
+                                                  {"mnuSchema(3)", "frmNamensfrage"},
+                                                  {"mnuSchema(4)", "frmNamensfrage"}}) {
+        prozess_.geoeffnet.clear();
+        QTimer::singleShot(0, [&] {
+            auto* dialog = QApplication::activeModalWidget();
+            EXPECT_EQ(dialog->objectName(), gehoert);
+            QTest::keyClick(dialog->focusWidget() ? dialog->focusWidget() : dialog, Qt::Key_F1);
+            dialog->close();
+        });
+        haupt().findChild<QAction*>(name)->trigger();
+        EXPECT_EQ(geoeffnet(), (Geoeffnet{1, "weitergeben"})) << name.toStdString();
+    }
+    const auto keines = [](const std::string&) { return ""; };
+    EXPECT_EQ(Hilfe::kapitelVon(std::make_unique<Aufnahmefrage>(&haupt(), Schemafund(), "S", keines).get()),
+              "weitergeben");
+    EXPECT_EQ(Hilfe::kapitelVon(
+                  std::make_unique<Datenbankfrage>(&haupt(), "B.twk", std::vector<std::string>{"S"}).get()),
+              "weitergeben");
 }
 
 TEST_F(HilfeTest, F1InEinerBoxOeffnetDasKapitelIhrerForm) {
