@@ -7,6 +7,9 @@
 //   latenz [PRESSES [SECONDS]]            at rest and in play, on an idle machine
 //   latenz last [PRESSES [SECONDS]]       with every core busy
 //   latenz last niemand [...]             the same without root's rights for the program
+//   latenz spiel [TURNS [LATENZ...]]      in play alone, turn by turn, medians; each further LATENZ is the
+//   one of
+//                                         another build, whose program is measured beside this one's
 #include "bench/Messfeld.h"
 #include "bench/Messling.h"
 #include "bench/Messprogramm.h"
@@ -21,6 +24,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <memory>
 #include <numbers>
 #include <optional>
@@ -42,9 +46,15 @@ constexpr const char* A_AUF = "-38";
 constexpr const char* B_AB = "+56";
 constexpr const char* B_AUF = "-56";
 
+// What a probe is called by that another one starts for its program: FOLDER FIELD SOCKET.
+constexpr const char* PROBAND = "proband";
+constexpr int PROBANDWORTE = 5;
+
 struct Auftrag {
     bool unterLast = false;
     bool alsNiemand = false;
+    bool nurSpiel = false;
+    std::vector<std::string> andere; ///< probes of other builds
     int druecke = 500;
     std::chrono::seconds dauer = 10s;
 };
@@ -53,9 +63,12 @@ Auftrag auftragVon(std::vector<std::string> worte) {
     Auftrag auftrag;
     auftrag.unterLast = std::erase(worte, "last") > 0;
     auftrag.alsNiemand = std::erase(worte, "niemand") > 0;
+    auftrag.nurSpiel = std::erase(worte, "spiel") > 0;
     if (!worte.empty())
         auftrag.druecke = std::max(2, std::atoi(worte[0].c_str()));
-    if (worte.size() > 1)
+    if (auftrag.nurSpiel && worte.size() > 1)
+        auftrag.andere.assign(worte.begin() + 1, worte.end());
+    else if (worte.size() > 1)
         auftrag.dauer = std::chrono::seconds(std::max(1, std::atoi(worte[1].c_str())));
     return auftrag;
 }
@@ -118,14 +131,16 @@ protected:
 // The whole program, with its `Schema` running.
 class Programmproband final : public Proband {
 public:
-    Programmproband(const Stand& stand, bool zaehlend, bool alsNiemand) {
+    Programmproband(const Stand& stand, bool zaehlend, bool alsNiemand, const std::string& anderes = {}) {
         std::array<int, 2> paar{};
         if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, paar.data()) != 0)
             throw std::runtime_error("no socket");
         unser_ = paar[0];
         kind_.emplace([&] {
             close(paar[0]);
-            return messprogrammLaufen({stand.ordner, stand.nummer, paar[1], zaehlend, alsNiemand});
+            return anderes.empty()
+                       ? messprogrammLaufen({stand.ordner, stand.nummer, paar[1], zaehlend, alsNiemand})
+                       : anderesLaufen(anderes, stand, paar[1]);
         });
         close(paar[1]);
         abwarten(befehl::BEREIT);
@@ -141,6 +156,12 @@ public:
     }
 
 private:
+    static int anderesLaufen(const std::string& latenz, const Stand& stand, int befehle) {
+        fcntl(befehle, F_SETFD, 0);
+        const auto feld = std::to_string(stand.nummer);
+        return execl(latenz.c_str(), latenz.c_str(), PROBAND, stand.ordner.c_str(), feld.c_str(),
+                     std::to_string(befehle).c_str(), nullptr);
+    }
     void abwarten(char zeichen) const {
         char gekommenes = 0;
         if (read(unser_, &gekommenes, 1) != 1 || gekommenes != zeichen)
@@ -344,6 +365,60 @@ void nebeneinander(const Stand& stand, const Auftrag& auftrag) {
                 alle[0].ruhe.prozent / alle[1].ruhe.prozent, alle[0].spiel.prozent / alle[1].spiel.prozent);
 }
 
+// --- play, turn by turn ---
+
+struct Bewerber {
+    std::string name;
+    std::function<std::unique_ptr<Proband>()> machen;
+    std::vector<double> prozente = {};
+    std::vector<double> weckungen = {};
+    std::vector<double> ereignisse = {};
+};
+
+// As short as the other work of the machine is even.
+void spielrunde(const Stand& stand, Bewerber& bewerber) {
+    constexpr auto ZUG = 1500ms;
+    const auto proband = bewerber.machen();
+    const auto spiel = spiellast(stand, *proband, ZUG);
+    bewerber.prozente.push_back(spiel.last.prozent);
+    bewerber.weckungen.push_back(spiel.last.weckungen);
+    bewerber.ereignisse.push_back(spiel.ereignisse);
+}
+
+/// Of each turn, as one is to the other in it.
+std::vector<double> verhaeltnisse(const std::vector<double>& zaehler, const std::vector<double>& nenner) {
+    std::vector<double> alle;
+    for (std::size_t i = 0; i < zaehler.size(); ++i)
+        alle.push_back(zaehler[i] / nenner[i]);
+    return alle;
+}
+
+void nurSpiel(const Stand& stand, const Auftrag& auftrag) {
+    const auto grenze = [&stand](const char* art) {
+        return [&stand, art] { return std::make_unique<Grenzproband>(stand, art); };
+    };
+    const auto programm = [&stand](const std::string& latenz) {
+        return [&stand, latenz] { return std::make_unique<Programmproband>(stand, false, false, latenz); };
+    };
+    std::vector<Bewerber> alle{{"least, 1 ms timer", grenze("takt")},
+                               {"least, reads each ms", grenze("lesend")},
+                               {"program", programm("")}};
+    for (const auto& latenz : auftrag.andere)
+        alle.push_back({latenz, programm(latenz)});
+    for (int zug = 0; zug < auftrag.druecke; ++zug)
+        for (auto& bewerber : alle)
+            spielrunde(stand, bewerber);
+    std::printf(
+        "in play, medians of %d turns: %% of core, to the least with 1 ms timer, to the one that reads "
+        "each ms, wake-ups/s, keys/s\n",
+        auftrag.druecke);
+    for (const auto& bewerber : alle)
+        std::printf("%6.2f %5.2f %5.2f %6.0f %5.1f  %s\n", bei(bewerber.prozente, 0.5),
+                    bei(verhaeltnisse(bewerber.prozente, alle[0].prozente), 0.5),
+                    bei(verhaeltnisse(bewerber.prozente, alle[1].prozente), 0.5),
+                    bei(bewerber.weckungen, 0.5), bei(bewerber.ereignisse, 0.5), bewerber.name.c_str());
+}
+
 void weiteres(const Stand& stand, const Auftrag& auftrag) {
     Programmproband programm(stand, true, auftrag.alsNiemand);
     drucken("stick to key", auslenken(stand, auftrag.druecke));
@@ -420,6 +495,8 @@ void freigeben(const Testdatenbank& datenbank) {
 } // namespace
 
 int main(int anzahl, char** worte) {
+    if (anzahl == PROBANDWORTE && worte[1] == std::string(PROBAND))
+        return messprogrammLaufen({worte[2], std::atoi(worte[3]), std::atoi(worte[4])});
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // one who waits sees how far it has come
     const auto auftrag = auftragVon({worte + 1, worte + anzahl});
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1); // no desktop of the machine takes part
@@ -434,7 +511,9 @@ int main(int anzahl, char** worte) {
     const Spielfenster spielfenster(server);
     const Stand stand{server, lauscher, datenbank.ordner(), spielfenster, nummer, messfeld(nummer)};
     echtzeitNehmen();
-    if (auftrag.unterLast) {
+    if (auftrag.nurSpiel) {
+        nurSpiel(stand, auftrag);
+    } else if (auftrag.unterLast) {
         unterLast(stand, auftrag);
     } else {
         nebeneinander(stand, auftrag);
