@@ -24,7 +24,6 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace {
 
@@ -95,14 +94,14 @@ LaufFensterAnsicht::LaufFensterAnsicht(Laufzustand& zustand, Joystick& joystick,
     : zustand_(zustand)
     , joystick_(joystick)
     , mitschnitt_(beigaben.mitschnitt)
-    , schrift_(*this, beigaben.sofortbild) {
+    , schrift_(*this, beigaben.sofortbild, GESTARTET) {
     setObjectName("LaufFenster");
     setToolTip("Schließen des Fensters beendet das Schema.");
     berichtstakt_ = new QTimer(this);
     berichtstakt_->setSingleShot(true);
     berichtstakt_->setInterval(BERICHTSINTERVALL_MS);
     connect(berichtstakt_, &QTimer::timeout, this, &LaufFensterAnsicht::berichteSchreiben);
-    setWindowTitle(GESTARTET);
+    schrift_.betiteln(GESTARTET);
     lauf_ = std::make_unique<LaufFenster>(umgebung(eingabe, zeitgeber, beigaben.streuablage));
 
     auto* anordnung = new QVBoxLayout(this);
@@ -430,23 +429,7 @@ void LaufFensterAnsicht::Option1Klick(int index) {
 // --- the engine's output ---
 
 void LaufFensterAnsicht::titel(const std::string& text) {
-    const auto neuer = qt(text);
-    if (neuer == windowTitle())
-        return;
-    setWindowTitle(neuer);
-    leerenTitelErsetzen();
-}
-
-/// The caption is the list of held keys, empty where nothing is held. A window without a title gets the name
-/// of the program from Qt, which says nothing here.
-void LaufFensterAnsicht::leerenTitelErsetzen() {
-    if (windowHandle() && windowTitle().isEmpty())
-        windowHandle()->setTitle(GESTARTET);
-}
-
-void LaufFensterAnsicht::showEvent(QShowEvent* ereignis) {
-    leerenTitelErsetzen();
-    QWidget::showEvent(ereignis);
+    schrift_.betiteln(qt(text));
 }
 
 void LaufFensterAnsicht::standZeigen() {

@@ -59,7 +59,6 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* ereignis) override;
-    void showEvent(QShowEvent* ereignis) override;
 
 private:
     QWidget* kopf();
@@ -83,7 +82,6 @@ private:
     void spurenSchreiben();
     void berichteSchreiben();
     void standZeigen();
-    void leerenTitelErsetzen();
 
     void titel(const std::string& text) override;
     void lblUmschalt(std::string_view text) override;

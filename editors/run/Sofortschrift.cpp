@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -42,18 +43,46 @@ bool ganzZuSehen(const QLabel& label, qreal masstab) {
 
 } // namespace
 
-Sofortschrift::Sofortschrift(QWidget& fenster, Sofortbild* bild) : fenster_(fenster), bild_(bild) {
+Sofortschrift::Sofortschrift(QWidget& fenster, Sofortbild* bild, QString ersatztitel)
+    : fenster_(fenster), bild_(bild), ersatztitel_(std::move(ersatztitel)) {
     takt_.setSingleShot(true);
     takt_.setTimerType(Qt::PreciseTimer);
     connect(&takt_, &QTimer::timeout, this, [this] { zeichnen(); });
-    if (bild_)
-        fenster_.installEventFilter(this);
+    fenster_.installEventFilter(this);
 }
 
 void Sofortschrift::schreiben(QLabel& label, const QString& text) {
     if (label.text() != text)
         aendern(label, [&] { label.setText(text); });
 }
+
+// --- caption ---
+
+void Sofortschrift::betiteln(const QString& titel) {
+    if (titel == titel_)
+        return;
+    titel_ = titel;
+    if (titelVorbei())
+        titelVoraus_ = true;
+    else
+        titelDemToolkit(titel);
+}
+
+/// In a window of another program the user plays; he may see the caption all the same, in a list of windows.
+bool Sofortschrift::titelVorbei() {
+    return bild_ && fenster_.windowHandle() && !fenster_.isActiveWindow() &&
+           bild_->betiteln(fenster_.internalWinId(),
+                           (titel_.isEmpty() ? ersatztitel_ : titel_).toStdString());
+}
+
+void Sofortschrift::titelDemToolkit(const QString& titel) {
+    fenster_.setWindowTitle(titel); // which does nothing where it believes that this one is there
+    auto* griff = fenster_.windowHandle();
+    if (griff && (std::exchange(titelVoraus_, false) || titel.isEmpty()))
+        griff->setTitle(titel.isEmpty() ? ersatztitel_ : titel);
+}
+
+// --- labels ---
 
 void Sofortschrift::aendern(QLabel& label, const std::function<void()>& aenderung) {
     if (!abseits() || lage() == Sofortbild::Lage::Unbekannt ||
@@ -103,15 +132,24 @@ void Sofortschrift::nachholen() {
         label->update();
     veraltete_.clear();
     offene_.clear();
+    if (titelVoraus_)
+        titelDemToolkit(titel_);
+}
+
+void Sofortschrift::fensterDa() {
+    if (fenster_.windowTitle().isEmpty())
+        fenster_.windowHandle()->setTitle(ersatztitel_);
+    if (!bild_)
+        return;
+    fenster_.windowHandle()->installEventFilter(this); // once, however often
+    lage();
 }
 
 bool Sofortschrift::eventFilter(QObject* empfaenger, QEvent* ereignis) {
     switch (ereignis->type()) {
     case QEvent::Show:
-        if (empfaenger == &fenster_ && fenster_.windowHandle()) {
-            fenster_.windowHandle()->installEventFilter(this); // once, however often
-            lage();
-        }
+        if (empfaenger == &fenster_ && fenster_.windowHandle())
+            fensterDa();
         break;
     case QEvent::Expose:
     case QEvent::Enter:

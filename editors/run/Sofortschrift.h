@@ -6,11 +6,15 @@
 // the pad may wait. So while the user is elsewhere a changed label is drawn into the window itself, one at a
 // time, the next when the server has shown the last. The toolkit's own copy is behind then; it paints before
 // it shows that again (the window is uncovered), and when the user comes to the window.
+//
+// The caption, which may change with each key, goes past it in the same way: of what an own one costs the
+// toolkit most is its own book-keeping, and this falls into the middle of a tick.
 #pragma once
 
 #include "platform/Sofortbild.h"
 
 #include <QObject>
+#include <QString>
 #include <QTimer>
 
 #include <functional>
@@ -22,11 +26,17 @@ class QWidget;
 class Sofortschrift final : public QObject {
 public:
     /// `bild` may be null: then the toolkit paints all. It outlives this object, and so does `fenster`.
-    Sofortschrift(QWidget& fenster, Sofortbild* bild);
+    /// A window without a title of its own is shown with `ersatztitel`: else the toolkit gives it the name of
+    /// the program.
+    Sofortschrift(QWidget& fenster, Sofortbild* bild, QString ersatztitel);
 
     /// Does `aenderung` to the looks of a label of the window; both outlive the window's display.
     void aendern(QLabel& label, const std::function<void()>& aenderung);
     void schreiben(QLabel& label, const QString& text);
+    /// Gives the window a title. The toolkit may get to know of it only when the user comes to the window.
+    void betiteln(const QString& titel);
+    /// The title that was given last.
+    const QString& titel() const { return titel_; }
 
 protected:
     bool eventFilter(QObject* empfaenger, QEvent* ereignis) override;
@@ -36,9 +46,15 @@ private:
     Sofortbild::Lage lage() const;
     void zeichnen();
     void nachholen();
+    void fensterDa();
+    bool titelVorbei();
+    void titelDemToolkit(const QString& titel);
 
     QWidget& fenster_;
     Sofortbild* bild_;
+    QString ersatztitel_;
+    QString titel_;
+    bool titelVoraus_ = false; // of what the toolkit knows
     QTimer takt_;
     std::vector<QLabel*> offene_;    // to be drawn, the oldest first
     std::vector<QLabel*> veraltete_; // other than the toolkit's copy

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
+#include <utility>
 #include <xcb/xcbext.h>
 
 namespace {
@@ -38,6 +39,10 @@ bool taugt(xcb_connection_t* verbindung, int tiefe) {
                 return false;
         }
     return true;
+}
+
+bool istAscii(char zeichen) {
+    return zeichen >= ' ' && zeichen <= '~';
 }
 
 } // namespace
@@ -77,6 +82,33 @@ void XSofortbild::zeigen(const Ausschnitt& wo, std::span<const std::uint32_t> pi
     xcb_flush(verbindung_);
 }
 
+// Beside today's property the old one, which is what some window managers know, as the toolkit does it. Who
+// looks at a window gets to know of each change of a property, so both go out together.
+bool XSofortbild::betiteln(std::uintptr_t fenster, std::string_view text) {
+    if (const auto gefragtes = static_cast<xcb_window_t>(fenster); gefragtes != fenster_)
+        kennenlernen(gefragtes);
+    namenAbholen(titel_, titelfrage_);
+    namenAbholen(textart_, textartfrage_);
+    if (titel_ == XCB_NONE || textart_ == XCB_NONE || text.empty() || !std::ranges::all_of(text, istAscii))
+        return false;
+    for (const auto& [titel, art] :
+         {std::pair(titel_, textart_), std::pair<xcb_atom_t, xcb_atom_t>(XCB_ATOM_WM_NAME, XCB_ATOM_STRING)})
+        xcb_change_property(verbindung_, XCB_PROP_MODE_REPLACE, fenster_, titel, art, 8,
+                            static_cast<std::uint32_t>(text.size()), text.data());
+    xcb_flush(verbindung_);
+    return true;
+}
+
+std::optional<unsigned> XSofortbild::namensfrage(std::string_view name) {
+    return xcb_intern_atom_unchecked(verbindung_, 0, static_cast<std::uint16_t>(name.size()), name.data())
+        .sequence;
+}
+
+void XSofortbild::namenAbholen(xcb_atom_t& nummer, std::optional<unsigned>& frage) {
+    if (const auto antwort = abholen<xcb_intern_atom_reply_t>(frage))
+        nummer = antwort->atom;
+}
+
 void XSofortbild::kennenlernen(xcb_window_t fenster) {
     vergessen();
     fenster_ = fenster;
@@ -86,18 +118,21 @@ void XSofortbild::kennenlernen(xcb_window_t fenster) {
     stift_ = xcb_generate_id(verbindung_);
     xcb_create_gc(verbindung_, stift_, fenster_, 0, nullptr);
     tiefenfrage_ = xcb_get_geometry_unchecked(verbindung_, fenster_).sequence;
+    titelfrage_ = namensfrage("_NET_WM_NAME");
+    textartfrage_ = namensfrage("UTF8_STRING");
     xcb_flush(verbindung_);
 }
 
 void XSofortbild::vergessen() {
     if (stift_ != XCB_NONE && verbindungDesToolkits() == verbindung_) {
-        for (const auto& frage : {tiefenfrage_, standfrage_})
+        for (const auto& frage : {tiefenfrage_, standfrage_, titelfrage_, textartfrage_})
             if (frage)
                 xcb_discard_reply(verbindung_, *frage);
         xcb_free_gc(verbindung_, stift_);
     }
     stift_ = XCB_NONE;
     tiefe_ = 0;
-    tiefenfrage_.reset();
-    standfrage_.reset();
+    titel_ = textart_ = XCB_NONE;
+    for (auto* frage : {&tiefenfrage_, &standfrage_, &titelfrage_, &textartfrage_})
+        frage->reset();
 }

@@ -126,6 +126,12 @@ protected:
         EXPECT_TRUE(QTest::qWaitFor(istDort, GEDULD_MS))
             << "the pointer is at " << lauscher_->zeiger().first << ", " << lauscher_->zeiger().second;
     }
+    /// Waits until the title bar of the window of the run says `text`. The toolkit may not know of it.
+    void titelErwarten(const std::string& text) {
+        const auto fenster = laufFenster()->winId();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return lauscher_->titel(fenster) == text; }, GEDULD_MS))
+            << lauscher_->titel(fenster) << " is not " << text;
+    }
     std::string gamepadXml() const { return (datenbank_.ordner() / "Gamepad.xml").string(); }
 
     Testdatenbank datenbank_;

@@ -78,7 +78,7 @@ std::string auf(const std::string& taste) {
 TEST_F(Ablauf, EineEinfacheTasteWirdSoLangeGehaltenWieDerButton) {
     starten(schemaS(datenbank_));
     druecken(DREIECK);
-    EXPECT_EQ(laufFenster()->windowTitle(), "0-65,");
+    titelErwarten("0-65,");
     loesen(DREIECK);
     EXPECT_EQ(angekommen(), (Ereignisse{ab(A), auf(A)}));
 }

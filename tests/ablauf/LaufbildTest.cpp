@@ -63,12 +63,15 @@ protected:
     /// A run, and the user is somewhere else with keyboard and mouse.
     void nebenherSpielen() {
         starten(Schemabau(datenbank_).taste(0, "1,65,0-0-0").taste(5, "4,0,1-0-0"));
+        woandersHin();
+        takte(100); // past the first look at what is held
+    }
+    static void woandersHin() {
         auto* anzeige = XOpenDisplay(nullptr);
         XWarpPointer(anzeige, None, DefaultRootWindow(anzeige), 0, 0, 0, 0, 799, 599);
         XSetInputFocus(anzeige, None, RevertToNone, CurrentTime);
         XCloseDisplay(anzeige);
         ASSERT_TRUE(warten([] { return !laufFenster()->isActiveWindow() && !laufFenster()->underMouse(); }));
-        takte(100); // past the first look at what is held
     }
     static bool warten(auto&& zustand) { return QTest::qWaitFor(zustand, GEDULD_MS); }
     static QLabel& label(const QString& name) { return *laufFenster()->findChild<QLabel*>(name); }
@@ -83,6 +86,11 @@ protected:
     }
     static QImage wieErSeinSoll(QLabel& label) {
         return label.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    }
+    /// By today's property and by the old one.
+    void titelErwarten(const std::string& text) {
+        Ablauf::titelErwarten(text);
+        EXPECT_EQ(lauscher_->titel(laufFenster()->winId(), "WM_NAME"), text);
     }
     static bool stimmt(QLabel& label) { return aufDemSchirm(label) == wieErSeinSoll(label); }
 
@@ -153,6 +161,43 @@ TEST_F(Nebenherspiel, WerMitDerTastaturKommtHatEinToolkitDasWeissWasDarinSteht) 
 
 TEST_F(Nebenherspiel, WerMitDerMausKommtHatEinToolkitDasWeissWasDarinSteht) {
     dasToolkitHoltNach([] { QCursor::setPos(laufFenster()->mapToGlobal(QPoint(5, 5))); });
+}
+
+TEST_F(Nebenherspiel, DerTitelStehtSogleichDaUndDasToolkitErfaehrtIhnWennDerBenutzerKommt) {
+    nebenherSpielen();
+    titelErwarten("Schema gestartet");
+    druecken(DREIECK);
+    titelErwarten("0-65,");
+    EXPECT_EQ(laufFenster()->windowTitle(), "Schema gestartet") << "it went past the toolkit";
+    loesen(DREIECK);
+    titelErwarten("Schema gestartet"); // as an empty one is shown
+    druecken(DREIECK);
+    laufFenster()->activateWindow();
+    ASSERT_TRUE(warten([] { return laufFenster()->isActiveWindow(); }));
+    takte(2);
+    EXPECT_EQ(laufFenster()->windowTitle(), "0-65,");
+    titelErwarten("0-65,");
+    loesen(DREIECK);
+    titelErwarten("Schema gestartet");
+    EXPECT_EQ(laufFenster()->windowTitle(), "");
+}
+
+TEST_F(Nebenherspiel, EinTitelDenDasToolkitNochDaGlaubtKommtAuchNachdemErVorbeigingZurueck) {
+    nebenherSpielen();
+    druecken(DREIECK); // and the toolkit hears of the server's time, without which nobody gets the focus
+    titelErwarten("0-65,");
+    laufFenster()->activateWindow();
+    ASSERT_TRUE(warten([] { return laufFenster()->isActiveWindow(); }));
+    woandersHin();
+    loesen(DREIECK);
+    titelErwarten("Schema gestartet");
+    EXPECT_EQ(laufFenster()->windowTitle(), "0-65,");
+    druecken(DREIECK);
+    titelErwarten("0-65,");
+    laufFenster()->activateWindow();
+    ASSERT_TRUE(warten([] { return laufFenster()->isActiveWindow(); }));
+    takte(2);
+    titelErwarten("0-65,");
 }
 
 int main(int anzahl, char** worte) {

@@ -172,7 +172,7 @@ TEST_F(Stickablauf, EinFeldDruecktUndLoestSeineTaste) {
     stickStarten({{LINKER_STICK, 0, FELD_RECHTS, "2,0,65,0,0"}});
     pad_->achse(LX, GANZ_RECHTS);
     EXPECT_EQ(bis("+38"), Ereignisse{"+38"});
-    EXPECT_EQ(laufFenster()->windowTitle(), "17-65,");
+    titelErwarten("17-65,");
     pad_->achse(LX, MITTE);
     EXPECT_EQ(bis("-38"), Ereignisse{"-38"});
     EXPECT_EQ(angekommen(), Ereignisse{});
@@ -194,7 +194,7 @@ TEST_F(Stickablauf, BeideSticksHaltenJeEineTaste) {
     EXPECT_EQ(bis("+38"), Ereignisse{"+38"});
     pad_->achse(RY, GANZ_LINKS);
     EXPECT_EQ(bis("+56"), Ereignisse{"+56"});
-    EXPECT_EQ(laufFenster()->windowTitle(), "17-65,20-66,");
+    titelErwarten("17-65,20-66,");
     pad_->achse(LX, MITTE);
     EXPECT_EQ(bis("-38"), Ereignisse{"-38"});
     pad_->achse(RY, MITTE);

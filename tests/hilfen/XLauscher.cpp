@@ -148,9 +148,9 @@ std::vector<std::string> XLauscher::vorhandene() {
     return texte;
 }
 
-std::string XLauscher::titel(unsigned long fenster) const {
+std::string XLauscher::titel(unsigned long fenster, const char* eigenschaft) const {
     XTextProperty text{};
-    if (XGetTextProperty(anzeige_, fenster, &text, XInternAtom(anzeige_, "_NET_WM_NAME", False)) == 0)
+    if (XGetTextProperty(anzeige_, fenster, &text, XInternAtom(anzeige_, eigenschaft, False)) == 0)
         return {};
     const std::string titel(reinterpret_cast<const char*>(text.value), text.nitems);
     XFree(text.value);

@@ -28,8 +28,8 @@ public:
     /// What has come so far; does not wait.
     std::vector<std::string> vorhandene();
 
-    /// The title that a window gives to whoever lists windows; "" for none.
-    std::string titel(unsigned long fenster) const;
+    /// The title that a window gives to whoever lists windows, or one by another property; "" for none.
+    std::string titel(unsigned long fenster, const char* eigenschaft = "_NET_WM_NAME") const;
     /// Where the pointer is.
     std::pair<int, int> zeiger() const;
     /// Puts the layout group `nummer`, from 0, in force.
