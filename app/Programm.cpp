@@ -2,7 +2,7 @@
 #include "app/Programm.h"
 
 #include "editors/common/Formhilfen.h"
-#include "editors/pictures/Bildschreiber.h"
+#include "editors/common/Nebenarbeit.h"
 
 #include <QApplication>
 
@@ -81,7 +81,7 @@ std::string Programm::ohneBildschirmSichern() {
     const bool lief = laufsteuerung_.geladen();
     const auto fehler = laufsteuerung_.ohneFensterBeenden();
     for (const auto* fenster : QApplication::topLevelWidgets())
-        for (auto* schreiber : fenster->findChildren<Bildschreiber*>())
+        for (auto* schreiber : fenster->findChildren<Nebenarbeit*>())
             schreiber->ausarbeiten();
     streuschreiber_.abwarten();
     if (fehler)

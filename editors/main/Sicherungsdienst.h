@@ -4,7 +4,7 @@
 #pragma once
 
 #include "base/LaufzeitFehler.h"
-#include "editors/pictures/Bildschreiber.h"
+#include "editors/common/Nebenarbeit.h"
 #include "store/files/Sicherungen.h"
 
 #include <QObject>
@@ -42,7 +42,7 @@ private:
     std::optional<Sicherungen> sicherungen_;
     const QWidget* form_ = nullptr;
     QTimer mitternacht_;
-    Bildschreiber werk_{nullptr};
+    Nebenarbeit werk_{nullptr};
 };
 
 /// The database could not be read: one box tells it, and offers the newest good copy where there is one and

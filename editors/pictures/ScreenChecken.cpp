@@ -4,8 +4,8 @@
 #include "base/Ebenennamen.h"
 #include "editors/common/Farben.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Nebenarbeit.h"
 #include "editors/common/Padzeile.h"
-#include "editors/pictures/Bildschreiber.h"
 #include "editors/pictures/Bildvorschau.h"
 #include "editors/stick/Ebenenbild.h"
 #include "engine/input/Padabfrage.h"
@@ -135,7 +135,7 @@ ScreenChecken::ScreenChecken(std::string ordner, std::string schema, const Schir
     for (int i = 0; i < VORSCHAUEN; ++i)
         dateinamen_[static_cast<std::size_t>(i)] =
             schema_ + std::to_string(i / 2) + BILDENDEN[static_cast<std::size_t>(i % 2)];
-    schreiber_ = new Bildschreiber(this);
+    schreiber_ = new Nebenarbeit(this);
     aufbauen();
     verbinden();
     bilderLaden();

@@ -44,7 +44,7 @@
 #include <string>
 #include <string_view>
 
-class Bildschreiber;
+class Nebenarbeit;
 class Bildvorschau;
 class QGroupBox;
 class QLabel;
@@ -137,7 +137,7 @@ private:
     QWidget* auswahlrahmen_ = nullptr;
     QGroupBox* auswahltafel_ = nullptr;
     QLabel* maengel_ = nullptr;
-    Bildschreiber* schreiber_ = nullptr;
+    Nebenarbeit* schreiber_ = nullptr;
     std::stop_source ladeende_; ///< what is not read by then is not wanted any more
     std::unique_ptr<Formularzeitgeber> abfrage_;
 };

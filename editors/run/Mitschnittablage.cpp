@@ -2,7 +2,7 @@
 #include "editors/run/Mitschnittablage.h"
 
 #include "editors/common/Formhilfen.h"
-#include "editors/pictures/Bildschreiber.h"
+#include "editors/common/Nebenarbeit.h"
 #include "engine/mitschnitt/Laufmitschnitt.h"
 #include "engine/run/GobalVariable.h"
 #include "store/files/Dateiersatz.h"
@@ -116,7 +116,7 @@ Mitschnittablauf mitschnittAblegen(const std::string& ordner, const std::string&
 }
 
 Mitschnittablage::Mitschnittablage(const Laufmitschnitt& mitschnitt, const GobalVariable& global)
-    : mitschnitt_(mitschnitt), global_(global), schreiber_(new Bildschreiber(this)) {}
+    : mitschnitt_(mitschnitt), global_(global), schreiber_(new Nebenarbeit(this)) {}
 
 Mitschnittablage::~Mitschnittablage() = default;
 

@@ -7,7 +7,7 @@
 
 #include <string>
 
-class Bildschreiber;
+class Nebenarbeit;
 class Laufmitschnitt;
 struct GobalVariable;
 
@@ -38,7 +38,7 @@ signals:
 private:
     const Laufmitschnitt& mitschnitt_;
     const GobalVariable& global_;
-    Bildschreiber* schreiber_;
+    Nebenarbeit* schreiber_;
     bool unterwegs_ = false;
 };
 

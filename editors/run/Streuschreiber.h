@@ -2,7 +2,7 @@
 // Keeps what runs have counted, on the disk and beside the event loop: the main form comes back at once.
 #pragma once
 
-#include "editors/pictures/Bildschreiber.h"
+#include "editors/common/Nebenarbeit.h"
 #include "engine/run/Streuzaehler.h"
 
 #include <QObject>
@@ -27,5 +27,5 @@ private:
 
     const GobalVariable& global_;
     bool gesagt_ = false;
-    Bildschreiber schreiber_{nullptr};
+    Nebenarbeit schreiber_{nullptr};
 };

@@ -2,7 +2,7 @@
 // What is saved when the display goes, and that no window takes part in it.
 #include "tests/ablauf/Ablauf.h"
 
-#include "editors/pictures/Bildschreiber.h"
+#include "editors/common/Nebenarbeit.h"
 
 #include <QScrollBar>
 
@@ -24,7 +24,7 @@ TEST_F(Ablauf, OhneBildschirmWirdEinBildNochFertig) {
     std::filesystem::current_path(datenbank_.ordner());
     programmStarten();
     QWidget form;
-    auto* schreiber = new Bildschreiber(&form);
+    auto* schreiber = new Nebenarbeit(&form);
     std::atomic<bool> fertig = false;
     bool gesagt = false;
     schreiber->auftrag(

@@ -2,7 +2,7 @@
 // The form that makes the background pictures: its remote control, its previews, and how it goes back into
 // the editors.
 #include "editors/pictures/ScreenChecken.h"
-#include "editors/pictures/Bildschreiber.h"
+#include "editors/common/Nebenarbeit.h"
 #include "tests/editors/stick/Justiertest.h"
 #include "tests/hilfen/Dateien.h"
 
@@ -79,7 +79,7 @@ protected:
     }
     void hintergrundknopf() {
         feld<QPushButton>("Command1(2)").click();
-        schirm().findChild<Bildschreiber*>()->abwarten();
+        schirm().findChild<Nebenarbeit*>()->abwarten();
         ereignisse();
     }
     /// Opens the form, whose pictures are still on their way until the event loop runs.
@@ -138,7 +138,7 @@ protected:
     }
     /// Keeps the writer busy until the semaphore is released: no picture reaches its file before.
     void schreiberAufhalten(QSemaphore& frei) {
-        schirm().findChild<Bildschreiber*>()->auftrag(
+        schirm().findChild<Nebenarbeit*>()->auftrag(
             [&frei] {
                 frei.acquire();
                 return true;
@@ -479,7 +479,7 @@ TEST_F(Hintergrundtest, EinAufgegebenesBildKommtNurWennKeinNeueresVerlangtIst) {
     tastenDruecken(0);
     schirm_.liefern();
     EXPECT_TRUE(QTest::qWaitFor([&] { return ton_.toene.size() == 2; }));
-    schirm().findChild<Bildschreiber*>()->abwarten();
+    schirm().findChild<Nebenarbeit*>()->abwarten();
     EXPECT_EQ(toene(), (Toene{BILDTON, BILDTON}));
     EXPECT_EQ(dateien(), (std::vector<std::int64_t>{GRUEN, ROT, -1, -1, -1, -1}));
     EXPECT_EQ(gezeigt(0), GRUEN);
@@ -911,13 +911,13 @@ TEST_F(RechterHintergrundtest, OhneEditorGehtEsInsNichts) {
     EXPECT_TRUE(haupt().isVisible());
 }
 
-TEST(Bildschreiber, EinAuftragKommtNachDemAnderen) {
+TEST(Nebenarbeit, EinAuftragKommtNachDemAnderen) {
     constexpr int AUFTRAEGE = 200;
     std::atomic<int> laufende = 0;
     std::atomic<int> meiste = 0;
     std::vector<int> fertige;
     std::vector<int> erwartet;
-    Bildschreiber schreiber(nullptr);
+    Nebenarbeit schreiber(nullptr);
     for (int i = 0; i < AUFTRAEGE; ++i) {
         erwartet.push_back(i);
         schreiber.auftrag(
