@@ -58,6 +58,7 @@ struct Laufumgebung {
     std::function<bool(LaufFenster&)> ruhepunkt = {};
     /// With some unrest there still is one a minute.
     std::chrono::milliseconds ruhepunktabstand = std::chrono::seconds{20};
+    Streuhoerer* streuhoerer = nullptr; ///< hears where the sticks are, as they are counted
 };
 
 /// [layer][slot], as Laufbild.

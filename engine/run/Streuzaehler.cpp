@@ -32,7 +32,7 @@ template <class T> Streuzaehler::Feld<T> Streuzaehler::genullt(std::size_t anzah
     return Feld<T>(feld);
 }
 
-Streuzaehler::Streuzaehler() {
+Streuzaehler::Streuzaehler(Streuhoerer* hoerer) : hoerer_(hoerer) {
     for (auto& stick : sticks_)
         for (auto& bogen : stick.boegen) {
             bogen.takte = genullt<std::uint32_t>(Streudaten::RASTERFELDER);
@@ -47,7 +47,7 @@ void Streuzaehler::takt(Stickseite seite, int ebene, const Stickposition& ort,
         stick.letzter.reset();
         return;
     }
-    const Stand stand{ebene, zelleVon(ort), {begrenzt(roh->x), begrenzt(roh->y)}};
+    const Stand stand{ebene, ort, zelleVon(ort), {begrenzt(roh->x), begrenzt(roh->y)}};
     const bool folgt = stick.letzter && stick.letzter->ebene == ebene;
     if (!folgt)
         for (auto& ruhe : stick.ruhe)
@@ -55,16 +55,21 @@ void Streuzaehler::takt(Stickseite seite, int ebene, const Stickposition& ort,
     stick.letzter = stand;
     auto& bogen = stick.boegen[static_cast<std::size_t>(ebene)];
     bogen.bleiben(stand.zelle, 1, !folgt);
+    if (hoerer_)
+        hoerer_->takte(seite, ebene, ort, 1, folgt);
     stick.ruhe[0].takt(stand.roh.x, bogen.achsen[0]);
     stick.ruhe[1].takt(stand.roh.y, bogen.achsen[1]);
 }
 
 void Streuzaehler::nocheinmal(std::uint64_t anzahl) {
-    for (auto& stick : sticks_) {
+    for (const auto seite : {Stickseite::Links, Stickseite::Rechts}) {
+        auto& stick = sticks_[static_cast<std::size_t>(seite)];
         if (!stick.letzter || anzahl == 0)
             continue;
         auto& bogen = stick.boegen[static_cast<std::size_t>(stick.letzter->ebene)];
         bogen.bleiben(stick.letzter->zelle, anzahl, false);
+        if (hoerer_)
+            hoerer_->takte(seite, stick.letzter->ebene, stick.letzter->ort, anzahl, true);
         stick.ruhe[0].takte(stick.letzter->roh.x, anzahl, bogen.achsen[0]);
         stick.ruhe[1].takte(stick.letzter->roh.y, anzahl, bogen.achsen[1]);
     }

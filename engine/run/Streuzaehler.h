@@ -41,9 +41,24 @@ public:
     virtual void abwarten() {}
 };
 
+/// Hears of each tick that is counted, with the smoothed position as it is: who plays a record again wants to
+/// know where the stick was to the unit.
+class Streuhoerer {
+public:
+    Streuhoerer() = default;
+    Streuhoerer(const Streuhoerer&) = delete;
+    Streuhoerer& operator=(const Streuhoerer&) = delete;
+    virtual ~Streuhoerer() = default;
+
+    /// `folgt`: the tick before was counted, too, in this layer.
+    virtual void takte(Stickseite seite, int ebene, const Stickposition& ort, std::uint64_t anzahl,
+                       bool folgt) = 0;
+};
+
 class Streuzaehler {
 public:
-    Streuzaehler();
+    /// `hoerer` outlives it; nobody needs to hear.
+    explicit Streuzaehler(Streuhoerer* hoerer = nullptr);
 
     /// A tick of a stick: its smoothed position, and what its raw axes read; nothing where they have not been
     /// read.
@@ -76,6 +91,7 @@ private:
     };
     struct Stand {
         int ebene = 0;
+        Stickposition ort;
         std::uint16_t zelle = 0;
         Stickposition roh;
     };
@@ -85,5 +101,6 @@ private:
         std::optional<Stand> letzter;
     };
 
+    Streuhoerer* const hoerer_;
     std::array<Stickzaehler, 2> sticks_; // by Stickseite
 };

@@ -19,7 +19,8 @@ const std::string FALSCH = KOPF + "10 +65\n25 -65\n";
 const std::string BEIDE = "# comment\ngrundzeilen\nsticks beide\n"
                           "sql INSERT INTO tblStickAktion VALUES ('S', 0, 20000, 0, 0, 0, '2,0,65,0,0');\n"
                           "0 start\n98 achse 0 10000\n148 achse 0 32767\n300 ende\n=\n";
-const std::string HILFE = "usage: spur [--streng | --zeige] [--mindestens N] [--ruhend N] FILE|FOLDER...\n";
+const std::string HILFE = "usage: spur [--streng | --zeige] [--mindestens N] [--ruhend N] FILE|FOLDER...\n"
+                          "       spur --weg links|rechts FILE\n";
 
 struct Ausgang {
     int code;
@@ -89,6 +90,27 @@ TEST_F(SpurProgramm, EinFehlerDenDieSpurNichtNenntGiltNurStreng) {
     datei("a.spur", "0 start\n10 ende\n=\n");
     EXPECT_EQ(spur("a.spur"), (Ausgang{0, "1 file: 1 passed, 0 failed\n"}));
     EXPECT_EQ(spur("--streng a.spur").code, 1);
+}
+
+TEST_F(SpurProgramm, ZeigtWoEinStickWar) {
+    const std::string aufnahme =
+        "toleranz 10\ngrundzeilen\nsql UPDATE tblTastatur SET btn9 = '3,0,0-0-0' WHERE Schemaname = 'S';\n"
+        "sql INSERT INTO tblStickAktion VALUES ('S', 0, 20000, 0, 0, 0, '2,0,65,0,0');\n"
+        "0 start\n98 achse 0 10000\n148 achse 0 32767\n200 buttons 256\n300 buttons 0\n400 ende\n=\n";
+    datei("a.spur", aufnahme + "100 +65\n150 -65\n");
+    // Ticks are at 5, 10, ...; the first one has no raw values yet.
+    EXPECT_EQ(spur("--weg links a.spur"),
+              (Ausgang{0, "Stickweg 1\nEbene 0 5\n32767 32767 18\n10000 32767 10\n32767 32767 10\n0 0 0\n"
+                          "32767 32767 20\nEbene 1 1\n32767 32767 20\nEbene 2 0\nEnde\n"}));
+    EXPECT_EQ(spur("--weg rechts a.spur"),
+              (Ausgang{0, "Stickweg 1\nEbene 0 3\n32767 32767 38\n0 0 0\n32767 32767 20\nEbene 1 1\n"
+                          "32767 32767 20\nEbene 2 0\nEnde\n"}));
+    datei("a.spur", aufnahme + "100 +65\n150 -66\n");
+    EXPECT_EQ(spur("--weg links a.spur"), (Ausgang{1, "a.spur: event 2: expected 150 -66, came 150 -65\n"}));
+    datei("a.spur", RICHTIG);
+    EXPECT_EQ(spur("--weg links a.spur"), (Ausgang{1, "a.spur: is no record\n"}));
+    EXPECT_EQ(spur("--weg oben a.spur"), (Ausgang{2, HILFE}));
+    EXPECT_EQ(spur("--weg links"), (Ausgang{2, HILFE}));
 }
 
 TEST_F(SpurProgramm, ZeigenEinerUnlesbarenDateiScheitert) {

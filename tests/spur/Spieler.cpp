@@ -52,8 +52,10 @@ void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweis
 
 class Spieler final : private StummeAnzeige, private Streuablage {
 public:
-    Spieler(const fs::path& ordner, Pollart pollart)
-        : zustand_(pad_, (ordner / GAMEPAD_XML).string()), eingabe_([this](const INPUT& ereignis) {
+    Spieler(const fs::path& ordner, Pollart pollart, Streuhoerer* hoerer)
+        : hoerer_(hoerer)
+        , zustand_(pad_, (ordner / GAMEPAD_XML).string())
+        , eingabe_([this](const INPUT& ereignis) {
             ergebnis_.ereignisse.push_back({uhr_.jetzt(), ereignistext(ereignis)});
         }) {
         zustand_.global.DatenbankPfad = (ordner / DATENBANK).string();
@@ -161,7 +163,13 @@ private:
         if (lauf_)
             throw Szenariofehler("start while a run is on");
         abgebrochen_ = false;
-        lauf_ = std::make_unique<LaufFenster>(Laufumgebung{zustand_, pad_, eingabe_, uhr_, *this, this});
+        lauf_ = std::make_unique<LaufFenster>(Laufumgebung{.zustand = zustand_,
+                                                           .joystick = pad_,
+                                                           .eingabe = eingabe_,
+                                                           .zeitgeber = uhr_,
+                                                           .anzeige = *this,
+                                                           .streuablage = this,
+                                                           .streuhoerer = hoerer_});
         try {
             lauf_->laden();
         } catch (const LaufzeitFehler& fehler) {
@@ -217,6 +225,7 @@ private:
         std::ranges::move(laeufe, std::back_inserter(ergebnis_.streuung));
     }
 
+    Streuhoerer* const hoerer_;
     Spurergebnis ergebnis_;
     ProbeUhr uhr_;
     ProbeJoystick pad_;
@@ -257,13 +266,14 @@ std::string laufende(const std::optional<int>& fehler) {
 
 } // namespace
 
-Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank, Pollart pollart) {
+Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank, Pollart pollart,
+                     Streuhoerer* hoerer) {
     const Testordner ordner;
     const auto datenbank = ordner.pfad() / DATENBANK;
     fs::copy_file(leereDatenbank, datenbank);
     sqlAusfuehren(datenbank, szenario.sql);
     std::ofstream(ordner.pfad() / GAMEPAD_XML) << gamepadXmlMit(SCHEMA, szenario.achsen, szenario.schub);
-    return Spieler(ordner.pfad(), pollart).spielen(szenario);
+    return Spieler(ordner.pfad(), pollart, hoerer).spielen(szenario);
 }
 
 std::string ruheunterschied(const Spurergebnis& immer, const Spurergebnis& ruhend) {

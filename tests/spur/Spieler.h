@@ -26,10 +26,11 @@ struct Spurergebnis {
     std::string fehlertext;
 };
 
-/// `leereDatenbank` is copied, never changed. Throws Szenariofehler for statements that fail and inputs that
-/// make no sense where they stand; those for the window of a run that an error has stopped do nothing.
+/// `hoerer` hears where the sticks are. `leereDatenbank` is copied, never changed. Throws Szenariofehler for
+/// statements that fail and inputs that make no sense where they stand; those for the window of a run that an
+/// error has stopped do nothing.
 Spurergebnis spielen(const Szenario& szenario, const std::filesystem::path& leereDatenbank,
-                     Pollart pollart = Pollart::Immer);
+                     Pollart pollart = Pollart::Immer, Streuhoerer* hoerer = nullptr);
 
 /// The first difference between a run that always polls and one that rests, "" if there is none.
 std::string ruheunterschied(const Spurergebnis& immer, const Spurergebnis& ruhend);

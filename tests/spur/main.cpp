@@ -7,7 +7,11 @@
 // --mindestens N  fewer than N scenarios are a failure, too
 // --ruhend N      rests that leave out fewer than N calls of timers, all in all, are a failure, too
 // --zeige         prints what comes out instead
+// --weg links|rechts FILE   prints where this stick was in a record (formats/Stickweg.h), where the record
+// plays
+//                 again as it says; the file may be a stranger's, so that there is a bound to what that takes
 #include "tests/spur/Spieler.h"
+#include "tests/spur/Wegschreiber.h"
 
 #include <algorithm>
 #include <charconv>
@@ -15,6 +19,7 @@
 #include <iostream>
 #include <sstream>
 #include <string_view>
+#include <sys/resource.h>
 
 namespace {
 
@@ -76,6 +81,51 @@ std::string inhalt(const fs::path& datei) {
     text << strom.rdbuf();
     return text.str();
 }
+
+// --- the way of a record ---
+
+constexpr rlim_t WEG_SEKUNDEN = 60;
+constexpr rlim_t WEG_SPEICHER = rlim_t{1} << 30;
+
+void begrenzen(__rlimit_resource was, rlim_t hoechstens) {
+    const rlimit grenze{hoechstens, hoechstens};
+    setrlimit(was, &grenze);
+}
+
+/// Throws where it is no record, or plays otherwise than it says.
+std::string stickweg(Stickseite seite, const fs::path& datei) {
+    const auto szenarien = szenarienLesen(inhalt(datei));
+    if (szenarien.size() != 1 || !szenarien.front().toleranz)
+        throw Szenariofehler("is no record");
+    Wegschreiber schreiber(seite);
+    const auto ergebnis = spielen(szenarien.front(), leereDatenbank(), Pollart::Immer, &schreiber);
+    if (const auto text = unterschied(szenarien.front(), ergebnis); !text.empty())
+        throw Szenariofehler(text);
+    return stickwegSchreiben(schreiber.weg());
+}
+
+/// Exit code.
+int wegZeigen(Stickseite seite, const fs::path& datei) {
+#if !defined(__SANITIZE_ADDRESS__) // which wants room without end
+    begrenzen(RLIMIT_AS, WEG_SPEICHER);
+#endif
+    begrenzen(RLIMIT_CPU, WEG_SEKUNDEN);
+    try {
+        std::cout << stickweg(seite, datei);
+        return std::cout.flush() ? 0 : 1;
+    } catch (const std::exception& fehler) {
+        std::cerr << datei.string() << ": " << fehler.what() << '\n';
+        return 1;
+    }
+}
+
+std::optional<Stickseite> stick(std::string_view wort) {
+    if (wort == "links")
+        return Stickseite::Links;
+    return wort == "rechts" ? std::optional(Stickseite::Rechts) : std::nullopt;
+}
+
+// --- all that is named ---
 
 class Vorfuehrung {
 public:
@@ -165,9 +215,13 @@ private:
 } // namespace
 
 int main(int anzahl, char** worte) {
-    const auto gelesen = auftrag({worte + 1, worte + anzahl});
+    const std::vector<std::string_view> alle(worte + 1, worte + anzahl);
+    if (alle.size() == 3 && alle[0] == "--weg" && stick(alle[1]))
+        return wegZeigen(*stick(alle[1]), alle[2]);
+    const auto gelesen = auftrag(alle);
     if (!gelesen) {
-        std::cerr << "usage: spur [--streng | --zeige] [--mindestens N] [--ruhend N] FILE|FOLDER...\n";
+        std::cerr << "usage: spur [--streng | --zeige] [--mindestens N] [--ruhend N] FILE|FOLDER...\n"
+                     "       spur --weg links|rechts FILE\n";
         return 2;
     }
     return Vorfuehrung(*gelesen).alles();

@@ -51,12 +51,34 @@ protected:
     Streuzaehler zaehler;
 };
 
+/// Writes down what it hears.
+struct Mitschrift : Streuhoerer {
+    struct Gehoertes {
+        Stickseite seite;
+        int ebene;
+        Stickposition ort;
+        std::uint64_t anzahl;
+        bool folgt;
+        bool operator==(const Gehoertes&) const = default;
+    };
+    void takte(Stickseite seite, int ebene, const Stickposition& ort, std::uint64_t anzahl,
+               bool folgt) override {
+        alles.push_back({seite, ebene, ort, anzahl, folgt});
+    }
+    std::vector<Gehoertes> alles;
+};
+
 struct Streuspiel : Streuablage {
     /// Starts a run, which tells the test what it has counted.
     void starten() {
         lauf.mitSticks();
-        lauf.fenster = std::make_unique<LaufFenster>(
-            Laufumgebung{lauf.zustand, lauf.pad, lauf.eingabe, lauf.uhr, lauf.anzeige, this});
+        lauf.fenster = std::make_unique<LaufFenster>(Laufumgebung{.zustand = lauf.zustand,
+                                                                  .joystick = lauf.pad,
+                                                                  .eingabe = lauf.eingabe,
+                                                                  .zeitgeber = lauf.uhr,
+                                                                  .anzeige = lauf.anzeige,
+                                                                  .streuablage = this,
+                                                                  .streuhoerer = &mitschrift});
         lauf.fenster->laden();
     }
     void beenden() { lauf.fenster->beenden(); }
@@ -78,6 +100,7 @@ struct Streuspiel : Streuablage {
     }
 
     Probelauf lauf{{"btn9", "3,0,0-0-0"}};
+    Mitschrift mitschrift;
     int ablagen = 0;
     std::string schema;
     std::vector<Streulauf> laeufe;
@@ -194,6 +217,32 @@ TEST_F(StreuzaehlerTest, EineUnterbrechungBeendetAuchDieRuhe) {
     EXPECT_EQ(ruhende(daten()), 100U);
 }
 
+TEST_F(StreuzaehlerTest, WerZuhoertErfaehrtJedenTaktUndObErFolgt) {
+    Mitschrift mitschrift;
+    Streuzaehler gehoerter(&mitschrift);
+    const auto takt = [&](Stickseite seite, int ebene, Stickposition ort) {
+        gehoerter.takt(seite, ebene, ort, Stickposition{1, 1});
+    };
+    gehoerter.nocheinmal(3); // of nothing
+    takt(LINKS, 0, {1001, 2002});
+    takt(RECHTS, 0, {7, 8});
+    takt(LINKS, 0, {1002, 2002});
+    gehoerter.nocheinmal(5);
+    takt(LINKS, 1, {1002, 2002});
+    gehoerter.takt(LINKS, 1, {1, 1}, std::nullopt);
+    takt(LINKS, 1, {1003, 2002});
+    gehoerter.unterbrechen();
+    takt(LINKS, 1, {1003, 2002});
+    EXPECT_EQ(mitschrift.alles, (std::vector<Mitschrift::Gehoertes>{{LINKS, 0, {1001, 2002}, 1, false},
+                                                                    {RECHTS, 0, {7, 8}, 1, false},
+                                                                    {LINKS, 0, {1002, 2002}, 1, true},
+                                                                    {LINKS, 0, {1002, 2002}, 5, true},
+                                                                    {RECHTS, 0, {7, 8}, 5, true},
+                                                                    {LINKS, 1, {1002, 2002}, 1, false},
+                                                                    {LINKS, 1, {1003, 2002}, 1, false},
+                                                                    {LINKS, 1, {1003, 2002}, 1, false}}));
+}
+
 TEST_F(StreuzaehlerTest, EinTaktFordertKeinenSpeicher) {
     Kunsthand hand({.hertz = 200});
     const auto vorher = speicheranforderungen();
@@ -216,6 +265,10 @@ TEST_F(StreulaufTest, JederTaktEinesLaufsZaehltUndNachDemEndeWirdAbgelegt) {
     EXPECT_EQ(takte(links()), 199U) << "the first tick has no raw values yet";
     EXPECT_EQ(links().takte[MITTE], 199U);
     EXPECT_EQ(takte(von(laeufe, RECHTS, 0)), 199U);
+    std::uint64_t gehoerte = 0;
+    for (const auto& eines : mitschrift.alles)
+        gehoerte += eines.seite == LINKS ? eines.anzahl : 0;
+    EXPECT_EQ(gehoerte, 199U);
     EXPECT_EQ(ruhende(links()), 175U);
     beenden();
     EXPECT_EQ(ablagen, 1);
