@@ -4,6 +4,7 @@
 #include "editors/common/Formhilfen.h"
 #include "engine/run/GobalVariable.h"
 #include "store/files/Streubilddateien.h"
+#include "store/schema/modLesen.h"
 
 #include <utility>
 
@@ -13,6 +14,15 @@ constexpr auto NICHT_GESPEICHERT =
     "Wo die Sticks in diesem Lauf waren, konnte nicht gespeichert werden: Im Ordner „Streubilder“ neben der "
     "Datenbank lässt sich nicht schreiben, oder eine neuere Fassung des Programms hat es schon getan. Das "
     "Streubild zeigt nur frühere Läufe.";
+
+/// One that was deleted while it ran gets no files again. What can't be asked counts as still there.
+bool istGeloescht(const std::string& datenbankPfad, const std::string& schemaName) {
+    try {
+        return !FunktionLesen(datenbankPfad, schemaName);
+    } catch (const LaufzeitFehler&) {
+        return false;
+    }
+}
 
 /// One that can't be kept does not keep the others from it.
 bool dazuzaehlen(const Streubilddateien& dateien, const std::string& schemaName,
@@ -28,10 +38,12 @@ bool dazuzaehlen(const Streubilddateien& dateien, const std::string& schemaName,
 Streuschreiber::Streuschreiber(const GobalVariable& global) : global_(global) {}
 
 void Streuschreiber::ablegen(const std::string& schemaName, std::vector<Streulauf> laeufe) {
-    const Streubilddateien dateien(streubildordner(global_.DatenbankPfad));
-    schreiber_.auftrag([dateien, schemaName,
-                        laeufe = std::move(laeufe)] { return dazuzaehlen(dateien, schemaName, laeufe); },
-                       [this](bool gelungen) { melden(gelungen); });
+    schreiber_.auftrag(
+        [datenbank = global_.DatenbankPfad, schemaName, laeufe = std::move(laeufe)] {
+            return istGeloescht(datenbank, schemaName) ||
+                   dazuzaehlen(Streubilddateien(streubildordner(datenbank)), schemaName, laeufe);
+        },
+        [this](bool gelungen) { melden(gelungen); });
 }
 
 void Streuschreiber::melden(bool gelungen) {

@@ -16,7 +16,8 @@ public:
     /// `global` is asked for the database when a run ends.
     explicit Streuschreiber(const GobalVariable& global);
 
-    /// Adds it to the files of the `Schema`. A failure is told, once until it goes again.
+    /// Adds it to the files of the `Schema`, if that is still there. A failure is told, once until it goes
+    /// again.
     void ablegen(const std::string& schemaName, std::vector<Streulauf> laeufe) override;
     void abwarten() override { schreiber_.ausarbeiten(); }
     /// The `Schema` is deleted: also what was still being written goes.

@@ -94,6 +94,34 @@ TEST_F(StreuschreiberForm, MitDemSchemaGehtWasSeineLaeufeGezaehltHaben) {
     EXPECT_EQ(namenIn(ordner), std::vector<std::string>{});
 }
 
+// The main form can be in sight meanwhile; another copy of the program can do it, too.
+TEST_F(StreuschreiberForm, EinSchemaDasImLaufGeloeschtWirdBekommtKeineDateienMehr) {
+    spielen();
+    ASSERT_EQ(namenIn(ordner).size(), 2U);
+    knopf(5).click();
+    vergehen(1000);
+    datenbank_.sql("DELETE FROM tblTastatur WHERE Schemaname = 'S';");
+    emit programm_->hauptform().schemaGeloescht("S");
+    EXPECT_EQ(namenIn(ordner), std::vector<std::string>{});
+    const Boxleser boxen;
+    programm_->laufsteuerung().entladen();
+    programm_->laufsteuerung().streuungAbwarten();
+    ereignisse();
+    EXPECT_EQ(namenIn(ordner), std::vector<std::string>{});
+    for (const auto& box : boxen.gesehen())
+        EXPECT_NE(box.titel, "Streubild nicht gespeichert");
+}
+
+TEST_F(StreuschreiberForm, WoNiemandSagtDassEsGeloeschtIstWirdGezaehlt) {
+    knopf(5).click();
+    vergehen(1000);
+    datenbank_.sql("ALTER TABLE tblTastatur RENAME TO andere;");
+    const Boxleser boxen;
+    programm_->laufsteuerung().entladen();
+    programm_->laufsteuerung().streuungAbwarten();
+    EXPECT_EQ(takte(Stickseite::Links), 199U);
+}
+
 TEST_F(StreuschreiberForm, WasBeimLoeschenNochGeschriebenWirdKommtNichtDanach) {
     knopf(5).click();
     vergehen(1000);
