@@ -4,16 +4,21 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/common/Nebenarbeit.h"
 #include "engine/mitschnitt/Laufmitschnitt.h"
+#include "engine/mitschnitt/Mitschnitttext.h"
 #include "engine/run/GobalVariable.h"
 #include "store/files/Dateiersatz.h"
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
+#include <functional>
 #include <memory>
+#include <regex>
 #include <system_error>
 #include <unistd.h>
 
@@ -23,6 +28,7 @@ namespace {
 
 constexpr std::string_view ENDUNG = ".spur";
 constexpr const char* ORDNER = "Mitschnitte";
+constexpr std::string_view ZEITPUNKT = "yyyy-MM-dd HH.mm.ss"; // as the toolkit writes it
 
 // A file name has 255 bytes; date, number, ending and what a replacement appends take the rest.
 constexpr std::size_t HOECHSTLAENGE = 160;
@@ -78,9 +84,8 @@ Mitschnittablauf abgelegt(const std::string& ordner, const std::string& name, co
     return mitschnittAblegen(ordner, name, inhalt);
 }
 
-} // namespace
-
-std::string mitschnittname(const std::string& schema, const std::string& zeitpunkt) {
+/// What the name of a record of this `Schema` begins with.
+std::string namensanfang(const std::string& schema) {
     auto name = schema;
     for (auto& zeichen : name)
         if (!tauglich(zeichen))
@@ -88,7 +93,62 @@ std::string mitschnittname(const std::string& schema, const std::string& zeitpun
     name = gekuerzt(std::move(name), HOECHSTLAENGE);
     if (name.empty() || name.front() == '.' || name.front() == '-')
         name.insert(name.begin(), '_'); // else it hides, or is an option of a command
-    return name + " " + zeitpunkt + std::string(ENDUNG);
+    return name + " ";
+}
+
+struct Fund {
+    Mitschnittdatei datei;
+    int nummer = 1; ///< of those of one second
+};
+
+/// A name as mitschnittname and mitschnittAblegen make them; `rest` is what follows the name of the `Schema`.
+std::optional<Fund> fundAus(const fs::path& pfad, const std::string& rest) {
+    static const std::regex FORM(R"((\d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d)(?: \(([1-9]\d?)\))?\.spur)");
+    std::smatch teile;
+    if (!std::regex_match(rest, teile, FORM))
+        return std::nullopt;
+    return Fund{{pfad.string(), teile[1]}, teile[2].matched ? std::stoi(teile[2]) : 1};
+}
+
+std::vector<Fund> gleichnamige(const fs::path& ordner, const std::string& anfang) {
+    std::vector<Fund> gefundene;
+    std::error_code grund;
+    for (fs::directory_iterator stelle(ordner, grund), ende; !grund && stelle != ende;
+         stelle.increment(grund)) {
+        const auto name = stelle->path().filename().string();
+        std::error_code keine;
+        if (!name.starts_with(anfang) || !stelle->is_regular_file(keine))
+            continue;
+        if (auto fund = fundAus(stelle->path(), name.substr(anfang.size())))
+            gefundene.push_back(std::move(*fund));
+    }
+    return gefundene;
+}
+
+bool beginntMit(const std::string& pfad, const std::string& erwartetes) {
+    std::ifstream strom(pfad, std::ios::binary);
+    std::string anfang(erwartetes.size(), '\0');
+    return strom.read(anfang.data(), static_cast<std::streamsize>(anfang.size())) && anfang == erwartetes;
+}
+
+} // namespace
+
+std::string mitschnittordner(const std::string& datenbankPfad) {
+    return (fs::path(datenbankPfad).parent_path() / ORDNER).string();
+}
+
+std::string mitschnittname(const std::string& schema, const std::string& zeitpunkt) {
+    return namensanfang(schema) + zeitpunkt + std::string(ENDUNG);
+}
+
+std::optional<Mitschnittdatei> letzterMitschnitt(const std::string& ordner, const std::string& schema) {
+    auto gefundene = gleichnamige(ordner, namensanfang(schema));
+    std::ranges::sort(gefundene, std::greater(),
+                      [](const auto& fund) { return std::pair(fund.datei.zeitpunkt, fund.nummer); });
+    // Two `Schema`s may share the name of a file, not the first line.
+    const auto eigener = std::ranges::find_if(
+        gefundene, [&](const auto& fund) { return beginntMit(fund.datei.pfad, mitschnittkennung(schema)); });
+    return eigener != gefundene.end() ? std::optional(eigener->datei) : std::nullopt;
 }
 
 Mitschnittablauf mitschnittAblegen(const std::string& ordner, const std::string& name,
@@ -132,8 +192,8 @@ struct Ablageauftrag {
 
 Ablageauftrag auftrag(const Laufmitschnitt& mitschnitt, const GobalVariable& global) {
     const auto jetzt = QDateTime::currentDateTime();
-    return {(fs::path(global.DatenbankPfad).parent_path() / ORDNER).string(),
-            mitschnittname(mitschnitt.schema(), jetzt.toString("yyyy-MM-dd HH.mm.ss").toStdString()),
+    return {mitschnittordner(global.DatenbankPfad),
+            mitschnittname(mitschnitt.schema(), jetzt.toString(qt(ZEITPUNKT)).toStdString()),
             mitschnitt.abzug(jetzt.toString(Qt::ISODate).toStdString())};
 }
 

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 
+#include <optional>
 #include <string>
 
 class Nebenarbeit;
@@ -45,6 +46,18 @@ private:
 /// The name of a record's file, `zeitpunkt` "2026-11-22 11.36.05": that of the `Schema` without what a file
 /// name does not take, at most so long that the whole fits everywhere.
 std::string mitschnittname(const std::string& schema, const std::string& zeitpunkt);
+
+/// Where the records of a database's `Schema`s lie.
+std::string mitschnittordner(const std::string& datenbankPfad);
+
+/// A record as it lies there.
+struct Mitschnittdatei {
+    std::string pfad;
+    std::string zeitpunkt; ///< as mitschnittname has it
+    bool operator==(const Mitschnittdatei&) const = default;
+};
+/// The newest record of a `Schema`, by name and first line; none where nothing can be read.
+std::optional<Mitschnittdatei> letzterMitschnitt(const std::string& ordner, const std::string& schema);
 
 /// Writes a file into a folder, which is made where there is none, under this name or the next free one,
 /// "... (2).spur"; no file is ever replaced. Throws nothing but std::bad_alloc.

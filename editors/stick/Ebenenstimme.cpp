@@ -160,7 +160,10 @@ void Ebenenstimme::zeigen() {
         return;
     streuung_.linienZeigen();
     QStringList zeilen;
-    for (const auto& zeile : zustandszeilen(lage(), stand_.ebene(), auskunft_, streuung_.rechnung()))
+    // Only who tries a line has the record played again: it takes its time.
+    const auto* streuung = streuung_.rechnung();
+    const auto probe = streuung && zug_.haelt() ? umfeld_.mitschnitt() : Wegprobe{};
+    for (const auto& zeile : zustandszeilen(lage(), stand_.ebene(), auskunft_, streuung, probe))
         zeilen.push_back(qt(zeile));
     ebene_.zustand().freilassen(flaeche_.fraAktionGezeigt() ? tafel_.geometry() : QRect());
     ebene_.zustand().zeigen(zeilen);

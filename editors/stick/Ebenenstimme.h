@@ -22,6 +22,7 @@ class Aktionstafel;
 class QKeyEvent;
 class Stickebene;
 struct Ebenenlage;
+struct Wegprobe;
 
 class Ebenenstimme final : public QObject, private Feldliste {
     Q_OBJECT
@@ -37,6 +38,8 @@ public:
         std::function<bool()> testlauf;
         /// Shows where the stick was, or no longer.
         std::function<void()> streubildWechseln;
+        /// What the last record says of the layer shown; the first call begins to read it.
+        std::function<const Wegprobe&()> mitschnitt;
     };
 
     Ebenenstimme(Stickebene& ebene, Aktionstafel& tafel, const Justierstand& stand, Linienzug& zug,

@@ -35,6 +35,33 @@ std::string band(const Streurechnung& rechnung, Achse achse) {
     return "(± " + std::to_string(std::lround(*rechnung.rauschen(achse))) + ")";
 }
 
+/// "2026-11-22 11.36.05" as "vom 22.11.2026, 11:36 Uhr".
+std::string vomZeitpunkt(const std::string& zeitpunkt) {
+    const auto teil = [&](std::size_t stelle, std::size_t laenge) {
+        return zeitpunkt.substr(stelle, laenge);
+    };
+    return "vom " + teil(8, 2) + "." + teil(5, 2) + "." + teil(0, 4) + ", " + teil(11, 2) + ":" +
+           teil(14, 2) + " Uhr";
+}
+
+std::string mitschnittworte(const Wegprobe& probe) {
+    using Stand = Wegprobe::Stand;
+    switch (probe.stand) {
+    case Stand::Ohne:
+        break;
+    case Stand::Wartet:
+        return " – der letzte Mitschnitt wird nachgespielt";
+    case Stand::Unbrauchbar:
+        return " – der Mitschnitt " + vomZeitpunkt(probe.zeitpunkt) + " ließ sich nicht nachspielen";
+    case Stand::Da:
+        return probe.zaehlende()
+                   ? ", Eintritte aus " + dauer(probe.weg->sekunden()) + " Mitschnitt " +
+                         vomZeitpunkt(probe.zeitpunkt)
+                   : " – im Mitschnitt " + vomZeitpunkt(probe.zeitpunkt) + " kommt diese Ebene nicht vor";
+    }
+    return "";
+}
+
 std::string eintritte(int anzahl) {
     return std::to_string(anzahl) + (anzahl == 1 ? " Eintritt" : " Eintritte");
 }
@@ -120,25 +147,28 @@ std::vector<std::string> probeworte(const Streurechnung& rechnung, const Linienp
                                     const Feldauskunft& auskunft) {
     const Feldgitter gitter(probe.jetzt);
     const Feldgitter vorher(probe.gespeichert);
+    const auto eintritteMit = [&](const Linienebene& linien, const Gitterplatz& platz) {
+        return probe.weg ? probe.weg->eintritte(linien, platz) : rechnung.feld(linien, platz).eintritte;
+    };
     std::vector<std::string> zeilen;
     for (const auto& platz : probefelder(probe)) {
-        const auto jetzt = rechnung.feld(probe.jetzt, platz);
-        const auto bisher = rechnung.feld(probe.gespeichert, platz);
-        std::string zeile =
-            gitter.name(platz) + ": " + prozent(jetzt.anteil) + " der Zeit, " + eintritte(jetzt.eintritte);
-        if (jetzt.eintritte != bisher.eintritte)
-            zeile += " (bisher " + std::to_string(bisher.eintritte) + ")";
+        const int jetzt = eintritteMit(probe.jetzt, platz);
+        const int bisher = eintritteMit(probe.gespeichert, platz);
+        std::string zeile = gitter.name(platz) + ": " + prozent(rechnung.feld(probe.jetzt, platz).anteil) +
+                            " der Zeit, " + eintritte(jetzt);
+        if (jetzt != bisher)
+            zeile += " (bisher " + std::to_string(bisher) + ")";
         zeile += " – " + auskunft.worte(probe.gespeichert, vorher.feld(platz).anker);
         zeilen.push_back(zeile);
     }
     return zeilen;
 }
 
-std::string streubildworte(const Streurechnung& rechnung) {
+std::string streubildworte(const Streurechnung& rechnung, const Wegprobe& probe) {
     if (rechnung.sekunden() == 0)
-        return "Streubild: Auf dieser Ebene wurde noch nicht gespielt";
+        return "Streubild: Auf dieser Ebene wurde noch nicht gespielt" + mitschnittworte(probe);
     std::string worte = "Streubild aus " + dauer(rechnung.sekunden());
-    if (rechnung.wegsekunden() < rechnung.sekunden())
+    if (!probe.zaehlende() && rechnung.wegsekunden() < rechnung.sekunden())
         worte += ", Eintritte aus den letzten " + dauer(rechnung.wegsekunden());
-    return worte;
+    return worte + mitschnittworte(probe);
 }

@@ -6,6 +6,7 @@
 #include "editors/stick/Feldauskunft.h"
 #include "editors/stick/Linienzug.h"
 #include "editors/stick/Streurechnung.h"
+#include "editors/stick/Wegrechnung.h"
 
 #include <optional>
 #include <string>
@@ -24,6 +25,22 @@ std::optional<std::string> linienworte(const Streurechnung& rechnung, std::size_
 std::vector<std::string> rauschworte(const Streurechnung& rechnung, const Linienebene& linien,
                                      const Gitterplatz& platz);
 
+/// The last record of the `Schema`, while a line is tried: by it entries are counted to the unit.
+struct Wegprobe {
+    enum class Stand {
+        Ohne, ///< there is none
+        Wartet,
+        Unbrauchbar, ///< it does not play again
+        Da
+    };
+    Stand stand = Stand::Ohne;
+    const Wegrechnung* weg = nullptr; ///< of the layer, when it is there
+    std::string zeitpunkt{};          ///< of its saving, "2026-11-22 11.36.05"
+
+    /// By what entries are counted; null where the counts of runs have to do.
+    const Wegrechnung* zaehlende() const { return weg && weg->sekunden() > 0 ? weg : nullptr; }
+};
+
 /// A line that is being tried: the fields on both sides of each line in the hand, in the row or column of
 /// `wo`, each with its time, its entries (before: with the lines as they are stored) and what they would have
 /// pressed.
@@ -32,9 +49,10 @@ struct Linienprobe {
     Linienebene gespeichert; ///< the actions hang on these
     std::vector<Linienzug::Griff> griffe;
     Stickposition wo;
+    const Wegrechnung* weg = nullptr; ///< by which entries are counted; null: by the counts
 };
 std::vector<std::string> probeworte(const Streurechnung& rechnung, const Linienprobe& probe,
                                     const Feldauskunft& auskunft);
 
-/// What the picture is made of.
-std::string streubildworte(const Streurechnung& rechnung);
+/// What the picture is made of, and by what entries are counted while a line is tried.
+std::string streubildworte(const Streurechnung& rechnung, const Wegprobe& probe = {});

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/stick/Zustandstext.h"
 
-#include "editors/stick/Streuworte.h"
-
 #include <array>
 
 namespace {
@@ -91,7 +89,8 @@ std::vector<std::string> feldstreuung(const Ebenenlage& lage, const Feldanker& f
 
 /// What the lines are that the hand has or may have.
 std::vector<std::string> linienstreuung(const Ebenenlage& lage, const Linienebene& linien,
-                                        const Feldauskunft& auskunft, const Streurechnung& streuung) {
+                                        const Feldauskunft& auskunft, const Streurechnung& streuung,
+                                        const Wegprobe& probe) {
     std::vector<std::string> zeilen;
     for (const auto& linie : lage.linien)
         if (const auto worte = linienworte(streuung, linie.richtung,
@@ -99,7 +98,9 @@ std::vector<std::string> linienstreuung(const Ebenenlage& lage, const Linieneben
             zeilen.push_back(*worte);
     const auto wo = handort(lage, linien);
     if (lage.linieInDerHand && wo)
-        anhaengen(zeilen, probeworte(streuung, {linien, lage.gespeichert, lage.linien, *wo}, auskunft));
+        anhaengen(
+            zeilen,
+            probeworte(streuung, {linien, lage.gespeichert, lage.linien, *wo, probe.zaehlende()}, auskunft));
     return zeilen;
 }
 
@@ -112,7 +113,8 @@ std::string feldzeile(const Linienebene& linien, const Feldanker& anker, const F
 }
 
 std::vector<std::string> zustandszeilen(const Ebenenlage& lage, const Linienebene& linien,
-                                        const Feldauskunft& auskunft, const Streurechnung* streuung) {
+                                        const Feldauskunft& auskunft, const Streurechnung* streuung,
+                                        const Wegprobe& probe) {
     std::vector<std::string> zeilen;
     // Actions hang on the places of lines: those of a line in the hand find their fields again when it lies.
     const bool felderStehen = !lage.linieInDerHand;
@@ -122,7 +124,7 @@ std::vector<std::string> zustandszeilen(const Ebenenlage& lage, const Linieneben
     if (streuung && feld && felderStehen)
         anhaengen(zeilen, feldstreuung(lage, *feld, linien, *streuung));
     if (streuung)
-        anhaengen(zeilen, linienstreuung(lage, linien, auskunft, *streuung));
+        anhaengen(zeilen, linienstreuung(lage, linien, auskunft, *streuung, probe));
     if (const auto* was = handlung(lage))
         zeilen.emplace_back(was);
     if (lage.stick && felderStehen)
@@ -133,7 +135,7 @@ std::vector<std::string> zustandszeilen(const Ebenenlage& lage, const Linieneben
     if (lage.testlauf)
         zeilen.emplace_back(TESTLAUF);
     if (streuung)
-        zeilen.push_back(streubildworte(*streuung));
+        zeilen.push_back(streubildworte(*streuung, probe));
     return zeilen;
 }
 

@@ -5,7 +5,7 @@
 
 #include "editors/stick/Feldauskunft.h"
 #include "editors/stick/Linienzug.h"
-#include "editors/stick/Streurechnung.h"
+#include "editors/stick/Streuworte.h"
 
 #include <cstddef>
 #include <optional>
@@ -34,10 +34,11 @@ struct Ebenenlage {
 std::string feldzeile(const Linienebene& linien, const Feldanker& anker, const Feldauskunft& auskunft,
                       const char* trenner = " – ");
 
-/// The lines of the state, none of them empty; with `streuung` they tell of where the stick was, too.
+/// The lines of the state, none of them empty; with `streuung` they tell of where the stick was, too, and of
+/// a line in the hand by `probe`.
 std::vector<std::string> zustandszeilen(const Ebenenlage& lage, const Linienebene& linien,
-                                        const Feldauskunft& auskunft,
-                                        const Streurechnung* streuung = nullptr);
+                                        const Feldauskunft& auskunft, const Streurechnung* streuung = nullptr,
+                                        const Wegprobe& probe = {});
 
 /// What an arrow of a direction does.
 const char* pfeilhinweis(std::size_t richtung);

@@ -15,6 +15,7 @@
 #include "editors/stick/Ebenenstimme.h"
 #include "editors/stick/Ebenenzugang.h"
 #include "editors/stick/Justiertafeln.h"
+#include "editors/stick/Mitschnittleser.h"
 #include "editors/stick/Schiebetafel.h"
 #include "editors/stick/Stickebene.h"
 #include "editors/stick/Zustandszeile.h"
@@ -151,11 +152,24 @@ void frmJust::stimmeGeben() {
         .gesperrt = [this] { return (StickSperre_ & sperrbit(stand_.EditorEbene)) != 0; },
         .testlauf = [this] { return laufsteuerung_.geladen(); },
         .streubildWechseln = [this] { tafeln_->streubildSetzen(!tafeln_->streubildGewaehlt()); },
+        .mitschnitt = [this]() -> const Wegprobe& { return mitschnittleser_->probe(stand_.EditorEbene); },
     };
     streuung_ = std::make_unique<Streuansicht>(*ebene_, stand_, streuquelle());
     Justierflaeche& flaeche = *this;
     stimme_ = std::make_unique<Ebenenstimme>(*ebene_, *aktionstafel_, stand_, zug_, flaeche, *streuung_,
                                              std::move(umfeld));
+}
+
+// Once for an opening: who plays on meanwhile and saves that, too, opens the form anew.
+void frmJust::mitschnittleserBauen() {
+    mitschnittleser_ = std::make_unique<Mitschnittleser>(
+        [ordner = mitschnittordner(global_.DatenbankPfad), schema = schema_] {
+            return letzterMitschnitt(ordner, schema);
+        },
+        [seite = art_.seite](const Mitschnittdatei& datei, const std::atomic<bool>& abbruch) {
+            return mitschnittNachspielen(seite, datei, abbruch);
+        });
+    connect(mitschnittleser_.get(), &Mitschnittleser::gelesen, this, [this] { stimme_->zeigen(); });
 }
 
 void frmJust::resizeEvent(QResizeEvent*) {
@@ -187,6 +201,7 @@ void frmJust::laden() {
     schema_ = global_.SchemaName;
     const auto gelesen = lesen();
     geladen_ = true;
+    mitschnittleserBauen();
     stand_.linien = gelesen.linien;
     StickSperre_ = (zustand_.*art_.stick).StickSperre = gelesen.StickSperre;
     global_.OffenerEditor = art_.OffenerEditor;

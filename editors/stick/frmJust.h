@@ -24,6 +24,7 @@ class Ebenenstimme;
 class Justiertafeln;
 class Padzeile;
 class Laufsteuerung;
+class Mitschnittleser;
 class Stickebene;
 class Tastatur;
 
@@ -84,6 +85,7 @@ private:
     void streubildZeigen(bool an);
     void streubildZuruecksetzen();
     void streubildNachsehen();
+    void mitschnittleserBauen();
     void Timer1Takt();
     void freigelegt();
     void tafelnLegen();
@@ -132,6 +134,7 @@ private:
     QSize vorgabe_;      ///< what it comes with, until its own frame is known; then null
     QSize freieGroesse_; ///< of the window when it was last uncovered
     std::unique_ptr<Streuansicht> streuung_;
+    std::unique_ptr<Mitschnittleser> mitschnittleser_;
     std::unique_ptr<Formularzeitgeber> liveabfrage_;
     std::unique_ptr<Ebenenstimme> stimme_; ///< goes first: a form that goes away still has events
 };

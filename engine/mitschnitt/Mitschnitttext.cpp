@@ -53,7 +53,7 @@ public:
 
 private:
     void kopfSchreiben(std::string& text, const Mitschnittkopf& kopf) const {
-        zeile(text, {"# Record of the Schema \"", inEinerZeile(kopf.schema), "\", saved ", kopf.zeitpunkt});
+        zeile(text, {mitschnittkennung(kopf.schema), kopf.zeitpunkt});
         if (spaete_ > 0)
             zeile(text, {"# ", std::to_string(spaete_), " ticks came late (spaet), the latest by ",
                          std::to_string(spaeteste_.count()), " ms"});
@@ -140,6 +140,10 @@ private:
 };
 
 } // namespace
+
+std::string mitschnittkennung(const std::string& schema) {
+    return "# Record of the Schema \"" + inEinerZeile(schema) + "\", saved ";
+}
 
 std::string mitschnitttext(const std::vector<Block>& bloecke, Zeit jetzt, const Mitschnittkopf& kopf) {
     if (bloecke.empty())

@@ -13,6 +13,9 @@ struct Mitschnittkopf {
     std::string zeitpunkt; ///< of saving
 };
 
+/// What the file of a record of this `Schema` begins with, whatever comes behind it.
+std::string mitschnittkennung(const std::string& schema);
+
 /// How far a played event may lie from its recorded time.
 inline constexpr Mitschnittband::Zeit MITSCHNITTTOLERANZ{10};
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Names and files of records.
 #include "editors/run/Mitschnittablage.h"
+#include "engine/mitschnitt/Mitschnitttext.h"
 #include "tests/hilfen/Dateien.h"
 #include "tests/hilfen/Testdatenbank.h"
 
@@ -47,6 +48,35 @@ protected:
 };
 
 } // namespace
+
+TEST_F(Ablage, DerLetzteMitschnittIstDerNeuesteDiesesSchemas) {
+    const auto gespeichert = [&](const std::string& schema, const std::string& zeitpunkt) {
+        const auto ablauf = mitschnittAblegen(mitschnitte().string(), mitschnittname(schema, zeitpunkt),
+                                              mitschnittkennung(schema) + "irgendwann\n");
+        return Mitschnittdatei{(mitschnitte() / ablauf.name.toStdString()).string(), zeitpunkt};
+    };
+    const auto letzter = [&](const std::string& schema) {
+        return letzterMitschnitt(mitschnitte().string(), schema);
+    };
+    EXPECT_EQ(letzter("A/B"), std::nullopt) << "no folder";
+    gespeichert("A/B", "2026-11-22 11.36.05");
+    const auto neuester = gespeichert("A/B", "2026-12-01 00.00.00");
+    gespeichert("A/B", "2026-11-30 23.59.59");
+    const auto gleichnamiges = gespeichert("A_B", "2026-12-02 00.00.00");
+    const auto laengeres = gespeichert("A/B 2027-01-01 00.00.00", "2026-11-22 11.36.05");
+    EXPECT_EQ(letzter("A/B"), neuester);
+    EXPECT_EQ(letzter("A_B"), gleichnamiges);
+    EXPECT_EQ(letzter("A/B 2027-01-01 00.00.00"), laengeres);
+    EXPECT_EQ(letzter("A"), std::nullopt);
+    const auto zweiter = gespeichert("A/B", "2026-12-01 00.00.00");
+    EXPECT_NE(zweiter, neuester);
+    EXPECT_EQ(letzter("A/B"), zweiter) << "of those of one second the last one";
+    dateiSchreiben(mitschnitte() / "A_B 2026-12-03 00.00.00.spur", "from elsewhere");
+    dateiSchreiben(mitschnitte() / "A_B 2026-12-03 00.00.00.spur.neu", mitschnittkennung("A/B"));
+    dateiSchreiben(mitschnitte() / "A_B irgendwann.spur", mitschnittkennung("A/B"));
+    fs::create_directory(mitschnitte() / "A_B 2026-12-04 00.00.00.spur");
+    EXPECT_EQ(letzter("A/B"), zweiter);
+}
 
 TEST(Mitschnittname, IstDerDesSchemasMitDerZeit) {
     EXPECT_EQ(mitschnittname("Mein Spiel", ZEIT), "Mein Spiel 2026-11-22 11.36.05.spur");

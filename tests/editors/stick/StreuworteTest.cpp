@@ -46,7 +46,7 @@ protected:
     }
     Zeilen zeilen(Ebenenlage lage) {
         lage.gespeichert = gespeichert_.value_or(linien_);
-        return zustandszeilen(lage, linien_, auskunft_, &rechnung_);
+        return zustandszeilen(lage, linien_, auskunft_, &rechnung_, probe_);
     }
 
     Testdatenbank datenbank_;
@@ -54,6 +54,7 @@ protected:
     std::optional<Linienebene> gespeichert_;
     Feldauskunft auskunft_;
     const Streurechnung rechnung_{daten()};
+    Wegprobe probe_;
 };
 const Linienzug::Griff LINKE_LINIE{richtung::LINKS, 1, 20480};
 
@@ -115,6 +116,48 @@ TEST_F(StreuworteTest, EineLinieInDerHandZeigtBeideSeiten) {
                       "Linie aufgenommen – klicken setzt ab", "Streubild aus 2 min"}));
 }
 
+// To the unit: at 20300 the stick went into the left field six times, at 20250 never; cells of 256 units
+// would not tell one from the other.
+TEST_F(StreuworteTest, MitEinemMitschnittZaehltEineProbeAufDieEinheit) {
+    std::vector<Wegstelle> weg;
+    for (int i = 0; i < 6; ++i)
+        weg.insert(weg.end(), {{33000, 33000, 9900}, {20260, 33000, 100}});
+    const Wegrechnung rechnung(weg);
+    probe_ = {Wegprobe::Stand::Da, &rechnung, "2026-01-02 03.04.05"};
+    gespeichert_ = linien_;
+    linien_[1][richtung::LINKS] = 20300;
+    const Ebenenlage lage{
+        .maus = Stickposition{20300, 33000}, .linieInDerHand = true, .linien = {LINKE_LINIE}};
+    auto worte = zeilen(lage);
+    EXPECT_EQ(worte[1], "Feld links: 59,6 % der Zeit, 6 Eintritte – Tastatur: B, gehalten");
+    EXPECT_EQ(worte.back(), "Streubild aus 2 min, Eintritte aus 5 min Mitschnitt vom 02.01.2026, 03:04 Uhr");
+    linien_[1][richtung::LINKS] = 20250;
+    worte = zeilen(lage);
+    EXPECT_EQ(worte[1], "Feld links: 59,6 % der Zeit, 0 Eintritte (bisher 6) – Tastatur: B, gehalten");
+    EXPECT_EQ(worte[2], "Mittelfeld: 40,4 % der Zeit, 0 Eintritte (bisher 5) – keine Aktion");
+}
+
+TEST_F(StreuworteTest, WasDerMitschnittNichtWeissSagtDasStreubild) {
+    using Stand = Wegprobe::Stand;
+    const std::string zeitpunkt = "2026-01-02 03.04.05";
+    const Wegrechnung leer({});
+    gespeichert_ = linien_;
+    linien_[1][richtung::LINKS] = 19900;
+    for (const auto& [probe, worte] :
+         {std::pair(Wegprobe{}, ""),
+          {Wegprobe{Stand::Wartet}, " – der letzte Mitschnitt wird nachgespielt"},
+          {Wegprobe{Stand::Unbrauchbar, nullptr, zeitpunkt},
+           " – der Mitschnitt vom 02.01.2026, 03:04 Uhr ließ sich nicht nachspielen"},
+          {Wegprobe{Stand::Da, &leer, zeitpunkt},
+           " – im Mitschnitt vom 02.01.2026, 03:04 Uhr kommt diese Ebene nicht vor"}}) {
+        probe_ = probe;
+        const auto gesagt =
+            zeilen({.maus = Stickposition{19900, 33000}, .linieInDerHand = true, .linien = {LINKE_LINIE}});
+        EXPECT_EQ(gesagt[0], "Feld links: 59,5 % der Zeit, 2 Eintritte (bisher 3) – Tastatur: B, gehalten");
+        EXPECT_EQ(gesagt.back(), std::string("Streubild aus 2 min") + worte);
+    }
+}
+
 TEST_F(StreuworteTest, EineLinieInDerHandSagtDassSieImRauschenLiegt) {
     gespeichert_ = linien_;
     linien_[1][richtung::LINKS] = 20500;
@@ -166,4 +209,7 @@ TEST(StreuwortTest, DasBildSagtWorausEsIst) {
     eigene.takte[0] = 60 * 60 * 200;
     eigene.weg = {{0, 6000}};
     EXPECT_EQ(streubildworte(Streurechnung(eigene)), "Streubild aus 60 min, Eintritte aus den letzten 30 s");
+    const Wegrechnung weg({{1, 1, 400}});
+    EXPECT_EQ(streubildworte(Streurechnung(eigene), {Wegprobe::Stand::Da, &weg, "2026-11-22 11.36.05"}),
+              "Streubild aus 60 min, Eintritte aus 2 s Mitschnitt vom 22.11.2026, 11:36 Uhr");
 }

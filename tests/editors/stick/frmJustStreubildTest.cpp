@@ -7,7 +7,9 @@
 #include <QImage>
 #include <QRegularExpression>
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 
 namespace {
 
@@ -67,6 +69,13 @@ protected:
             if (!teil->isHidden())
                 gezeigte << teil;
         return gezeigte;
+    }
+    /// What is done beside the event loop.
+    static bool kommt(const std::function<bool()>& was) {
+        const auto bis = std::chrono::steady_clock::now() + std::chrono::seconds{30};
+        while (!was() && std::chrono::steady_clock::now() < bis)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        return was();
     }
     QString feldname(int nummer) {
         return QAccessible::queryAccessibleInterface(&ebene())->child(nummer)->text(QAccessible::Name);
@@ -289,6 +298,35 @@ TEST_P(FrmJustStreubild, EineLinieInDerHandWirdProbiert) {
     maus(10000, 33000);
     EXPECT_EQ(zeilen()[1], "25,0 % der Zeit · 6,0 Eintritte je Minute · Median 2,50 s");
     EXPECT_EQ(linie("Links", 1), "15000");
+}
+
+// The run is recorded as it is played, and the editor has the record played again: the stick goes to 19990
+// and back four times, which no line beyond that sees.
+TEST_P(FrmJustStreubild, EineProbeZaehltImLetztenMitschnitt) {
+    ablegen(gespielt());
+    editorOeffnen();
+    feld<QPushButton>("Command1(1)").click();
+    ereignisse();
+    vergehen(1000);
+    for (int i = 0; i < 4; ++i)
+        for (const std::uint32_t x : {19990U, 32767U}) {
+            pad_.zustand.*zwilling_.x = x;
+            pad_.melden();
+            vergehen(1000); // smoothed it is there, too
+        }
+    control<QPushButton>(*laufFenster(), "cmdMitschnitt").click();
+    ASSERT_TRUE(kommt([&] { return !control<QLabel>(*laufFenster(), "lblMitschnitt").text().isEmpty(); }));
+    laufFenster()->close();
+    schalter().click();
+    form().activateWindow();
+    ereignisse();
+    klick(20000, 33000);
+    ziehen(19995, 33000);
+    ASSERT_TRUE(kommt([&] { return zeilen().last().contains(" Mitschnitt vom "); }))
+        << zeilen().last().toStdString();
+    EXPECT_TRUE(zeilen()[1].contains("4 Eintritte – ")) << zeilen()[1].toStdString();
+    ziehen(19985, 33000);
+    EXPECT_TRUE(zeilen()[1].contains("0 Eintritte (bisher 4) – ")) << zeilen()[1].toStdString();
 }
 
 // --- noise ---
