@@ -5,6 +5,7 @@
 
 #include <QColor>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
@@ -48,7 +49,46 @@ double leuchtdichte(QRgb farbe) {
     return 0.2126 * linear(qRed(farbe)) + 0.7152 * linear(qGreen(farbe)) + 0.0722 * linear(qBlue(farbe));
 }
 
+/// As who has no cones of a kind sees it: the lightness of a colour, CIE L*, 0 to 100 (Machado, Oliveira and
+/// Fernandes, 2009, of the full strength; linear light).
+using Sehweise = std::array<std::array<double, 3>, 3>;
+constexpr std::array<Sehweise, 4> SEHWEISEN{
+    {{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}},
+     {{{0.152286, 1.052583, -0.204868}, {0.114503, 0.786281, 0.099216}, {-0.003882, -0.048116, 1.051998}}},
+     {{{0.367322, 0.860646, -0.227968}, {0.280085, 0.672501, 0.047413}, {-0.011820, 0.042940, 0.968881}}},
+     {{{1.255528, -0.076749, -0.178779}, {-0.078411, 0.930809, 0.147602}, {0.004733, 0.691367, 0.303900}}}}};
+
+double helligkeit(QRgb farbe, const Sehweise& sehweise) {
+    const auto linear = [](int anteil) { return std::pow(anteil / 255.0, 2.2); };
+    const std::array<double, 3> licht{linear(qRed(farbe)), linear(qGreen(farbe)), linear(qBlue(farbe))};
+    constexpr std::array<double, 3> GEWICHT{0.2126, 0.7152, 0.0722};
+    double y = 0;
+    for (std::size_t i = 0; i < licht.size(); ++i) {
+        double gesehen = 0;
+        for (std::size_t k = 0; k < licht.size(); ++k)
+            gesehen += sehweise[i][k] * licht[k];
+        y += GEWICHT[i] * std::clamp(gesehen, 0.0, 1.0);
+    }
+    return 116 * std::cbrt(std::max(y, 0.008856)) - 16;
+}
+
 } // namespace
+
+// By lightness alone, also through the quarter of a picture that shines through.
+TEST(StreubildTest, WerKeinRotGruenOderBlauSiehtUnterscheidetZehnStufen) {
+    for (const auto& sehweise : SEHWEISEN)
+        for (const int grund : {0, 127, 255})
+            for (int stufe = 1; stufe < 10; ++stufe) {
+                const auto gesehen = [&](int welche) {
+                    const auto farbe = streufarbe(welche / 9.0);
+                    const auto ueber = [&](int anteil) { return (anteil * 3 + grund) / 4; };
+                    return helligkeit(qRgb(ueber(qRed(farbe)), ueber(qGreen(farbe)), ueber(qBlue(farbe))),
+                                      sehweise);
+                };
+                EXPECT_GT(gesehen(stufe) - gesehen(stufe - 1), 3.5)
+                    << &sehweise - SEHWEISEN.data() << ", " << grund << ", " << stufe;
+            }
+}
 
 // Who sees no red or no green goes by lightness and by blue against yellow.
 TEST(StreubildTest, DieFarbenWerdenNurHeller) {
