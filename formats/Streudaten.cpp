@@ -201,9 +201,8 @@ bool wegLesen(std::string_view text, Streudaten& daten) {
 // --- sums ---
 
 void dazu(std::span<std::uint32_t> summe, std::span<const std::uint32_t> lauf) {
-    constexpr auto VOLL = std::numeric_limits<std::uint32_t>::max();
     for (std::size_t i = 0; i < summe.size(); ++i)
-        summe[i] = lauf[i] > VOLL - summe[i] ? VOLL : summe[i] + lauf[i];
+        Streudaten::mehren(summe[i], lauf[i]);
 }
 
 void anfuegen(std::vector<Aufenthalt>& weg, const std::vector<Aufenthalt>& neuer) {

@@ -17,6 +17,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -55,6 +56,12 @@ struct Streudaten {
     std::array<Achsenruhe, 2> achsen; ///< [0] x, [1] y
 
     bool operator==(const Streudaten&) const = default;
+
+    /// Adds to a count, which stops at its largest value: 2^32 ticks are 5,965 hours.
+    static constexpr void mehren(std::uint32_t& zahl, std::uint64_t anzahl) {
+        constexpr std::uint64_t VOLL = std::numeric_limits<std::uint32_t>::max();
+        zahl = static_cast<std::uint32_t>(anzahl < VOLL - zahl ? zahl + anzahl : VOLL);
+    }
 };
 
 /// The content of a file, at most DATEI_HOECHSTENS bytes.

@@ -53,8 +53,10 @@ bool Rohruhe::ruht() const {
 void Rohruhe::zaehlen(unsigned nummer, std::int32_t mittel, Streudaten::Achsenruhe& ruhe) const {
     const auto* von = proben_.data() + nummer * VIERTEL;
     for (const auto* probe = von; probe != von + VIERTEL; ++probe)
-        ++ruhe.zittern[stufe(std::abs(*probe - mittel), Streudaten::KLASSENBREITE, Streudaten::KLASSEN)];
-    ruhe.ruhe[ruhezelle(mittel)] += VIERTEL;
+        Streudaten::mehren(
+            ruhe.zittern[stufe(std::abs(*probe - mittel), Streudaten::KLASSENBREITE, Streudaten::KLASSEN)],
+            1);
+    Streudaten::mehren(ruhe.ruhe[ruhezelle(mittel)], VIERTEL);
 }
 
 /// Whether a further quarter of this value is counted as itself: the last three are of it all through, and
@@ -69,8 +71,8 @@ void Rohruhe::takte(std::int32_t roh, std::uint64_t anzahl, Streudaten::Achsenru
     for (; anzahl > 0 && !haelt(roh); --anzahl)
         takt(roh, ruhe);
     const auto viertel = anzahl / VIERTEL;
-    ruhe.zittern[0] += static_cast<std::uint32_t>(viertel * VIERTEL);
-    ruhe.ruhe[ruhezelle(roh)] += static_cast<std::uint32_t>(viertel * VIERTEL);
+    Streudaten::mehren(ruhe.zittern[0], viertel * VIERTEL);
+    Streudaten::mehren(ruhe.ruhe[ruhezelle(roh)], viertel * VIERTEL);
     for (anzahl %= VIERTEL; anzahl > 0; --anzahl)
         takt(roh, ruhe);
 }

@@ -85,7 +85,7 @@ void Streuzaehler::Bogen::anfuegen(Aufenthalt aufenthalt) {
 }
 
 void Streuzaehler::Bogen::bleiben(std::uint16_t zelle, std::uint64_t anzahl, bool unterbrochen) {
-    takte[zelle] += static_cast<std::uint32_t>(anzahl);
+    Streudaten::mehren(takte[zelle], anzahl);
     if (unterbrochen && aufenthalte > 0)
         anfuegen({zelle, 0});
     while (anzahl > 0) {

@@ -179,6 +179,22 @@ TEST_F(StreuzaehlerTest, EinLangerAufenthaltSindMehrereDerselbenZelle) {
     EXPECT_EQ(daten().takte[0], 3 * 65'535 + 1U);
 }
 
+// A run of months, most of which a rest has left out.
+TEST_F(StreuzaehlerTest, KeineZahlLaeuftUeber) {
+    constexpr std::uint64_t VOLL = 0xFFFFFFFF;
+    bleiben(1, {0, 0});
+    zaehler.nocheinmal(VOLL - 2);
+    EXPECT_EQ(daten().takte[0], VOLL - 1);
+    zaehler.nocheinmal(1);
+    EXPECT_EQ(daten().takte[0], VOLL);
+    zaehler.nocheinmal(VOLL + 3);
+    bleiben(200, {0, 0});
+    const auto gezaehlt = daten();
+    EXPECT_EQ(gezaehlt.takte[0], VOLL);
+    EXPECT_EQ(gezaehlt.achsen[0].zittern[0], VOLL);
+    EXPECT_EQ(gezaehlt.achsen[1].ruhe[0], VOLL);
+}
+
 TEST_F(StreuzaehlerTest, VomWegBleibtDasNeueste) {
     constexpr int ZUVIEL = 10;
     for (int i = 0; i < static_cast<int>(Streudaten::WEG_HOECHSTENS) + ZUVIEL; ++i)
