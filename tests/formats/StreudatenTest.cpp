@@ -162,6 +162,25 @@ TEST(StreudatenTest, WasNichtHineingehtGehtVonAltNachNeu) {
     EXPECT_LT(gelesen.weg.size(), daten.weg.size());
 }
 
+TEST(StreudatenTest, EinRasterDasHineingehtBleibtWieEsIst) {
+    Streudaten daten;
+    daten.takte.resize(Streudaten::RASTERFELDER);
+    std::mt19937 zufall(5);
+    for (int i = 0; i < 34'000; ++i) // nearly a byte each
+        daten.takte[static_cast<std::size_t>(i)] = zufall() % 128;
+    EXPECT_EQ(*streudatenLesen(streudatenSchreiben(daten)), daten);
+}
+
+TEST(StreudatenTest, MehrAufenthalteAlsEsGebenDarfWerdenNichtGeschrieben) {
+    Streudaten daten;
+    daten.weg.assign(Streudaten::WEG_HOECHSTENS + 1, {5, 7}); // takes hardly any room
+    daten.weg.back().takte = 9;
+    const auto gelesen = streudatenLesen(streudatenSchreiben(daten));
+    ASSERT_TRUE(gelesen);
+    EXPECT_EQ(gelesen->weg.size(), Streudaten::WEG_HOECHSTENS);
+    EXPECT_EQ(gelesen->weg.back().takte, 9);
+}
+
 TEST(StreudatenTest, EinZuVollesRasterWirdHalbiertBisEsHineingeht) {
     auto daten = rauschen(Streudaten::WEG_HOECHSTENS);
     const auto gelesen = *streudatenLesen(streudatenSchreiben(daten));

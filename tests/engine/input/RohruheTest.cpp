@@ -84,6 +84,30 @@ TEST_F(RohruheTest, DieMittelDerViertelDuerfenEinWenigWandern) {
     }
 }
 
+// What spreads over 1200 units may wander by 16 + 1200 / 12 of the mean: by 2900 of the sum of a quarter.
+TEST_F(RohruheTest, WasMehrZittertDarfWeiterWandern) {
+    for (const auto& [letzter, erwartet] : {std::pair(128, 100U), std::pair(129, 0U)}) {
+        ruhe = {};
+        finder.vonVorn();
+        for (int viertel = 0; viertel < 4; ++viertel) {
+            const bool wandert = viertel == 3;
+            takte(1, 10'000);
+            takte(1, 11'200);
+            takte(22, wandert ? 10'500 + 126 : 10'500);
+            takte(1, wandert ? 10'500 + letzter : 10'500);
+        }
+        EXPECT_EQ(gezaehlte(), erwartet) << letzter;
+    }
+}
+
+// At the very edge, where a finder that has seen nothing yet might take it for what it has seen.
+TEST_F(RohruheTest, AuchAmRandSindHundertTakteNoetig) {
+    finder.takte(0, 99, ruhe);
+    EXPECT_EQ(gezaehlte(), 0U);
+    finder.takte(0, 26, ruhe);
+    EXPECT_EQ(ruhe.ruhe[0], 125U);
+}
+
 TEST_F(RohruheTest, EinSprungBeendetSieUndJedesViertelZaehltEinmal) {
     takte(110, 1000);
     takte(40, 60'000);

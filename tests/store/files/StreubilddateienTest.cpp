@@ -7,10 +7,14 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+#include <chrono>
 #include <fcntl.h>
+#include <future>
 #include <set>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
@@ -206,6 +210,22 @@ TEST_F(StreubilddateienTest, ZweiProgrammeZaehlenBeideDazu) {
     EXPECT_EQ(dateien.laden("S", LINKS, 0), daten(2 * LAEUFE));
 }
 
+// A copy that hangs: it is waited for, in vain.
+TEST_F(StreubilddateienTest, WerNichtFertigWirdVerliertDabeiNichts) {
+    ASSERT_TRUE(dateien.speichern("S", LINKS, 0, daten(1)));
+    const int ordnerkennung = open(bilder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(ordnerkennung, LOCK_EX | LOCK_NB), 0);
+    std::array<std::future<bool>, 3> versuche{
+        std::async(std::launch::async, [&] { return dateien.dazuzaehlen("S", LINKS, 0, daten(1)); }),
+        std::async(std::launch::async, [&] { return dateien.speichern("S", LINKS, 0, daten(5)); }),
+        std::async(std::launch::async, [&] { return dateien.zuruecksetzen("S", LINKS, 0); })};
+    for (auto& versuch : versuche)
+        EXPECT_FALSE(versuch.get());
+    EXPECT_EQ(dateien.laden("S", LINKS, 0), daten(1)) << "reading waits for nobody";
+    close(ordnerkennung);
+    EXPECT_TRUE(dateien.dazuzaehlen("S", LINKS, 0, daten(1)));
+}
+
 // --- an end ---
 
 TEST_F(StreubilddateienTest, ZurueckgesetztIstNichtsDa) {
@@ -215,6 +235,19 @@ TEST_F(StreubilddateienTest, ZurueckgesetztIstNichtsDa) {
     EXPECT_TRUE(dateien.zuruecksetzen("S", LINKS, 0));
     EXPECT_EQ(dateien.laden("S", LINKS, 0), Streudaten{});
     EXPECT_EQ(dateien.laden("S", LINKS, 1), daten(2));
+}
+
+// What another copy of the program is about to lay down goes, too.
+TEST_F(StreubilddateienTest, LoeschenWartetAufWenDerGeradeSchreibt) {
+    ASSERT_TRUE(dateien.speichern("S", LINKS, 0, daten(1)));
+    const int ordnerkennung = open(bilder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(ordnerkennung, LOCK_EX | LOCK_NB), 0);
+    const auto loeschen = std::async(std::launch::async, [&] { dateien.loeschen("S"); });
+    EXPECT_EQ(loeschen.wait_for(std::chrono::milliseconds{100}), std::future_status::timeout);
+    dateiSchreiben(dateien.pfad("S", RECHTS, 2), streudatenSchreiben(daten(1)));
+    close(ordnerkennung);
+    loeschen.wait();
+    EXPECT_THAT(namen(), IsEmpty());
 }
 
 TEST_F(StreubilddateienTest, GeloeschtWirdAllesEinesSchemasUndNichtsSonst) {

@@ -244,6 +244,16 @@ TEST_F(StreuStrom, EinLaufIstGanzDazugezaehltOderGarNicht) {
     }
 }
 
+// What a folder holds that is itself not safe is gone with it.
+TEST_F(StreuStrom, DerErsteLaufBleibtMitSeinemOrdner) {
+    const Streubilddateien erste{ordner.pfad() / "Streubilder"};
+    erwarteGanzOderGarNicht(
+        {ordner.pfad(), [&] { return erste.dazuzaehlen(schema, Stickseite::Links, 0, einLauf); },
+         [&] {
+             return std::string(erste.laden(schema, Stickseite::Links, 0) == einLauf ? "1" : "nothing");
+         }});
+}
+
 TEST_F(StreuStrom, EinBeschaedigtesGehtDabeiNichtVerloren) {
     dateiSchreiben(dateien.pfad(schema, Stickseite::Links, 0), "Schaden");
     erwarteGanzOderGarNicht(zaehlprobe([&] { return dazu(); }));
