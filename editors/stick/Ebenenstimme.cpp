@@ -171,12 +171,14 @@ void Ebenenstimme::zeigen() {
 
 // --- the keyboard ---
 
-// Not again while it is held: a picture that comes and goes tells nothing.
+// With Shift it asks whether all is to be forgotten. Not again while it is held: a picture that comes and
+// goes tells nothing.
 bool Ebenenstimme::streubildtaste(const QKeyEvent& ereignis) {
-    if (ereignis.key() != Qt::Key_S || ereignis.modifiers() != Qt::NoModifier || umfeld_.testlauf())
+    const bool umschalt = ereignis.modifiers() == Qt::ShiftModifier;
+    if (ereignis.key() != Qt::Key_S || (ereignis.modifiers() && !umschalt) || umfeld_.testlauf())
         return false;
     if (!ereignis.isAutoRepeat())
-        umfeld_.streubildWechseln();
+        umschalt ? umfeld_.streubildZuruecksetzen() : umfeld_.streubildWechseln();
     return true;
 }
 

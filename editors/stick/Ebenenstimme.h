@@ -38,6 +38,8 @@ public:
         std::function<bool()> testlauf;
         /// Shows where the stick was, or no longer.
         std::function<void()> streubildWechseln;
+        /// Forgets where the stick was, if the user says so.
+        std::function<void()> streubildZuruecksetzen;
         /// What the last record says of the layer shown; the first call begins to read it.
         std::function<const Wegprobe&()> mitschnitt;
     };

@@ -28,7 +28,8 @@ constexpr double SCHALTFLAECHE_MITTE = 0.75;
 
 constexpr std::array<const char*, 3> KNOPFTEXTE{"End", "Test", "Hintergrund"};
 constexpr const char* STREUBILD = "Zeigt, wo der Stick in den Läufen war (Taste S)";
-constexpr const char* ZURUECKSETZEN = "Vergisst, wo der Stick auf dieser Ebene war; fragt vorher";
+constexpr const char* ZURUECKSETZEN =
+    "Vergisst, wo der Stick auf dieser Ebene war; fragt vorher (Umschalt+S)";
 constexpr const char* EINS_ZU_EINS = "Angehakt löst der Stick auf dieser Ebene nichts aus";
 constexpr std::array<const char*, 3> KNOPFHINWEISE{
     "Schließt das Fenster; jede Änderung ist schon gespeichert",
@@ -62,19 +63,20 @@ Justiertafeln::Justiertafeln(Stickebene& ebene, const Justiereigenart& art, Zeit
     streubildEinpassen(ebene.screen()->availableSize());
 }
 
-// Large letters on a low screen leave two rows no room, and one is too wide for a small screen: there the key
-// alone remains.
+// Large letters on a low screen leave two rows no room, and one is too wide for a small screen: there the
+// button goes first, as it is wanted less, then both. Their keys remain.
 void Justiertafeln::streubildEinpassen(const QSize& platz) {
     if (noetigeEbene().height() <= platz.height())
         return;
     streubildspalte_->setDirection(QBoxLayout::LeftToRight);
     streubild_->updateGeometry(); // a layout inside another does not tell it
-    if (noetigeEbene().width() <= platz.width())
-        return;
-    streubild_->hide();
-    ruecksetzung_->hide();
-    streubildspalte_->invalidate();
-    streubild_->parentWidget()->layout()->invalidate();
+    for (QWidget* control : {static_cast<QWidget*>(ruecksetzung_), static_cast<QWidget*>(streubild_)}) {
+        if (noetigeEbene().width() <= platz.width())
+            return;
+        control->hide();
+        streubildspalte_->invalidate();
+        streubild_->parentWidget()->layout()->invalidate();
+    }
 }
 
 QWidget* Justiertafeln::umschaltinhalt() {

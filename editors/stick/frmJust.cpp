@@ -152,6 +152,7 @@ void frmJust::stimmeGeben() {
         .gesperrt = [this] { return (StickSperre_ & sperrbit(stand_.EditorEbene)) != 0; },
         .testlauf = [this] { return laufsteuerung_.geladen(); },
         .streubildWechseln = [this] { tafeln_->streubildSetzen(!tafeln_->streubildGewaehlt()); },
+        .streubildZuruecksetzen = [this] { gesichert([&] { streubildZuruecksetzen(); }); },
         .mitschnitt = [this]() -> const Wegprobe& { return mitschnittleser_->probe(stand_.EditorEbene); },
     };
     streuung_ = std::make_unique<Streuansicht>(*ebene_, stand_, streuquelle());

@@ -240,6 +240,18 @@ TEST_P(FrmJustStreubild, DerLetzteLaufWirdGezeigtUndMitVergessen) {
     EXPECT_EQ(dateien().laden("S", seite(), 0), Streudaten());
 }
 
+TEST_P(FrmJustStreubild, UmschaltSFragtUndVergisst) {
+    ablegen(gespielt());
+    editorOeffnen();
+    const Boxleser boxen({QMessageBox::No, QMessageBox::Yes});
+    taste(Qt::Key_S, Qt::ShiftModifier);
+    EXPECT_EQ(dateien().laden("S", seite(), 0), gespielt());
+    taste(Qt::Key_S, Qt::ShiftModifier);
+    EXPECT_EQ(dateien().laden("S", seite(), 0), Streudaten());
+    EXPECT_EQ(boxen.gesehen().size(), 2U);
+    EXPECT_FALSE(schalter().isChecked());
+}
+
 TEST_P(FrmJustStreubild, WerNurEnterDruecktBehaeltEs) {
     ablegen(gespielt());
     editorOeffnen();
@@ -404,6 +416,21 @@ TEST_P(FrmJustStreubild, EsWaechstMitDemFenster) {
 }
 
 // --- the panel ---
+
+// Letters that grow are a screen that gets small.
+TEST_P(FrmJustStreubild, WoDerPlatzNichtReichtGehtZuerstDerKnopf) {
+    std::vector<std::pair<bool, bool>> gezeigte; // switch and button
+    for (int punkt = 8; punkt <= 40; ++punkt) {
+        const Schriftgrad gross(punkt);
+        editorOeffnen();
+        const std::pair jetzt{!schalter().isHidden(), !feld<QPushButton>("Streubildruecksetzung").isHidden()};
+        if (gezeigte.empty() || gezeigte.back() != jetzt)
+            gezeigte.push_back(jetzt);
+        programm_.reset();
+        ereignisse();
+    }
+    EXPECT_EQ(gezeigte, (std::vector<std::pair<bool, bool>>{{true, true}, {true, false}, {false, false}}));
+}
 
 TEST_P(FrmJustStreubild, DieGegebenenControlsStehenWieZuvor) {
     editorOeffnen();
