@@ -27,6 +27,7 @@ enum class Fehlernummer {
     Syntax = 3075,
     KeineTabelle = 3078,
     FeldZuKlein = 3163,
+    VonAnderenGeaendert = 3197,
     Gesperrt = 3218,
     KeinSolchesFeld = 3265,
     FeldOhneWert = 3314,

@@ -89,6 +89,19 @@ void Database::verwerfen() noexcept {
         verbindung_->verwerfen();
 }
 
+void Database::mitschreiben() {
+    offen().mitschreiben();
+}
+
+Zeilenschritt Database::mitgeschriebenes() {
+    return offen().mitgeschriebenes();
+}
+
+void Database::mitschriftVerwerfen() noexcept {
+    if (verbindung_)
+        verbindung_->mitschriftVerwerfen();
+}
+
 void Database::lesenBeginnen() {
     offen().lesenBeginnen();
 }

@@ -3,18 +3,20 @@
 // opening to its closing, with what is done to it as a whole; the sets of rows that it gives are Recordset's.
 //
 // Who uses the store includes this header. Inside, each unit stands on the ones before it: Wert (a value),
-// Tabelle (columns and what fits in them), Verbindung (SQLite), Anweisungstext (a statement's text),
-// Recordset (rows), Datenbank.
+// Tabelle (columns and what fits in them), Zeilenschritt (what an act has changed), Verbindung (SQLite),
+// Anweisungstext (a statement's text), Recordset (rows), Datenbank.
 #pragma once
 
 #include "base/LaufzeitFehler.h"
 #include "store/db/Recordset.h"
+#include "store/db/Zeilenschritt.h"
 
 #include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class Verbindung;
 
@@ -56,6 +58,27 @@ public:
             throw;
         }
         festschreiben();
+    }
+
+    /// Runs `arbeit` as inEinerTransaktion does, and gives `schritt` all that it has changed, so that it can
+    /// be taken back; a null `schritt` gets nothing. Once `schritt` has it the change is in the file, and
+    /// only then. Inside another transaction it is a part of that one, which `schritt` then hears nothing of.
+    /// Throws 3034 inside another step.
+    template <class Arbeit> void alsSchritt(Zeilenschritt* schritt, Arbeit&& arbeit) {
+        if (!schritt)
+            return inEinerTransaktion(arbeit);
+        Zeilenschritt geschehener;
+        inEinerTransaktion([&] {
+            mitschreiben();
+            try {
+                arbeit();
+                geschehener = mitgeschriebenes();
+            } catch (...) {
+                mitschriftVerwerfen();
+                throw;
+            }
+        });
+        *schritt = std::move(geschehener);
     }
 
     /// Runs `arbeit`, which only reads, on one state of the file: what others write meanwhile is not seen.
@@ -103,11 +126,15 @@ public:
 
 private:
     friend Database OpenDatabase(const std::string& pfad);
+    friend class Zeilenschritt;
     Database(std::shared_ptr<Verbindung> verbindung, Dateiteil teil);
     Verbindung& offen() const;
     void beginnen();
     void festschreiben();
     void verwerfen() noexcept;
+    void mitschreiben();
+    Zeilenschritt mitgeschriebenes();
+    void mitschriftVerwerfen() noexcept;
     void lesenBeginnen();
     void lesenBeenden() noexcept;
     std::shared_ptr<Verbindung> verbindung_; ///< null when closed

@@ -41,7 +41,7 @@ Fund zeilenSuchen(Verbindung& verbindung, Dateiteil teil, const Tabelle& tabelle
     const int spalten = static_cast<int>(ordinale.size());
     Fund fund;
     std::size_t summe = 0;
-    Verbindung::Lauf lauf(verbindung, text, auswahl.werte);
+    Verbindung::Lauf lauf(verbindung, text, zellen(auswahl.werte));
     while (lauf.weiter()) {
         fund.zeilen.push_back(alsZahl(lauf.wert(0)));
         if (fund.zeilen.size() % ZEILEN_JE_PRUEFUNG == 0)
@@ -97,10 +97,10 @@ namespace {
                          "Der Datensatz wurde weder mit AddNew noch mit Edit zum Schreiben geöffnet.");
 }
 
-std::vector<Wert> nurWerte(const std::map<int, Wert>& werte) {
-    std::vector<Wert> ergebnis;
+std::vector<Zelle> nurZellen(const std::map<int, Wert>& werte) {
+    std::vector<Zelle> ergebnis;
     for (const auto& [ordinal, wert] : werte)
-        ergebnis.push_back(wert);
+        ergebnis.push_back(zelle(wert));
     return ergebnis;
 }
 
@@ -186,7 +186,9 @@ void Recordset::Innen::einfuegen(const std::map<int, Wert>& werte) {
         stellen += stellen.empty() ? "?" : ",?";
     }
     const std::string was = werte.empty() ? " DEFAULT VALUES" : " (" + spalten + ") VALUES (" + stellen + ")";
-    verbindung->schreiben(teil, "INSERT INTO " + tabelle->ort + was, nurWerte(werte));
+    verbindung->schreiben(teil, "INSERT INTO " + tabelle->ort + was, nurZellen(werte));
+    if (auto* mitschrift = verbindung->mitschrift())
+        mitschrift->neu(teil, tabelle, verbindung->letzteZeile());
 }
 
 void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
@@ -196,9 +198,11 @@ void Recordset::Innen::aendern(const std::map<int, Wert>& werte) {
     std::string zuweisungen;
     for (const auto& [ordinal, wert] : werte)
         zuweisungen += (zuweisungen.empty() ? "" : ",") + inAnfuehrung(tabelle->spalte(ordinal).name) + "=?";
-    std::vector<Wert> parameter = nurWerte(werte);
+    std::vector<Zelle> parameter = nurZellen(werte);
     parameter.emplace_back(satz);
     const std::string text = "UPDATE " + tabelle->ort + " SET " + zuweisungen + " WHERE _rowid_ = ?";
+    if (auto* mitschrift = verbindung->mitschrift())
+        mitschrift->vorher(teil, tabelle, satz);
     if (verbindung->schreiben(teil, text, parameter) == 0)
         keinAktuellerSatz();
 }
@@ -283,10 +287,18 @@ void Recordset::Delete() {
     const std::int64_t satz = offen().zeile();
     innen_->beginnen(Zustand::Lesend);
     const std::string text = "DELETE FROM " + innen_->tabelle->ort + " WHERE _rowid_ = ?";
+    if (auto* mitschrift = innen_->verbindung->mitschrift())
+        mitschrift->vorher(innen_->teil, innen_->tabelle, satz);
     if (innen_->verbindung->schreiben(innen_->teil, text, {satz}) == 0)
         keinAktuellerSatz();
     innen_->geloeschte.push_back(innen_->stelle);
     innen_->loch = true;
+}
+
+void Recordset::bezeugen() const {
+    const std::int64_t satz = offen().zeile();
+    if (auto* mitschrift = innen_->verbindung->mitschrift())
+        mitschrift->bezeugen(innen_->teil, innen_->tabelle, satz);
 }
 
 Wert Recordset::get_Value(int ordinal) const {

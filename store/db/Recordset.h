@@ -45,6 +45,11 @@ public:
     /// Deletes the current row; the position is a hole until MoveNext. Throws 3021 without a current row.
     void Delete();
 
+    /// Makes the current row part of the step that is being taken down (Database::alsSchritt), also where the
+    /// step leaves it as it is: taking the step back then asks that nobody has changed it. Without a step
+    /// nothing happens. Throws 3021 without a current row.
+    void bezeugen() const;
+
     /// Reads a column of the current row, by name (without regard to case) or by ordinal from 0. What was put
     /// since AddNew or Edit reads back; the rest of a new row is Null until Update. Throws 3021 without a
     /// current row, 3265 for a column that is not there.

@@ -37,6 +37,13 @@ std::vector<int> Tabelle::alle() const {
     return ordinale;
 }
 
+std::vector<std::string> Tabelle::spaltennamen() const {
+    std::vector<std::string> namen;
+    for (const auto& spalte : spalten)
+        namen.push_back(spalte.name);
+    return namen;
+}
+
 std::string Tabelle::spaltenliste(const std::vector<int>& ordinale) const {
     std::string text;
     for (const int ordinal : ordinale)

@@ -29,6 +29,7 @@ struct Tabelle {
     const Spalte& spalte(int ordinal) const;
     /// All columns in physical order.
     std::vector<int> alle() const;
+    std::vector<std::string> spaltennamen() const;
     /// Columns as a statement names them.
     std::string spaltenliste(const std::vector<int>& ordinale) const;
     /// Reads the row of a row id (the one parameter), all columns in physical order.

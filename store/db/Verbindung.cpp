@@ -364,13 +364,13 @@ sqlite3_stmt* Verbindung::vorbereitet(const std::string& text) {
     return anweisung.get();
 }
 
-Verbindung::Lauf::Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte)
+Verbindung::Lauf::Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Zelle>& zellen)
     : verbindung_(verbindung), anweisung_(verbindung.vorbereitet(text)) {
     verbindung.fragen_ = 0;
     verbindung.abgebrochen_ = false;
     int stelle = 0;
-    for (const Wert& wert : werte)
-        binden(++stelle, wert);
+    for (const Zelle& zelle : zellen)
+        binden(++stelle, zelle);
 }
 
 Verbindung::Lauf::~Lauf() {
@@ -378,13 +378,18 @@ Verbindung::Lauf::~Lauf() {
     sqlite3_clear_bindings(anweisung_);
 }
 
-void Verbindung::Lauf::binden(int stelle, const Wert& wert) {
+void Verbindung::Lauf::binden(int stelle, const Zelle& zelle) {
     int nummer = SQLITE_OK; // what is not bound is Null
-    if (const auto* zahl = std::get_if<std::int64_t>(&wert))
+    if (const auto* zahl = std::get_if<std::int64_t>(&zelle))
         nummer = sqlite3_bind_int64(anweisung_, stelle, *zahl);
-    else if (const auto* text = std::get_if<std::string>(&wert))
+    else if (const auto* text = std::get_if<std::string>(&zelle))
         nummer = sqlite3_bind_text64(anweisung_, stelle, text->data(), text->size(), SQLITE_TRANSIENT,
                                      SQLITE_UTF8);
+    else if (const auto* bruch = std::get_if<double>(&zelle))
+        nummer = sqlite3_bind_double(anweisung_, stelle, *bruch);
+    else if (const auto* folge = std::get_if<Bytefolge>(&zelle))
+        nummer = sqlite3_bind_blob64(anweisung_, stelle, folge->bytes.data(), folge->bytes.size(),
+                                     SQLITE_TRANSIENT);
     if (nummer != SQLITE_OK)
         verbindung_.melden(nummer);
 }
@@ -410,21 +415,35 @@ Wert Verbindung::Lauf::wert(int spalte) const {
     }
 }
 
+Zelle Verbindung::Lauf::zelle(int spalte) const {
+    switch (sqlite3_column_type(anweisung_, spalte)) {
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(anweisung_, spalte);
+    case SQLITE_BLOB: {
+        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(anweisung_, spalte));
+        const auto laenge = static_cast<std::size_t>(sqlite3_column_bytes(anweisung_, spalte));
+        return Bytefolge{bytes ? std::string(bytes, laenge) : std::string()};
+    }
+    default:
+        return ::zelle(wert(spalte));
+    }
+}
+
 void Verbindung::ausfuehren(const std::string& text) {
     Lauf lauf(*this, text, {});
     while (lauf.weiter()) {
     }
 }
 
-int Verbindung::schreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte) {
+int Verbindung::schreiben(Dateiteil teil, const std::string& text, const std::vector<Zelle>& zellen) {
     if (tiefe_ > 0) {
         transaktionPruefen();
-        return gestempeltSchreiben(teil, text, werte);
+        return gestempeltSchreiben(teil, text, zellen);
     }
     beginnen();
     int geaendert = 0;
     try {
-        geaendert = gestempeltSchreiben(teil, text, werte);
+        geaendert = gestempeltSchreiben(teil, text, zellen);
     } catch (...) {
         verwerfen();
         throw;
@@ -435,20 +454,48 @@ int Verbindung::schreiben(Dateiteil teil, const std::string& text, const std::ve
 
 /// The stamp is read under the lock for writing: a newer program may have changed the file since it was
 /// opened. Nobody else changes it while the lock is held, so it is read once for all writes of a transaction.
-int Verbindung::gestempeltSchreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte) {
+int Verbindung::gestempeltSchreiben(Dateiteil teil, const std::string& text,
+                                    const std::vector<Zelle>& zellen) {
     auto& gueltig = gestempelt_[index(teil)];
     const bool alt = !gueltig && stempelart(schreibbarerStempel(teil)) == Stempelart::Aelter;
-    const int geaendert = aendern(text, werte);
+    const int geaendert = aendern(text, zellen);
     if (alt && geaendert > 0)
         stempeln(teil);
     gueltig = !alt || geaendert > 0;
     return geaendert;
 }
 
-int Verbindung::aendern(const std::string& text, const std::vector<Wert>& werte) {
-    Lauf lauf(*this, text, werte);
+int Verbindung::aendern(const std::string& text, const std::vector<Zelle>& zellen) {
+    Lauf lauf(*this, text, zellen);
     lauf.weiter();
     return sqlite3_changes(sqlite_.get());
+}
+
+std::int64_t Verbindung::letzteZeile() const {
+    return sqlite3_last_insert_rowid(sqlite_.get());
+}
+
+std::optional<Zeilenbild> Verbindung::zeilenbild(const Tabelle& tabelle, std::int64_t zeile) {
+    Lauf lauf(*this, tabelle.lesetext(), {zeile});
+    if (!lauf.weiter())
+        return std::nullopt;
+    std::vector<Zelle> zellen;
+    zellen.reserve(tabelle.spalten.size());
+    for (std::size_t i = 0; i < tabelle.spalten.size(); ++i)
+        zellen.push_back(lauf.zelle(static_cast<int>(i)));
+    return Zeilenbild(zellen);
+}
+
+void Verbindung::mitschreiben() {
+    if (mitschrift_)
+        throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "In einem Schritt beginnt kein weiterer.");
+    mitschrift_.emplace(*this);
+}
+
+Zeilenschritt Verbindung::mitgeschriebenes() {
+    auto schritt = mitschrift_->schritt();
+    mitschrift_.reset();
+    return schritt;
 }
 
 void Verbindung::fortgangFragen(std::function<bool()> weiter) {

@@ -9,11 +9,14 @@
 #include "store/db/Stempel.h"
 #include "store/db/Tabelle.h"
 #include "store/db/Wert.h"
+#include "store/db/Zeilenmitschrift.h"
+#include "store/db/Zelle.h"
 
 #include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -51,7 +54,7 @@ public:
     /// it.
     class Lauf {
     public:
-        Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Wert>& werte);
+        Lauf(Verbindung& verbindung, const std::string& text, const std::vector<Zelle>& zellen);
         ~Lauf();
         Lauf(const Lauf&) = delete;
         Lauf& operator=(const Lauf&) = delete;
@@ -60,16 +63,29 @@ public:
         bool weiter();
         /// A column of that row.
         Wert wert(int spalte) const;
+        /// The same in the kind that the file keeps it in.
+        Zelle zelle(int spalte) const;
 
     private:
-        void binden(int stelle, const Wert& wert);
+        void binden(int stelle, const Zelle& zelle);
         Verbindung& verbindung_;
         sqlite3_stmt* anweisung_;
     };
 
     /// Runs a statement that writes into a file, in a transaction, and stamps the file where it has no stamp;
     /// gives the number of rows that it changed. Throws 3027 for a file of a newer version.
-    int schreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte);
+    int schreiben(Dateiteil teil, const std::string& text, const std::vector<Zelle>& zellen);
+    /// The row id of what was inserted last.
+    std::int64_t letzteZeile() const;
+    /// All columns of a row; nothing where there is none.
+    std::optional<Zeilenbild> zeilenbild(const Tabelle& tabelle, std::int64_t zeile);
+
+    /// Takes down what is written from now on, once at a time (3034), until it is asked for or dropped.
+    void mitschreiben();
+    Zeilenschritt mitgeschriebenes();
+    void mitschriftVerwerfen() noexcept { mitschrift_.reset(); }
+    /// Null while nothing is taken down.
+    Zeilenmitschrift* mitschrift() { return mitschrift_ ? &*mitschrift_ : nullptr; }
 
     /// What the user is to know of the file before anything is done with it; mostly "".
     std::string hinweis();
@@ -113,8 +129,8 @@ private:
     Stempel stempelLesen(Dateiteil teil);
     Stempel schreibbarerStempel(Dateiteil teil);
     void stempeln(Dateiteil teil);
-    int gestempeltSchreiben(Dateiteil teil, const std::string& text, const std::vector<Wert>& werte);
-    int aendern(const std::string& text, const std::vector<Wert>& werte);
+    int gestempeltSchreiben(Dateiteil teil, const std::string& text, const std::vector<Zelle>& zellen);
+    int aendern(const std::string& text, const std::vector<Zelle>& zellen);
     sqlite3_stmt* vorbereitet(const std::string& text);
     void ausfuehren(const std::string& text);
     void anhaengen(const std::string& pfad);
@@ -135,4 +151,5 @@ private:
     bool abgebrochen_ = false; ///< whether it said no to the statement that runs
     int fragen_ = 0;           ///< how often SQLite asked whether the statement that runs is to go on
     std::uint64_t lesezuege_ = 0;
+    std::optional<Zeilenmitschrift> mitschrift_;
 };
