@@ -16,7 +16,6 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <initializer_list>
 
 using belegungsfeld::DRUCKZEIT;
@@ -209,13 +208,28 @@ void Tasteneigenschaften::zahlGeaendert(QLineEdit& box, std::size_t feld) {
     }
 }
 
-bool Tasteneigenschaften::hatUngueltiges() const {
-    return werk_.gewaehlt() && std::ranges::any_of(zahlfelder_, [this](const Zahlfeld& zahlfeld) {
-               const auto text = zahlfeld.box->text().toStdString();
-               const bool imGebrauch =
-                   !zahlfeld.box->parentWidget()->isHidden() && zahlfeld.box->isEnabledTo(this);
-               return imGebrauch && text != werk_.feld(zahlfeld.feld) && !wirdGenommen(text);
-           });
+bool Tasteneigenschaften::imGebrauch(const Zahlfeld& zahlfeld) const {
+    return !zahlfeld.box->parentWidget()->isHidden() && zahlfeld.box->isEnabledTo(this);
+}
+
+std::map<std::size_t, QString> Tasteneigenschaften::ungueltiges() const {
+    std::map<std::size_t, QString> texte;
+    if (!werk_.gewaehlt())
+        return texte;
+    for (const auto& zahlfeld : zahlfelder_) {
+        const auto text = zahlfeld.box->text().toStdString();
+        if (imGebrauch(zahlfeld) && text != werk_.feld(zahlfeld.feld) && !wirdGenommen(text))
+            texte.emplace(zahlfeld.feld, zahlfeld.box->text());
+    }
+    return texte;
+}
+
+void Tasteneigenschaften::ungueltigesSetzen(const std::map<std::size_t, QString>& texte) {
+    for (const auto& zahlfeld : zahlfelder_)
+        if (const auto stelle = texte.find(zahlfeld.feld); stelle != texte.end() && imGebrauch(zahlfeld)) {
+            const QSignalBlocker stumm(zahlfeld.box);
+            zahlfeld.box->setText(stelle->second);
+        }
 }
 
 // --- the image in the controls ---

@@ -12,6 +12,8 @@
 #include <QWidget>
 
 #include <array>
+#include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -32,8 +34,10 @@ public:
     void Eigenschaftfestlegen(Belegungsart art);
     void verbergen();
 
-    /// Whether a box that is in use holds a text which the image could not take.
-    bool hatUngueltiges() const;
+    /// What boxes that are in use hold and the image could not take, by the field.
+    std::map<std::size_t, QString> ungueltiges() const;
+    /// Writes it into the boxes that are in use; nobody is told.
+    void ungueltigesSetzen(const std::map<std::size_t, QString>& texte);
 
 private:
     QGroupBox* tastenrahmen();
@@ -56,6 +60,7 @@ private:
         QLineEdit* box;
         std::size_t feld;
     };
+    bool imGebrauch(const Zahlfeld& zahlfeld) const;
 
     Tastwerk& werk_;
     std::vector<Zahlfeld> zahlfelder_;

@@ -28,7 +28,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -41,8 +40,7 @@ namespace {
 
 constexpr auto TASTTAKT = std::chrono::milliseconds{10};
 
-constexpr int ALLE = -1; // labelBeschriften
-constexpr int NUR_GEWAEHLTE = 1;
+constexpr int NUR_GEWAEHLTE = 1; // labelBeschriften
 
 // Indices of Command1.
 constexpr int SPEICHERN = 4;
@@ -119,6 +117,8 @@ frmJoyKonfic::frmJoyKonfic(GobalVariable& global, Joystick& joystick, Zeitgeber&
     anordnung->addWidget(new Padzeile(joystick_));
     ebenen_[0]->setFocus();
     werk_.geaendert = [this] { standZeigen(); };
+    rueckgang_ = std::make_unique<Rueckgang>(*this, rueckgangsdienst());
+    connect(rueckgang_.get(), &Rueckgang::feldVerlassen, this, [this] { folge_.abschliessen(); });
 }
 
 frmJoyKonfic::~frmJoyKonfic() = default;
@@ -247,7 +247,8 @@ void frmJoyKonfic::laden() {
     speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
     auswaehlen(Tastwerk::KEINE_TASTE_GEWAEHLT);
     werk_.AktuelleEbene = 0;
-    labelBeschriften(ALLE);
+    labelBeschriften(ALLE_SCHILDER);
+    folge_.beginnen(inhalt());
     abfrage_->Interval(TASTTAKT);
     abfrage_->Enabled(true);
     if (!unlesbare.empty())
@@ -270,24 +271,20 @@ void frmJoyKonfic::closeEvent(QCloseEvent* ereignis) {
 // --- what the controls do ---
 
 void frmJoyKonfic::Command1_Click(int index) {
-    const bool umschalttasten = index != 1 && index != 2;
-    arten_[UMSCHALTTASTE_1]->setEnabled(umschalttasten);
-    arten_[UMSCHALTTASTE_2]->setEnabled(umschalttasten);
+    eineTat([this, index] { Command1_Tat(index); });
+}
+
+void frmJoyKonfic::Command1_Tat(int index) {
+    umschalttastenSchalten(index);
     if (index >= 0 && index < EBENEN) {
-        auswaehlen(Tastwerk::KEINE_TASTE_GEWAEHLT);
-        subShape2Steuern(KEINE_MARKE, KEINE_MARKE);
-        TextEinAus(false);
-        TastenEreignissFestlegen();
-        ebeneSetzen(index);
-        labelBeschriften(ALLE);
-        eigenschaften_->verbergen();
+        ebeneZeigen(index);
+        labelBeschriften(ALLE_SCHILDER);
     } else if (index == SPEICHERN) {
         speichern();
     } else if (index == NEU) {
         werk_.SchemaNeu(false);
-        labelBeschriften(ALLE);
+        labelBeschriften(ALLE_SCHILDER);
     }
-    standZeigen();
 }
 
 void frmJoyKonfic::speichern() {
@@ -301,60 +298,19 @@ void frmJoyKonfic::speichern() {
         return;
     }
     gespeichertes_ = werk_.bild;
+    folge_.abschliessen();
     entwuerfe_.vergessen(schema_);
     speicherstand_->gespeichert();
-    standZeigen();
-}
-
-// --- what is not saved ---
-
-bool frmJoyKonfic::ungespeichert() const {
-    return werk_.bild != gespeichertes_ || eigenschaften_->hatUngueltiges();
-}
-
-void frmJoyKonfic::standZeigen() {
-    if (!siehtAn_)
-        speicherstand_->setUngespeichert(ungespeichert());
-}
-
-// To show a button may write its numbers another way, "05" as "5": that is nobody's change.
-void frmJoyKonfic::ansehen(const std::function<void()>& zeigen) {
-    const bool gleich = werk_.bild == gespeichertes_;
-    siehtAn_ = true;
-    const auto danach = qScopeGuard([this, gleich] {
-        siehtAn_ = false;
-        if (gleich && werk_.bild != gespeichertes_)
-            gespeichertes_ = werk_.bild;
-        standZeigen();
-    });
-    zeigen();
-}
-
-Tastenentwurf frmJoyKonfic::entwurf() const {
-    return {werk_.bild, werk_.AktuelleTaste, werk_.AktuelleEbene, global_.UmschaltTasten,
-            Formstand({bild_, tastenereignis_, eigenschaften_})};
-}
-
-void frmJoyKonfic::wiederherstellen() {
-    const auto entwurf = entwuerfe_.nehmen(schema_);
-    if (!entwurf)
-        return;
-    if (ungespeichert())
-        entwuerfe_.hintanstellen(schema_, this->entwurf());
-    speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
-    werk_.bild = entwurf->bild;
-    global_.UmschaltTasten = entwurf->umschalttasten;
-    ebeneSetzen(entwurf->ebene);
-    auswaehlen(entwurf->taste);
-    entwurf->stand.stummAnwenden({bild_, tastenereignis_, eigenschaften_});
     standZeigen();
 }
 
 void frmJoyKonfic::Command10_Click() {
     if (!werk_.gewaehlt())
         return;
-    werk_.SchemaNeu(true);
-    labelBeschriften(NUR_GEWAEHLTE);
+    eineTat([this] {
+        werk_.SchemaNeu(true);
+        labelBeschriften(NUR_GEWAEHLTE);
+    });
 }
 
 void frmJoyKonfic::lblInfo_Click(int taste) {
@@ -369,8 +325,10 @@ void frmJoyKonfic::lblInfo_Click(int taste) {
 void frmJoyKonfic::Option1_Click(int index) {
     if (!werk_.gewaehlt())
         return;
-    werk_.artWaehlen(static_cast<Belegungsart>(index));
-    labelBeschriften(NUR_GEWAEHLTE);
+    eineTat([this, index] {
+        werk_.artWaehlen(static_cast<Belegungsart>(index));
+        labelBeschriften(NUR_GEWAEHLTE);
+    });
 }
 
 void frmJoyKonfic::tasteUebernehmen(int code) {
@@ -429,6 +387,23 @@ void frmJoyKonfic::auswaehlen(int taste) {
     bild_->setGewaehlt(taste);
 }
 
+void frmJoyKonfic::umschalttastenSchalten(int index) {
+    const bool erlaubt = index != 1 && index != 2;
+    arten_[UMSCHALTTASTE_1]->setEnabled(erlaubt);
+    arten_[UMSCHALTTASTE_2]->setEnabled(erlaubt);
+}
+
+/// All but its labels.
+void frmJoyKonfic::ebeneZeigen(int ebene) {
+    umschalttastenSchalten(ebene);
+    auswaehlen(Tastwerk::KEINE_TASTE_GEWAEHLT);
+    subShape2Steuern(KEINE_MARKE, KEINE_MARKE);
+    TextEinAus(false);
+    TastenEreignissFestlegen();
+    ebeneSetzen(ebene);
+    eigenschaften_->verbergen();
+}
+
 void frmJoyKonfic::ebeneSetzen(int ebene) {
     const auto platz = static_cast<std::size_t>(ebene);
     werk_.AktuelleEbene = ebene;
@@ -437,7 +412,7 @@ void frmJoyKonfic::ebeneSetzen(int ebene) {
 }
 
 void frmJoyKonfic::labelBeschriften(int auswahl) {
-    if (auswahl == ALLE) {
+    if (auswahl == ALLE_SCHILDER) {
         const auto texte = werk_.beschriftungen([this](const std::string& code) { return name(code); });
         for (int taste = 0; taste < SLOTS; ++taste)
             bild_->lblInfo(taste).setText(qt(texte[static_cast<std::size_t>(taste)]));

@@ -3,14 +3,17 @@
 // layers.
 //
 // Nothing reaches the database until "Speichern"; closing asks nothing, and keeps what is not saved for the
-// next time that this `Schema` is edited. The pad is polled all the time, and a button that is pressed there
-// is picked as by a click on its label. The form reads the pad beside everybody else, so it takes no capture
-// of it.
+// next time that this `Schema` is edited. Undo reaches back to the opening, past each "Speichern". The pad is
+// polled all the time, and a button that is pressed there is picked as by a click on its label. The form
+// reads the pad beside everybody else, so it takes no capture of it.
 #pragma once
 
 #include "editors/buttons/Tastenentwurf.h"
+#include "editors/buttons/Tastenschritt.h"
 #include "editors/buttons/Tastwerk.h"
 #include "editors/common/Entwuerfe.h"
+#include "editors/common/Entwurfsfolge.h"
+#include "editors/common/Rueckgang.h"
 #include "platform/Joystick.h"
 #include "platform/Zeitgeber.h"
 
@@ -59,6 +62,8 @@ protected:
     void closeEvent(QCloseEvent* ereignis) override;
 
 private:
+    static constexpr int ALLE_SCHILDER = -1; ///< labelBeschriften
+
     // layout, top to bottom
     QWidget* kopf();
     QWidget* knopfzeile(Zeitgeber& zeitgeber);
@@ -66,13 +71,32 @@ private:
     QPushButton* Command1(int index, const QString& text);
 
     // what the controls do
+    void Command1_Tat(int index);
     void lblInfo_Click(int taste);
     void Option1_Click(int index);
     void Command10_Click();
     void tasteUebernehmen(int code);
     void Timer1_Timer();
     void speichern();
+
+    // what is not saved
+    bool ungespeichert() const;
+    void standZeigen();
+    void standFesthalten(Tasteninhalt jetzt, const std::string& ort = {});
+    void ansehen(const std::function<void()>& zeigen);
+    void eineTat(const std::function<void()>& tat);
+    Tastenentwurf entwurf() const;
     void wiederherstellen();
+
+    // undo
+    Rueckgang::Dienst rueckgangsdienst();
+    Tasteninhalt inhalt() const;
+    bool kann(Richtung richtung) const;
+    const Tasteninhalt& ziel(Richtung richtung) const;
+    QString schritt(Richtung richtung) const;
+    void gehen(Richtung richtung);
+    void inhaltNehmen(const Tasteninhalt& nach, const std::optional<Schrittort>& ort);
+    void inhaltZeigen(const Tasteninhalt& nach, const std::optional<Schrittort>& ort);
 
     // the steps that they share
     void nameZeigen();
@@ -83,11 +107,9 @@ private:
     void subShape2Steuern(int erste, int zweite);
     void TextEinAus(bool ein);
     void auswaehlen(int taste);
+    void umschalttastenSchalten(int index);
+    void ebeneZeigen(int ebene);
     void ebeneSetzen(int ebene);
-    bool ungespeichert() const;
-    void standZeigen();
-    void ansehen(const std::function<void()>& zeigen);
-    Tastenentwurf entwurf() const;
 
     std::string name(const std::string& code) const;
     std::string gemerkterName(const std::string& code);
@@ -98,8 +120,10 @@ private:
     Entwuerfe<Tastenentwurf>& entwuerfe_;
     Tastwerk werk_;
     VarTastenbelegung gespeichertes_; ///< the image as it is stored, but for how its numbers are written
-    bool siehtAn_ = false;            ///< a button is shown just now
-    std::string schema_;              ///< the name on load
+    Entwurfsfolge<Tasteninhalt> folge_;
+    bool siehtAn_ = false; ///< a button is shown just now
+    int taten_ = 0;        ///< what the user does is under way
+    std::string schema_;   ///< the name on load
     JOYINFOEX joystickinfo_;
     /// The last key name that was looked up while the button word on the pad stayed the same.
     struct {
@@ -120,4 +144,5 @@ private:
     Tasteneigenschaften* eigenschaften_ = nullptr;
     Speicherstand* speicherstand_ = nullptr;
     std::unique_ptr<Formularzeitgeber> abfrage_;
+    std::unique_ptr<Rueckgang> rueckgang_; // goes before what it leads
 };

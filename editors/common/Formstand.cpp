@@ -90,3 +90,19 @@ void Formstand::eingeben(QWidget& bereich) const {
     });
     jedes([](QWidget& control, const Teil& teil) { textSetzen(control, teil.text); });
 }
+
+QStringList Formstand::andereEingaben(const Formstand& anderer) const {
+    QStringList namen;
+    for (const auto& [name, teil] : teile_) {
+        const auto stelle = anderer.teile_.find(name);
+        if (stelle == anderer.teile_.end() || stelle->second.an != teil.an ||
+            stelle->second.text != teil.text)
+            namen << name;
+    }
+    return namen;
+}
+
+QString Formstand::text(const QString& name) const {
+    const auto stelle = teile_.find(name);
+    return stelle != teile_.end() ? stelle->second.text : QString();
+}

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <initializer_list>
 #include <map>
@@ -24,6 +25,12 @@ public:
     void eingeben(QWidget& bereich) const;
 
     bool operator==(const Formstand&) const = default;
+
+    /// Names of the controls that are set or written otherwise; what is in sight and can be used does not
+    /// count.
+    QStringList andereEingaben(const Formstand& anderer) const;
+    /// What is written in a control; "" for one that has no text or is not there.
+    QString text(const QString& name) const;
 
 private:
     struct Teil {

@@ -149,6 +149,10 @@ Tastenfang::Tastenfang(Tastatur& tastatur, QWidget* eltern)
     setAlignment(Qt::AlignCenter);
 }
 
+void Tastenfang::einladen() {
+    setText(HIER_KLICKEN);
+}
+
 VirtuelleTaste Tastenfang::code(const QKeyEvent& ereignis, Tastatur& tastatur) {
     return ereignis.nativeScanCode() != 0 ? tastatur.code(ereignis.nativeScanCode())
                                           : nachBedeutung(ereignis);
@@ -258,7 +262,7 @@ void Tastenfang::focusInEvent(QFocusEvent* ereignis) {
 }
 
 void Tastenfang::focusOutEvent(QFocusEvent* ereignis) {
-    setText(HIER_KLICKEN);
+    einladen();
     wartet_ = tabGefangen_ = false;
     aufgeschoben_ = verbraucht_ = 0;
     QLineEdit::focusOutEvent(ereignis);

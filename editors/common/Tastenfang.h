@@ -26,6 +26,9 @@ class Tastenfang final : public QLineEdit {
 public:
     explicit Tastenfang(Tastatur& tastatur, QWidget* eltern = nullptr);
 
+    /// Shows its invitation.
+    void einladen();
+
     /// The code of the key of an event, 0 if it has none. A platform that gives no number of the key, such as
     /// a keyboard on the screen, tells what the key means: then it goes by that.
     static VirtuelleTaste code(const QKeyEvent& ereignis, Tastatur& tastatur);

@@ -261,11 +261,22 @@ void Schubaktionsrahmen::tasteGewaehlt(int code) {
     emit geaendert();
 }
 
+QString Schubaktionsrahmen::tastenname(const std::string& code) const {
+    try {
+        const auto name = ohneRand(KeyCodeSuchen(datenbankPfad_, 0, code));
+        return qt(name.empty() ? code : name);
+    } catch (const LaufzeitFehler&) {
+        return qt(code);
+    }
+}
+
 void Schubaktionsrahmen::tasteSetzen(int code, const QString& name) {
     tastenname_ = name;
     taste_ = code;
     if (code != 0)
         tastenfang_->setText(tastenname_);
+    else
+        tastenfang_->einladen();
 }
 
 // --- what is not saved ---

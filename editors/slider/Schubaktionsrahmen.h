@@ -39,6 +39,9 @@ public:
     /// looked up; the key stays as it was.
     void tasteGewaehlt(int code);
 
+    /// The name of a key, or its code where that has none or can't be looked up.
+    QString tastenname(const std::string& code) const;
+
     /// All that the frame holds and shows, whether or not an action can be read from it.
     Schubrahmenstand stand() const;
     void herstellen(const Schubrahmenstand& stand);

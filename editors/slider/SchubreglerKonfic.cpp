@@ -20,6 +20,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -30,7 +31,8 @@ constexpr std::chrono::milliseconds ABFRAGE{50};
 enum Linienknopf { NEUE_LINIE, LINIE_LOESCHEN };
 
 constexpr const char* NUR_AUSWAERTS = "Deaktiviert beim loslassen das nochmalige auslösen der Aktionen !";
-constexpr const char* SPALTE_SCHUBREGLER = "Schubregler"; // of Gamepad.xml
+constexpr const char* ZURUECKGEHOLTES = "Zurückgeholte Änderungen"; // name of a step
+constexpr const char* SPALTE_SCHUBREGLER = "Schubregler";           // of Gamepad.xml
 
 QString feldtext(int nummer) {
     return QString("Feld: %1").arg(nummer);
@@ -67,6 +69,8 @@ SchubreglerKonfic::SchubreglerKonfic(const GobalVariable& global, Achsendatei& a
     laden();
     connect(aktionsrahmen_, &Schubaktionsrahmen::geaendert, this, &SchubreglerKonfic::standZeigen);
     connect(nurAuswaerts_, &QCheckBox::toggled, this, &SchubreglerKonfic::standZeigen);
+    rueckgang_ = std::make_unique<Rueckgang>(*this, rueckgangsdienst());
+    connect(rueckgang_.get(), &Rueckgang::feldVerlassen, this, [this] { folge_.abschliessen(); });
     abfrage_ = zeitgeber.formularzeitgeber([this] { Timer1_Timer(); });
     abfrage_->Interval(ABFRAGE);
     abfrage_->Enabled(true);
@@ -140,7 +144,8 @@ QWidget* SchubreglerKonfic::feldbereich() {
     connect(aktionsrahmen_, &Schubaktionsrahmen::uebernehmenGewuenscht, this,
             &SchubreglerKonfic::Command2_Click);
     connect(aktionsrahmen_, &Schubaktionsrahmen::tasteGefangen, this, [this](int code) {
-        mitFehlermeldung(this, formtitel(*this), [&] { aktionsrahmen_->tasteGewaehlt(code); });
+        eineTat(
+            [&] { mitFehlermeldung(this, formtitel(*this), [&] { aktionsrahmen_->tasteGewaehlt(code); }); });
     });
     zeile->addWidget(aktionsrahmen_, 1);
     return bereich;
@@ -195,6 +200,7 @@ void SchubreglerKonfic::laden() {
     felderZeigen();
     gespeicherte_ = texte();
     gezeigter_ = aktionsrahmen_->stand();
+    folge_.beginnen({entwurf()});
     speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
 }
 
@@ -204,6 +210,7 @@ void SchubreglerKonfic::Option3_Click(int index) {
                                  : "Schubregler 2 löst im Spiel nichts aus. Seine Felder werden nicht "
                                    "gespeichert.");
     felderZeigen();
+    standZeigen();
 }
 
 void SchubreglerKonfic::Command1_Click(int index) {
@@ -230,10 +237,11 @@ void SchubreglerKonfic::List1_Click() {
     if (index < 0)
         return;
     const auto satz = regler().satz(index);
-    mitFehlermeldung(this, formtitel(*this),
-                     [&] { aktionsrahmen_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
-    gezeigter_ = aktionsrahmen_->stand();
-    standZeigen();
+    eineTat([&] {
+        mitFehlermeldung(this, formtitel(*this),
+                         [&] { aktionsrahmen_->zeigen(satz.empty() ? Schubaktion{} : aktionAus(satz)); });
+        gezeigter_ = aktionsrahmen_->stand();
+    });
 }
 
 void SchubreglerKonfic::Command2_Click() {
@@ -289,7 +297,22 @@ bool SchubreglerKonfic::ungespeichert() const {
 }
 
 void SchubreglerKonfic::standZeigen() {
+    if (taten_ > 0)
+        return;
+    Schubinhalt jetzt{entwurf()};
+    const auto ort = tippfeld(folge_.jetzt(), jetzt);
+    folge_.festhalten(std::move(jetzt), ort);
     speicherstand_->setUngespeichert(ungespeichert());
+}
+
+// However many controls it sets, it is one step.
+void SchubreglerKonfic::eineTat(const std::function<void()>& tat) {
+    ++taten_;
+    const auto danach = qScopeGuard([this] {
+        --taten_;
+        standZeigen();
+    });
+    tat();
 }
 
 Schubentwurf SchubreglerKonfic::entwurf() const {
@@ -304,18 +327,56 @@ void SchubreglerKonfic::wiederherstellen() {
     if (ungespeichert())
         entwuerfe_.hintanstellen(schema_, this->entwurf());
     speicherstand_->anbieten(entwuerfe_.gibtEs(schema_));
-    regler_ = entwurf->regler;
-    reglerwahl_[static_cast<std::size_t>(entwurf->gewaehlt)]->setChecked(true);
+    ++taten_;
+    zeigen(*entwurf);
+    --taten_;
+    folge_.festhalten({this->entwurf()}, {}, ZURUECKGEHOLTES);
+    standZeigen();
+}
+
+void SchubreglerKonfic::zeigen(const Schubentwurf& entwurf) {
+    regler_ = entwurf.regler;
+    reglerwahl_[static_cast<std::size_t>(entwurf.gewaehlt)]->setChecked(true);
     felderZeigen();
-    nurAuswaerts_->setChecked(entwurf->nurAuswaerts);
+    nurAuswaerts_->setChecked(entwurf.nurAuswaerts);
     {
         const QSignalBlocker stumm(*felder_);
-        felder_->setCurrentRow(entwurf->feld);
+        felder_->setCurrentRow(entwurf.feld);
     }
-    bild_->feldHervorheben(entwurf->feld);
-    gezeigter_ = entwurf->gezeigter;
-    aktionsrahmen_->herstellen(entwurf->rahmen);
-    standZeigen();
+    bild_->feldHervorheben(entwurf.feld);
+    gezeigter_ = entwurf.gezeigter;
+    aktionsrahmen_->herstellen(entwurf.rahmen);
+}
+
+// --- undo ---
+
+Rueckgang::Dienst SchubreglerKonfic::rueckgangsdienst() {
+    return {[this](Richtung richtung) {
+                return richtung == Richtung::Zurueck ? folge_.kannZurueck() : folge_.kannVor();
+            },
+            [this](Richtung richtung) { return schritt(richtung); },
+            [this](Richtung richtung) { gehen(richtung); }};
+}
+
+QString SchubreglerKonfic::schritt(Richtung richtung) const {
+    const bool zurueck = richtung == Richtung::Zurueck;
+    if (const auto& eigener = zurueck ? folge_.nameDavor() : folge_.nameDanach(); !eigener.empty())
+        return qt(eigener);
+    return schrittname(zurueck ? folge_.davor() : folge_.jetzt(), zurueck ? folge_.jetzt() : folge_.danach(),
+                       [this](const std::string& code) { return aktionsrahmen_->tastenname(code); });
+}
+
+void SchubreglerKonfic::gehen(Richtung richtung) {
+    const bool zurueck = richtung == Richtung::Zurueck;
+    if (zurueck && !folge_.nameDavor().empty()) { // it was kept before, and is kept again
+        entwuerfe_.merken(schema_, entwurf());
+        speicherstand_->anbieten(true);
+    }
+    zurueck ? folge_.zurueck() : folge_.vor();
+    eineTat([this, nach = folge_.jetzt()] {
+        zeigen(nach.entwurf);
+        folge_.nachfuehren({entwurf()});
+    });
 }
 
 // --- the steps that they share ---

@@ -9,7 +9,10 @@
 #pragma once
 
 #include "editors/common/Entwuerfe.h"
+#include "editors/common/Entwurfsfolge.h"
+#include "editors/common/Rueckgang.h"
 #include "editors/slider/Schubentwurf.h"
+#include "editors/slider/Schubschritt.h"
 #include "formats/Schubtext.h"
 #include "platform/Zeitgeber.h"
 
@@ -83,8 +86,13 @@ private:
     std::array<std::string, REGLER> texte() const;
     bool ungespeichert() const;
     void standZeigen();
+    void eineTat(const std::function<void()>& tat);
     Schubentwurf entwurf() const;
+    void zeigen(const Schubentwurf& entwurf);
     void wiederherstellen();
+    Rueckgang::Dienst rueckgangsdienst();
+    QString schritt(Richtung richtung) const;
+    void gehen(Richtung richtung);
 
     Achsendatei& achsendatei_;
     Achsen& achsen_;
@@ -96,6 +104,8 @@ private:
     int gewaehlt_ = 0;                             // whose fields the form shows
     std::array<std::string, REGLER> gespeicherte_; // texts of the sliders as they were loaded
     Schubrahmenstand gezeigter_;                   // the frame before somebody changed it
+    Entwurfsfolge<Schubinhalt> folge_;
+    int taten_ = 0; // what the user does is under way
 
     std::array<QRadioButton*, REGLER> reglerwahl_{};
     QLabel* hinweis_ = nullptr;
@@ -107,4 +117,5 @@ private:
     Schubaktionsrahmen* aktionsrahmen_;
     QCheckBox* nurAuswaerts_ = nullptr;
     std::unique_ptr<Formularzeitgeber> abfrage_;
+    std::unique_ptr<Rueckgang> rueckgang_; // goes before what it leads
 };
