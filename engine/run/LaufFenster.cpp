@@ -196,7 +196,7 @@ void LaufFenster::streuungAblegen() {
 
 // By the clock and not by ticks: a run that rests has few of them.
 void LaufFenster::ruhepunktMelden() {
-    if (!ruhepunkt_ || zeitgeber_.raster() - letzterRuhepunkt_ < ruhepunktabstand_ || !inRuhe())
+    if (!ruhepunkt_ || zeitgeber_.raster() - letzterRuhepunkt_ < ruhepunktabstand_ || !haeltStill())
         return;
     if (ruhepunkt_(*this))
         letzterRuhepunkt_ = zeitgeber_.raster();
@@ -351,6 +351,12 @@ bool LaufFenster::pollt() const {
 bool LaufFenster::inRuhe() const {
     return geladen_ && pollt() && nurTakte() && padtastenInRuhe() && sticksInRuhe() &&
            steuerkreuz_.bleibt(JoyInfo_.dwPOV) && schubregler_.inRuhe() && entwackeln_.inRuhe();
+}
+
+// The pad may do what it likes: what it did is part of the state, also where the smoothing has not done with
+// it.
+bool LaufFenster::haeltStill() const {
+    return geladen_ && pollt() && nurTakte() && !schubregler_.druecktAufZeit();
 }
 
 // No pulse, no movement, nothing of the slider, no repeat.

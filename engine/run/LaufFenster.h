@@ -53,8 +53,9 @@ struct Laufumgebung {
     Zeitgeber& zeitgeber;
     LaufAnzeige& anzeige;
     Streuablage* streuablage = nullptr; ///< who keeps where the sticks were; nobody needs to
-    /// Called at the end of a tick in which the run is at rest, a few times a minute: what goes on from there
-    /// does so from `begehen` alone. False where that does not hold for what lies outside; then again soon.
+    /// Called at the end of a tick after which nothing hangs on a timer, a few times a minute: what goes on
+    /// from there does so from `begehen` alone. False where that does not hold for what lies outside; then
+    /// again soon.
     std::function<bool(LaufFenster&)> ruhepunkt = {};
     /// With some unrest there still is one a minute.
     std::chrono::milliseconds ruhepunktabstand = std::chrono::seconds{20};
@@ -94,7 +95,9 @@ public:
     /// Whether nothing can change until the pad does something: what is left to happen are ticks and rounds
     /// of the smoothing that would find all as it is.
     bool inRuhe() const;
-    /// The walk over the state of a run that is at rest; `fortsetzen` after a walk that has read one into a
+    /// Whether nothing but the poll and the smoothing runs on a timer.
+    bool haeltStill() const;
+    /// The walk over the state of a run that `haeltStill`; `fortsetzen` after a walk that has read one into a
     /// run that was loaded just now.
     template <class Gang> void begehen(Gang& gang);
     void fortsetzen();

@@ -52,6 +52,8 @@ public:
     void auswerten();
     /// Whether ticks with the axis as it is change nothing, and nothing of the slider's runs on a timer.
     bool inRuhe() const;
+    /// Whether a key is down that is let go when its time is over.
+    bool druecktAufZeit() const;
     /// What the slider holds now. Never throws.
     std::optional<Haltung> haltung(const Standquellen& quellen) const;
     /// Of a slider that does nothing on a timer.
@@ -72,7 +74,6 @@ private:
     bool erlaubt(std::int32_t wert);
     bool darf(std::int32_t wert, std::int32_t vorher) const;
     bool startetNichts(int feld, bool erlaubt) const;
-    bool druecktAufZeit() const;
     int feldVon(std::int32_t wert) const;
     bool aktionBeenden();
     void aktionStarten(int feld, bool erlaubt);
