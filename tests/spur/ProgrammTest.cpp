@@ -74,6 +74,17 @@ TEST_F(SpurProgramm, UnlesbareDateiHaeltDieAnderenNichtAuf) {
                                                         "3 files: 1 passed, 2 failed\n"}));
 }
 
+TEST_F(SpurProgramm, EinFremderTextSagtDemTerminalNichts) {
+    datei("a.spur", "0 \x1b[31mrot\x07\n");
+    EXPECT_EQ(spur("a.spur"), (Ausgang{1, "a.spur: line 1: unknown input \"?[31mrot?\"\n"
+                                          "1 file: 0 passed, 1 failed\n"}));
+}
+
+TEST_F(SpurProgramm, EinUnmoeglicherNameIstKeinAbsturz) {
+    const std::string lang(300, 'a');
+    EXPECT_EQ(spur(lang), (Ausgang{1, lang + ": can't be read\n1 file: 0 passed, 1 failed\n"}));
+}
+
 TEST_F(SpurProgramm, ZeigtWasHerauskommt) {
     datei("a.spur", FALSCH);
     EXPECT_EQ(spur("--zeige a.spur"), (Ausgang{0, "10 +65\n20 -65\n"}));

@@ -33,20 +33,43 @@ constexpr const char* SCHEMA = "S";
 constexpr const char* DATENBANK = "Belegung.twk";
 constexpr const char* GAMEPAD_XML = "Gamepad.xml";
 
-// The statements of a trace may be a stranger's: no file but the one that is thrown away is open to them.
-void sqlAusfuehren(const fs::path& datei, const std::vector<std::string>& anweisungen) {
+// The statements of a trace may be a stranger's: they lay and change rows of the one file that is thrown
+// away, and come to an end.
+int zeilenarbeit(void*, int was, const char*, const char*, const char*, const char*) {
+    constexpr std::array ERLAUBTES{SQLITE_SELECT, SQLITE_READ,     SQLITE_INSERT,   SQLITE_UPDATE,
+                                   SQLITE_DELETE, SQLITE_FUNCTION, SQLITE_RECURSIVE};
+    return std::ranges::find(ERLAUBTES, was) != ERLAUBTES.end() ? SQLITE_OK : SQLITE_DENY;
+}
+
+int schritteVorbei(void* uebrige) {
+    return --*static_cast<int*>(uebrige) < 0;
+}
+
+void sqlAusfuehren(const fs::path& datei, const Szenario& szenario) {
     sqlite3* offene = nullptr;
     const int geoeffnet = sqlite3_open_v2(datei.c_str(), &offene, SQLITE_OPEN_READWRITE, nullptr);
     const std::unique_ptr<sqlite3, int (*)(sqlite3*)> datenbank(offene, sqlite3_close);
     if (geoeffnet != SQLITE_OK)
         throw Szenariofehler(sqlite3_errmsg(offene));
+    constexpr int LAENGE = 1'000'000;                // bytes of a value
+    constexpr int SCHRITTE = 1'000'000;              // of its machine between two looks
+    int uebrige = 20;                                // of these for all statements, about a second
     sqlite3_limit(offene, SQLITE_LIMIT_ATTACHED, 0); // also VACUUM INTO
+    sqlite3_limit(offene, SQLITE_LIMIT_LENGTH, LAENGE);
     const auto ausfuehren = [&](const std::string& anweisung) {
-        if (sqlite3_exec(offene, anweisung.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK)
-            throw Szenariofehler("sql " + anweisung + ": " + sqlite3_errmsg(offene));
+        const int code = sqlite3_exec(offene, anweisung.c_str(), nullptr, nullptr, nullptr);
+        if (code != SQLITE_OK)
+            throw Szenariofehler("sql " + anweisung + ": " +
+                                 (code == SQLITE_INTERRUPT ? "takes too long" : sqlite3_errmsg(offene)));
     };
-    ausfuehren("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY;"); // nothing needs to reach the disk
-    for (const auto& anweisung : anweisungen)
+    // Nothing needs to reach the disk, and nothing fills it.
+    ausfuehren("PRAGMA synchronous=OFF; PRAGMA journal_mode=MEMORY; PRAGMA max_page_count=16384;");
+    sqlite3_progress_handler(offene, SCHRITTE, schritteVorbei, &uebrige);
+    sqlite3_set_authorizer(offene, zeilenarbeit, nullptr);
+    for (const auto& anweisung : szenario.sql)
+        ausfuehren(anweisung);
+    sqlite3_set_authorizer(offene, nullptr, nullptr);
+    for (const auto& anweisung : szenario.umbau)
         ausfuehren(anweisung);
 }
 
@@ -56,6 +79,8 @@ public:
         : hoerer_(hoerer)
         , zustand_(pad_, (ordner / GAMEPAD_XML).string())
         , eingabe_([this](const INPUT& ereignis) {
+            if (ergebnis_.ereignisse.size() >= HOECHSTENS_EREIGNISSE)
+                throw Szenariofehler("more than ten million events come out");
             ergebnis_.ereignisse.push_back({uhr_.jetzt(), ereignistext(ereignis)});
         }) {
         zustand_.global.DatenbankPfad = (ordner / DATENBANK).string();
@@ -271,7 +296,7 @@ Spurergebnis spielen(const Szenario& szenario, const fs::path& leereDatenbank, P
     const Testordner ordner;
     const auto datenbank = ordner.pfad() / DATENBANK;
     fs::copy_file(leereDatenbank, datenbank);
-    sqlAusfuehren(datenbank, szenario.sql);
+    sqlAusfuehren(datenbank, szenario);
     std::ofstream(ordner.pfad() / GAMEPAD_XML) << gamepadXmlMit(SCHEMA, szenario.achsen, szenario.schub);
     return Spieler(ordner.pfad(), pollart, hoerer).spielen(szenario);
 }

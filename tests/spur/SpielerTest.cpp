@@ -56,6 +56,25 @@ TEST(Spieler, KeineAnweisungErreichtEineAndereDatei) {
     EXPECT_FALSE(std::filesystem::exists(fremde));
 }
 
+TEST(Spieler, EineAnweisungLegtUndAendertNurZeilen) {
+    for (const std::string eine :
+         {"CREATE VIEW v AS SELECT 1;", "CREATE TRIGGER t AFTER INSERT ON Sensible BEGIN SELECT 1; END;",
+          "CREATE TABLE t (a);", "DROP TABLE Sensible;", "ALTER TABLE Sensible ADD COLUMN a;",
+          "PRAGMA writable_schema=ON;"})
+        EXPECT_EQ(einwand("sql " + eine + "\n0 ende\n=\n"), "sql " + eine + ": not authorized");
+}
+
+TEST(Spieler, KeineAnweisungDauertEndlosOderFuelltAlles) {
+    const std::string endlos = "WITH RECURSIVE r(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM r) ";
+    EXPECT_EQ(einwand("sql " + endlos + "SELECT count(*) FROM r;\n0 ende\n=\n"),
+              "sql " + endlos + "SELECT count(*) FROM r;: takes too long");
+    const auto fuellend =
+        endlos + "INSERT INTO tblTastatur (Schemaname, btn1) SELECT i, hex(randomblob(100000)) FROM r;";
+    EXPECT_EQ(einwand("sql " + fuellend + "\n0 ende\n=\n"), "sql " + fuellend + ": database or disk is full");
+    EXPECT_NE(einwand("sql INSERT INTO tblTastatur (Schemaname) VALUES (zeroblob(1000001));\n0 ende\n=\n"),
+              "");
+}
+
 TEST(Spieler, EinStillstandLaesstAufrufeAus) {
     // The tick at 20 comes at 33, those at 25 and 30 are left out; the press that began and ended meanwhile
     // is never seen.

@@ -162,6 +162,8 @@ private:
         constexpr std::uint32_t HOECHSTENS = 1'000'000; // an `Ego Shooter` goes no further at once
         if (anzahl > HOECHSTENS)
             fehler("more than a million events at once");
+        ereignisseZaehlen(anzahl);
+        laengePruefen(wort);
         erwartungen_.insert(erwartungen_.end(), anzahl, {zeit, std::nullopt, wort.substr(0, stern)});
     }
 
@@ -172,7 +174,22 @@ private:
             fehler("a span of time that ends before it begins");
         if (bis - von > std::chrono::minutes{1}) // an event each one or two milliseconds
             fehler("a span of more than a minute");
+        ereignisseZaehlen(static_cast<std::size_t>((bis - von).count()) + 1);
+        laengePruefen(text);
         erwartungen_.push_back({von, bis, text});
+    }
+
+    void ereignisseZaehlen(std::size_t anzahl) {
+        ereignisse_ += anzahl;
+        if (ereignisse_ > HOECHSTENS_EREIGNISSE)
+            fehler("more than ten million events");
+    }
+
+    // What exchanges the axes in it takes the stack letter by letter.
+    void laengePruefen(const std::string& ereignis) const {
+        constexpr std::size_t HOECHSTENS = 100;
+        if (ereignis.size() > HOECHSTENS)
+            fehler("no event is as long");
     }
 
     void eingabeLesen(const std::string& zeit, std::istringstream& woerter) {
@@ -249,8 +266,12 @@ private:
         return wert;
     }
 
+    // Each millisecond is played.
     std::chrono::milliseconds ms(const std::string& wort) const {
-        return std::chrono::milliseconds{zahl(wort)};
+        const std::chrono::milliseconds zeit{zahl(wort)};
+        if (zeit > std::chrono::days{1})
+            fehler("\"" + wort + "\" is more than a day");
+        return zeit;
     }
 
     std::chrono::milliseconds dauer(const std::string& wort) const {
@@ -267,6 +288,7 @@ private:
     std::vector<Erwartung> erwartungen_;
     std::vector<Variante> varianten_;
     bool linkerStickGenannt_ = false; ///< by a statement
+    std::size_t ereignisse_ = 0;
     int nummer_ = 0;
     bool ergebnisse_ = false;
 };

@@ -45,6 +45,9 @@
 //                     | regler 2 3 5          0 1 4
 //                     | abs(a,b) m(a,b)       abs(b,a) m(b,a)     of what must come out, this only
 //
+// A trace may be a stranger's: times go to a day, all in all ten million events come or are expected, and
+// statements read and write rows and nothing else.
+//
 // The upper margin of ry is that of rx: the wider margin of the left stick goes there. What the trace says of
 // the other stick is exchanged with it.
 #pragma once
@@ -90,16 +93,20 @@ struct Spurereignis {
 
 /// What is played: a trace has one or, with `sticks` or `auf`, several.
 struct Szenario {
-    std::string variante; ///< "links", "rechts", an axis; "" of a trace that is played once
-    std::vector<std::string> sql;
+    std::string variante;           ///< "links", "rechts", an axis; "" of a trace that is played once
+    std::vector<std::string> sql;   ///< as the trace has it
+    std::vector<std::string> umbau; ///< statements of the second playing, after those
     std::array<std::string, 6> achsen{"lx", "ly", "rx", "ry", "Z1", "Z2"};
     std::string schub;
     std::optional<int> fehler;
     Zustandszeilen zustand;
     std::optional<std::chrono::milliseconds> toleranz;
-    std::vector<Spureingabe> eingaben; ///< by time
+    std::vector<Spureingabe> eingaben;              ///< by time
     std::vector<Spurereignis> erwartet;
 };
+
+/// So many events a trace expects, or brings, at most.
+inline constexpr std::size_t HOECHSTENS_EREIGNISSE = 10'000'000;
 
 /// A line that can't be read; the text names the line.
 class Szenariofehler : public std::runtime_error {

@@ -225,8 +225,9 @@ class Gelegt {
 public:
     explicit Gelegt(const Szenario& szenario) {
         RoheVerbindung verbindung(datenbank_.pfad());
-        for (const auto& anweisung : szenario.sql)
-            verbindung.sql(anweisung);
+        for (const auto* anweisungen : {&szenario.sql, &szenario.umbau})
+            for (const auto& anweisung : *anweisungen)
+                verbindung.sql(anweisung);
     }
     Tabellenbild zeilen(const std::string& abfrage) const { return datenbank_.zeilen(abfrage); }
 
@@ -466,6 +467,18 @@ TEST(SzenarioGrundzeilen, WasFolgtKannSieAendern) {
                                       "sql DELETE FROM SensibleR;\n0 ende\n=\n"));
     EXPECT_EQ(gelegt.zeilen("SELECT btn3 FROM tblTastatur"), (Tabellenbild{{"1,65,0-0-0"}}));
     EXPECT_EQ(gelegt.zeilen("SELECT * FROM SensibleR"), Tabellenbild{});
+}
+
+TEST(Szenario, HatGrenzen) {
+    EXPECT_EQ(einwand("86400000 ende\n=\n"), "");
+    EXPECT_EQ(einwand("86400001 ende\n=\n"), "line 1: \"86400001\" is more than a day");
+    EXPECT_EQ(einwand("0 spaet 86400001\n=\n"), "line 1: \"86400001\" is more than a day");
+    std::string viele = "0 ende\n=\n";
+    for (int i = 0; i < 10; ++i)
+        viele += "1 m(1,0)*1000000\n";
+    EXPECT_EQ(einwand(viele + "1 +65\n"), "line 13: more than ten million events");
+    EXPECT_EQ(einwand("=\n1 " + std::string(100, 'x') + "\n"), "");
+    EXPECT_EQ(einwand("=\n1 " + std::string(101, 'x') + "\n"), "line 2: no event is as long");
 }
 
 } // namespace

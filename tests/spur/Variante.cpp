@@ -59,8 +59,8 @@ public:
     Szenario szenario(const std::vector<Erwartung>& erwartungen) const {
         Szenario szenario = geschrieben_;
         szenario.variante = variante_.name;
-        anhaengen(szenario.sql, ACHSENTAUSCH, variante_.achsenTauschen);
-        anhaengen(szenario.sql, STICKTAUSCH, variante_.sticksTauschen);
+        anhaengen(szenario.umbau, ACHSENTAUSCH, variante_.achsenTauschen);
+        anhaengen(szenario.umbau, STICKTAUSCH, variante_.sticksTauschen);
         szenario.eingaben.clear();
         for (const auto& eingabe : geschrieben_.eingaben)
             anhaengen(szenario.eingaben, eingaben(eingabe), true);

@@ -14,10 +14,10 @@
 #include "tests/spur/Wegschreiber.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 #include <string_view>
 #include <sys/resource.h>
 
@@ -77,9 +77,22 @@ std::string inhalt(const fs::path& datei) {
     std::ifstream strom(datei, std::ios::binary);
     if (!strom)
         throw Szenariofehler("can't be read");
-    std::ostringstream text;
-    text << strom.rdbuf();
-    return text.str();
+    constexpr std::size_t HOECHSTENS = std::size_t{256} * 1024 * 1024; // a record has some dozens of MiB
+    std::string text;
+    std::array<char, 65536> stueck{};
+    while (strom.read(stueck.data(), stueck.size()) || strom.gcount() > 0) {
+        text.append(stueck.data(), static_cast<std::size_t>(strom.gcount()));
+        if (text.size() > HOECHSTENS)
+            throw Szenariofehler("is no trace: more than 256 MiB");
+    }
+    return text;
+}
+
+// What stands in a stranger's file says nothing to the terminal.
+std::string druckbar(std::string text) {
+    std::ranges::replace_if(
+        text, [](unsigned char zeichen) { return zeichen < ' ' || zeichen == 0x7f; }, '?');
+    return text;
 }
 
 // --- the way of a record ---
@@ -133,13 +146,8 @@ public:
 
     /// Exit code.
     int alles() {
-        for (const auto& ort : auftrag_.orte) {
-            if (!fs::is_directory(ort))
-                datei(ort);
-            else
-                for (const auto& spur : spurenIn(ort))
-                    datei(spur);
-        }
+        for (const auto& ort : auftrag_.orte)
+            allesAn(ort);
         if (!auftrag_.zeigen)
             std::cout << dateien_ << (dateien_ == 1 ? " file: " : " files: ") << bestandene_ << " passed, "
                       << falsche_ << " failed\n";
@@ -154,6 +162,20 @@ public:
     }
 
 private:
+    void allesAn(const fs::path& ort) {
+        std::error_code grund;
+        if (!fs::is_directory(ort, grund))
+            return datei(ort);
+        std::vector<fs::path> spuren;
+        try {
+            spuren = spurenIn(ort);
+        } catch (const fs::filesystem_error& fehler) {
+            gescheitert(ort.string(), fehler.code().message());
+        }
+        for (const auto& spur : spuren)
+            datei(spur);
+    }
+
     void datei(const fs::path& datei) {
         ++dateien_;
         try {
@@ -193,7 +215,7 @@ private:
 
     void gescheitert(const std::string& name, const std::string& grund) {
         ++falsche_;
-        std::cout << name << ": " << grund << '\n';
+        std::cout << druckbar(name) << ": " << druckbar(grund) << '\n';
     }
 
     static void zeigen(const Szenario& szenario, const Spurergebnis& ergebnis) {
