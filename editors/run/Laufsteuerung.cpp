@@ -6,6 +6,7 @@
 #include "editors/common/Formhilfen.h"
 #include "editors/run/LaufFensterAnsicht.h"
 #include "editors/run/Mitschnittablage.h"
+#include "engine/mitschnitt/Laufmitschnitt.h"
 #include "platform/Laufmarke.h"
 
 #include <QPushButton>
@@ -126,6 +127,11 @@ QString Laufsteuerung::mitschnittDesAbbruchs() {
     return ablauf.fehler.isEmpty()
                ? QString("Was zuletzt geschah, liegt im Ordner „Mitschnitte“: „%1“.").arg(ablauf.name)
                : ablauf.fehler;
+}
+
+void Laufsteuerung::eingriff() const {
+    if (beigaben_.mitschnitt)
+        beigaben_.mitschnitt->eingriff();
 }
 
 void Laufsteuerung::streuungAbwarten() const {

@@ -35,6 +35,8 @@ public:
     bool laden();
     /// Ends the run, if one is on.
     void entladen();
+    /// An editor has changed at once what a run that is on plays by.
+    void eingriff() const;
     /// Comes back when what the runs have counted can be read; one that is on has not yet given it.
     void streuungAbwarten() const;
     /// As entladen without a window being touched or told: there is no display any more, and the process

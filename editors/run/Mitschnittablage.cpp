@@ -175,7 +175,7 @@ Mitschnittablauf mitschnittAblegen(const std::string& ordner, const std::string&
     return {qt(gewaehlt), ""};
 }
 
-Mitschnittablage::Mitschnittablage(const Laufmitschnitt& mitschnitt, const GobalVariable& global)
+Mitschnittablage::Mitschnittablage(Laufmitschnitt& mitschnitt, const GobalVariable& global)
     : mitschnitt_(mitschnitt), global_(global), schreiber_(new Nebenarbeit(this)) {}
 
 Mitschnittablage::~Mitschnittablage() = default;
@@ -190,7 +190,7 @@ struct Ablageauftrag {
     Mitschnittablauf ausfuehren() const { return abgelegt(ordner, name, text()); }
 };
 
-Ablageauftrag auftrag(const Laufmitschnitt& mitschnitt, const GobalVariable& global) {
+Ablageauftrag auftrag(Laufmitschnitt& mitschnitt, const GobalVariable& global) {
     const auto jetzt = QDateTime::currentDateTime();
     return {mitschnittordner(global.DatenbankPfad),
             mitschnittname(mitschnitt.schema(), jetzt.toString(qt(ZEITPUNKT)).toStdString()),

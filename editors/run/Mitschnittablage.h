@@ -22,7 +22,7 @@ class Mitschnittablage final : public QObject {
     Q_OBJECT
 
 public:
-    Mitschnittablage(const Laufmitschnitt& mitschnitt, const GobalVariable& global);
+    Mitschnittablage(Laufmitschnitt& mitschnitt, const GobalVariable& global);
     ~Mitschnittablage() override;
 
     /// Saves what is recorded up to now beside the event loop; `fertig` comes when that is done. Does nothing
@@ -37,7 +37,7 @@ signals:
     void fertig(const QString& name, const QString& fehler);
 
 private:
-    const Laufmitschnitt& mitschnitt_;
+    Laufmitschnitt& mitschnitt_;
     const GobalVariable& global_;
     Nebenarbeit* schreiber_;
     bool unterwegs_ = false;

@@ -204,7 +204,8 @@ void frmJust::laden() {
     geladen_ = true;
     mitschnittleserBauen();
     stand_.linien = gelesen.linien;
-    StickSperre_ = (zustand_.*art_.stick).StickSperre = gelesen.StickSperre;
+    StickSperre_ = gelesen.StickSperre;
+    maskeDesSticksSetzen(StickSperre_);
     global_.OffenerEditor = art_.OffenerEditor;
     global_.ZielFormular = art_.formname;
     setWindowTitle(titeltext(qt(schema_)));
@@ -325,10 +326,17 @@ void frmJust::Check2Klick(bool an) {
         const auto bit = sperrbit(ebene);
         if (!tafeln_->gewaehlt(ebene) || ((StickSperre_ & bit) != 0) == an)
             continue;
-        for (auto* sperre : {&StickSperre_, &(zustand_.*art_.stick).StickSperre})
-            *sperre = an ? *sperre | bit : *sperre & ~bit;
+        const auto gesetzt = [&](std::int32_t sperre) { return an ? sperre | bit : sperre & ~bit; };
+        StickSperre_ = gesetzt(StickSperre_);
+        maskeDesSticksSetzen(gesetzt((zustand_.*art_.stick).StickSperre));
     }
     stimme_->zeigen();
+}
+
+void frmJust::maskeDesSticksSetzen(std::int32_t maske) {
+    auto& vorherige = (zustand_.*art_.stick).StickSperre;
+    if (std::exchange(vorherige, maske) != maske)
+        laufsteuerung_.eingriff();
 }
 
 void frmJust::Command1Klick(int index) {

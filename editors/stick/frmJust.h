@@ -81,6 +81,7 @@ private:
     void linienLegen();
     void Uschalt(int ebene);
     void Check2Klick(bool an);
+    void maskeDesSticksSetzen(std::int32_t maske);
     void Command1Klick(int index);
     void streubildZeigen(bool an);
     void streubildZuruecksetzen();

@@ -9,6 +9,7 @@
 #include "store/schema/Schemazeilen.h"
 
 #include <algorithm>
+#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -42,7 +43,9 @@ Laufmitschnitt::Handlung::~Handlung() {
 
 void Laufmitschnitt::laufBeginnt() {
     laeuft_ = false;
+    geaendertAb_.reset();
     auto& band = geraete_.band;
+    zustand_.achsendatei.AchsenLaden(); // as the run will
     auto neuer = grund();
     if (neuer.empty() || neuer != grundAmEnde_ || zustand_.global.SchemaName != schema_)
         band.verwerfen();
@@ -61,20 +64,66 @@ void Laufmitschnitt::laufBeginnt() {
     vermerken("start");
 }
 
+void Laufmitschnitt::laufHatBegonnen() {
+    laeuft_ = true;
+    grundImLauf_ = grund();
+    merkmale_ = merkmale();
+    unveraendertBis_ = geraete_.uhr.stempel();
+}
+
 void Laufmitschnitt::laufEndet() {
+    nachsehen();
     if (std::exchange(laeuft_, false))
         vermerken("stop");
 }
 
-// The end of a run has saved its scroll bars.
+// The end of a run has saved its scroll bars. What an editor has changed, too, the record does not know.
 void Laufmitschnitt::nachDemEnde() {
-    grundAmEnde_ = grund();
+    grundAmEnde_ = geaendertAb_ ? "" : grund();
+}
+
+void Laufmitschnitt::eingriff() {
+    nachsehen();
+    if (laeuft_ && !geaendertAb_)
+        geaendertAb_ = geraete_.uhr.stempel();
+}
+
+// Files are read only where somebody has written them: quiet moments come in the tick.
+void Laufmitschnitt::nachsehen() {
+    if (!laeuft_ || geaendertAb_)
+        return;
+    auto jetzige = merkmale();
+    if (jetzige != merkmale_ && (jetzige.schema != schema_ || grund() != grundImLauf_)) {
+        geaendertAb_ = unveraendertBis_;
+        return;
+    }
+    merkmale_ = std::move(jetzige);
+    unveraendertBis_ = geraete_.uhr.stempel();
+}
+
+Laufmitschnitt::Merkmale Laufmitschnitt::merkmale() const {
+    const auto& achsendatei = zustand_.achsendatei;
+    return {{dateistand(zustand_.global.DatenbankPfad), dateistand(achsendatei.pfad())},
+            achsendatei.AchsenSchluessel(),
+            zustand_.global.SchemaName};
+}
+
+Laufmitschnitt::Dateistand Laufmitschnitt::dateistand(const std::string& pfad) {
+    struct stat stand {};
+    if (stat(pfad.c_str(), &stand) != 0)
+        return {};
+    constexpr std::int64_t JE_SEKUNDE = 1'000'000'000;
+    return {stand.st_ino, stand.st_size,
+            std::int64_t{stand.st_mtim.tv_sec} * JE_SEKUNDE + stand.st_mtim.tv_nsec};
 }
 
 bool Laufmitschnitt::ruhepunkt(LaufFenster& lauf) {
-    if (!laeuft_ || !istBegehbar(zustand_) ||
+    if (!laeuft_ || geaendertAb_ || !istBegehbar(zustand_) ||
         !geraete_.uhr.puenktlich(timerid::ENTWACKELN, ENTWACKELN_INTERVALL))
         return false;
+    nachsehen();
+    if (geaendertAb_)
+        return false; // its rows are not those of which it is told
     Zustandsschreiber schreiber;
     prozesszustandBegehen(zustand_, schreiber);
     lauf.begehen(schreiber);
@@ -87,9 +136,10 @@ void Laufmitschnitt::vermerken(const std::string& was) {
     geraete_.band.vermerk(geraete_.uhr.stempel(), was);
 }
 
-std::function<std::string()> Laufmitschnitt::abzug(const std::string& zeitpunkt) const {
+std::function<std::string()> Laufmitschnitt::abzug(const std::string& zeitpunkt) {
+    nachsehen();
     return [band = geraete_.band, jetzt = geraete_.uhr.stempel(),
-            kopf = Mitschnittkopf{schema_, zeitpunkt}]() mutable {
+            kopf = Mitschnittkopf{schema_, zeitpunkt, geaendertAb_}]() mutable {
         return mitschnitttext(band.lesen(jetzt), jetzt, kopf);
     };
 }
@@ -110,7 +160,6 @@ std::string Laufmitschnitt::grund() const {
     }
     if (text.empty())
         return "";
-    zustand_.achsendatei.AchsenLaden();
     text += "achsen";
     for (const auto& name : zustand_.achsendatei.AchsenSchluessel()) {
         text += ' ';

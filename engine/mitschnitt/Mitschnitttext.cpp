@@ -57,12 +57,18 @@ private:
         if (spaete_ > 0)
             zeile(text, {"# ", std::to_string(spaete_), " ticks came late (spaet), the latest by ",
                          std::to_string(spaeteste_.count()), " ms"});
-        if (!bloecke_.front().exakt)
-            zeile(text, {"# Not exact: the run was never at rest, so nobody knows how it stood at time 0."});
-        const auto genau = std::ranges::find(bloecke_, true, &Block::exakt);
-        if (genau != bloecke_.end() && genau != bloecke_.begin())
-            zeile(text, {"# Exact from ", zeit(genau->beginn), " on."});
         zeile(text, {"toleranz ", std::to_string(MITSCHNITTTOLERANZ.count())});
+        genauigkeitSchreiben(text, kopf.geaendertAb);
+    }
+
+    void genauigkeitSchreiben(std::string& text, std::optional<Zeit> geaendertAb) const {
+        if (!bloecke_.front().exakt) {
+            zeile(text, {"# Not exact: the run never held still, so nobody knows how it stood at time 0."});
+            zeile(text, {"genau 0"});
+        } else if (geaendertAb) {
+            zeile(text, {"# Exact only so far: then the Schema was changed while the run was on."});
+            zeile(text, {"genau ", zeit(std::max(*geaendertAb, null_))});
+        }
     }
 
     std::string zeit(Zeit wann) const { return std::to_string((wann - null_).count()); }

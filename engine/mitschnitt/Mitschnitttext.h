@@ -4,6 +4,7 @@
 
 #include "platform/mitschnitt/Mitschnittband.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,8 @@
 struct Mitschnittkopf {
     std::string schema;
     std::string zeitpunkt; ///< of saving
+    /// From when on it was played by something else than what the record tells.
+    std::optional<Mitschnittband::Zeit> geaendertAb = {};
 };
 
 /// What the file of a record of this `Schema` begins with, whatever comes behind it.

@@ -22,7 +22,9 @@ const std::array<Zeilenquelle, 8> QUELLEN{{{"tblTastatur", 39},
                                            {"Sensible", 8},
                                            {"SensibleR", 7}}};
 constexpr int SCHEMANAME = 0;
+// Of the first table; nothing of a run hangs on them.
 constexpr int PROGRAMMPFAD = 13;
+constexpr int FUNKTION = 26;
 
 // A line break would end the line that the statement is; a NUL its text.
 std::string literal(const std::string& text) {
@@ -49,9 +51,10 @@ std::string literal(const Wert& wert) {
 std::string zeile(const Zeilenquelle& quelle, const Recordset& satz, const std::string& alsName) {
     std::string text = "INSERT INTO " + quelle.name + " VALUES (" + literal(alsName);
     for (int spalte = SCHEMANAME + 1; spalte < quelle.spalten; ++spalte) {
-        const bool pfad = quelle.name == QUELLEN.front().name && spalte == PROGRAMMPFAD;
+        const bool ohne =
+            quelle.name == QUELLEN.front().name && (spalte == PROGRAMMPFAD || spalte == FUNKTION);
         text += ", ";
-        text += pfad ? "NULL" : literal(satz.get_Value(spalte));
+        text += ohne ? "NULL" : literal(satz.get_Value(spalte));
     }
     return text + ");";
 }

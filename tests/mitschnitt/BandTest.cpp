@@ -91,8 +91,14 @@ TEST(Mitschnittband, GleicheEreignisseEinesAugenblicksSindEines) {
     for (int i = 0; i < 50'000; ++i)
         band.ereignis(4ms, maus(1, 0, 0, MOUSEEVENTF_MOVE));
     band.ereignis(8ms, maus(1, 0, 0, MOUSEEVENTF_MOVE));
-    EXPECT_EQ(eintraege(band, 8ms), (Texte{"4 ereignis 50000 m(1,0)", "8 ereignis 1 m(1,0)"}));
-    EXPECT_LT(band.bytes() - vorher, 30U);
+    band.ereignis(8ms, maus(0, 0, 3, MOUSEEVENTF_WHEEL));
+    band.ereignis(8ms, maus(0, 0, 4, MOUSEEVENTF_WHEEL));
+    band.ereignis(8ms, taste(65));
+    band.ereignis(8ms, taste(65, KEYEVENTF_KEYUP));
+    EXPECT_EQ(eintraege(band, 8ms),
+              (Texte{"4 ereignis 50000 m(1,0)", "8 ereignis 1 m(1,0)", "8 ereignis 1 W+3", "8 ereignis 1 W+4",
+                     "8 ereignis 1 +65", "8 ereignis 1 -65"}));
+    EXPECT_LT(band.bytes() - vorher, 60U);
 }
 
 TEST(Mitschnittband, BlockweiseGehtWasZuAltIst) {
@@ -107,6 +113,26 @@ TEST(Mitschnittband, BlockweiseGehtWasZuAltIst) {
         << "the last one stays, however long it is: nothing else says how it is";
 }
 
+TEST(Mitschnittband, BlockweiseGehtWasZuVielIst) {
+    constexpr std::size_t GRENZE = 1000;
+    const auto grund = std::make_shared<const std::string>(100, 'x');
+    Mitschnittband band({GRENZE, 10min});
+    for (int i = 0; i < 20; ++i) {
+        band.beginnen(i * 1s, {"zustand a 1\n", grund, true});
+        for (int ms = 0; ms < 30; ++ms) {
+            band.tasten(i * 1s + ms * 1ms, static_cast<std::uint32_t>(ms));
+            ASSERT_LE(band.bytes(), GRENZE);
+        }
+    }
+    const auto bloecke = band.lesen(20s);
+    EXPECT_EQ(bloecke.size(), 4U) << "each is 100 bytes, 12 and 30 times 4";
+    for (const auto& block : bloecke) {
+        EXPECT_TRUE(block.exakt);
+        EXPECT_EQ(block.eintraege.size(), 30U);
+    }
+    EXPECT_EQ(bloecke.back().beginn, 19s);
+}
+
 TEST(Mitschnittband, EinZuGrosserBlockIstNichtMehrGenauAberDerNaechste) {
     Mitschnittband band({1000, 10min});
     band.beginnen(0ms, {"zustand a 1\n", nullptr, true});
@@ -116,9 +142,11 @@ TEST(Mitschnittband, EinZuGrosserBlockIstNichtMehrGenauAberDerNaechste) {
     ASSERT_EQ(bloecke.size(), 1U);
     EXPECT_FALSE(bloecke[0].exakt);
     EXPECT_LE(band.bytes(), 1000U);
-    EXPECT_EQ(bloecke[0].eintraege.back().wert, 1000);
+    EXPECT_EQ(wort(bloecke[0].eintraege.back()), "1000 tasten 0 1000");
     const auto ungenau = mitschnitttext(bloecke, 1000ms, {"S", "now"});
     EXPECT_NE(ungenau.find("# Not exact"), std::string::npos);
+    EXPECT_NE(ungenau.find("\ngenau 0\n"), std::string::npos);
+    EXPECT_EQ(ungenau.find("zustand"), std::string::npos);
 
     band.beginnen(1001ms, {"zustand a 2\n", nullptr, true});
     band.tasten(1002ms, 7);
@@ -186,8 +214,9 @@ TEST_F(Mitschnittuhr, DasPadStehtDaWoEsSichAendert) {
     geraete.pad.joyGetPosEx(0, info);
     geraete.pad.joyGetPosEx(0, info);
     pad.da = false;
-    geraete.pad.joyGetPosEx(0, info);
-    geraete.pad.joyGetPosEx(0, info);
+    JOYINFOEX leere; // a poll that fails tells nothing
+    geraete.pad.joyGetPosEx(0, leere);
+    geraete.pad.joyGetPosEx(0, leere);
     pad.zustand.dwPOV = 9000;
     pad.da = true;
     geraete.pad.joyGetPosEx(0, info);
@@ -197,4 +226,11 @@ TEST_F(Mitschnittuhr, DasPadStehtDaWoEsSichAendert) {
     geraete.band.beginnen(3ms, {});
     geraete.pad.standNotieren();
     EXPECT_EQ(eintraege(geraete.band, 3ms), (Texte{"3 achse 5 12", "3 tasten 0 4", "3 pov 0 9000"}));
+    pad.da = false;
+    geraete.pad.joyGetPosEx(0, leere);
+    geraete.band.verwerfen();
+    geraete.band.beginnen(3ms, {});
+    geraete.pad.standNotieren();
+    EXPECT_EQ(eintraege(geraete.band, 3ms),
+              (Texte{"3 achse 5 12", "3 tasten 0 4", "3 pov 0 9000", "3 weg 0 0"}));
 }

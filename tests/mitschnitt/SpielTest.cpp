@@ -10,6 +10,8 @@
 
 #include "base/Regler.h"
 
+#include <QCheckBox>
+#include <QRadioButton>
 #include <QScrollBar>
 
 #include <cstdlib>
@@ -189,6 +191,81 @@ TEST_F(MitschnittForm, EinZweiterLaufErbtWasDerErsteHielt) {
     EXPECT_EQ(mitschnitt.find("stop"), std::string::npos) << "the first run is not in it";
     EXPECT_NE(mitschnitt.find("-65"), std::string::npos);
     EXPECT_EQ(unterschiedBeim(mitschnitt), "");
+}
+
+TEST_F(MitschnittForm, WasImLaufGeaendertWurdeGiltImNaechsten) {
+    schema();
+    starter().click();
+    vergehen(100);
+    datenbank_.sql("UPDATE tblTastatur SET btn3 = '1,66,0-0-0';"); // as an editor does that stands open
+    starter().click();
+    ereignisse();
+    starter().click();
+    vergehen(100);
+    tastenDruecken(4);
+    vergehen(100);
+    const auto mitschnitt = gespeichert();
+    EXPECT_NE(mitschnitt.find(" +66\n"), std::string::npos) << mitschnitt;
+    EXPECT_EQ(unterschiedBeim(mitschnitt), "");
+}
+
+TEST_F(MitschnittForm, GenauIstErNurBisEinEditorDieZeilenAendert) {
+    Schemabau(datenbank_).taste(4, "3,0,0-0-0").taste(2, "1,65,0-0-0").anlegen();
+    starten();
+    starter().click();
+    vergehen(30'000); // some quiet moments
+    tastenDruecken(4);
+    vergehen(100);
+    tastenDruecken(0);
+    vergehen(30'000);
+    EXPECT_EQ(gespeichert().find("genau"), std::string::npos);
+    datenbank_.sql("INSERT INTO tblStickAktion VALUES ('S', 1, 27072, 0, 0, 0, '2,0,70,0,0');");
+    vergehen(30'000);
+    tastenDruecken(16); // a layer whose rows are read anew
+    vergehen(100);
+    pad_.zustand.dwXpos = 10000;
+    vergehen(2000);
+    control<QLabel>(*laufFenster(), "lblMitschnitt").clear();
+    const auto mitschnitt = gespeichert();
+    EXPECT_NE(mitschnitt.find(" +70\n"), std::string::npos) << mitschnitt;
+    EXPECT_EQ(mitschnitt.find("0 lauf"), std::string::npos);
+    const auto szenario = szenarienLesen(mitschnitt).front();
+    ASSERT_TRUE(szenario.genau);
+    EXPECT_GE(*szenario.genau, milliseconds{60'000});
+    EXPECT_LT(*szenario.genau, milliseconds{61'000}) << "the last look was that of saving before";
+    EXPECT_EQ(unterschiedBeim(mitschnitt), "");
+    auto ohne = szenario;
+    ohne.genau.reset();
+    EXPECT_NE(unterschied(ohne, spielen(ohne, LEERE_DATENBANK)), "") << "this is why it says so";
+}
+
+TEST_F(MitschnittForm, GenauIstErNurBisEineEbeneGesperrtWird) {
+    schema();
+    const Boxleser boxen;
+    control<QPushButton>(haupt(), "Command1(1)").click(); // the left stick's editor
+    ereignisse();
+    QWidget* editor = nullptr;
+    for (auto* fenster : QApplication::topLevelWidgets())
+        if (fenster->objectName() == "frmJust" && fenster->isVisible())
+            editor = fenster;
+    ASSERT_NE(editor, nullptr);
+    starter().click();
+    vergehen(1234);
+    control<QCheckBox>(*editor, "Check2").click();
+    vergehen(1000);
+    const auto szenario = szenarienLesen(gespeichert()).front();
+    ASSERT_TRUE(szenario.genau);
+    EXPECT_NEAR(static_cast<double>(szenario.genau->count()), 1234, 5);
+}
+
+TEST_F(MitschnittForm, WasNurGezeigtWirdAendertNichts) {
+    schema();
+    starter().click();
+    vergehen(1000);
+    control<QRadioButton>(*laufFenster(), "Option1(2)").click();
+    EXPECT_EQ(datenbank_.zeilen("SELECT Funktion FROM tblTastatur;"), Tabellenbild{{"2"}});
+    vergehen(1000);
+    EXPECT_EQ(gespeichert().find("genau"), std::string::npos);
 }
 
 TEST_F(MitschnittForm, EinFehlerSpeichertSelbstUndSagtWo) {

@@ -85,6 +85,14 @@ TEST_F(SpurProgramm, EinUnmoeglicherNameIstKeinAbsturz) {
     EXPECT_EQ(spur(lang), (Ausgang{1, lang + ": can't be read\n1 file: 0 passed, 1 failed\n"}));
 }
 
+TEST_F(SpurProgramm, SagtWieWeitEinMitschnittGenauIst) {
+    datei("a.spur", "toleranz 10\ngenau 15\n" + RICHTIG);
+    EXPECT_EQ(spur("a.spur"),
+              (Ausgang{0, "a.spur: played as far as it is exact, 15 ms\n1 file: 1 passed, 0 failed\n"}));
+    datei("a.spur", "toleranz 10\ngenau 0\n" + RICHTIG);
+    EXPECT_EQ(spur("a.spur"), (Ausgang{1, "a.spur: nothing of it is exact\n1 file: 0 passed, 1 failed\n"}));
+}
+
 TEST_F(SpurProgramm, ZeigtWasHerauskommt) {
     datei("a.spur", FALSCH);
     EXPECT_EQ(spur("--zeige a.spur"), (Ausgang{0, "10 +65\n20 -65\n"}));

@@ -115,6 +115,15 @@ TEST(Spieler, EineToleranzGiltDerZeitUndNichtDerReihe) {
     EXPECT_EQ(unterschied(spur + "20 -65\n20 +65\n"), "event 1: expected 20 -65, came 10 +65");
 }
 
+TEST(Spieler, WasNichtMehrGenauIstWirdNichtGespielt) {
+    const auto spur = "toleranz 10\ngenau 25\n" + SCHEMA +
+                      "0 start\n10 buttons 4\n20 buttons 0\n25 buttons 4\n40 knopf 0\n60 ende\n=\n";
+    EXPECT_EQ(ereignisse(spur), (Texte{"10 +65", "20 -65"}));
+    EXPECT_EQ(unterschied(spur + "10 +65\n20 -65\n25 +99\n"), "");
+    EXPECT_EQ(unterschied(spur + "10 +65\n24 -66\n25 +99\n"), "event 2: expected 24 -66, came 20 -65");
+    EXPECT_EQ(unterschied("fehler 13\n" + spur + "10 +65\n20 -65\n"), "") << "it comes at the end";
+}
+
 TEST(Spieler, VieleGleicheStehenAlsEinesMitIhrerZahl) {
     const auto szenario = szenarioLesen(SCHEMA + "0 start\n9 ende\n=\n4 m(1,0)*3 +65\n");
     EXPECT_EQ(szenario.erwartet, (std::vector<Spurereignis>{{std::chrono::milliseconds{4}, "m(1,0)"},

@@ -97,6 +97,8 @@ private:
             szenario_.zustand.push_back(rest(woerter));
         else if (wort == "toleranz")
             szenario_.toleranz = ms(naechstes(woerter));
+        else if (wort == "genau")
+            szenario_.genau = ms(naechstes(woerter));
         else if (wort == "fehler")
             szenario_.fehler = static_cast<int>(zahl(naechstes(woerter)));
         else if (wort == "achsen")

@@ -21,6 +21,7 @@
 //   zustand NAME WORD...              what is so before the first input (engine/mitschnitt/Zustandsgang.h)
 //   toleranz MS                       so far an event may lie from its time; the order holds. Of a record: it
 //                                     is played once, as it was, and its errors are all of them
+//   genau MS                          of a record: it is exact only so far, and played only so far
 //   =
 //   T EVENT...                        events as ProbeEingabe writes them, in order; "m(1,0)*50" is fifty
 //   T1-T2 EVENT                       as often as `Im Feld binden` moves the pointer: every 2 ms on the left
@@ -101,6 +102,7 @@ struct Szenario {
     std::optional<int> fehler;
     Zustandszeilen zustand;
     std::optional<std::chrono::milliseconds> toleranz;
+    std::optional<std::chrono::milliseconds> genau; ///< what comes from then on is not played
     std::vector<Spureingabe> eingaben;              ///< by time
     std::vector<Spurereignis> erwartet;
 };

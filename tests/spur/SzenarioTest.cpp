@@ -479,6 +479,7 @@ TEST(Szenario, HatGrenzen) {
     EXPECT_EQ(einwand(viele + "1 +65\n"), "line 13: more than ten million events");
     EXPECT_EQ(einwand("=\n1 " + std::string(100, 'x') + "\n"), "");
     EXPECT_EQ(einwand("=\n1 " + std::string(101, 'x') + "\n"), "line 2: no event is as long");
+    EXPECT_EQ(einwand("genau x\n=\n"), "line 1: \"x\" is no number");
 }
 
 } // namespace
