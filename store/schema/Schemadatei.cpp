@@ -94,12 +94,22 @@ public:
 
     /// Throws unless a call of SQLite went well.
     void pruefen(int nummer) const {
-        if ((nummer & 0xff) == SQLITE_NOMEM)
+        switch (nummer & 0xff) {
+        case SQLITE_OK:
+        case SQLITE_ROW:
+        case SQLITE_DONE:
+            return;
+        case SQLITE_NOMEM:
             throw std::bad_alloc();
-        if ((nummer & 0xff) == SQLITE_NOTADB)
+        case SQLITE_NOTADB:
             fremd("Die Datei ist keine Schema-Datei.");
-        if (nummer != SQLITE_OK && nummer != SQLITE_ROW && nummer != SQLITE_DONE)
-            beschaedigt(sqlite3_errmsg(sqlite_.get()));
+        case SQLITE_INTERRUPT:
+            beschaedigt("das Lesen nimmt kein Ende");
+        case SQLITE_TOOBIG:
+            beschaedigt("ein Wert ist zu groß");
+        default: // SQLite's own words are English, and about what nobody sees
+            beschaedigt("ihre Tabellen lassen sich nicht lesen");
+        }
     }
 
 private:
@@ -260,6 +270,9 @@ int erlaubt(void*, int was, const char* eines, const char*, const char*, const c
     return was == SQLITE_PRAGMA && std::ranges::any_of(KOPFZAHLEN, gemeint) ? SQLITE_OK : SQLITE_DENY;
 }
 
+constexpr std::array<std::size_t, 2> VORLAUFSTELLEN{18, 19}; // of the header, by SQLite's file format
+constexpr unsigned char OHNE_VORLAUF = 1;
+
 /// A file's content, read as a database that lies in memory.
 class Dateileser {
 public:
@@ -269,6 +282,11 @@ public:
         if (!bytes)
             throw std::bad_alloc();
         std::memcpy(bytes.get(), inhalt.data(), inhalt.size());
+        for (const auto stelle :
+             VORLAUFSTELLEN) { // in memory there is no log: not even the stamp could be read
+            mitVorlauf_ |= bytes.get()[stelle] != OHNE_VORLAUF;
+            bytes.get()[stelle] = OHNE_VORLAUF;
+        }
         const auto groesse = static_cast<sqlite3_int64>(inhalt.size());
         // Freed by SQLite whether or not it succeeds.
         datei_.pruefen(sqlite3_deserialize(datei_.roh(), "main", bytes.release(), groesse, groesse,
@@ -320,22 +338,29 @@ private:
         else if (programm != DATEISTEMPEL.programm)
             fremd("Die Datei ist keine Schema-Datei.");
         const auto fassung = kopfzahl("user_version");
+        if (fassung == 0)
+            fremd("Die Datei ist keine Schema-Datei."); // no version has written one
         if (fassung != DATEISTEMPEL.fassung)
             fremd("Die Datei kommt von einer neueren Version des Programms (Fassung " +
                   std::to_string(fassung) + ", diese Version kennt Fassung " +
                   std::to_string(DATEISTEMPEL.fassung) + ").");
+        if (mitVorlauf_)
+            unpassend(
+                "Ein anderes Programm hat die Datei so umgestellt, dass ihr Inhalt zum Teil daneben liegen "
+                "kann (WAL).");
     }
 
     /// Throws unless a plain table of this name is there, whose columns are all stored.
     void tabellePruefen(const Tabellenplan& plan) {
         constexpr int ART = 2;
+        constexpr int OHNE_ZEILENNUMMERN = 4;
         constexpr int SPALTENNAME = 1;
         constexpr int VERBORGEN = 6;
         Anweisung liste(datei_, "PRAGMA main.table_list(" + plan.name + ")");
         if (!liste.weiter())
             beschaedigt("die Tabelle „" + plan.name + "“ fehlt");
-        if (liste.bytes(ART) != "table")
-            beschaedigt("„" + plan.name + "“ ist keine Tabelle");
+        if (liste.bytes(ART) != "table" || liste.zahl(OHNE_ZEILENNUMMERN) != 0)
+            beschaedigt("„" + plan.name + "“ ist keine gewöhnliche Tabelle");
         Anweisung spalten(datei_, "PRAGMA main.table_xinfo(" + plan.name + ")");
         std::set<std::string> vorhandene;
         while (spalten.weiter()) {
@@ -375,15 +400,19 @@ private:
             return std::int64_t{anweisung.zahl(spalte)};
         case SQLITE_TEXT: {
             auto text = anweisung.bytes(spalte);
-            if (text.size() <= LAENGSTER_WERT && xmlZeichenzahl(text))
+            if (text.size() > LAENGSTER_WERT)
+                unpassend(ort(plan, spalte) + " ein Text, der zu lang ist.");
+            if (xmlZeichenzahl(text))
                 return text;
             [[fallthrough]];
         }
         default:
-            unpassend("In der Tabelle „" + plan.name + "“ steht unter „" +
-                      plan.spalten[static_cast<std::size_t>(spalte)].name +
-                      "“ etwas, das weder Zahl noch Text ist.");
+            unpassend(ort(plan, spalte) + " etwas, das weder Zahl noch Text ist.");
         }
+    }
+    static std::string ort(const Tabellenplan& plan, int spalte) {
+        return "In der Tabelle „" + plan.name + "“ steht unter „" +
+               plan.spalten[static_cast<std::size_t>(spalte)].name + "“";
     }
 
     std::vector<Schemazeile> tabelleLesen(const Tabellenplan& plan) {
@@ -431,6 +460,7 @@ private:
     }
 
     int fragen_ = 0;
+    bool mitVorlauf_ = false;
     const Gedaechtnis datei_; ///< goes first: its handlers look at this
 };
 

@@ -3,16 +3,14 @@
 //
 // It is written in memory and laid down in one replacement. One that is read comes from anywhere:
 //
-//   what a file may try                       what stops it
-//   to be no file, or one without an end      a regular file only, opened without waiting;
-//   GROESSTE_SCHEMADATEI a journal or a log beside it              it is read into memory once, where it has
-//   nothing beside it triggers, views, tables that compute      none is run: plain tables of known names are
-//   read, an authorizer
-//                                             refuses all but that
-//   a read without an end, huge values        as for the database; SQLite's own limits
-//   texts that are none of the formats        schemadatenPruefen
-//   pictures                                  are handed out as bytes; what decodes them has limits of its
-//   own
+//   what a file may try                    what stops it
+//   to be no file, or one without an end   a regular file only, opened without waiting; GROESSTE_SCHEMADATEI
+//   a journal or a log beside it           it is read into memory once, where it has nothing beside it
+//   triggers, views, computed columns      none is run: plain tables of known names are read, and an
+//                                          authorizer refuses all but that
+//   a read without an end, huge values     as for the database; SQLite's own limits
+//   texts that are none of the formats     schemadatenPruefen
+//   pictures                               are handed out as bytes; what decodes them has limits of its own
 //
 // Tables and columns that are not known are passed over.
 #pragma once

@@ -90,10 +90,33 @@ TEST_F(Schemadateitest, WasKeineIstWirdGesagt) {
     EXPECT_THAT(veraendert("PRAGMA application_id = 7"), HasSubstr("keine Schema-Datei"));
     EXPECT_THAT(veraendert("PRAGMA user_version = 2"), HasSubstr("neueren Version"));
     EXPECT_THAT(veraendert("PRAGMA user_version = -1"), HasSubstr("neueren Version"));
-    EXPECT_THAT(veraendert("PRAGMA journal_mode = WAL"), HasSubstr("beschädigt"));
+    EXPECT_THAT(veraendert("PRAGMA user_version = 0"), HasSubstr("keine Schema-Datei"));
+    EXPECT_THAT(veraendert("PRAGMA journal_mode = WAL"), HasSubstr("(WAL)"));
+    EXPECT_THAT(veraendert("PRAGMA application_id = 7; PRAGMA journal_mode = WAL"),
+                HasSubstr("keine Schema-Datei"));
+}
+
+TEST_F(Schemadateitest, WasKeineDateiIstHaeltNichtAuf) {
+    std::filesystem::create_directory(pfad);
+    EXPECT_EQ(lesen(), "Das ist keine Datei.");
     std::filesystem::remove(pfad);
     ASSERT_EQ(mkfifo(pfad.c_str(), 0600), 0);
-    EXPECT_THROW(schemadateiLesen(pfad), LaufzeitFehler); // and does not wait for somebody who writes
+    EXPECT_EQ(lesen(), "Das ist keine Datei."); // and does not wait for somebody who writes
+    std::filesystem::remove(pfad);
+    std::filesystem::create_symlink("/dev/zero", pfad);
+    EXPECT_EQ(lesen(), "Das ist keine Datei.");
+    std::filesystem::remove(pfad);
+    std::filesystem::create_symlink(pfad, pfad);
+    EXPECT_EQ(lesen(), "Die Datei lässt sich nicht öffnen.");
+}
+
+TEST_F(Schemadateitest, EineBeschaedigteSagtEsAufDeutsch) {
+    schemadateiSchreiben(pfad, paket());
+    const auto heil = dateiLesen(pfad);
+    dateiSchreiben(pfad, heil.substr(0, heil.size() / 2));
+    EXPECT_EQ(grund(), "Die Datei ist beschädigt (ihre Tabellen lassen sich nicht lesen).");
+    dateiSchreiben(pfad, heil.substr(0, 100) + std::string(heil.size() - 100, 'x'));
+    EXPECT_EQ(grund(), "Die Datei ist beschädigt (ihre Tabellen lassen sich nicht lesen).");
 }
 
 TEST_F(Schemadateitest, EineZuGrosseWirdNichtGelesen) {
@@ -108,11 +131,14 @@ TEST_F(Schemadateitest, WasInIhrLaufenWillLaeuftNicht) {
     // A table that cannot be had without running something.
     EXPECT_THAT(
         veraendert("DROP TABLE Angaben; CREATE VIEW Angaben AS SELECT 'x' AS Schema, 'y' AS Programm"),
-        HasSubstr("keine Tabelle"));
+        HasSubstr("keine gewöhnliche Tabelle"));
     EXPECT_THAT(
         veraendert("ALTER TABLE Angaben DROP COLUMN Programm; ALTER TABLE Angaben ADD COLUMN Programm "
                    "AS (upper(Schema))"),
         HasSubstr("berechnete Spalten"));
+    EXPECT_THAT(veraendert("DROP TABLE Angaben; CREATE TABLE Angaben (Schema PRIMARY KEY, Programm) WITHOUT "
+                           "ROWID; INSERT INTO Angaben VALUES ('a', 'b')"),
+                HasSubstr("keine gewöhnliche Tabelle"));
     // What stands beside is passed over.
     EXPECT_EQ(
         veraendert("CREATE VIEW mehr AS SELECT 1; CREATE TABLE fremd (a); CREATE TRIGGER t BEFORE INSERT "
@@ -125,10 +151,18 @@ TEST_F(Schemadateitest, WasFehltOderZuVielIstWirdGesagt) {
     EXPECT_THAT(veraendert("ALTER TABLE tblStick RENAME COLUMN Links3 TO x"), HasSubstr("Spalte „Links3“"));
     EXPECT_THAT(veraendert("DELETE FROM Angaben"), HasSubstr("„Angaben“ ist leer"));
     EXPECT_THAT(veraendert("UPDATE Angaben SET Schema = ''"), HasSubstr("Namen"));
+    EXPECT_EQ(veraendert("UPDATE Angaben SET Schema = printf('%.1000c', 'a')"), "");
+    EXPECT_THAT(veraendert("UPDATE Angaben SET Schema = printf('%.1001c', 'a')"), HasSubstr("Namen"));
+    EXPECT_EQ(veraendert("UPDATE Angaben SET Programm = printf('%.1000000c', 'a')"), "");
+    EXPECT_EQ(veraendert("UPDATE Angaben SET Programm = printf('%.1000001c', 'a')"),
+              "In der Tabelle „Angaben“ steht unter „Programm“ ein Text, der zu lang ist.");
     EXPECT_THAT(veraendert("INSERT INTO Angaben VALUES ('a', 'b')"), HasSubstr("zu viele Zeilen"));
     EXPECT_THAT(veraendert("DELETE FROM tblTastatur"), HasSubstr("tblTastatur"));
     EXPECT_THAT(veraendert("INSERT INTO Bilder SELECT * FROM Bilder"), HasSubstr("zweimal"));
     EXPECT_THAT(veraendert("UPDATE Bilder SET Ebene = 3"), HasSubstr("kein Bild"));
+    EXPECT_THAT(veraendert("UPDATE Bilder SET Ebene = -1"), HasSubstr("kein Bild"));
+    EXPECT_THAT(veraendert("UPDATE Bilder SET Ebene = 'x' WHERE Ebene = 0"), HasSubstr("kein Bild"));
+    EXPECT_THAT(veraendert("UPDATE Bilder SET Stick = 'x'"), HasSubstr("kein Bild"));
     EXPECT_THAT(veraendert("UPDATE Bilder SET PNG = 'x'"), HasSubstr("kein Bild"));
     EXPECT_THAT(veraendert("UPDATE Bilder SET PNG = zeroblob(64 * 1024 * 1024 + 1) WHERE Ebene = 0"),
                 HasSubstr("Bild ist zu groß"));
@@ -149,12 +183,14 @@ TEST_F(Schemadateitest, JederWertWirdGeprueft) {
     EXPECT_THAT(veraendert("UPDATE tblTastatur SET Programmpfad = printf('%.5000c', 'a')"),
                 HasSubstr("zu lang"));
     EXPECT_THAT(veraendert("UPDATE tblStick SET \"index\" = 21 WHERE \"index\" = 1"), HasSubstr("Zeile 21"));
+    EXPECT_THAT(veraendert("UPDATE tblStick SET \"index\" = 0 WHERE \"index\" = 1"), HasSubstr("Zeile 0"));
     EXPECT_THAT(veraendert("UPDATE tblStick SET \"index\" = 2"), HasSubstr("Zeile 2"));
     EXPECT_THAT(veraendert("UPDATE tblStick SET Links = 2147483648"), HasSubstr("tblStick, Spalte Links"));
     EXPECT_THAT(veraendert("UPDATE tblStick SET Oben2 = NULL"), HasSubstr("fehlt eine Zahl"));
     const std::string neue = "INSERT INTO tblStickAktionR VALUES ";
     EXPECT_THAT(veraendert(neue + "(0, 0, 0, 0, 0, '2,0')"), HasSubstr("Rechter Stick: „2,0“"));
     EXPECT_THAT(veraendert(neue + "(3, 0, 0, 0, 0, '3')"), HasSubstr("Ebene 3 gibt es nicht"));
+    EXPECT_THAT(veraendert(neue + "(-1, 0, 0, 0, 0, '3')"), HasSubstr("Ebene -1 gibt es nicht"));
     EXPECT_THAT(
         veraendert("INSERT INTO tblStickAktion SELECT 0, 1, 0, 0, 0, '3' FROM (WITH RECURSIVE n(i) AS "
                    "(SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10001) SELECT i FROM n)"),
@@ -180,8 +216,10 @@ TEST_F(Schemadateitest, EbenenSindBenutztWoEtwasGeschieht) {
     Schemadaten daten;
     daten.zeilen[TASTATUR].emplace_back(schematabellen()[TASTATUR].spalten.size());
     EXPECT_EQ(benutzteEbenen(daten), (std::array<bool, 3>{false, false, false}));
-    daten.zeilen[TASTATUR][0][0] = std::string("10,0,0-0-0");
-    EXPECT_EQ(benutzteEbenen(daten), (std::array<bool, 3>{false, false, false}));
+    for (const auto* nichts : {"10,0,0-0-0", "10,65,3-1-1", "leer", ""}) {
+        daten.zeilen[TASTATUR][0][0] = std::string(nichts);
+        EXPECT_EQ(benutzteEbenen(daten), (std::array<bool, 3>{false, false, false})) << nichts;
+    }
     daten.zeilen[TASTATUR][0][13] = std::string("1,65,0-0-0"); // btn101
     EXPECT_EQ(benutzteEbenen(daten), (std::array<bool, 3>{false, true, false}));
     const std::int64_t zwei = 2;
