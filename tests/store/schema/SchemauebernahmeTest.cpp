@@ -44,6 +44,12 @@ protected:
     std::string hindernis(const std::string& name, const std::string& ausser = "") const {
         return namenshindernis(ort.platz(), name, ausser);
     }
+    static std::string vielfach(const std::string& zeichen, int anzahl) {
+        std::string text;
+        for (; anzahl > 0; --anzahl)
+            text += zeichen;
+        return text;
+    }
     std::vector<std::string> schemata() const {
         std::vector<std::string> namen;
         for (const auto& zeile : ort.datenbank.zeilen("SELECT Schemaname FROM tblTastatur ORDER BY rowid"))
@@ -121,6 +127,15 @@ TEST_F(Uebernahmetest, EinVerdoppeltesStehtNebenDemErsten) {
     EXPECT_THAT(schemata(), ElementsAre("S", "T", "S 2"));
 }
 
+// The tables of the sensitivity keep nobody from laying two rows; a run reads the first.
+TEST_F(Uebernahmetest, VonZweiZeilenGehtDieErsteMit) {
+    ort.datenbank.sql("DELETE FROM Sensible WHERE Schemaname = 'S'; "
+                      "INSERT INTO Sensible VALUES ('S', 1, 1, 1, 1, 1, 1, 1), ('S', 2, 2, 2, 2, 2, 2, 2)");
+    schemaVerdoppeln(ort.platz(), "S", "S 2");
+    EXPECT_EQ(ort.datenbank.zeilen("SELECT Fenster_ly FROM Sensible WHERE Schemaname = 'S 2'"),
+              (Tabellenbild{{"1"}}));
+}
+
 TEST_F(Uebernahmetest, WasLaeufeGezaehltHabenGehtMit) {
     const Streubilddateien zaehlung(streubildordner(ort.platz().datenbankPfad));
     const auto gezaehlt = streudatenAus({.saat = 3}, 400);
@@ -153,7 +168,12 @@ TEST_F(Uebernahmetest, WelcheNamenGehen) {
                                                           {" a", "Leerzeichen"},
                                                           {"a ", "Leerzeichen"},
                                                           {"a\n\x01", "Zeichen"},
-                                                          {std::string(101, 'x'), "zu lang"}})
+                                                          {"a\nb", "niemand sieht"},
+                                                          {"a\u200Bb", "niemand sieht"},
+                                                          {"a\u202Eb", "niemand sieht"},
+                                                          {"\uFEFFa", "niemand sieht"},
+                                                          {std::string(101, 'x'), "zu lang"},
+                                                          {vielfach("😀", 56), "als dass Bilder"}})
         EXPECT_THAT(hindernis(name), HasSubstr(grund)) << name;
     EXPECT_EQ(hindernis("s", "S"), "");
     EXPECT_THAT(hindernis("S", "S"), HasSubstr("heißt das Schema schon"));
@@ -161,6 +181,22 @@ TEST_F(Uebernahmetest, WelcheNamenGehen) {
     EXPECT_EQ(freierName(ort.platz(), "Neu"), "Neu");
     EXPECT_EQ(freierName(ort.platz(), "S"), "S 2");
     EXPECT_EQ(freierName(ort.platz(), "a/b's"), "a-b-s");
+}
+
+TEST_F(Uebernahmetest, EinVorschlagGehtAuchWoDerWunschNichtGinge) {
+    const auto vorschlag = [&](const std::string& wunsch) {
+        auto name = freierName(ort.platz(), wunsch);
+        EXPECT_EQ(hindernis(name), "") << wunsch;
+        return name;
+    };
+    EXPECT_EQ(vorschlag(" a\n\u202Eb "), "ab");
+    EXPECT_EQ(vorschlag(std::string(1000, 'x')), std::string(100, 'x'));
+    EXPECT_EQ(vorschlag(vielfach("ü", 127)), vielfach("ü", 100));
+    EXPECT_EQ(vorschlag(vielfach("😀", 100)), vielfach("😀", 55));
+    aufnehmen(std::string(100, 'x'), 3, {"0L.bmp"});
+    EXPECT_EQ(vorschlag(std::string(100, 'x')), std::string(98, 'x') + " 2");
+    aufnehmen(vielfach("😀", 55), 4, {"0L.bmp"}); // and its pictures can be written
+    EXPECT_EQ(freierName(ort.platz(), " \n"), "");
 }
 
 // What lies there may be somebody's: of a Schema of another database, say.
@@ -179,6 +215,9 @@ TEST_F(Uebernahmetest, WasUnterDemNamenSchonLiegtWirdNieErsetzt) {
 }
 
 TEST_F(Uebernahmetest, WasNichtGehtAendertNichts) {
+    auto datenbank = OpenDatabase(ort.platz().datenbankPfad);
+    erwarteUnveraendert([&] { schemazeilenUmbenennen(datenbank, "S", "a'b"); }, 3075);
+    datenbank.Close();
     erwarteUnveraendert([&] { schemaUmbenennen(ort.platz(), "weg", "Neu"); }, 3021);
     erwarteUnveraendert([&] { schemaVerdoppeln(ort.platz(), "weg", "Neu"); }, 3021);
     erwarteUnveraendert([&] { schemaUmbenennen(ort.platz(), "S", "T"); }, 3022);
