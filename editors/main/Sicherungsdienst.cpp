@@ -3,7 +3,7 @@
 
 #include "editors/common/Formhilfen.h"
 
-#include <QDateTime>
+#include <QDate>
 
 #include <memory>
 #include <optional>
@@ -40,22 +40,29 @@ Sicherungstag heutigerTag() {
     return {heute.year(), heute.month(), heute.day()};
 }
 
-Sicherungsdienst::Sicherungsdienst(std::function<Sicherungstag()> heute) : heute_(std::move(heute)) {
-    mitternacht_.setSingleShot(true);
-    mitternacht_.setTimerType(Qt::VeryCoarseTimer);
+Sicherungsdienst::Sicherungsdienst(std::function<Sicherungstag()> heute, std::chrono::milliseconds takt)
+    : heute_(std::move(heute)) {
+    // A timer for midnight would stand still while the machine sleeps, and not follow a clock that is set.
+    takt_.setInterval(takt);
+    takt_.setTimerType(Qt::VeryCoarseTimer);
 }
 
 void Sicherungsdienst::beginnen(const Sicherungen& sicherungen, const QWidget& form) {
     sicherungen_ = sicherungen;
     form_ = &form;
-    QObject::connect(&mitternacht_, &QTimer::timeout, this, &Sicherungsdienst::neuerTag);
+    QObject::connect(&takt_, &QTimer::timeout, this, [this] {
+        if (tag_ != heute_())
+            neuerTag();
+    });
+    takt_.start();
     neuerTag();
 }
 
 void Sicherungsdienst::neuerTag() {
+    tag_ = heute_();
     const auto fehler = std::make_shared<std::optional<LaufzeitFehler>>();
     werk_.auftrag(
-        [sicherungen = *sicherungen_, fehler, heute = heute_()] {
+        [sicherungen = *sicherungen_, fehler, heute = *tag_] {
             try {
                 if (sicherungen.schreibbar()) // else nothing will change
                     sicherungen.sichern(heute);
@@ -65,17 +72,18 @@ void Sicherungsdienst::neuerTag() {
             return true;
         },
         [this, fehler](bool) {
-            if (*fehler && form_->isVisible())
+            if (!*fehler)
+                return;
+            if ((*fehler)->nummer() == Fehlernummer::Gesperrt)
+                tag_.reset(); // somebody writes: it is tried again with the next look at the clock
+            else if (form_->isVisible())
                 erzaehlen(**fehler);
         });
-    const auto jetzt = QDateTime::currentDateTime();
-    mitternacht_.start(std::chrono::milliseconds(jetzt.msecsTo(jetzt.date().addDays(1).startOfDay())) +
-                       std::chrono::seconds{1});
 }
 
 void Sicherungsdienst::erzaehlen(const LaufzeitFehler& fehler) {
-    if (fehler.nummer() == Fehlernummer::KeineDatei || fehler.nummer() == Fehlernummer::Gesperrt)
-        return; // told at the start, or of use to nobody: tomorrow's copy holds what today's would
+    if (fehler.nummer() == Fehlernummer::KeineDatei)
+        return; // told where it is missed
     if (datenbankZurueckholen(*sicherungen_, fehler))
         emit zurueckgeholt();
 }
@@ -84,7 +92,8 @@ bool datenbankZurueckholen(const Sicherungen& sicherungen, const LaufzeitFehler&
     const auto pfad = qt(sicherungen.datei(Gesichertes::Datenbank));
     const bool beschaedigt =
         fehler.nummer() == Fehlernummer::DateiBeschaedigt || fehler.nummer() == Fehlernummer::KeineDatenbank;
-    const auto gute = beschaedigt ? sicherungen.neuesteGute(Gesichertes::Datenbank) : std::nullopt;
+    const auto gute =
+        beschaedigt ? sicherungen.neuesteGute(Gesichertes::Datenbank, heutigerTag()) : std::nullopt;
     if (gute)
         return anbieten(sicherungen, Gesichertes::Datenbank, *gute, einzeiler(qt(fehler.what())));
     fehlermeldung(nullptr, fehler, pfad);
@@ -94,7 +103,7 @@ bool datenbankZurueckholen(const Sicherungen& sicherungen, const LaufzeitFehler&
 void achsendateiZurueckholen(const Sicherungen& sicherungen) {
     if (!sicherungen.achsendateiBeschaedigt())
         return;
-    if (const auto gute = sicherungen.neuesteGute(Gesichertes::Achsendatei))
+    if (const auto gute = sicherungen.neuesteGute(Gesichertes::Achsendatei, heutigerTag()))
         anbieten(sicherungen, Gesichertes::Achsendatei, *gute,
                  "Die Datei mit den Achsenzuordnungen lässt sich nicht lesen.");
 }

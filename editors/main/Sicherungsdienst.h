@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -20,13 +21,15 @@ class Sicherungsdienst final : public QObject {
     Q_OBJECT
 
 public:
-    explicit Sicherungsdienst(std::function<Sicherungstag()> heute = heutigerTag);
+    /// `takt` is how often it looks whether a new day has begun.
+    explicit Sicherungsdienst(std::function<Sicherungstag()> heute = heutigerTag,
+                              std::chrono::milliseconds takt = std::chrono::minutes{1});
 
     /// From now on copies are made, beside the event loop: now, before anything is written, and when a new
-    /// day begins. What can't be laid by is told in a box, or, while `form` does not show, not at all: a run
-    /// is on then.
+    /// day begins; a database that is locked then has its copy made later. What can't be laid by is told in a
+    /// box, or, while `form` does not show, not at all: a run is on then.
     void beginnen(const Sicherungen& sicherungen, const QWidget& form);
-    /// A day begins.
+    /// Makes the copies of the day that the clock shows.
     void neuerTag();
     /// Comes back when all is laid by and told.
     void abwarten() { werk_.abwarten(); }
@@ -41,7 +44,8 @@ private:
     std::function<Sicherungstag()> heute_;
     std::optional<Sicherungen> sicherungen_;
     const QWidget* form_ = nullptr;
-    QTimer mitternacht_;
+    QTimer takt_;
+    std::optional<Sicherungstag> tag_; ///< the last one whose copies were made, or are told of
     Nebenarbeit werk_{nullptr};
 };
 

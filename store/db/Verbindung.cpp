@@ -323,7 +323,7 @@ std::string Verbindung::abbild() {
     std::error_code egal;
     if (const auto groesse = fs::file_size(pfade_[0], egal); !egal && groesse > GROESSTES_ABBILD)
         throw fehler(Fehlernummer::KeinPlatz, "Die Datenbank „%“ ist zu groß für eine Sicherung.", pfade_[0]);
-    const auto kopie = imSpeicher();
+    auto kopie = imSpeicher();
     auto* zug = sqlite3_backup_init(kopie.get(), "main", sqlite_.get(), "main");
     const int nummer = sqlite3_backup_step(zug, -1);
     sqlite3_backup_finish(zug);
@@ -334,6 +334,7 @@ std::string Verbindung::abbild() {
         sqlite3_serialize(kopie.get(), "main", &laenge, 0), sqlite3_free);
     if (!bytes)
         throw std::bad_alloc();
+    kopie.reset(); // of a large file there are copies enough
     std::string inhalt(reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(laenge));
     for (const auto stelle : VORLAUFSTELLEN)
         inhalt.at(stelle) = OHNE_VORLAUF;

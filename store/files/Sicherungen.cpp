@@ -13,6 +13,7 @@
 #include <iterator>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <unistd.h>
 
@@ -68,10 +69,28 @@ std::optional<std::string> inhalt(const std::string& pfad) {
     std::error_code fehler;
     if (!fs::is_regular_file(pfad, fehler))
         return std::nullopt;
+    const auto groesse = fs::file_size(pfad, fehler);
     std::ifstream strom(pfad, std::ios::binary);
-    if (!strom)
+    if (fehler || !strom)
         return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(strom), {});
+    std::string bytes(groesse, '\0');
+    strom.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(strom.gcount()));
+    return bytes;
+}
+
+bool gleich(const std::string& pfad, const std::string& neues) {
+    std::error_code fehler;
+    return fs::file_size(pfad, fehler) == neues.size() && !fehler && inhalt(pfad) == neues;
+}
+
+/// Newest first. Days that are still to come were noted by a clock that went wrong: they are older than all
+/// others.
+std::vector<Sicherungstag> nachAlter(const std::set<Sicherungstag>& tage, Sicherungstag heute) {
+    const auto kommende = tage.upper_bound(heute);
+    std::vector<Sicherungstag> alle(std::make_reverse_iterator(kommende), tage.rend());
+    alle.insert(alle.end(), tage.rbegin(), std::make_reverse_iterator(kommende));
+    return alle;
 }
 
 bool lesbareTabelle(const std::string& text) {
@@ -95,7 +114,9 @@ bool gut(Gesichertes was, const std::string& pfad) {
 }
 
 [[noreturn]] void keinPlatz(const std::string& pfad) {
-    throw LaufzeitFehler(Fehlernummer::KeinPlatz, "Die Sicherung „" + pfad + "“ lässt sich nicht schreiben.");
+    throw LaufzeitFehler(Fehlernummer::KeinPlatz, "Die Sicherung „" + pfad +
+                                                      "“ lässt sich nicht schreiben. Ist der "
+                                                      "Ordner schreibgeschützt oder der Datenträger voll?");
 }
 
 /// A second name for what lies there, or a copy where the file system has no such names.
@@ -138,8 +159,8 @@ void Sicherungen::sichern(Sicherungstag heute) const {
 }
 
 void Sicherungen::ablegen(Gesichertes was, Sicherungstag heute, const std::string& neues) const {
-    const auto vorige = tage(was);
-    if (!vorige.empty() && inhalt(pfad(was, *vorige.rbegin())) == neues)
+    const auto vorige = nachAlter(tage(was), heute);
+    if (!vorige.empty() && gleich(pfad(was, vorige.front()), neues))
         return;
     std::error_code fehler;
     fs::create_directories(ordner(), fehler);
@@ -148,12 +169,12 @@ void Sicherungen::ablegen(Gesichertes was, Sicherungstag heute, const std::strin
         rmdir(ordner().c_str()); // an empty one is of use to nobody
         keinPlatz(ziel);
     }
-    aufraeumen(was);
+    aufraeumen(was, heute);
 }
 
-void Sicherungen::aufraeumen(Gesichertes was) const {
+void Sicherungen::aufraeumen(Gesichertes was, Sicherungstag heute) const {
     const auto alle = tage(was);
-    const auto bleiben = zuBehalten(alle);
+    const auto bleiben = zuBehalten(alle, heute);
     std::error_code egal; // one more is no harm
     for (const auto tag : alle)
         if (!bleiben.contains(tag))
@@ -178,11 +199,10 @@ std::string Sicherungen::pfad(Gesichertes was, Sicherungstag tag) const {
     return (ordner() / datei).string();
 }
 
-std::optional<Sicherung> Sicherungen::neuesteGute(Gesichertes was) const {
-    const auto alle = tage(was);
-    for (auto tag = alle.rbegin(); tag != alle.rend(); ++tag)
-        if (const auto dieser = pfad(was, *tag); gut(was, dieser))
-            return Sicherung{dieser, *tag};
+std::optional<Sicherung> Sicherungen::neuesteGute(Gesichertes was, Sicherungstag heute) const {
+    for (const auto tag : nachAlter(tage(was), heute))
+        if (const auto dieser = pfad(was, tag); gut(was, dieser))
+            return Sicherung{dieser, tag};
     return std::nullopt;
 }
 
@@ -212,15 +232,15 @@ std::string Sicherungen::zuruecksichern(Gesichertes was, const Sicherung& sicher
     return ablage;
 }
 
-std::set<Sicherungstag> zuBehalten(const std::set<Sicherungstag>& tage) {
+std::set<Sicherungstag> zuBehalten(const std::set<Sicherungstag>& tage, Sicherungstag heute) {
     std::set<Sicherungstag> bleiben;
-    for (auto tag = tage.rbegin(); tag != tage.rend() && bleiben.size() < NEUESTE; ++tag)
-        bleiben.insert(*tag);
     std::set<std::pair<int, int>> monate;
-    for (const auto tag : tage)
-        monate.emplace(tag.jahr, tag.monat);
-    while (monate.size() > MONATE)
-        monate.erase(monate.begin());
+    for (const auto tag : nachAlter(tage, heute)) {
+        if (bleiben.size() < NEUESTE)
+            bleiben.insert(tag);
+        if (monate.size() < MONATE)
+            monate.emplace(tag.jahr, tag.monat);
+    }
     for (const auto& [jahr, monat] : monate)
         bleiben.insert(*tage.lower_bound({jahr, monat, 0}));
     return bleiben;

@@ -3,8 +3,9 @@
 //
 //   Belegung 2026-11-22.twk    Gamepad 2026-11-22.xml
 //
-// Kept are the ten newest of each, and of each of the six newest months the first. Other files in that folder
-// are nobody's business here. A copy is a database like any other.
+// Kept are the ten newest of each, and of each of the six newest months the first. A copy of a day that is
+// still to come was made under a clock that went wrong, and counts as older than all others. Other files in
+// that folder are nobody's business here. A copy is a database like any other.
 #pragma once
 
 #include <compare>
@@ -40,7 +41,7 @@ public:
     void sichern(Sicherungstag heute) const;
 
     /// The newest copy that can be read whole.
-    std::optional<Sicherung> neuesteGute(Gesichertes was) const;
+    std::optional<Sicherung> neuesteGute(Gesichertes was, Sicherungstag heute) const;
 
     /// Whether the database may be written at all.
     bool schreibbar() const;
@@ -64,11 +65,11 @@ private:
     std::set<Sicherungstag> tage(Gesichertes was) const;
     std::string pfad(Gesichertes was, Sicherungstag tag) const;
     void ablegen(Gesichertes was, Sicherungstag heute, const std::string& inhalt) const;
-    void aufraeumen(Gesichertes was) const;
+    void aufraeumen(Gesichertes was, Sicherungstag heute) const;
 
     std::string datenbank_;
     std::string gamepadXml_;
 };
 
 /// Those of some days whose copies are kept.
-std::set<Sicherungstag> zuBehalten(const std::set<Sicherungstag>& tage);
+std::set<Sicherungstag> zuBehalten(const std::set<Sicherungstag>& tage, Sicherungstag heute);

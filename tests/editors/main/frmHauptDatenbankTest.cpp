@@ -306,16 +306,39 @@ TEST_F(FrmHauptSicherung, AuchDieAchsendateiWirdAngeboten) {
 TEST_F(FrmHauptSicherung, DerTagBeginntMitEinerSicherung) {
     starten();
     Sicherungstag heute{2026, 11, 22};
-    Sicherungsdienst dienst([&heute] { return heute; });
+    Sicherungsdienst dienst([&heute] { return heute; }, std::chrono::milliseconds{0});
+    const auto neueste = [&] { return sicherungen_.neuesteGute(Gesichertes::Datenbank, heute)->tag; };
     datenbank_.sql("UPDATE tblTastatur SET Programmpfad = 'einer'");
     dienst.beginnen(sicherungen_, haupt());
     dienst.abwarten();
-    EXPECT_EQ(sicherungen_.neuesteGute(Gesichertes::Datenbank)->tag, heute);
+    EXPECT_EQ(neueste(), heute);
     datenbank_.sql("UPDATE tblTastatur SET Programmpfad = 'anderer'");
-    heute.tag = 23;
-    dienst.neuerTag();
+    heute.tag = 23; // as after a night in which the machine slept
+    EXPECT_TRUE(QTest::qWaitFor([&] { return neueste() == heute; }));
     dienst.abwarten();
-    EXPECT_EQ(sicherungen_.neuesteGute(Gesichertes::Datenbank)->tag, heute);
+    datenbank_.sql("UPDATE tblTastatur SET Programmpfad = 'dritter'");
+    heute = {2026, 10, 21}; // the clock was set back
+    EXPECT_TRUE(QTest::qWaitFor([&] { return neueste() == heute; }));
+    dienst.abwarten();
+}
+
+TEST_F(FrmHauptSicherung, EineGesperrteWirdSpaeterGesichert) {
+    starten();
+    const Sicherungstag heute{2026, 11, 22};
+    Sicherungsdienst dienst([&heute] { return heute; }, std::chrono::milliseconds{0});
+    datenbank_.sql("UPDATE tblTastatur SET Programmpfad = 'einer'");
+    const Boxleser boxen;
+    {
+        RoheVerbindung andere(datenbank_.pfad());
+        andere.sql("BEGIN EXCLUSIVE");
+        dienst.beginnen(sicherungen_, haupt());
+        dienst.abwarten();
+    }
+    const auto da = [&] { return sicherungen_.neuesteGute(Gesichertes::Datenbank, heute)->tag == heute; };
+    EXPECT_FALSE(da());
+    EXPECT_TRUE(QTest::qWaitFor(da));
+    dienst.abwarten();
+    EXPECT_TRUE(boxen.gesehen().empty());
 }
 
 // A page that no form reads.
@@ -352,5 +375,5 @@ TEST_F(FrmHauptSicherung, WasSichNichtSichernLaesstWirdGesagtWennNiemandSpielt) 
 TEST_F(FrmHauptSicherung, DasProgrammSichertBeimStart) {
     Schemabau(datenbank_, "Zweites").anlegen();
     starten();
-    EXPECT_EQ(sicherungen_.neuesteGute(Gesichertes::Datenbank)->tag, heutigerTag());
+    EXPECT_EQ(sicherungen_.neuesteGute(Gesichertes::Datenbank, heutigerTag())->tag, heutigerTag());
 }

@@ -74,7 +74,7 @@ TEST_F(SicherungenTest, EineMitVorlaufIstInDerSicherungGanz) {
     offen.sql("UPDATE tblTastatur SET Schemaname = 'ImVorlauf'");
     sicherungen.sichern(HEUTE);
     EXPECT_EQ(schemaIn(gesichertes("Belegung 2026-11-22.twk")), "ImVorlauf");
-    EXPECT_TRUE(sicherungen.neuesteGute(Gesichertes::Datenbank));
+    EXPECT_TRUE(sicherungen.neuesteGute(Gesichertes::Datenbank, MORGEN));
 }
 
 TEST_F(SicherungenTest, EineGesperrteWirdNichtHalbGesichert) {
@@ -111,10 +111,41 @@ TEST_F(SicherungenTest, BehaltenWerdenZehnUndJeDerErsteDerLetztenSechsMonate) {
         erwartet.insert({2026, 11, tag});
     for (int monat = 6; monat <= 11; ++monat)
         erwartet.insert({2026, monat, 3});
-    EXPECT_EQ(zuBehalten(alle), erwartet);
-    EXPECT_EQ(zuBehalten({}), std::set<Sicherungstag>{});
-    EXPECT_EQ(zuBehalten({{2025, 12, 31}, {2026, 1, 1}}),
+    EXPECT_EQ(zuBehalten(alle, {2026, 11, 28}), erwartet);
+    EXPECT_EQ(zuBehalten({}, HEUTE), std::set<Sicherungstag>{});
+    EXPECT_EQ(zuBehalten({{2025, 12, 31}, {2026, 1, 1}}, {2026, 1, 1}),
               (std::set<Sicherungstag>{{2025, 12, 31}, {2026, 1, 1}}));
+}
+
+// As after months with a clock that stood still in 2000, or ran ahead.
+TEST_F(SicherungenTest, WasEineFalscheUhrInDieZukunftSchriebIstDasAelteste) {
+    std::set<Sicherungstag> kommende;
+    for (int monat = 1; monat <= 12; ++monat)
+        for (int tag = 1; tag <= 20; ++tag)
+            kommende.insert({2099, monat, tag});
+    auto alle = kommende;
+    alle.insert(HEUTE);
+    auto bleiben = zuBehalten(alle, HEUTE);
+    EXPECT_TRUE(bleiben.contains(HEUTE));
+    EXPECT_EQ(bleiben.size(), 1U + 9U + 5U);
+    for (int tag = 1; tag <= 22; ++tag)
+        alle.insert({2026, 11, tag});
+    bleiben = zuBehalten(alle, HEUTE);
+    for (int tag = 13; tag <= 22; ++tag)
+        EXPECT_TRUE(bleiben.contains({2026, 11, tag})) << tag;
+    EXPECT_TRUE(bleiben.contains({2026, 11, 1}));
+    EXPECT_EQ(bleiben.size(), 11U + 5U) << "months of the future";
+
+    sicherungen.sichern({2099, 1, 1});
+    datenbank.sql("UPDATE tblTastatur SET Schemaname = 'Zwei'");
+    sicherungen.sichern(HEUTE);
+    datenbank.sql("UPDATE tblTastatur SET Schemaname = 'Eins'");
+    sicherungen.sichern(MORGEN);
+    EXPECT_EQ(liegende().size(), 3U) << "the one of the future is not the one before";
+    EXPECT_EQ(sicherungen.neuesteGute(Gesichertes::Datenbank, MORGEN)->tag, MORGEN);
+    std::filesystem::remove(gesichertes("Belegung 2026-11-22.twk"));
+    std::filesystem::remove(gesichertes("Belegung 2026-11-23.twk"));
+    EXPECT_EQ(sicherungen.neuesteGute(Gesichertes::Datenbank, MORGEN)->tag, (Sicherungstag{2099, 1, 1}));
 }
 
 TEST_F(SicherungenTest, AltesGehtFremdesBleibt) {
@@ -133,13 +164,13 @@ TEST_F(SicherungenTest, AltesGehtFremdesBleibt) {
 }
 
 TEST_F(SicherungenTest, DieNeuesteGuteIstDieNeuesteDieSichLesenLaesst) {
-    EXPECT_FALSE(sicherungen.neuesteGute(Gesichertes::Datenbank));
+    EXPECT_FALSE(sicherungen.neuesteGute(Gesichertes::Datenbank, MORGEN));
     gueltigeAchsendatei();
     sicherungen.sichern(HEUTE);
     dateiSchreiben(gesichertes("Belegung 2026-11-23.twk"), std::string(4096, 'x'));
     dateiSchreiben(gesichertes("Gamepad 2026-11-23.xml"), "<xml");
-    EXPECT_EQ(sicherungen.neuesteGute(Gesichertes::Datenbank)->tag, HEUTE);
-    EXPECT_EQ(sicherungen.neuesteGute(Gesichertes::Achsendatei)->tag, HEUTE);
+    EXPECT_EQ(sicherungen.neuesteGute(Gesichertes::Datenbank, MORGEN)->tag, HEUTE);
+    EXPECT_EQ(sicherungen.neuesteGute(Gesichertes::Achsendatei, MORGEN)->tag, HEUTE);
 }
 
 TEST_F(SicherungenTest, ZurueckgesichertesTrittAnDieStelleUndDasBeschaedigteBleibtLiegen) {
@@ -147,7 +178,7 @@ TEST_F(SicherungenTest, ZurueckgesichertesTrittAnDieStelleUndDasBeschaedigteBlei
     beschaedigen();
     const auto kaputte = dateiLesen(datenbank.pfad());
     dateiSchreiben(datenbank.pfad() + "-journal", "ein Journal");
-    const auto gute = sicherungen.neuesteGute(Gesichertes::Datenbank);
+    const auto gute = sicherungen.neuesteGute(Gesichertes::Datenbank, MORGEN);
     ASSERT_TRUE(gute);
     const auto ablage = sicherungen.zuruecksichern(Gesichertes::Datenbank, *gute);
     EXPECT_EQ(ablage, datenbank.pfad() + ".beschädigt");
@@ -165,7 +196,8 @@ TEST_F(SicherungenTest, AuchDieAchsendateiKommtZurueck) {
     sicherungen.sichern(HEUTE);
     achsendatei("kaputt");
     ASSERT_TRUE(sicherungen.achsendateiBeschaedigt());
-    sicherungen.zuruecksichern(Gesichertes::Achsendatei, *sicherungen.neuesteGute(Gesichertes::Achsendatei));
+    sicherungen.zuruecksichern(Gesichertes::Achsendatei,
+                               *sicherungen.neuesteGute(Gesichertes::Achsendatei, MORGEN));
     EXPECT_EQ(dateiLesen(gamepadXml), achsen);
     EXPECT_FALSE(sicherungen.achsendateiBeschaedigt());
     EXPECT_EQ(dateiLesen(gamepadXml + ".beschädigt"), "kaputt");
