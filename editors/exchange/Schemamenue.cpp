@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QUrl>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -59,6 +60,17 @@ Schemamenue::Schemamenue(QWidget& form, QComboBox& liste, std::function<bool()> 
 bool Schemamenue::eventFilter(QObject* objekt, QEvent* ereignis) {
     auto& wo = static_cast<QWidget&>(*objekt);
     switch (ereignis->type()) {
+    case QEvent::ShortcutOverride: {
+        // On X11 text fields take Ctrl+E for the end of the line.
+        const auto& taste = static_cast<QKeyEvent&>(*ereignis);
+        const auto diese = [&](const QAction* tat) {
+            return tat->shortcut() == QKeySequence(taste.keyCombination());
+        };
+        if (std::ranges::none_of(taten_, diese))
+            return false;
+        ereignis->ignore();
+        return true;
+    }
     case QEvent::ContextMenu:
         if (&wo != &liste_ && &wo != liste_.lineEdit())
             return false;

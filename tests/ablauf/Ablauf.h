@@ -52,13 +52,14 @@ protected:
         umschalten();
         takte(2);
     }
-    /// The program and the pad; the axis file lies in the test's own folder.
-    void programmStarten() {
+    /// The program and the pad; the axis file lies in the test's own folder, beside this database.
+    void programmStarten() { programmStarten(datenbank_); }
+    void programmStarten(const Testdatenbank& datenbank) {
         system_.emplace();
         ASSERT_EQ(system_->eingabewahl().name, "XTest");
         pad_.emplace();
         auto plattform = system_->plattform();
-        plattform.gamepadXml = gamepadXml();
+        plattform.gamepadXml = (datenbank.ordner() / "Gamepad.xml").string();
         programm_.emplace(plattform);
         programm_->starten();
     }

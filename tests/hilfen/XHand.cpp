@@ -66,7 +66,10 @@ void XHand::loesen(const std::string& taste) {
 void XHand::tippen(std::string_view text) {
     for (const char zeichen : text) {
         const bool gross = std::isupper(static_cast<unsigned char>(zeichen)) != 0;
-        taste((gross ? "Shift_L+" : "") + (zeichen == ' ' ? std::string("space") : std::string(1, zeichen)));
+        const std::string name = zeichen == ' '   ? "space"
+                                 : zeichen == '.' ? "period"
+                                                  : std::string(1, zeichen);
+        taste((gross ? "Shift_L+" : "") + name);
     }
 }
 

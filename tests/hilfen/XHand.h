@@ -23,7 +23,7 @@ public:
     void taste(std::string_view tasten);
     void druecken(const std::string& taste);
     void loesen(const std::string& taste);
-    /// Types a text of letters without accents, digits and blanks.
+    /// Types a text of letters without accents, digits, dots and blanks.
     void tippen(std::string_view text);
 
 private:
