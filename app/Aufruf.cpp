@@ -30,7 +30,9 @@ std::optional<std::string> schemadatei(std::span<char* const> worte) {
         return std::nullopt;
     const auto wort = QString::fromLocal8Bit(worte.front());
     const auto endung = QString::fromUtf8(SCHEMAENDUNG.data(), SCHEMAENDUNG.size());
-    if (wort.startsWith('-') || !wort.endsWith(endung, Qt::CaseInsensitive))
+    // A file manager knows a file by what is in it, and gives its whole path.
+    const bool pfad = wort.startsWith('/') || wort.endsWith(endung, Qt::CaseInsensitive);
+    if (wort.startsWith('-') || !pfad)
         return std::nullopt;
     return std::string(worte.front());
 }

@@ -18,7 +18,7 @@ struct Auskunft {
 std::optional<Auskunft> auskunft(std::span<char* const> worte);
 
 /// The file of a `Schema` that the words name; nothing where they name none. What is no option and ends as
-/// such a file does is one, whether or not it is there: the window tells.
+/// such a file does, or is an absolute path, is one, whether or not it is there: the window tells.
 std::optional<std::string> schemadatei(std::span<char* const> worte);
 
 /// The program's own folder, where Gamepad.xml lies: the one that the launcher names, else that of the

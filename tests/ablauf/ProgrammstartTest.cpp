@@ -125,9 +125,12 @@ TEST_F(Programmstart, DieDateiEinesSchemasWirdGezeigtUndWasKeineIstMitGrundAbgel
     const Schemaplatz platz{datenbank_.pfad(), ordner_.pfad().string(), (ordner_.pfad() / "x.xml").string()};
     schemadateiSchreiben(datei, schemaPacken(platz, "S", "Programm").paket);
     const auto ohne = (ordner_.pfad() / "Keine.SCHEMA").string();
+    const auto umbenannte = (ordner_.pfad() / "S.schema (1)").string(); // as a browser names a second one
+    std::filesystem::copy_file(datei, umbenannte);
     const Schirm schirm;
     for (const auto& [wort, titel] :
-         {std::pair{datei, "Schema aufnehmen"}, std::pair{ohne, "Game-Pad-Konfic"}}) {
+         {std::pair{datei, "Schema aufnehmen"}, std::pair{umbenannte, "Schema aufnehmen"},
+          std::pair{ohne, "Game-Pad-Konfic"}}) {
         Programmprozess prozess(
             datenbank_.ordner(), [](const std::filesystem::path&) {}, wort);
         EXPECT_TRUE(Programmprozess::warten([&] { return schirm.fenster(titel) != 0; })) << wort;
