@@ -23,6 +23,7 @@ Programm::Programm(const Plattform& plattform)
     , tastenankunft_(plattform.eingabeweg, hauptform_.hilfe())
     , weitergabe_({hauptform_, zustand_.global, plattform.gamepadXml, "Game-Pad-Konfic " PROGRAMMVERSION,
                    [this](const std::string& schema) { return umbenennenHindert(schema); },
+                   [this](const std::string& schema) { return editoren_.ungespeicherte(schema); },
                    [this] {
                        laufsteuerung_.streuungAbwarten(); // goes along with its Schema
                        return laufsteuerung_.geladen();

@@ -71,11 +71,11 @@ Ebenenvorschau::Ebenenvorschau(Stickseite seite) : seite_(seite) {
 
 void Ebenenvorschau::zeigen(const Schemafund& fund, int ebene) {
     const auto stelle = static_cast<std::size_t>(ebene) * 2 + (seite_ == Stickseite::Links ? 0 : 1);
-    const auto bild = fund.bilder.find(bildendungen()[stelle]);
-    bild_ = bild == fund.bilder.end()
+    const auto bild = fund.vorschau.find(bildendungen()[stelle]);
+    bild_ = bild == fund.vorschau.end()
                 ? QImage()
-                : bild->second().scaled(GROESSE * devicePixelRatioF(), Qt::IgnoreAspectRatio,
-                                        Qt::SmoothTransformation);
+                : bild->second.scaled(GROESSE * devicePixelRatioF(), Qt::IgnoreAspectRatio,
+                                      Qt::SmoothTransformation);
     const auto bestand = bestandVon(fund.daten, seite_, ebene);
     senkrechte_ = waagrechte_ = {};
     for (const auto d : {richtung::LINKS, richtung::RECHTS})

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/exchange/Schemafund.h"
 
+#include "base/Ebenennamen.h"
 #include "base/LaufzeitFehler.h"
 #include "editors/pictures/Bildleser.h"
 #include "editors/stick/Ebenenbild.h"
@@ -33,6 +34,30 @@ std::string alsPng(const QImage& bild) {
     return bild.convertToFormat(QImage::Format_RGB888).save(&strom, "PNG") ? bytes.toStdString() : "";
 }
 
+void weiterOderEnde(const Fortgang& weiter) {
+    if (weiter && !weiter())
+        throw LaufzeitFehler(Fehlernummer::Abgebrochen, "Abgebrochen.");
+}
+
+/// As it will be stored, without what lets through what lies below. A large picture is made small by leaving
+/// pixels out first: to look at each of them takes as long as to read it.
+QImage verkleinert(const QImage& bild) {
+    constexpr int GROB = 3;
+    if (bild.isNull())
+        return {};
+    const auto klein = bild.size().boundedTo(VORSCHAUBILD);
+    return bild.scaled(bild.size().boundedTo(klein * GROB))
+        .convertToFormat(QImage::Format_RGB32)
+        .scaled(klein, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+std::string bildwort(const Schemabild& bild) {
+    std::string wort =
+        bild.seite == Stickseite::Links ? "Das Bild zum linken Stick" : "Das Bild zum rechten Stick";
+    wort += " auf der Ebene ";
+    return wort += EBENENNAMEN[static_cast<std::size_t>(bild.ebene)];
+}
+
 Schemadaten datenVon(const Schemaplatz& platz, const std::string& schemaName) {
     Database datenbank = OpenDatabase(platz.datenbankPfad);
     Schemadaten daten;
@@ -43,15 +68,16 @@ Schemadaten datenVon(const Schemaplatz& platz, const std::string& schemaName) {
 
 } // namespace
 
-Schemafund fundInDatei(const std::string& pfad) {
+Schemafund fundInDatei(const std::string& pfad, const Fortgang& weiter) {
     auto paket = schemadateiLesen(pfad);
-    Schemafund fund{std::move(paket.name), std::move(paket.programm), std::move(paket.daten), {}};
+    Schemafund fund{std::move(paket.name), std::move(paket.programm), std::move(paket.daten), {}, {}};
     for (auto& bild : paket.bilder) {
+        weiterOderEnde(weiter);
         const auto endung = endungVon(bild);
         auto png = std::make_shared<const std::string>(std::move(bild.png));
-        if (pngLesen(bytesVon(*png)).isNull())
-            throw LaufzeitFehler(Fehlernummer::FalscherTyp,
-                                 "Das Bild „" + endung + "“ in der Datei ist beschädigt oder zu groß.");
+        fund.vorschau[endung] = verkleinert(pngLesen(bytesVon(*png)));
+        if (fund.vorschau[endung].isNull())
+            throw LaufzeitFehler(Fehlernummer::FalscherTyp, bildwort(bild) + " ist beschädigt oder zu groß.");
         fund.bilder[endung] = [png] { return pngLesen(bytesVon(*png)); };
     }
     return fund;
@@ -68,22 +94,29 @@ Schemaplatz platzNeben(const std::string& datenbankPfad) {
     return {datenbankPfad, (ordner / "Bilder").string(), (ordner / "Gamepad.xml").string()};
 }
 
-Schemafund fundInDatenbank(const Schemaplatz& platz, const std::string& schemaName) {
-    Schemafund fund{schemaName, "", datenVon(platz, schemaName), {}};
+Schemafund fundInDatenbank(const Schemaplatz& platz, const std::string& schemaName, const Fortgang& weiter) {
+    Schemafund fund{schemaName, "", datenVon(platz, schemaName), {}, {}};
     schemadatenPruefen(fund.daten);
-    for (const auto& endung : bildendungen())
-        if (!BildLaden(platz.bilderPfad, schemaName + endung).isNull())
-            fund.bilder[endung] = [ordner = platz.bilderPfad, name = schemaName + endung] {
-                return BildLaden(ordner, name);
-            };
+    for (const auto& endung : bildendungen()) {
+        weiterOderEnde(weiter);
+        const auto klein = verkleinert(BildLaden(platz.bilderPfad, schemaName + endung));
+        if (klein.isNull())
+            continue;
+        fund.vorschau[endung] = klein;
+        fund.bilder[endung] = [ordner = platz.bilderPfad, name = schemaName + endung] {
+            return BildLaden(ordner, name);
+        };
+    }
     return fund;
 }
 
-void fundAufnehmen(const Schemaplatz& platz, const std::string& name, const Schemafund& fund) {
+void fundAufnehmen(const Schemaplatz& platz, const std::string& name, const Schemafund& fund,
+                   const Fortgang& weiter) {
     std::vector<std::string> endungen;
     for (const auto& [endung, bild] : fund.bilder)
         endungen.push_back(endung);
     schemaAufnehmen(platz, name, fund.daten, endungen, [&](std::string_view endung) {
+        weiterOderEnde(weiter);
         const auto inhalt = bitmap(fund.bilder.at(std::string(endung))());
         if (inhalt.isEmpty())
             throw LaufzeitFehler(Fehlernummer::EinAusgabe,
@@ -93,7 +126,7 @@ void fundAufnehmen(const Schemaplatz& platz, const std::string& name, const Sche
 }
 
 Schemapackung schemaPacken(const Schemaplatz& platz, const std::string& schemaName,
-                           const std::string& programm) {
+                           const std::string& programm, const Fortgang& weiter) {
     Schemapackung packung{{schemaName, programm, datenVon(platz, schemaName), {}}, {}};
     schemadatenPruefen(packung.paket.daten);
     for (int ebene = 0; ebene < EBENEN; ++ebene)
@@ -102,6 +135,7 @@ Schemapackung schemaPacken(const Schemaplatz& platz, const std::string& schemaNa
             const auto name = schemaName + endungVon(bild);
             if (bilddateien(platz.bilderPfad, name).empty())
                 continue;
+            weiterOderEnde(weiter);
             bild.png = alsPng(BildLaden(platz.bilderPfad, name));
             if (bild.png.empty())
                 packung.unlesbareBilder.push_back(name);

@@ -3,6 +3,7 @@
 
 #include "base/LaufzeitFehler.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Geduld.h"
 #include "editors/exchange/Schemadialoge.h"
 #include "editors/exchange/Schemafund.h"
 #include "engine/run/GobalVariable.h"
@@ -29,8 +30,9 @@ QString dateiname(const std::string& schema) {
     for (auto& zeichen : name)
         if (zeichen.unicode() < u' ' || QString("/\\:*?\"<>|").contains(zeichen))
             zeichen = '-';
-    constexpr int HOECHSTENS = 80; // a name in a folder has 255 bytes at most
-    name = name.left(HOECHSTENS);
+    constexpr int HOECHSTENS = 200; // bytes; a folder takes 255, and more stands behind while it is written
+    while (name.toUtf8().size() > HOECHSTENS)
+        name.chop(name.back().isLowSurrogate() ? 2 : 1);
     return (name.startsWith('.') ? "_" + name : name) + qt(SCHEMAENDUNG);
 }
 
@@ -75,13 +77,17 @@ Schemaplatz Weitergabe::platz() const {
     return {umfeld_.global.DatenbankPfad, umfeld_.global.BilderPfad, umfeld_.gamepadXml};
 }
 
-/// Does something; an error is told behind `was`, without a number: it is about what the user has chosen.
+/// Does something, which asks whether to go on where it takes long; an error is told behind `was`, without a
+/// number: it is about what the user has chosen. What the user breaks off needs no word.
 template <class Arbeit> bool Weitergabe::gelungen(const QString& was, Arbeit&& arbeit) {
     QString grund;
     try {
-        arbeit();
+        Geduld geduld(&umfeld_.form);
+        arbeit([&] { return geduld.weiter(); });
         return true;
     } catch (const LaufzeitFehler& fehler) {
+        if (fehler.nummer() == Fehlernummer::Abgebrochen)
+            return false;
         grund = QString::fromUtf8(fehler.what());
     } catch (const std::bad_alloc&) {
         grund = "Der Speicher reicht nicht.";
@@ -90,15 +96,47 @@ template <class Arbeit> bool Weitergabe::gelungen(const QString& was, Arbeit&& a
     return false;
 }
 
+/// What is wrong with a new name. Two that differ only in how their letters are put together look the same in
+/// the list; the store compares them byte by byte.
+std::string Weitergabe::hindernis(const std::string& name, const std::string& ausser) const {
+    auto grund = namenshindernis(platz(), name, ausser);
+    if (!grund.empty())
+        return grund;
+    const auto aussehen = [](const std::string& eines) {
+        return qt(eines).normalized(QString::NormalizationForm_KC).toCaseFolded();
+    };
+    for (const auto& anderer : schemataIn(platz().datenbankPfad))
+        if (anderer != ausser && aussehen(anderer) == aussehen(name))
+            return "Ein Schema, dessen Name genauso aussieht, gibt es schon.";
+    return "";
+}
+
+/// What is handed on or doubled is what is saved; an open editor may show more than that.
+bool Weitergabe::wieGespeichert(const std::string& name, const QString& titel) {
+    const auto fenster = umfeld_.ungespeichert(name);
+    return fenster.isEmpty() ||
+           frage(
+               &umfeld_.form,
+               QString(
+                   "Nicht gespeichert ist, was Sie hier geändert haben: %1.\nSoll das Schema „%2“ ohne diese "
+                   "Änderungen genommen werden?")
+                   .arg(fenster.join(", "), einzeiler(qt(name))),
+               titel);
+}
+
 // --- handing on ---
 
 void Weitergabe::weitergeben(const std::string& name) {
     const auto was = QString("Das Schema „%1“ lässt sich nicht weitergeben.").arg(einzeiler(qt(name)));
     Schemapackung packung;
-    if (!gelungen(was, [&] { packung = schemaPacken(platz(), name, umfeld_.programm); }))
+    const auto packen = [&](const Fortgang& weiter) {
+        packung = schemaPacken(platz(), name, umfeld_.programm, weiter);
+    };
+    if (!wieGespeichert(name, "Schema weitergeben") || !gelungen(was, packen))
         return;
     const auto pfad = dateiBenennen(name);
-    if (pfad.isEmpty() || !gelungen(was, [&] { schemadateiSchreiben(pfad.toStdString(), packung.paket); }))
+    const auto schreiben = [&](const Fortgang&) { schemadateiSchreiben(pfad.toStdString(), packung.paket); };
+    if (pfad.isEmpty() || !gelungen(was, schreiben))
         return;
     auto text =
         QString("Das Schema „%1“ steht jetzt in der Datei\n%2").arg(einzeiler(qt(name)), einzeiler(pfad));
@@ -147,7 +185,7 @@ void Weitergabe::dateiAufnehmen(const std::string& pfad) {
         return tun(Schematat::Aufnehmen); // which says why not
     Schemafund fund;
     const auto was = QString("Die Datei „%1“ lässt sich nicht aufnehmen.").arg(einzeiler(qt(pfad)));
-    if (gelungen(was, [&] { fund = fundInDatei(pfad); }))
+    if (gelungen(was, [&](const Fortgang& weiter) { fund = fundInDatei(pfad, weiter); }))
         vorlegen(fund);
 }
 
@@ -158,8 +196,13 @@ void Weitergabe::ausDatenbank() {
     const auto quelle = platzNeben(pfad.toStdString());
     std::vector<std::string> namen;
     const auto was = QString("Aus der Datei „%1“ lässt sich nichts aufnehmen.").arg(einzeiler(pfad));
-    if (!gelungen(was, [&] { namen = schemataIn(quelle.datenbankPfad); }))
+    if (!gelungen(was, [&](const Fortgang&) { namen = schemataIn(quelle.datenbankPfad); }))
         return;
+    if (namen.empty()) {
+        meldung(&umfeld_.form, was + "\n\nSie hat kein Schema.", "Aus Datenbank aufnehmen",
+                QMessageBox::Information);
+        return;
+    }
     const QPointer<Datenbankfrage> dialog = new Datenbankfrage(&umfeld_.form, pfad, namen);
     const bool ja = dialog->exec() == QDialog::Accepted && dialog;
     const auto gewaehlte = ja ? dialog->gewaehlte() : std::vector<std::string>();
@@ -167,7 +210,8 @@ void Weitergabe::ausDatenbank() {
     for (const auto& name : gewaehlte) {
         Schemafund fund;
         const auto wasNicht = QString("Das Schema „%1“ lässt sich nicht aufnehmen.").arg(einzeiler(qt(name)));
-        if (gelungen(wasNicht, [&] { fund = fundInDatenbank(quelle, name); }) && !vorlegen(fund))
+        const auto lesen = [&](const Fortgang& weiter) { fund = fundInDatenbank(quelle, name, weiter); };
+        if (gelungen(wasNicht, lesen) && !vorlegen(fund))
             return; // "Abbrechen" means all that would follow, too
     }
 }
@@ -177,15 +221,14 @@ bool Weitergabe::vorlegen(const Schemafund& fund) {
     const auto wohin = platz();
     std::string vorschlag = fund.name;
     const auto was = QString("Das Schema „%1“ lässt sich nicht aufnehmen.").arg(einzeiler(qt(fund.name)));
-    if (!gelungen(was, [&] { vorschlag = freierName(wohin, fund.name); }))
+    if (!gelungen(was, [&](const Fortgang&) { vorschlag = freierName(wohin, fund.name); }))
         return false;
-    const QPointer<Aufnahmefrage> dialog =
-        new Aufnahmefrage(&umfeld_.form, fund, vorschlag,
-                          [&](const std::string& name) { return namenshindernis(wohin, name); });
+    const QPointer<Aufnahmefrage> dialog = new Aufnahmefrage(
+        &umfeld_.form, fund, vorschlag, [this](const std::string& name) { return hindernis(name); });
     const bool ja = dialog->exec() == QDialog::Accepted && dialog;
     const auto name = ja ? dialog->name() : std::string();
     delete dialog;
-    if (ja && gelungen(was, [&] { fundAufnehmen(wohin, name, fund); }))
+    if (ja && gelungen(was, [&](const Fortgang& weiter) { fundAufnehmen(wohin, name, fund, weiter); }))
         emit aufgenommen(name);
     return ja;
 }
@@ -200,12 +243,12 @@ void Weitergabe::umbenennen(const std::string& alt) {
     }
     const QPointer<Namensfrage> dialog =
         new Namensfrage(&umfeld_.form, "Umbenennen", QString("Wie soll das Schema „%1“ heißen?").arg(qt(alt)),
-                        alt, [&](const std::string& name) { return namenshindernis(wohin, name, alt); });
+                        alt, [&](const std::string& name) { return hindernis(name, alt); });
     const bool ja = dialog->exec() == QDialog::Accepted && dialog;
     const auto neu = ja ? dialog->name() : std::string();
     delete dialog;
     const auto was = QString("Das Schema „%1“ lässt sich nicht umbenennen.").arg(einzeiler(qt(alt)));
-    if (ja && gelungen(was, [&] { schemaUmbenennen(wohin, alt, neu); }))
+    if (ja && gelungen(was, [&](const Fortgang&) { schemaUmbenennen(wohin, alt, neu); }))
         emit umbenannt(alt, neu);
 }
 
@@ -213,14 +256,15 @@ void Weitergabe::verdoppeln(const std::string& von) {
     const auto wohin = platz();
     const auto was = QString("Das Schema „%1“ lässt sich nicht verdoppeln.").arg(einzeiler(qt(von)));
     std::string vorschlag = von;
-    if (!gelungen(was, [&] { vorschlag = freierName(wohin, von); }))
+    const auto vorschlagen = [&](const Fortgang&) { vorschlag = freierName(wohin, von); };
+    if (!wieGespeichert(von, "Verdoppeln") || !gelungen(was, vorschlagen))
         return;
     const QPointer<Namensfrage> dialog = new Namensfrage(
         &umfeld_.form, "Verdoppeln", QString("Wie soll das Doppel des Schemas „%1“ heißen?").arg(qt(von)),
-        vorschlag, [&](const std::string& name) { return namenshindernis(wohin, name); });
+        vorschlag, [this](const std::string& name) { return hindernis(name); });
     const bool ja = dialog->exec() == QDialog::Accepted && dialog;
     const auto neu = ja ? dialog->name() : std::string();
     delete dialog;
-    if (ja && gelungen(was, [&] { schemaVerdoppeln(wohin, von, neu); }))
+    if (ja && gelungen(was, [&](const Fortgang&) { schemaVerdoppeln(wohin, von, neu); }))
         emit aufgenommen(neu);
 }

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <string>
@@ -29,6 +30,8 @@ public:
         std::string programm; ///< name and version, as a file has them
         /// Why a `Schema` can't get another name at present, in German, or "".
         std::function<QString(const std::string& schema)> umbenennenHindert;
+        /// Titles of the open editors that hold something for a `Schema` that is not saved.
+        std::function<QStringList(const std::string& schema)> ungespeichert;
         /// Whether a run is on.
         std::function<bool()> laeuft;
     };
@@ -54,6 +57,8 @@ private:
     void verdoppeln(const std::string& name);
 
     bool vorlegen(const Schemafund& fund);
+    std::string hindernis(const std::string& name, const std::string& ausser = "") const;
+    bool wieGespeichert(const std::string& name, const QString& titel);
     QString gewaehlt(const QPointer<QFileDialog>& dialog);
     QString dateiWaehlen(const QString& titel, const QString& filter, const QString& ordner);
     QString dateiBenennen(const std::string& name);

@@ -5,6 +5,7 @@
 #include "editors/axes/AchzenKalib.h"
 #include "editors/buttons/frmJoyKonfic.h"
 #include "editors/common/Formhilfen.h"
+#include "editors/common/Speicherstand.h"
 #include "editors/slider/SchubreglerKonfic.h"
 
 Editoren::Editoren(GobalVariable& global, Achsendatei& achsendatei, Achsen& achsen, Joystick& joystick,
@@ -52,6 +53,17 @@ void Editoren::schemaUmbenannt(const std::string& alt, const std::string& neu) {
     folgen(achzenKalib_.offene());
     tastenentwuerfe_.umbenennen(alt, neu);
     schubentwuerfe_.umbenennen(alt, neu);
+}
+
+QStringList Editoren::ungespeicherte(const std::string& name) const {
+    QStringList titel;
+    const auto fragen = [&](const auto* form) {
+        if (form && form->geladenesSchema() == name && form->isWindowModified())
+            titel << formtitel(*form);
+    };
+    fragen(tastwerk_.offene());
+    fragen(schubreglerKonfic_.offene());
+    return titel;
 }
 
 void Editoren::achsenZeigen() {

@@ -8,6 +8,7 @@
 #include "editors/slider/Schubentwurf.h"
 
 #include <QObject>
+#include <QStringList>
 
 #include <string>
 
@@ -39,6 +40,8 @@ public:
     void schemaVergessen(const std::string& name);
     /// Lets the open editors of a `Schema`, and what was discarded for it, go on under its new name.
     void schemaUmbenannt(const std::string& alt, const std::string& neu);
+    /// Titles of the open editors that hold something for a `Schema` that is not saved.
+    QStringList ungespeicherte(const std::string& name) const;
     /// Shows the axis assignment form; one that is open comes to the front as it is.
     void achsenZeigen();
     /// Shows the slider editor; one that is open comes to the front as it is.

@@ -12,6 +12,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QDialog>
 #include <QDropEvent>
@@ -21,7 +22,10 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QUrl>
+#include <QtEndian>
 #include <QtTest/QTest>
+
+#include <zlib.h>
 
 namespace fs = std::filesystem;
 
@@ -100,6 +104,33 @@ QImage buntesBild(unsigned saat) {
         for (int x = 0; x < bild.width(); ++x)
             bild.setPixel(x, y, 0xFF000000U | (zufall.los(1U << 24)));
     return bild;
+}
+
+QByteArray png(const QImage& bild) {
+    QByteArray bytes;
+    QBuffer strom(&bytes);
+    strom.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(bild.save(&strom, "PNG"));
+    return bytes;
+}
+/// The same with another size in its head, whose sum is right.
+QByteArray mitMassen(QByteArray bytes, quint32 breite, quint32 hoehe) {
+    constexpr qsizetype KOPF = 12; // name of the part, then width and height
+    constexpr qsizetype LAENGE = 17;
+    qToBigEndian(breite, bytes.data() + KOPF + 4);
+    qToBigEndian(hoehe, bytes.data() + KOPF + 8);
+    const auto* kopf = reinterpret_cast<const unsigned char*>(bytes.constData()) + KOPF;
+    qToBigEndian(static_cast<quint32>(crc32(0, kopf, LAENGE)), bytes.data() + KOPF + LAENGE);
+    return bytes;
+}
+
+/// All files below a folder with their bytes.
+std::map<std::string, std::string> dateienIn(const fs::path& ordner) {
+    std::map<std::string, std::string> alle;
+    for (const auto& eine : fs::recursive_directory_iterator(ordner))
+        if (eine.is_regular_file())
+            alle[eine.path().string()] = dateiLesen(eine.path());
+    return alle;
 }
 
 class Weitergabetest : public Formtest {
@@ -182,6 +213,8 @@ protected:
             fundAufnehmen(andere.platz(), name, fundInDatei(datei()));
 
             const auto wieder = schemaPacken(andere.platz(), name, "Programm");
+            EXPECT_EQ(schemadateiInhalt(wieder.paket),
+                      dateiLesen(datei())); // handed on again it is the same file
             EXPECT_EQ(wieder.paket.daten, daten);
             EXPECT_EQ(wieder.paket.bilder.size(), gemalte.size());
             for (const auto& [endung, bild] : gemalte)
@@ -229,7 +262,92 @@ TEST_F(Weitergabetest, EinBildInDerDateiWirdGeprueftBevorEtwasGeschieht) {
     EXPECT_EQ(fehlernummer([&] { fundInDatei(datei()); }), 13);
 }
 
+// What a PNG may be beside what this program writes.
+TEST_F(Weitergabetest, BilderJederArtKommenWieSieGezeigtWerden) {
+    auto mitPalette = buntesBild(4).convertToFormat(QImage::Format_Indexed8);
+    mitPalette.setColor(0, qRgba(1, 2, 3, 100));
+    for (const auto& bild : {buntesBild(5).convertToFormat(QImage::Format_RGBA64), mitPalette,
+                             buntesBild(6).convertToFormat(QImage::Format_Grayscale8),
+                             buntesBild(7).convertToFormat(QImage::Format_Mono)}) {
+        auto packung = schemaPacken(platz(), "S", "x");
+        packung.paket.bilder[0].png = png(bild).toStdString();
+        schemadateiSchreiben(datei(), packung.paket);
+        const auto fund = fundInDatei(datei());
+        EXPECT_FALSE(fund.vorschau.at("0L.bmp").hasAlphaChannel());
+        const auto name = freierName(platz(), "S");
+        fundAufnehmen(platz(), name, fund);
+        EXPECT_EQ(BildLaden(bilder().string(), name + "0L.bmp").convertToFormat(QImage::Format_RGB32),
+                  bild.convertToFormat(QImage::Format_RGB32))
+            << bild.format();
+    }
+}
+
+TEST_F(Weitergabetest, EinBildDasKeinesIstWirdMitGrundAbgelehntUndNichtsGeschieht) {
+    const auto gut = png(buntesBild(1));
+    const auto vorher = dateienIn(datenbank_.ordner());
+    for (const auto& bytes : {gut.left(gut.size() - 20), QByteArray("GIF89a") + gut,
+                              QByteArray("\xFF\xD8\xFF") + gut, gut.left(8), mitMassen(gut, 8193, 8192),
+                              mitMassen(gut, 0, 8), mitMassen(gut, 0x7FFFFFFF, 0x7FFFFFFF)}) {
+        auto packung = schemaPacken(platz(), "S", "x");
+        packung.paket.name = "Fremdes";
+        packung.paket.bilder[0].png = bytes.toStdString();
+        schemadateiSchreiben(datei(), packung.paket);
+        QString grund;
+        try {
+            fundInDatei(datei());
+        } catch (const LaufzeitFehler& fehler) {
+            grund = fehler.what();
+        }
+        EXPECT_EQ(grund, "Das Bild zum linken Stick auf der Ebene Standart ist beschädigt oder zu groß.")
+            << bytes.size();
+    }
+    EXPECT_EQ(dateienIn(datenbank_.ordner()), vorher);
+}
+
+TEST_F(Weitergabetest, WerAbbrichtLaesstAllesWieEsWar) {
+    dateiLegen();
+    const auto vorher = dateienIn(datenbank_.ordner());
+    const auto nein = [] { return false; };
+    EXPECT_EQ(fehlernummer([&] { fundInDatei(datei(), nein); }), 3059);
+    EXPECT_EQ(fehlernummer([&] { fundInDatenbank(platz(), "S", nein); }), 3059);
+    EXPECT_EQ(fehlernummer([&] { schemaPacken(platz(), "S", "x", nein); }), 3059);
+    const auto fund = fundInDatei(datei());
+    EXPECT_EQ(fehlernummer([&] { fundAufnehmen(platz(), "Fremdes", fund, nein); }), 3059);
+    EXPECT_EQ(dateienIn(datenbank_.ordner()), vorher);
+}
+
 // --- handing on ---
+
+TEST_F(Weitergabetest, WasNichtGespeichertIstWirdGesagtUndGehtNichtMit) {
+    starten();
+    control<QPushButton>(haupt(), "Command1(0)").click();
+    auto* tastwerk = QApplication::activeWindow();
+    for (auto* form : QApplication::topLevelWidgets())
+        if (form->objectName() == "frmJoyKonfic")
+            tastwerk = form;
+    control<QPushButton>(*tastwerk, "Command1(5)").click(); // "Neu"
+    ASSERT_TRUE(tastwerk->isWindowModified());
+    {
+        const Dialoghand hand({});
+        const Boxleser boxen({QMessageBox::No, QMessageBox::No});
+        tat(WEITERGEBEN);
+        tat(VERDOPPELN);
+        ASSERT_EQ(boxen.gesehen().size(), 2U);
+        EXPECT_EQ(boxen.gesehen()[0].text,
+                  "Nicht gespeichert ist, was Sie hier geändert haben: Tastwerk.\nSoll das "
+                  "Schema „S“ ohne diese Änderungen genommen werden?");
+        EXPECT_TRUE(hand.namen().empty());
+    }
+    const Dialoghand hand({dateiNennen(datei())});
+    const Boxleser boxen({QMessageBox::Yes});
+    tat(WEITERGEBEN);
+    EXPECT_EQ(boxen.gesehen().size(), 2U);
+    EXPECT_EQ(alsText(fundInDatei(datei()).daten.zeilen[schematabelle::TASTATUR][0][2]), "1,65,0-0-0");
+    waehlen("T"); // whose editor is not open
+    const Boxleser keine;
+    tat(VERDOPPELN);
+    EXPECT_TRUE(keine.gesehen().empty());
+}
 
 TEST_F(Weitergabetest, StrgESchreibtEineDatei) {
     starten();
@@ -244,6 +362,25 @@ TEST_F(Weitergabetest, StrgESchreibtEineDatei) {
     EXPECT_THAT(fund.programm, testing::StartsWith("Game-Pad-Konfic "));
     EXPECT_EQ(fund.bilder.size(), 1U);
     EXPECT_TRUE(fund.daten.achsen);
+}
+
+TEST_F(Weitergabetest, DerVorschlagFuerDieDateiPasstInEinenOrdner) {
+    const auto vorschlag = [&](const QString& name) {
+        schemaLegen(name.toStdString());
+        starten();
+        waehlen(name.toStdString().c_str());
+        QString text;
+        const Dialoghand hand({[&](QDialog& dialog) {
+            text = dialog.findChild<QLineEdit*>()->text();
+            dialog.reject();
+        }});
+        tat(WEITERGEBEN);
+        return text;
+    };
+    EXPECT_EQ(vorschlag("a/b:c?"), "a-b-c-.schema");
+    EXPECT_EQ(vorschlag(".a"), "_.a.schema");
+    EXPECT_EQ(vorschlag(QString("€").repeated(90)), QString("€").repeated(66) + ".schema");
+    EXPECT_EQ(vorschlag(QString("x😀").repeated(45)), QString("x😀").repeated(40) + ".schema");
 }
 
 TEST_F(Weitergabetest, WasNichtInsFormatPasstWirdNichtWeitergegeben) {
@@ -318,6 +455,23 @@ TEST_F(Weitergabetest, EinVergebenerNameWirdNichtAngenommen) {
     EXPECT_EQ(datenbank_.inhalt(), vorher);
 }
 
+TEST_F(Weitergabetest, EinNameDerNurAndersZusammengesetztIstWirdNichtAngenommen) {
+    Schemabau(datenbank_, "Grün É").anlegen();
+    dateiLegen();
+    starten();
+    const Dialoghand hand({[](QDialog& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>("txtName");
+        name->setText(QString("Grün É").normalized(QString::NormalizationForm_D));
+        EXPECT_FALSE(okVon(dialog).isEnabled());
+        EXPECT_THAT(label(dialog, "lblNamenshinweis").text().toStdString(), HasSubstr("genauso aussieht"));
+        name->setText("Grün E");
+        EXPECT_TRUE(okVon(dialog).isEnabled());
+        dialog.reject();
+    }});
+    programm_->dateiAufnehmen(datei());
+    EXPECT_EQ(hand.namen().size(), 1U);
+}
+
 TEST_F(Weitergabetest, WasKeinSchemaIstSagtEineBox) {
     dateiSchreiben(datei(), "Bild");
     starten();
@@ -361,13 +515,39 @@ TEST_F(Weitergabetest, EineAbgelegteDateiWirdAufgenommen) {
 }
 
 TEST_F(Weitergabetest, WasKeineSchemadateiIstFaelltNichtHinein) {
+    dateiLegen();
     starten();
-    QMimeData daten;
-    daten.setUrls({QUrl::fromLocalFile("/etc/hostname")});
-    QDragEnterEvent herein({5, 5}, Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
-    herein.ignore();
-    QApplication::sendEvent(&haupt(), &herein);
-    EXPECT_FALSE(herein.isAccepted());
+    const auto diese = QUrl::fromLocalFile(QString::fromStdString(datei()));
+    const auto genommen = [&](const QList<QUrl>& adressen) {
+        QMimeData daten;
+        daten.setUrls(adressen);
+        QDragEnterEvent herein({5, 5}, Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
+        herein.ignore();
+        QApplication::sendEvent(&haupt(), &herein);
+        return herein.isAccepted();
+    };
+    EXPECT_TRUE(genommen({diese}));
+    EXPECT_TRUE(genommen({QUrl::fromLocalFile("/x/RENNEN.SCHEMA")}));
+    EXPECT_FALSE(genommen({QUrl::fromLocalFile("/etc/hostname")}));
+    EXPECT_FALSE(genommen({diese, diese}));
+    EXPECT_FALSE(genommen({QUrl("https://beispiel.invalid/Rennen.schema")}));
+    EXPECT_FALSE(genommen({}));
+    control<QPushButton>(haupt(), "Command1(2)").click(); // "Schema neu": a name is typed
+    EXPECT_FALSE(genommen({diese}));
+}
+
+TEST_F(Weitergabetest, WerEinesAbbrichtWillAuchDieUebrigenNicht) {
+    const Schemaplatzprobe andere;
+    for (const auto* name : {"A", "B"})
+        schemaAufnehmen(andere.platz(), name, Zufallsschema(5).daten(), {}, {});
+    starten();
+    const Dialoghand hand({dateiNennen(andere.datenbank.pfad()), [](QDialog& dialog) {
+                               dialog.findChild<QListWidget*>("lstSchemata")->selectAll();
+                               annehmen(dialog);
+                           }});
+    tat(AUS_DATENBANK);
+    EXPECT_THAT(hand.namen(), ElementsAre("cdlSchemaAufnehmen", "frmDatenbankfrage", "frmAufnahme"));
+    EXPECT_THAT(liste(), ElementsAre("S", "T"));
 }
 
 TEST_F(Weitergabetest, AusEinerAnderenDatenbankKommenMehrere) {
@@ -395,6 +575,17 @@ TEST_F(Weitergabetest, AusEinerAnderenDatenbankKommenMehrere) {
     EXPECT_EQ(BildLaden(bilder().string(), "Neues C1R.bmp"), BildLaden(andere.bilder().string(), "C1R.bmp"));
     EXPECT_EQ(achsenzeileLesen(platz().gamepadXml, "Neues C"), (Gamepadzeile{{"dwXPos", "ry"}}));
     EXPECT_EQ(andere.stand(), vorher);
+}
+
+TEST_F(Weitergabetest, EineDatenbankOhneSchemaSagtEs) {
+    const Testdatenbank leere;
+    starten();
+    const Dialoghand hand({dateiNennen(leere.pfad())});
+    const Boxleser boxen;
+    tat(AUS_DATENBANK);
+    EXPECT_EQ(hand.namen().size(), 1U);
+    ASSERT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_THAT(boxen.gesehen()[0].text.toStdString(), HasSubstr("kein Schema"));
 }
 
 // --- renaming, doubling ---

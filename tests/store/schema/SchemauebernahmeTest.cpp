@@ -276,6 +276,14 @@ TEST_F(Uebernahmetest, WasEinTotesProgrammLiessWirdWeggeraeumt) {
     EXPECT_FALSE(fs::exists(vermerk));
 }
 
+TEST_F(Uebernahmetest, WasEinTotesProgrammLiessStehtSeinemNamenNichtImWege) {
+    dateiSchreiben(ort.bilder() / "Neu1L.bmp", "halb");
+    dateiSchreiben(vermerk, std::string("Neu\0ENDE", 8));
+    aufnehmen("Neu", 5, {"0R.bmp"});
+    EXPECT_FALSE(fs::exists(ort.bilder() / "Neu1L.bmp"));
+    EXPECT_TRUE(fs::exists(ort.bilder() / "Neu0R.bmp"));
+}
+
 TEST_F(Uebernahmetest, EinVermerkDerNichtGanzIstTutNichts) {
     for (const auto& text : {std::string("Halb\0EN", 7), std::string("Halb"), std::string()}) {
         dateiSchreiben(ort.bilder() / "Halb0L.bmp", "meins");
