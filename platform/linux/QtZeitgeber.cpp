@@ -193,10 +193,13 @@ void QtZeitgeber::durchgang() {
     schlaegeZaehlen();
     ++durchgaenge_;
     ++augenblick_;
-    faelligeLaufenLassen();
+    const auto* naechster = faelligeLaufenLassen();
     ++augenblick_; // for what goes on around this pass: it may have waited long
     --durchgaenge_;
-    stellen();
+    if (durchgaenge_ == 0)
+        stellenAuf(naechster);
+    else
+        stellen();
 }
 
 // Waits for the next beat, if there was none since the last time.
@@ -207,12 +210,17 @@ void QtZeitgeber::schlaegeZaehlen() {
 }
 
 // Runs what is due, each timer once at most, so that other events get their turn even when procedures take
-// longer than their periods.
-void QtZeitgeber::faelligeLaufenLassen() {
+// longer than their periods. Gives the one that is due next, if any.
+const QtZeitgeber::Eintrag* QtZeitgeber::faelligeLaufenLassen() {
     const auto jetzt = Uhr::now();
     const auto aeusserer = std::exchange(durchgang_, aufGanze(jetzt));
-    for (auto eintrag = faelligster(); eintrag && eintrag->faellig <= jetzt; eintrag = faelligster()) {
-        verspaetungZaehlen(eintrag->faellig);
+    bool erster = true;
+    auto* naechster = faelligster();
+    for (; naechster && (*naechster)->faellig <= jetzt; naechster = faelligster()) {
+        const auto eintrag = *naechster;
+        // By the time of the call itself: others that were due with it may have come before it and taken
+        // long.
+        verspaetungZaehlen((std::exchange(erster, false) ? jetzt : Uhr::now()) - eintrag->faellig);
         const auto versaeumt = (jetzt - eintrag->faellig) / eintrag->intervall;
         eintrag->faellig += (versaeumt + 1) * eintrag->intervall;
         eintrag->laeuft = true;
@@ -220,6 +228,7 @@ void QtZeitgeber::faelligeLaufenLassen() {
         eintrag->laeuft = false;
     }
     durchgang_ = aeusserer;
+    return naechster ? naechster->get() : nullptr;
 }
 
 std::chrono::milliseconds QtZeitgeber::raster() const {
@@ -228,9 +237,7 @@ std::chrono::milliseconds QtZeitgeber::raster() const {
     return std::chrono::ceil<std::chrono::milliseconds>(Uhr::now()).time_since_epoch();
 }
 
-// By the time of the call itself: others that were due with it may have come before it and taken long.
-void QtZeitgeber::verspaetungZaehlen(Uhr::time_point faellig) {
-    const auto spaet = Uhr::now() - faellig;
+void QtZeitgeber::verspaetungZaehlen(Uhr::duration spaet) {
     if (spaet <= VERSPAETUNG)
         return;
     ++verspaetungen_.anzahl;
@@ -238,13 +245,13 @@ void QtZeitgeber::verspaetungZaehlen(Uhr::time_point faellig) {
         std::max(verspaetungen_.groesste, std::chrono::duration_cast<std::chrono::milliseconds>(spaet));
 }
 
-// A timer whose procedure runs an event loop of its own waits for the end of that.
-QtZeitgeber::Zeiger QtZeitgeber::faelligster(Uhr::time_point nach) const {
-    Zeiger erster;
+// A timer whose procedure runs an event loop of its own waits for the end of that. Null for none.
+const QtZeitgeber::Zeiger* QtZeitgeber::faelligster(Uhr::time_point nach) const {
+    const Zeiger* erster = nullptr;
     for (const auto& eintrag : plan_)
         if (!eintrag->laeuft && !eintrag->ruht && eintrag->faellig > nach &&
-            (!erster || frueher(*eintrag, *erster)))
-            erster = eintrag;
+            (!erster || frueher(*eintrag, **erster)))
+            erster = &eintrag;
     return erster;
 }
 
@@ -264,8 +271,12 @@ bool QtZeitgeber::frueher(const Eintrag& eintrag, const Eintrag& als) {
 // While procedures run, what is due with them is served without the clock, and where one of them runs an
 // event loop of its own, at the next beat: it then only has to be early enough for what comes later.
 void QtZeitgeber::stellen() {
+    const auto* erster = durchgaenge_ > 0 ? faelligster(Uhr::now()) : faelligster();
+    stellenAuf(erster ? erster->get() : nullptr);
+}
+
+void QtZeitgeber::stellenAuf(const Eintrag* erster) {
     const bool unterwegs = durchgaenge_ > 0;
-    const auto erster = unterwegs ? faelligster(Uhr::now()) : faelligster();
     const bool steht = schlag_ == Uhr::time_point{};
     if (!erster) {
         if (!steht && !unterwegs)

@@ -75,11 +75,12 @@ private:
     bool naechsterKommtGleich() const;
     void durchgang();
     void schlaegeZaehlen();
-    void faelligeLaufenLassen();
-    void verspaetungZaehlen(Uhr::time_point faellig);
-    Zeiger faelligster(Uhr::time_point nach = Uhr::time_point::min()) const;
+    const Eintrag* faelligeLaufenLassen();
+    void verspaetungZaehlen(Uhr::duration spaet);
+    const Zeiger* faelligster(Uhr::time_point nach = Uhr::time_point::min()) const;
     Uhr::duration kuerzestesIntervall() const;
     void stellen();
+    void stellenAuf(const Eintrag* erster);
     void schlagen(Uhr::time_point erster, Uhr::duration schritt);
 
     int uhr_; // file descriptor
