@@ -7,6 +7,7 @@
 #include <QSocketNotifier>
 #include <SDL.h>
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <iterator>
 #include <limits>
@@ -86,13 +87,26 @@ std::uint32_t winkel(Uint8 richtung) {
     return treffer != std::end(HUTWINKEL) ? treffer->winkel : JOY_POVCENTERED;
 }
 
+/// While it lives SDL's lock is held, which each of its functions takes: to take it once more costs less.
+class Schloss {
+public:
+    Schloss() { SDL_LockJoysticks(); }
+    Schloss(const Schloss&) = delete;
+    Schloss& operator=(const Schloss&) = delete;
+    ~Schloss() { SDL_UnlockJoysticks(); }
+};
+
 void erkanntesLesen(SDL_GameController* pad, JOYINFOEX& info) {
-    for (int nummer = 0; nummer < ROHE_ACHSEN; ++nummer)
-        info.*ACHSENFELDER[nummer] = achsenwert(SDL_GameControllerGetAxis(pad, ACHSEN[nummer]));
+    std::array<Sint16, SDL_CONTROLLER_AXIS_MAX> werte{};
+    for (int nummer = 0; nummer < ROHE_ACHSEN; ++nummer) {
+        const auto achse = ACHSEN[nummer];
+        werte[achse] = SDL_GameControllerGetAxis(pad, achse);
+        info.*ACHSENFELDER[nummer] = achsenwert(werte[achse]);
+    }
     for (const auto& taste : TASTENBITS)
         info.dwButtons |= Uint32{SDL_GameControllerGetButton(pad, taste.taste)} << taste.bit;
     for (const auto& abzug : ABZUGBITS)
-        if (SDL_GameControllerGetAxis(pad, abzug.achse) >= HALBER_WEG)
+        if (werte[abzug.achse] >= HALBER_WEG)
             info.dwButtons |= 1U << abzug.bit;
     unsigned richtung = SDL_HAT_CENTERED;
     for (const auto& kreuz : KREUZTASTEN)
@@ -228,6 +242,7 @@ std::uint32_t SdlJoystick::joyGetPosEx(std::uint32_t id, JOYINFOEX& info) {
 }
 
 SdlJoystick::Blick SdlJoystick::blicken(std::uint32_t id) {
+    const Schloss schloss;
     Blick blick{id, JOYERR_UNPLUGGED, {}};
     if (id >= static_cast<std::uint32_t>(std::max(0, SDL_NumJoysticks()))) {
         schliessen(id);
@@ -320,6 +335,8 @@ void SdlJoystick::auffrischen() {
 
 // What is seen here wakes who waits for it, too: it won't be seen again.
 bool SdlJoystick::kannNeuesBringen() {
+    if (!weckruf_ && !allesBewacht())
+        return true; // what the watch has seen keeps until it matters
     const auto befund = wache_.nachsehen();
     const auto jetzt = Uhr::now();
     if (befund.geraete)
