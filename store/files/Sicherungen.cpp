@@ -6,6 +6,7 @@
 #include "store/files/Dateiersatz.h"
 #include "store/files/Gamepadtabelle.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -119,25 +120,59 @@ bool gut(Gesichertes was, const std::string& pfad) {
                                                       "Ordner schreibgeschützt oder der Datenträger voll?");
 }
 
-/// A second name for what lies there, or a copy where the file system has no such names.
-bool beiseite(const fs::path& datei, const fs::path& ziel) {
-    std::error_code fehler;
-    fs::create_hard_link(datei, ziel, fehler);
-    if (!fehler)
-        return true;
-    return fs::copy_file(datei, ziel, fehler) && !fehler;
+constexpr std::array<const char*, 3> BEIDATEIEN{"-journal", "-wal", "-shm"};
+
+bool liegt(const std::string& pfad) {
+    std::error_code egal;
+    return fs::exists(fs::symlink_status(pfad, egal));
 }
 
-/// The first name that nothing has.
-std::string freierName(const std::string& datei) {
-    std::string name = datei + ".beschädigt";
+/// Whether what lies at `ablage` is the file, put aside by an attempt that came to nothing then.
+bool liegtSchonBeiseite(const std::string& datei, const std::string& ablage) {
     std::error_code egal;
-    for (int nummer = 2; fs::exists(fs::symlink_status(name, egal)) && nummer < ABLAGEN_HOECHSTENS;
-         ++nummer) {
+    return fs::equivalent(datei, ablage, egal) ||
+           (liegt(ablage) && fs::file_size(datei, egal) == fs::file_size(ablage, egal) && inhalt(datei) &&
+            inhalt(datei) == inhalt(ablage));
+}
+
+/// Whether the file and what belongs to it can go there, and nothing that lies there goes by that.
+bool istFrei(const std::string& datei, const std::string& ablage) {
+    return (!liegt(ablage) || liegtSchonBeiseite(datei, ablage)) &&
+           std::ranges::none_of(BEIDATEIEN, [&](const char* beidatei) {
+               return liegt(datei + beidatei) && liegt(ablage + beidatei);
+           });
+}
+
+std::string ablagename(const std::string& datei) {
+    std::string name = datei + ".beschädigt";
+    for (int nummer = 2; !istFrei(datei, name) && nummer < ABLAGEN_HOECHSTENS; ++nummer) {
         name = datei + ".beschädigt ";
         name += std::to_string(nummer);
     }
     return name;
+}
+
+/// A second name for what lies there, or a copy where the file system has no such names; that one must be on
+/// the disk before the name of the first is taken.
+bool beiseite(const std::string& datei, const std::string& ablage) {
+    if (liegtSchonBeiseite(datei, ablage))
+        return true;
+    std::error_code fehler;
+    fs::create_hard_link(datei, ablage, fehler);
+    if (!fehler)
+        return true;
+    const auto text = inhalt(datei);
+    return text && dateiErsetzen(ablage, *text);
+}
+
+/// What belongs to a file goes with it, as a journal would be played into whatever lies beside it. False
+/// where some of it is still there.
+bool beidateienUmziehen(const std::string& von, const std::string& nach) {
+    return std::ranges::all_of(BEIDATEIEN, [&](const char* beidatei) {
+        std::error_code fehler;
+        fs::rename(von + beidatei, nach + beidatei, fehler);
+        return !fehler || fehler == std::errc::no_such_file_or_directory;
+    });
 }
 
 } // namespace
@@ -220,14 +255,11 @@ std::string Sicherungen::zuruecksichern(Gesichertes was, const Sicherung& sicher
     const auto ziel = ohneVerweise(datei(was));
     if (!neues || !ziel)
         throw LaufzeitFehler(Fehlernummer::EinAusgabe, "„" + sicherung.pfad + "“ lässt sich nicht lesen.");
-    const auto ablage = freierName(ziel->string());
-    if (!beiseite(*ziel, ablage))
+    const auto ablage = ablagename(ziel->string());
+    if (!beiseite(ziel->string(), ablage))
         keinPlatz(ablage);
-    // A journal belongs to the file that it lies beside: it would be played into the new one.
-    std::error_code egal;
-    for (const char* beifile : {"-journal", "-wal", "-shm"})
-        fs::rename(ziel->string() + beifile, ablage + beifile, egal);
-    if (!ordnerSichern(ordnerVon(*ziel)) || !dateiErsetzen(ziel->string(), *neues))
+    if (!beidateienUmziehen(ziel->string(), ablage) || !ordnerSichern(ordnerVon(*ziel)) ||
+        !dateiErsetzen(ziel->string(), *neues))
         throw LaufzeitFehler(Fehlernummer::EinAusgabe, "„" + ziel->string() + "“ lässt sich nicht ersetzen.");
     return ablage;
 }

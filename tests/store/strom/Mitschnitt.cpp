@@ -21,6 +21,7 @@ namespace {
 using Art = Plattenschritt::Art;
 
 Mitschnitt* mitschnitt = nullptr; ///< the one that lives
+bool verknuepfbar = true;
 
 /// What programs share of a write-ahead log: memory, of which no start keeps anything.
 bool istSpeicher(const std::string& pfad) {
@@ -108,6 +109,18 @@ int umbenennen(const char* von, const char* nach, unsigned art) {
     return static_cast<int>(mitschnitt->tun({was, pfad, absolut(nach)}, aufruf));
 }
 
+int verknuepfen(const char* von, const char* nach) {
+    if (!verknuepfbar) {
+        errno = EPERM;
+        return -1;
+    }
+    const auto aufruf = [&] { return syscall(SYS_link, von, nach); };
+    const std::string pfad = absolut(von);
+    if (!mitschnitt || !mitschnitt->kennt(pfad))
+        return static_cast<int>(aufruf());
+    return static_cast<int>(mitschnitt->tun({Art::Verknuepfen, pfad, absolut(nach)}, aufruf));
+}
+
 } // namespace
 
 // These stand before the system's own: for this program, and for the libraries that it uses.
@@ -125,6 +138,7 @@ int mitschnitt_fsync(int deskriptor) __asm__("fsync");
 int mitschnitt_fdatasync(int deskriptor) __asm__("fdatasync");
 int mitschnitt_unlink(const char* name) __asm__("unlink");
 int mitschnitt_remove(const char* name) __asm__("remove");
+int mitschnitt_link(const char* von, const char* nach) __asm__("link");
 int mitschnitt_rename(const char* von, const char* nach) __asm__("rename");
 int mitschnitt_renameat2(int vonOrdner, const char* von, int nachOrdner, const char* nach,
                          unsigned art) __asm__("renameat2");
@@ -172,6 +186,9 @@ int mitschnitt_unlink(const char* name) {
 int mitschnitt_remove(const char* name) {
     const int ergebnis = loeschen(name);
     return ergebnis < 0 && errno == EISDIR ? rmdir(name) : ergebnis;
+}
+int mitschnitt_link(const char* von, const char* nach) {
+    return verknuepfen(von, nach);
 }
 int mitschnitt_rename(const char* von, const char* nach) {
     return umbenennen(von, nach, 0);
@@ -232,6 +249,14 @@ long Mitschnitt::tun(const Plattenschritt& schritt, const std::function<long()>&
         platte_.tun(schritt);
     }
     return ergebnis;
+}
+
+OhneVerknuepfungen::OhneVerknuepfungen() {
+    verknuepfbar = false;
+}
+
+OhneVerknuepfungen::~OhneVerknuepfungen() {
+    verknuepfbar = true;
 }
 
 Plattenbild bildVon(const fs::path& ordner) {

@@ -46,6 +46,15 @@ private:
     bool gescheitert_ = false;
 };
 
+/// While it lives the file system gives no file a second name.
+class OhneVerknuepfungen {
+public:
+    OhneVerknuepfungen();
+    ~OhneVerknuepfungen();
+    OhneVerknuepfungen(const OhneVerknuepfungen&) = delete;
+    OhneVerknuepfungen& operator=(const OhneVerknuepfungen&) = delete;
+};
+
 /// All files in a folder and below, by absolute paths.
 Plattenbild bildVon(const std::filesystem::path& ordner);
 

@@ -85,6 +85,8 @@ Platte::Namenswechsel Platte::wechselDurch(const Plattenschritt& schritt) {
         return {ordner, {{schritt.name, std::nullopt}}};
     if (schritt.art == Art::Umbenennen)
         return {ordner, {{schritt.name, std::nullopt}, {schritt.nach, datei}}};
+    if (schritt.art == Art::Verknuepfen)
+        return {std::filesystem::path(schritt.nach).parent_path().string(), {{schritt.nach, datei}}};
     return {ordner, {{schritt.name, jetzt_.at(schritt.nach)}, {schritt.nach, datei}}};
 }
 

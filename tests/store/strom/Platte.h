@@ -24,10 +24,20 @@ using Plattenbild = std::map<std::string, std::string>;
 
 /// Something that a process asks of the disk.
 struct Plattenschritt {
-    enum class Art { Anlegen, Schreiben, Kuerzen, Sichern, OrdnerSichern, Loeschen, Umbenennen, Tauschen };
+    enum class Art {
+        Anlegen,
+        Schreiben,
+        Kuerzen,
+        Sichern,
+        OrdnerSichern,
+        Loeschen,
+        Umbenennen,
+        Tauschen,
+        Verknuepfen ///< a second name for a file
+    };
     Art art;
     std::string name;       ///< of the file, of the folder for OrdnerSichern
-    std::string nach = {};  ///< Umbenennen, Tauschen: the other name
+    std::string nach = {};  ///< Umbenennen, Tauschen, Verknuepfen: the other name
     std::size_t stelle = 0; ///< Schreiben: where; Kuerzen: the new length
     std::string daten = {}; ///< Schreiben: what
 };

@@ -98,6 +98,14 @@ TEST(Platte, EinNeuerNameErsetztDenAltenGanzOderGarNicht) {
                 ElementsAre(anfang, Plattenbild{{"/o/d", "neu"}, {"/o/n", "alt"}}));
 }
 
+TEST(Platte, EinZweiterNameFuehrtZuDerselbenDateiUndKannFehlen) {
+    const Plattenschritt name{Art::Verknuepfen, "/o/d", "/o/z"};
+    EXPECT_THAT(moegliche({{"/o/d", "alt"}}, {name}),
+                ElementsAre(Plattenbild{{"/o/d", "alt"}}, Plattenbild{{"/o/d", "alt"}, {"/o/z", "alt"}}));
+    EXPECT_THAT(moegliche({{"/o/d", "alt"}}, {name, ORDNER, schreiben(0, "neu"), SICHERN}),
+                ElementsAre(Plattenbild{{"/o/d", "neu"}, {"/o/z", "neu"}}));
+}
+
 TEST(Platte, EinAndererOrdnerSichertNichts) {
     EXPECT_THAT(moegliche({{"/o/d", "alt"}}, {{Art::Loeschen, "/o/d"}, {Art::OrdnerSichern, "/p"}}),
                 Contains(Plattenbild{{"/o/d", "alt"}}));
