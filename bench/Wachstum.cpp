@@ -264,13 +264,15 @@ std::vector<Tat> schreibendeTaten() {
          [](Anlage& a) {
              SchemaAnlegen(a.datenbank().pfad(), "Neues", "", [](std::string_view) { return false; });
          },
-         [](Anlage& a) { SchemaLoeschen(a.datenbank().pfad(), "", "Neues", [](std::string_view) {}); }},
+         [](Anlage& a) {
+             SchemaLoeschen({a.datenbank().pfad(), "", ""}, "Neues", [](std::string_view) {});
+         }},
         {"Schema deleted",
          [](Anlage& a) { fs::copy_file(a.datenbank().pfad(), a.datenbank().ordner() / "Kopie"); },
          [](Anlage& a) {
-             SchemaLoeschen((a.datenbank().ordner() / "Kopie").string(), a.bilder().string(), "Spiel 0",
+             SchemaLoeschen({(a.datenbank().ordner() / "Kopie").string(), a.bilder().string(), ""}, "Spiel 0",
                             [](std::string_view) {});
-             SchemaLoeschen((a.datenbank().ordner() / "Kopie").string(), "", BESTANDSSCHEMA,
+             SchemaLoeschen({(a.datenbank().ordner() / "Kopie").string(), "", ""}, BESTANDSSCHEMA,
                             [](std::string_view) {});
          },
          [](Anlage& a) { fs::remove(a.datenbank().ordner() / "Kopie"); }},

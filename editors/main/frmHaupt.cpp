@@ -399,8 +399,8 @@ void frmHaupt::loeschen() {
             geduld.ruhen();
             meldung(this, qt(text), "");
         };
-        SchemaLoeschenFragen(global_.DatenbankPfad, global_.BilderPfad, global_.SchemaName,
-                             {fragen, melden, [&] { return geduld.weiter(); }});
+        SchemaLoeschenFragen({global_.DatenbankPfad, global_.BilderPfad, achsendatei_.pfad()},
+                             global_.SchemaName, {fragen, melden, [&] { return geduld.weiter(); }});
     }
     const bool zeileWeg = achsendatei_.GamepadLoeschen(); // also after a Nein
     schemataLesen();

@@ -137,17 +137,30 @@ bool gehoertZu(std::string_view name, const std::vector<std::string>& dateien) {
     });
 }
 
-void entfernen(const fs::path& ordner, const std::vector<std::string>& dateien) {
+std::vector<fs::path> gemeinteIn(const fs::path& ordner, const std::vector<std::string>& dateien) {
     std::error_code grund;
     std::vector<fs::path> gemeinte;
     for (fs::directory_iterator stelle(ordner, grund), ende; !grund && stelle != ende;
          stelle.increment(grund))
         if (gehoertZu(stelle->path().filename().native(), dateien))
             gemeinte.push_back(stelle->path());
-    for (const auto& datei : gemeinte)
+    return gemeinte;
+}
+
+std::vector<std::string> dateinamen(const std::string& schemaName) {
+    std::vector<std::string> namen;
+    for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
+        for (int ebene = 0; ebene < EBENEN; ++ebene)
+            namen.push_back(dateiname(schemaName, seite, ebene));
+    return namen;
+}
+
+bool entfernen(const fs::path& ordner, const std::vector<std::string>& dateien) {
+    for (const auto& datei : gemeinteIn(ordner, dateien))
         unlink(datei.c_str());
     resteRaeumen(ordner, [&](std::string_view name) { return gehoertZu(name, dateien); });
-    ordnerSichern(ordner);
+    std::error_code keiner;
+    return !fs::exists(ordner, keiner) || (ordnerSichern(ordner) && gemeinteIn(ordner, dateien).empty());
 }
 
 /// The folder, made where there is none; it must come through a power cut before a file in it can.
@@ -207,11 +220,12 @@ bool Streubilddateien::zuruecksetzen(const std::string& schemaName, Stickseite s
     return !fs::exists(ordner_, keiner) || ordnerSichern(ordner_);
 }
 
-void Streubilddateien::loeschen(const std::string& schemaName) const {
-    std::vector<std::string> dateien;
-    for (const auto seite : {Stickseite::Links, Stickseite::Rechts})
-        for (int ebene = 0; ebene < EBENEN; ++ebene)
-            dateien.push_back(dateiname(schemaName, seite, ebene));
-    const Dateisperre sperre((ordner_ / dateien.front()).string());
-    entfernen(ordner_, dateien);
+bool Streubilddateien::loeschen(const std::string& schemaName) const {
+    const auto namen = dateinamen(schemaName);
+    const Dateisperre sperre((ordner_ / namen.front()).string());
+    return entfernen(ordner_, namen);
+}
+
+std::vector<fs::path> Streubilddateien::dateien(const std::string& schemaName) const {
+    return gemeinteIn(ordner_, dateinamen(schemaName));
 }

@@ -16,6 +16,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 /// Where the files of a database's `Schema`s lie: the folder "Streubilder" beside it.
 std::filesystem::path streubildordner(const std::string& datenbankPfad);
@@ -38,9 +39,12 @@ public:
     /// Removes it. A power cut does not bring it back.
     bool zuruecksetzen(const std::string& schemaName, Stickseite seite, int ebene) const;
 
-    /// Removes all that was counted for a `Schema`, also what was put aside. What can't be removed stays
-    /// without a word.
-    void loeschen(const std::string& schemaName) const;
+    /// All files of a `Schema`, also those that were put aside.
+    std::vector<std::filesystem::path> dateien(const std::string& schemaName) const;
+
+    /// Removes all that was counted for a `Schema`, also what was put aside. False where some of it may still
+    /// be there, or be so again after a power cut.
+    bool loeschen(const std::string& schemaName) const;
 
     /// The file of a stick's layer.
     std::filesystem::path pfad(const std::string& schemaName, Stickseite seite, int ebene) const;

@@ -15,6 +15,7 @@
 #include <exception>
 #include <fcntl.h>
 #include <filesystem>
+#include <iterator>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <thread>
@@ -123,7 +124,7 @@ bool bilderLoeschen(const Schemaplatz& platz, const std::string& schemaName) {
     std::error_code grund;
     if (!fs::exists(platz.bilderPfad, grund))
         return !grund;
-    bilddateienLoeschen(platz.bilderPfad, bildnamen(schemaName));
+    StickBilderLoeschen(platz.bilderPfad, schemaName);
     return ordnerSichern(platz.bilderPfad) && !hatBilder(platz, schemaName);
 }
 
@@ -222,6 +223,10 @@ Besitz besitz(const std::string& datenbankPfad) {
 bool ohneBesitzerLoeschen(const Schemaplatz& platz, const std::vector<std::string>& namen) {
     if (namen.empty())
         return true;
+    // The last step of a commit is to bring the folder to the disk. Where that has failed a power cut could
+    // bring a Schema back whose pictures are cleared away here.
+    if (!ordnerSichern(ordnerVon(platz.datenbankPfad)))
+        return false;
     const auto vorhandene = besitz(platz.datenbankPfad);
     bool weg = true;
     for (const auto& name : namen)
@@ -291,10 +296,54 @@ void beiwerkKopieren(const Schemaplatz& platz, const std::string& von, const std
     streubilderKopieren(platz, von, nach);
 }
 
+std::optional<Beiwerkablage> beiwerkVerwahren(const Schemaplatz& platz, const std::string& schemaName,
+                                              bool bilderBleiben) {
+    auto pfade = Streubilddateien(streubildordner(platz.datenbankPfad)).dateien(schemaName);
+    if (!bilderBleiben)
+        for (const auto& name : bildnamen(schemaName))
+            std::ranges::move(bilddateien(platz.bilderPfad, name), std::back_inserter(pfade));
+    Beiwerkablage ablage;
+    for (const auto& pfad : pfade) {
+        auto datei = Verwahrdatei::oeffnen(pfad);
+        if (!datei)
+            return std::nullopt;
+        ablage.dateien.push_back(*std::move(datei));
+    }
+    try {
+        ablage.achsen = ganzeZeile(platz.gamepadXml, schemaName);
+    } catch (const LaufzeitFehler&) {
+        return std::nullopt;
+    }
+    return ablage;
+}
+
+std::string beiwerkImWeg(const Schemaplatz& platz, const std::string& schemaName,
+                         const Beiwerkablage& ablage) {
+    for (const auto& datei : ablage.dateien)
+        if (datei.nameVergeben())
+            return "Unter seinem Namen liegt inzwischen ein anderes Bild: „" + datei.pfad().string() + "“.";
+    if (const auto zeile = ganzeZeile(platz.gamepadXml, schemaName); zeile && zeile != ablage.achsen)
+        return "Unter seinem Namen liegen inzwischen andere Achsen in Gamepad.xml.";
+    return "";
+}
+
+void beiwerkZuruecklegen(const Schemaplatz& platz, const std::string& schemaName,
+                         const Beiwerkablage& ablage) {
+    for (const auto& datei : ablage.dateien)
+        if (!datei.zuruecklegen())
+            nichtGeschrieben("Die Datei „" + datei.pfad().string() + "“");
+    if (ablage.achsen)
+        achsenSetzen(platz.gamepadXml, schemaName, *ablage.achsen);
+}
+
+void StickBilderLoeschen(const std::string& bilderPfad, const std::string& schemaName) {
+    bilddateienLoeschen(bilderPfad, bildnamen(schemaName));
+}
+
 bool beiwerkLoeschen(const Schemaplatz& platz, const std::string& schemaName, bool bilderBleiben) {
-    Streubilddateien(streubildordner(platz.datenbankPfad)).loeschen(schemaName);
+    const bool gezaehltesWeg = Streubilddateien(streubildordner(platz.datenbankPfad)).loeschen(schemaName);
     const bool bilderWeg = bilderBleiben || bilderLoeschen(platz, schemaName);
-    return achsenLoeschen(platz.gamepadXml, schemaName) && bilderWeg;
+    return achsenLoeschen(platz.gamepadXml, schemaName) && bilderWeg && gezaehltesWeg;
 }
 
 Beiwerkvermerk::Beiwerkvermerk(Schemaplatz platz, const std::vector<std::string>& namen)

@@ -18,6 +18,7 @@
 #pragma once
 
 #include "store/files/Gamepadtabelle.h"
+#include "store/files/Verwahrdatei.h"
 
 #include <functional>
 #include <optional>
@@ -55,9 +56,28 @@ void beiwerkAnlegen(const Schemaplatz& platz, const std::string& schemaName,
 /// Lays for `nach` what `von` has. Names that are one but for case share their pictures.
 void beiwerkKopieren(const Schemaplatz& platz, const std::string& von, const std::string& nach);
 
+/// Deletes the pictures of the three layers, "<name>0L.bmp" to "<name>2R.bmp" in any case of the letters, in
+/// the folder `bilderPfad`. Those that are missing or can't be deleted stay without a word.
+void StickBilderLoeschen(const std::string& bilderPfad, const std::string& schemaName);
+
 /// Removes what lies under this name; pictures stay where `bilderBleiben`. False when some of it may still
 /// be there.
 bool beiwerkLoeschen(const Schemaplatz& platz, const std::string& schemaName, bool bilderBleiben);
+
+/// What lay beside the database for a `Schema` that is deleted, so that it can be laid again.
+struct Beiwerkablage {
+    std::vector<Verwahrdatei> dateien; ///< pictures, and what runs have counted
+    std::optional<Gamepadzeile> achsen;
+};
+/// Keeps it; the pictures not where `bilderBleiben`. Nothing where some of it can't be read.
+std::optional<Beiwerkablage> beiwerkVerwahren(const Schemaplatz& platz, const std::string& schemaName,
+                                              bool bilderBleiben);
+/// What lies where it would go, in German; "" for nothing.
+std::string beiwerkImWeg(const Schemaplatz& platz, const std::string& schemaName,
+                         const Beiwerkablage& ablage);
+/// Lays it again. Throws LaufzeitFehler 3043 where some of it can't be written.
+void beiwerkZuruecklegen(const Schemaplatz& platz, const std::string& schemaName,
+                         const Beiwerkablage& ablage);
 
 /// Notes names for as long as it lives, then clears away what has no owner. Another one, of whatever copy of
 /// the program, waits for it.

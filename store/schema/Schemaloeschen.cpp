@@ -3,10 +3,12 @@
 
 #include "store/db/Datenbank.h"
 #include "store/files/Bilddatei.h"
-#include "store/files/Streubilddateien.h"
-#include "store/schema/VarTastenbelegung.h"
+#include "store/schema/Schemadaten.h"
 
 #include <array>
+#include <cstddef>
+#include <numeric>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -47,6 +49,45 @@ bool zeilenLoeschen(Database& datenbank, const Loeschschritt& schritt, const std
     return true;
 }
 
+std::vector<std::size_t> alleTabellen() {
+    std::vector<std::size_t> alle(schematabelle::ANZAHL);
+    std::iota(alle.begin(), alle.end(), std::size_t{0});
+    return alle;
+}
+
+/// Gives what is told of parts that were missing.
+std::vector<std::string_view> alleZeilenLoeschen(Database& datenbank, const std::string& schemaName) {
+    std::vector<std::string_view> meldungen;
+    for (const Loeschschritt& schritt : SCHRITTE)
+        if (!zeilenLoeschen(datenbank, schritt, schemaName) && !schritt.wennLeer.empty())
+            meldungen.push_back(schritt.wennLeer);
+    return meldungen;
+}
+
+/// Whether the `Schema` has its row, so that a note that comes to nothing leaves what belongs to it.
+bool gibtEs(Database& datenbank, const std::string& schemaName) {
+    bool da = false;
+    datenbank.inEinemLesezug([&] {
+        da = !datenbank.OpenRecordset(anweisung(SCHRITTE.front().bisZumNamen, schemaName, "'));")).get_EOF();
+    });
+    return da;
+}
+
+/// Where the database can't be written either, that says more than that the note can't.
+void vermerken(std::optional<Beiwerkvermerk>& vermerk, const Schemaplatz& platz, Database& datenbank,
+               const std::string& schemaName) {
+    try {
+        vermerk.emplace(platz, std::vector{schemaName});
+    } catch (const LaufzeitFehler& fehler) {
+        if (fehler.nummer() != Fehlernummer::EinAusgabe)
+            throw;
+        datenbank.inEinerTransaktion([&] {
+            alleZeilenLoeschen(datenbank, schemaName);
+            throw fehler; // and nothing is deleted
+        });
+    }
+}
+
 /// Whether another `Schema` has this name but for the case of its letters, and so the same pictures.
 bool teiltBilder(Database& datenbank, const std::string& schemaName) {
     for (Recordset satz = datenbank.OpenRecordset("tblTastatur"); !satz.get_EOF(); satz.MoveNext()) {
@@ -59,36 +100,50 @@ bool teiltBilder(Database& datenbank, const std::string& schemaName) {
 
 } // namespace
 
-void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& bilderPfad,
-                          const std::string& schemaName, const Loeschdialog& dialog) {
+void SchemaLoeschenFragen(const Schemaplatz& platz, const std::string& schemaName, const Loeschdialog& dialog,
+                          GeloeschtesSchema* geloeschtes) {
     if (dialog.fragen("Möchten Sie das Schema wirklich löschen?", "Löschvorgang"))
-        SchemaLoeschen(datenbankPfad, bilderPfad, schemaName, dialog.melden, dialog.weiter);
+        SchemaLoeschen(platz, schemaName, dialog.melden, dialog.weiter, geloeschtes);
 }
 
-void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
-                    const std::function<void(std::string_view)>& melden, const Fortgang& weiter) {
-    Database datenbank = OpenDatabase(datenbankPfad);
+void SchemaLoeschen(const Schemaplatz& platz, std::string schemaName,
+                    const std::function<void(std::string_view)>& melden, const Fortgang& weiter,
+                    GeloeschtesSchema* geloeschtes) {
+    beiwerkAufraeumen(platz);
+    Database datenbank = OpenDatabase(platz.datenbankPfad);
     datenbank.fortgangFragen(weiter);
     std::vector<std::string_view> meldungen;
+    GeloeschtesSchema neues;
+    neues.platz_ = platz;
+    neues.schemaName_ = schemaName;
+    neues.zeilen_ = Schemaschritt(platz.datenbankPfad, "", {{false, schemaName, alleTabellen()}});
     bool bilderBleiben = false;
-    datenbank.inEinerTransaktion([&] {
-        for (const Loeschschritt& schritt : SCHRITTE)
-            if (!zeilenLoeschen(datenbank, schritt, schemaName) && !schritt.wennLeer.empty())
-                meldungen.push_back(schritt.wennLeer);
-        bilderBleiben = teiltBilder(datenbank, schemaName);
-    });
-    datenbank.Close();
-    if (!bilderBleiben)
-        StickBilderLoeschen(bilderPfad, schemaName);
-    Streubilddateien(streubildordner(datenbankPfad)).loeschen(schemaName);
+    {
+        std::optional<Beiwerkvermerk> vermerk;
+        if (gibtEs(datenbank, schemaName))
+            vermerken(vermerk, platz, datenbank, schemaName);
+        neues.zeilen_.tun(datenbank, datenbank, [&] {
+            meldungen = alleZeilenLoeschen(datenbank, schemaName);
+            bilderBleiben = teiltBilder(datenbank, schemaName);
+            neues.beiwerk_ = beiwerkVerwahren(platz, schemaName, bilderBleiben);
+        });
+        datenbank.Close();
+        if (!vermerk)
+            beiwerkLoeschen(platz, schemaName, bilderBleiben);
+    } // what lies beside the database goes with the note
+    if (geloeschtes)
+        *geloeschtes = std::move(neues);
     for (const std::string_view meldung : meldungen)
         melden(meldung);
 }
 
-void StickBilderLoeschen(const std::string& bilderPfad, const std::string& schemaName) {
-    std::vector<std::string> namen;
-    for (int ebene = 0; ebene < EBENEN; ++ebene)
-        for (const std::string_view ende : {"L.bmp", "R.bmp"})
-            namen.push_back(schemaName + std::to_string(ebene) + std::string(ende));
-    bilddateienLoeschen(bilderPfad, namen);
+void GeloeschtesSchema::zurueckgeben(const Fortgang& weiter) {
+    beiwerkAufraeumen(platz_);
+    const auto frei = [this] {
+        if (const auto grund = beiwerkImWeg(platz_, schemaName_, *beiwerk_); !grund.empty())
+            throw LaufzeitFehler(Fehlernummer::VonAnderenGeaendert, grund);
+    };
+    frei(); // what others have laid there must not be cleared away by the note
+    const Beiwerkvermerk vermerk(platz_, {schemaName_});
+    zeilen_.zuruecknehmen(weiter, [&] { beiwerkZuruecklegen(platz_, schemaName_, *beiwerk_); });
 }

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Removes a `Schema`: its rows in all eight tables, the pictures that the stick editors left of it, and what
-// its runs have counted.
+// Removes a `Schema`: its rows in all eight tables and what belongs to it beside the database; and gives it
+// back, as long as the program has not ended.
 //
 // A part that is missing never stops the deletion. The rows go in one transaction, all or none, then the
-// pictures; what was missing is told when all is done, in the order of the tables.
+// rest; what was missing is told when all is done, in the order of the tables. A note (Beiwerkvermerk) lets
+// the next start end what a crash has left half done, in both directions.
 #pragma once
 
-#include "store/db/Datenbank.h"
+#include "store/schema/Schemabeiwerk.h"
+#include "store/schema/Schemaschritt.h"
 
 #include <functional>
 #include <string>
@@ -22,17 +24,35 @@ struct Loeschdialog {
     Fortgang weiter;
 };
 
+/// A `Schema` that was deleted.
+class GeloeschtesSchema {
+public:
+    GeloeschtesSchema() = default;
+
+    /// Whether all of it is kept.
+    bool zurueckgebbar() const { return beiwerk_ && !zeilen_.leer(); }
+    /// Lays rows, pictures, axes and what was counted as they were. Throws 3197 where there is something else
+    /// of its name now, and LaufzeitFehler as a transaction and as beiwerkZuruecklegen; nothing has changed
+    /// then.
+    void zurueckgeben(const Fortgang& weiter = {});
+
+private:
+    friend void SchemaLoeschen(const Schemaplatz& platz, std::string schemaName,
+                               const std::function<void(std::string_view)>& melden, const Fortgang& weiter,
+                               GeloeschtesSchema* geloeschtes);
+    Schemaplatz platz_;
+    std::string schemaName_;
+    Schemaschritt zeilen_;
+    std::optional<Beiwerkablage> beiwerk_;
+};
+
 /// Asks whether the `Schema` is to go, and deletes it on a yes. Throws as SchemaLoeschen.
-void SchemaLoeschenFragen(const std::string& datenbankPfad, const std::string& bilderPfad,
-                          const std::string& schemaName, const Loeschdialog& dialog);
+void SchemaLoeschenFragen(const Schemaplatz& platz, const std::string& schemaName, const Loeschdialog& dialog,
+                          GeloeschtesSchema* geloeschtes = nullptr);
 
-/// Deletes the `Schema` and its pictures; these stay where another `Schema` has the same name but for the
-/// case of its letters, as they are its pictures, too. What was counted goes in any case: no other `Schema`
-/// has part in that. The name is a copy: the original may change while messages are open. Throws
-/// LaufzeitFehler; nothing has changed then.
-void SchemaLoeschen(const std::string& datenbankPfad, const std::string& bilderPfad, std::string schemaName,
-                    const std::function<void(std::string_view)>& melden, const Fortgang& weiter = {});
-
-/// Deletes the pictures of the three layers, "<name>0L.bmp" to "<name>2R.bmp" in any case of the letters, in
-/// the folder `bilderPfad`. Those that are missing or can't be deleted stay without a word.
-void StickBilderLoeschen(const std::string& bilderPfad, const std::string& schemaName);
+/// Deletes the `Schema`; its pictures stay where another `Schema` has the same name but for the case of its
+/// letters, as they are its pictures, too. `geloeschtes`, if there is one, gets it. The name is a copy: the
+/// original may change while messages are open. Throws LaufzeitFehler; nothing has changed then.
+void SchemaLoeschen(const Schemaplatz& platz, std::string schemaName,
+                    const std::function<void(std::string_view)>& melden, const Fortgang& weiter = {},
+                    GeloeschtesSchema* geloeschtes = nullptr);

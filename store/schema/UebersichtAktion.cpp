@@ -3,12 +3,14 @@
 
 #include "store/db/Datenbank.h"
 #include "store/schema/Ebenenspalten.h"
+#include "store/schema/Schemadaten.h"
 #include "store/schema/modLesen.h"
 
 #include <array>
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -275,26 +277,41 @@ void kopieSchreiben(const Kopie& kopie, const Seite& ziel) {
     }
 }
 
+/// All rows that an act on a layer may change.
+Schemaschritt::Bereich bereich(const Seite& seite, bool daneben) {
+    using namespace schematabelle;
+    const auto& name = seite.ort.schemaName;
+    if (seite.wahl.tasten)
+        return {daneben, name, {TASTATUR, STEUERKREUZ}};
+    if (seite.wahl.stick == Stickseite::Links)
+        return {daneben, name, {STICK, STICKAKTION}};
+    return {daneben, name, {STICK_R, STICKAKTION_R}};
+}
+
 } // namespace
 
 void LayerLoeschen(const Ebenenort& ort, const std::function<bool(std::string_view)>& fragen,
-                   const Fortgang& weiter) {
+                   const Fortgang& weiter, Schemaschritt* schritt) {
     Database datenbank = OpenDatabase(ort.schema.datenbankPfad);
     datenbank.fortgangFragen(weiter);
     const Seite seite{datenbank, ort.schema, wahlVon(ort.index)};
+    Schemaschritt eigener;
+    auto& tat = schritt ? *schritt : eigener;
+    tat = Schemaschritt(ort.schema.datenbankPfad, "", {bereich(seite, false)});
     if (seite.wahl.tasten)
-        return datenbank.inEinerTransaktion([&] { tastenLoeschen(seite); });
-    datenbank.inEinerTransaktion([&] {
+        return tat.tun(datenbank, datenbank, [&] { tastenLoeschen(seite); });
+    tat.tun(datenbank, datenbank, [&] {
         Recordset satz = aktionenOeffnen(seite);
         aktionenLoeschen(satz);
     });
     // Nothing is locked while the user thinks.
     if (fragen("Die Aktionen wurden gelöscht, möchten Sie die Felder auch löschen?"))
-        datenbank.inEinerTransaktion([&] { linienLoeschen(seite); });
+        tat.tun(datenbank, datenbank, [&] { linienLoeschen(seite); });
 }
 
 void LayerWechseln(const Ebenenort& erster, const Ebenenort& zweiter,
-                   const std::function<void(std::string_view)>& melden, const Fortgang& weiter) {
+                   const std::function<void(std::string_view)>& melden, const Fortgang& weiter,
+                   Schemaschritt* schritt) {
     Database ersteDatenbank = OpenDatabase(erster.schema.datenbankPfad);
     ersteDatenbank.fortgangFragen(weiter);
     Database zweiteDatenbank = ersteDatenbank.danebenOeffnen(zweiter.schema.datenbankPfad);
@@ -306,28 +323,43 @@ void LayerWechseln(const Ebenenort& erster, const Ebenenort& zweiter,
     const bool mitSichSelbst = ersteDatenbank.istDieselbeDatei(zweiteDatenbank) &&
                                erster.schema.schemaName == zweiter.schema.schemaName &&
                                erster.index == zweiter.index;
+    Schemaschritt tat(erster.schema.datenbankPfad, zweiter.schema.datenbankPfad,
+                      {bereich(erste, false), bereich(zweite, true)});
     if (!mitSichSelbst)
-        ersteDatenbank.inEinerTransaktion([&] {
+        tat.tun(ersteDatenbank, zweiteDatenbank, [&] {
             if (erste.wahl.tasten)
                 return tastenWechseln(erste, zweite);
             linienWechseln(erste, zweite);
             aktionenWechseln(erste, zweite);
         });
     ersteDatenbank.Close();
+    if (schritt)
+        *schritt = std::move(tat);
     melden("Aktion Wechsel ist durchgeführt!");
 }
 
 void LayerKopieren(const Ebenenort& quelle, const Schemaort& ziel,
-                   const std::array<bool, EBENENWAHLEN>& ziele, const Fortgang& weiter) {
+                   const std::array<bool, EBENENWAHLEN>& ziele, const Fortgang& weiter,
+                   Schemaschritt* schritt) {
     const Wahl wahl = wahlVon(quelle.index);
     if (wahl.tasten)
         return;
     const Kopie kopie = kopieLesen(quelle.schema, wahl, weiter);
-    Database datenbank = OpenDatabase(zielpfad(quelle.schema, ziel));
+    const auto pfad = zielpfad(quelle.schema, ziel);
+    Database datenbank = OpenDatabase(pfad);
     datenbank.fortgangFragen(weiter);
-    datenbank.inEinerTransaktion([&] {
-        for (int k = 0; k < static_cast<int>(EBENENWAHLEN); ++k)
-            if (ziele[static_cast<std::size_t>(k)] && !istTastenebene(k))
-                kopieSchreiben(kopie, {datenbank, ziel, wahlVon(k)});
+    std::vector<Seite> seiten;
+    std::vector<Schemaschritt::Bereich> bereiche;
+    for (int k = 0; k < static_cast<int>(EBENENWAHLEN); ++k)
+        if (ziele[static_cast<std::size_t>(k)] && !istTastenebene(k)) {
+            seiten.push_back({datenbank, ziel, wahlVon(k)});
+            bereiche.push_back(bereich(seiten.back(), false));
+        }
+    Schemaschritt tat(pfad, "", std::move(bereiche));
+    tat.tun(datenbank, datenbank, [&] {
+        for (const auto& seite : seiten)
+            kopieSchreiben(kopie, seite);
     });
+    if (schritt)
+        *schritt = std::move(tat);
 }

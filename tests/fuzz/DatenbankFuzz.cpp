@@ -129,7 +129,7 @@ void schreiben(const std::string& pfad, const fs::path& ordner) {
     versuchen([&] { LayerKopieren({{pfad, S}, 0}, {pfad, "T"}, {false, true}); });
     versuchen([&] { LayerLoeschen({{pfad, "T"}, 4}, ja); });
     versuchen([&] { SchemaAnlegen(pfad, "Neu", "pfad", ja); });
-    versuchen([&] { SchemaLoeschen(pfad, ordner.string(), S, stumm); });
+    versuchen([&] { SchemaLoeschen({pfad, ordner.string(), (ordner / "Gamepad.xml").string()}, S, stumm); });
 }
 
 } // namespace

@@ -39,13 +39,13 @@ protected:
                           " VALUES ('" + name + "'" + (linien ? ", " + std::to_string(i) : "") + ")");
         }
     }
+    Schemaplatz platz() const { return {datei.pfad(), bilder(), (datei.ordner() / "Gamepad.xml").string()}; }
     void loeschen(const std::string& name) {
         meldungen.clear();
-        SchemaLoeschen(datei.pfad(), bilder(), name,
-                       [&](std::string_view text) { meldungen.emplace_back(text); });
+        SchemaLoeschen(platz(), name, [&](std::string_view text) { meldungen.emplace_back(text); });
     }
     void fragenUndLoeschen(const std::string& name, bool antwort) {
-        SchemaLoeschenFragen(datei.pfad(), bilder(), name,
+        SchemaLoeschenFragen(platz(), name,
                              {[&, antwort](std::string_view frage, std::string_view titel) {
                                   fragen.emplace_back(std::string(titel) + ": " + std::string(frage));
                                   return antwort;
@@ -134,7 +134,7 @@ TEST_F(SchemaloeschenTest, GemeldetWirdWennAllesFortIst) {
     bildLegen("S0L.bmp");
     datei.sql("DELETE FROM tblSteuerKreuz; DELETE FROM tblStickAktion");
     std::vector<std::string> gemeldet;
-    SchemaLoeschen(datei.pfad(), bilder(), "S", [&](std::string_view text) {
+    SchemaLoeschen(platz(), "S", [&](std::string_view text) {
         gemeldet.emplace_back(text);
         EXPECT_THAT(zeilenzahlen("S"), testing::Each(0));
         EXPECT_THAT(bildnamen(), IsEmpty());
@@ -175,7 +175,7 @@ TEST_F(SchemaloeschenTest, DerNameIstEineKopieUndDieDateiWaehrendEinerMeldungFre
     for (const std::string bild : {"S1R.bmp", "T1R.bmp"})
         bildLegen(bild);
     std::string SchemaName = "S";
-    SchemaLoeschen(datei.pfad(), bilder(), SchemaName, [&](std::string_view) {
+    SchemaLoeschen(platz(), SchemaName, [&](std::string_view) {
         SchemaName = "T";
         RoheVerbindung(datei.pfad()).sql("BEGIN EXCLUSIVE; COMMIT");
     });
@@ -227,7 +227,7 @@ TEST_F(SchemaloeschenTest, SperreSchreibschutzUndFehlendeDateiLassenAllesWieEsIs
         andere.sql("COMMIT");
     }
     EXPECT_EQ(fehlernummerNurLesend(datei, [&] { loeschen("S"); }), 3027);
-    EXPECT_EQ(fehlernummer([&] { SchemaLoeschen(datei.pfad() + ".fehlt", bilder(), "S", {}); }), 3024);
+    EXPECT_EQ(fehlernummer([&] { SchemaLoeschen({datei.pfad() + ".fehlt", bilder(), ""}, "S", {}); }), 3024);
     EXPECT_EQ(datei.inhalt(), vorher);
     EXPECT_THAT(bildnamen(), ElementsAre("S0L.bmp"));
 }

@@ -88,7 +88,9 @@ std::vector<Schematat> grosseTaten() {
              StickLinienLesen(pfad, Stickseite::Links, "halb", keineMeldung);
          }},
         {"Loeschen",
-         [](const auto& pfad, const auto& bilder) { SchemaLoeschen(pfad, bilder, "S", keineMeldung); }},
+         [](const auto& pfad, const auto& bilder) {
+             SchemaLoeschen({pfad, bilder, ""}, "S", keineMeldung);
+         }},
     };
 }
 

@@ -153,8 +153,9 @@ TEST(SchemaStromEinzeln, EinGeloeschtesVerliertErstSeineZeilenDannSeineBilder) {
     const Stromprobe probe{
         datei.ordner(),
         [&] {
-            return tun(
-                [&] { SchemaLoeschen(datei.pfad(), bilder.string() + "/", "S", [](std::string_view) {}); });
+            return tun([&] {
+                SchemaLoeschen({datei.pfad(), bilder.string() + "/", ""}, "S", [](std::string_view) {});
+            });
         },
         [&] {
             const std::string zeilen = datenbankstand(datei.pfad());
