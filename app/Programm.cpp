@@ -19,7 +19,7 @@ Programm::Programm(const Plattform& plattform)
     , stickeditoren_(zustand_, laufsteuerung_, plattform.tastatur,
                      {plattform.joystick, plattform.zeitgeber, plattform.ton, plattform.aufnahme})
     , hauptform_(zustand_.global, zustand_.achsendatei, laufsteuerung_, plattform.prozess,
-                 plattform.zeitgeber)
+                 plattform.zeitgeber, taten_)
     , tastenankunft_(plattform.eingabeweg, hauptform_.hilfe())
     , weitergabe_({hauptform_, zustand_.global, plattform.gamepadXml, "Game-Pad-Konfic " PROGRAMMVERSION,
                    [this](const std::string& schema) { return umbenennenHindert(schema); },
@@ -71,8 +71,9 @@ void Programm::uebersichtZeigen() {
     uebersicht_.zeigen([this] {
         auto info = std::make_unique<Infoansicht>(zustand_.global, plattform_.gamepadXml, plattform_.joystick,
                                                   laufsteuerung_, plattform_.zeitgeber, plattform_.tastatur);
-        auto form = std::make_unique<Uebersicht>(zustand_.global, std::move(info));
+        auto form = std::make_unique<Uebersicht>(zustand_.global, std::move(info), taten_);
         QObject::connect(&hauptform_, &frmHaupt::schemaGeloescht, form.get(), &Uebersicht::schemaVergessen);
+        QObject::connect(&hauptform_, &frmHaupt::schemaZurueckgeholt, form.get(), &Uebersicht::schemaZurueck);
         form->laden();
         return form;
     });

@@ -2,6 +2,7 @@
 // The composition: makes the parts of the program and joins them. Lives as long as the process.
 #pragma once
 
+#include "editors/common/Tatfolge.h"
 #include "editors/exchange/Weitergabe.h"
 #include "editors/main/Editoren.h"
 #include "editors/main/Sicherungsdienst.h"
@@ -69,6 +70,7 @@ private:
     Laufsteuerung laufsteuerung_;
     Editoren editoren_;
     Stickeditoren stickeditoren_;
+    Tatfolge taten_;
     frmHaupt hauptform_;
     Tastenankunft tastenankunft_;
     Einzelform<Uebersicht> uebersicht_;

@@ -8,6 +8,7 @@
 #include "editors/common/Kurzlabel.h"
 #include "editors/common/Padzeile.h"
 #include "editors/common/Speicherstand.h"
+#include "editors/common/Tatfolge.h"
 #include "editors/exchange/Schemamenue.h"
 #include "editors/main/Sicherungsdienst.h"
 #include "editors/main/Stickrahmen.h"
@@ -25,11 +26,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 namespace {
 
@@ -96,11 +99,12 @@ void setzeText(QLineEdit& feld, const std::string& text) {
 } // namespace
 
 frmHaupt::frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerung& laufsteuerung,
-                   Prozess& prozess, Zeitgeber& zeitgeber)
+                   Prozess& prozess, Zeitgeber& zeitgeber, Tatfolge& taten)
     : global_(global)
     , achsendatei_(achsendatei)
     , laufsteuerung_(laufsteuerung)
     , prozess_(prozess)
+    , taten_(taten)
     , hilfe_(global, prozess) {
     setObjectName("frmHaupt");
     setWindowTitle("Game-Pad-Konfic");
@@ -126,7 +130,10 @@ void frmHaupt::aufbauen() {
     unterteil_ = unterteil();
     anordnung->addWidget(unterteil_, 1);
     anordnung->addStretch();
-    anordnung->addWidget(new Padzeile(laufsteuerung_.joystick()));
+    auto* unten = new QHBoxLayout;
+    unten->addWidget(new Padzeile(laufsteuerung_.joystick()), 1);
+    unten->addWidget(rueckgaengig_ = new Tatangebot(taten_));
+    anordnung->addLayout(unten);
     gleichBreit(*findChild<QLabel*>(feldname("Label1", 0)), *findChild<QLabel*>(feldname("Label1", 1)));
     setTabOrder(knoepfe_[DATENBANK], knoepfe_[SCHEMA_STARTEN]); // stands to the right of both rows
     breiteSetzen(*this, BREITE);
@@ -388,20 +395,7 @@ void frmHaupt::starten() {
 
 void frmHaupt::loeschen() {
     const auto name = global_.SchemaName;
-    {
-        Geduld geduld(this);
-        const auto fragen = [&](std::string_view text, std::string_view titel) {
-            const bool ja = frage(this, qt(text), qt(titel));
-            geduld.ruhen();
-            return ja;
-        };
-        const auto melden = [&](std::string_view text) {
-            geduld.ruhen();
-            meldung(this, qt(text), "");
-        };
-        SchemaLoeschenFragen({global_.DatenbankPfad, global_.BilderPfad, achsendatei_.pfad()},
-                             global_.SchemaName, {fragen, melden, [&] { return geduld.weiter(); }});
-    }
+    loeschenFragen();
     const bool zeileWeg = achsendatei_.GamepadLoeschen(); // also after a Nein
     schemataLesen();
     const auto& namen = schemata_.SchemaNamen;
@@ -417,6 +411,44 @@ void frmHaupt::loeschen() {
                         "werden: Gamepad.xml lässt sich nicht lesen oder nicht schreiben.")
                     .arg(qt(name)),
                 "");
+}
+
+/// Asks, and deletes; from then on it can be taken back.
+void frmHaupt::loeschenFragen() {
+    const auto name = global_.SchemaName;
+    const auto geloeschtes = std::make_shared<GeloeschtesSchema>();
+    laufsteuerung_.streuungAbwarten(); // what was counted last goes along, and comes back
+    Geduld geduld(this);
+    const auto merken = qScopeGuard([&] {
+        if (geloeschtes->zurueckgebbar())
+            taten_.merken({QString("Löschen von „%1“").arg(qt(name)),
+                           [geloeschtes](const Fortgang& weiter) { geloeschtes->zurueckgeben(weiter); },
+                           [this, name] {
+                               schemaZurueck(name);
+                               emit schemaZurueckgeholt(name);
+                           }});
+    });
+    const auto fragen = [&](std::string_view text, std::string_view titel) {
+        const bool ja = frage(this, qt(text), qt(titel));
+        geduld.ruhen();
+        return ja;
+    };
+    const auto melden = [&](std::string_view text) {
+        geduld.ruhen();
+        meldung(this, qt(text), "");
+    };
+    SchemaLoeschenFragen({global_.DatenbankPfad, global_.BilderPfad, achsendatei_.pfad()}, name,
+                         {fragen, melden, [&] { return geduld.weiter(); }}, geloeschtes.get());
+}
+
+/// While a name is being typed the list is put aside.
+void frmHaupt::schemaZurueck(const std::string& name) {
+    if (!verwerfen_->isEnabled())
+        return neuLesen(name);
+    if (!vorher_.liste.contains(qt(name)))
+        vorher_.liste << qt(name);
+    vergebeneNamenLesen();
+    nameZeigen();
 }
 
 void frmHaupt::neu() {

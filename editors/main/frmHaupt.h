@@ -26,6 +26,8 @@ class Kurzlabel;
 class Laufsteuerung;
 class Prozess;
 class Schemamenue;
+class Tatangebot;
+class Tatfolge;
 class QComboBox;
 class QLineEdit;
 class QPushButton;
@@ -37,7 +39,7 @@ class frmHaupt final : public QWidget {
 
 public:
     frmHaupt(GobalVariable& global, Achsendatei& achsendatei, Laufsteuerung& laufsteuerung, Prozess& prozess,
-             Zeitgeber& zeitgeber);
+             Zeitgeber& zeitgeber, Tatfolge& taten);
 
     /// Load of the form: priority, paths, the list. A database that can't be read gives one message box and
     /// an empty list. Whether it could be read.
@@ -48,6 +50,9 @@ public:
 
     /// Shows for a moment that a form which closes when it saves has saved.
     void gespeichertZeigen();
+
+    /// A `Schema` that was deleted is there again: the list has it.
+    void schemaZurueck(const std::string& name);
 
     /// Reads the list anew and chooses a `Schema` in it.
     void neuLesen(const std::string& schema);
@@ -75,6 +80,8 @@ signals:
     /// After "Schema löschen" the database has no `Schema` of this name; whatever the answer was, where it
     /// had none before.
     void schemaGeloescht(const std::string& name);
+    /// The deletion of this `Schema` was taken back.
+    void schemaZurueckgeholt(const std::string& name);
     /// The form was closed: the program ends.
     void geschlossen();
     /// The editor of a stick is to open for the current `Schema`.
@@ -99,6 +106,7 @@ private:
     void Command1Klick(int index);
     void starten();
     void loeschen();
+    void loeschenFragen();
     void neu();
     void nameErfragen();
     void nameVerwerfen();
@@ -114,6 +122,7 @@ private:
     Achsendatei& achsendatei_;
     Laufsteuerung& laufsteuerung_;
     Prozess& prozess_;
+    Tatfolge& taten_;
     Hilfe hilfe_;
     Schemaliste schemata_;
     std::vector<std::string> vergebeneNamen_; ///< while a name is asked for: those that there are
@@ -132,5 +141,6 @@ private:
     Schemamenue* schemamenue_ = nullptr;
     QWidget* unterteil_ = nullptr;
     Gespeichertzeichen* gespeichert_ = nullptr;
+    Tatangebot* rueckgaengig_ = nullptr;
     std::map<int, QPushButton*> knoepfe_;
 };

@@ -7,6 +7,7 @@
 #include "editors/common/Geduld.h"
 #include "editors/common/Hinweistext.h"
 #include "editors/common/Optionen.h"
+#include "editors/common/Tatfolge.h"
 #include "store/schema/modLesen.h"
 
 #include <QCheckBox>
@@ -19,8 +20,10 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -75,6 +78,15 @@ QString mitSeite(int seite, const QString& name) {
     return QString("%1: %2").arg(SEITENNAMEN[static_cast<std::size_t>(seite)], name);
 }
 
+/// „S“ (Linker Stick, Standart)
+QString ortsname(const Ebenenort& ort) {
+    const auto ebene = static_cast<std::size_t>(ort.index);
+    const auto rahmen = std::ranges::find_if(RAHMEN, [&](const Rahmen& einer) {
+        return ebene >= einer.ersteEbene && ebene < einer.ersteEbene + EBENEN;
+    });
+    return QString("„%1“ (%2, %3)").arg(qt(ort.schema.schemaName), rahmen->text, EBENENTEXTE[ebene]);
+}
+
 /// The name that was chosen, with the extension of a database where one without is no file.
 QString mitEndung(const QString& datei) {
     const QFileInfo angaben(datei);
@@ -83,8 +95,8 @@ QString mitEndung(const QString& datei) {
 
 } // namespace
 
-Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht> info)
-    : global_(global), info_(std::move(info)) {
+Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht> info, Tatfolge& taten)
+    : global_(global), info_(std::move(info)), taten_(taten) {
     setObjectName("Uebersicht");
     setWindowTitle("Ubersicht für SchemaDatenbank");
     quellebenen_ = optionen("Option1", EBENENTEXTE);
@@ -97,6 +109,7 @@ Uebersicht::Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht>
         spalten->addWidget(schemaspalte(seite), 1);
     anordnung->addLayout(spalten, 1);
     anordnung->addWidget(knopfzeile());
+    anordnung->addWidget(new Tatangebot(taten_), 0, Qt::AlignLeft);
     hoeheSetzen(*this, 0);
 
     for (auto* option : quellebenen_) {
@@ -219,6 +232,12 @@ void Uebersicht::laden() {
         for (auto* combo : schemalisten_)
             combo->addItems(liste); // the first one is selected by that
     });
+}
+
+void Uebersicht::schemaZurueck(const std::string& name) {
+    for (auto* liste : schemalisten_)
+        if (liste->findText(qt(name), Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+            liste->addItem(qt(name));
 }
 
 void Uebersicht::closeEvent(QCloseEvent* ereignis) {
@@ -388,35 +407,61 @@ void Uebersicht::editorenEntladen() {
 void Uebersicht::loeschen() {
     if (schemaFehlt(1))
         return;
-    Geduld geduld(this);
-    LayerLoeschen(
-        quelle(),
-        [&](std::string_view text) {
-            geduld.ruhen();
-            const bool ja = frage(this, qt(text), "");
-            geduld.ruhen();
-            return ja;
-        },
-        [&] { return geduld.weiter(); });
+    const auto ort = quelle();
+    rueckgaengigMachbar("Löschen von " + ortsname(ort), [&](Schemaschritt& schritt) {
+        Geduld geduld(this);
+        LayerLoeschen(
+            ort,
+            [&](std::string_view text) {
+                geduld.ruhen();
+                const bool ja = frage(this, qt(text), "");
+                geduld.ruhen();
+                return ja;
+            },
+            [&] { return geduld.weiter(); }, &schritt);
+    });
 }
 
 void Uebersicht::wechseln() {
-    Geduld geduld(this);
-    for (int i = 0; i < static_cast<int>(EBENENWAHLEN); ++i)
-        if (zielebenen_[static_cast<std::size_t>(i)]->isChecked())
-            return LayerWechseln(
-                quelle(), {schema(1), i},
-                [&](std::string_view text) {
-                    geduld.ruhen();
-                    meldung(this, qt(text), "");
-                },
-                [&] { return geduld.weiter(); });
+    const auto gesetztes = std::ranges::find_if(zielebenen_, &QCheckBox::isChecked);
+    if (gesetztes == zielebenen_.end())
+        return;
+    const auto erster = quelle();
+    const Ebenenort zweiter{schema(1), static_cast<int>(gesetztes - zielebenen_.begin())};
+    const auto name = QString("Wechsel von %1 mit %2").arg(ortsname(erster), ortsname(zweiter));
+    rueckgaengigMachbar(name, [&](Schemaschritt& schritt) {
+        Geduld geduld(this);
+        LayerWechseln(
+            erster, zweiter,
+            [&](std::string_view text) {
+                geduld.ruhen();
+                meldung(this, qt(text), "");
+            },
+            [&] { return geduld.weiter(); }, &schritt);
+    });
 }
 
 void Uebersicht::kopieren() {
     std::array<bool, EBENENWAHLEN> ziele{};
     for (std::size_t k = 0; k < ziele.size(); ++k)
         ziele[k] = zielebenen_[k]->isChecked();
-    Geduld geduld(this);
-    LayerKopieren(quelle(), schema(1), ziele, [&] { return geduld.weiter(); });
+    const auto von = quelle();
+    const auto nach = schema(1);
+    const auto name = QString("Kopieren von %1 nach „%2“").arg(ortsname(von), qt(nach.schemaName));
+    rueckgaengigMachbar(name, [&](Schemaschritt& schritt) {
+        Geduld geduld(this);
+        LayerKopieren(
+            von, nach, ziele, [&] { return geduld.weiter(); }, &schritt);
+    });
+}
+
+/// Does `arbeit`, and offers to take back what it has changed, also where it was broken off half way.
+template <class Arbeit> void Uebersicht::rueckgaengigMachbar(const QString& name, Arbeit&& arbeit) {
+    const auto schritt = std::make_shared<Schemaschritt>();
+    const auto merken = qScopeGuard([&] {
+        if (!schritt->leer())
+            taten_.merken(
+                {name, [schritt](const Fortgang& weiter) { schritt->zuruecknehmen(weiter); }, [] {}});
+    });
+    arbeit(*schritt);
 }

@@ -23,12 +23,13 @@ class QGroupBox;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
+class Tatfolge;
 
 class Uebersicht final : public QWidget {
     Q_OBJECT
 
 public:
-    Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht> info);
+    Uebersicht(const GobalVariable& global, std::unique_ptr<Infoansicht> info, Tatfolge& taten);
 
     /// Load of the form. A database that can't be read gives one message box and empty lists.
     void laden();
@@ -39,6 +40,9 @@ public:
     void command1Enable(int art);
     /// With 0 opens the targets that fit the source; with all else nothing is set up any more.
     void frameEnable(const std::int16_t& art);
+
+    /// A `Schema` that was deleted is there again: the lists have it.
+    void schemaZurueck(const std::string& name);
 
     /// Closes what shows a `Schema` that was deleted.
     void schemaVergessen(const std::string& name) { info_->schemaVergessen(name); }
@@ -69,9 +73,11 @@ private:
     std::string pfad(int seite) const;
     Schemaort schema(int seite) const;
     Ebenenort quelle() const;
+    template <class Arbeit> void rueckgaengigMachbar(const QString& name, Arbeit&& arbeit);
 
     const GobalVariable& global_;
     std::unique_ptr<Infoansicht> info_;
+    Tatfolge& taten_;
     InfoEditor InfoEditor_ = InfoEditor::Keiner;
 
     std::array<QLineEdit*, 2> pfadfelder_{};

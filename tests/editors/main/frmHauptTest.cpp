@@ -274,7 +274,8 @@ TEST_F(FrmHaupt, EinGetippterNameIstSogleichDasAktuelleSchemaUndRuehrtKeineAchse
     schema("Eins");
     Laufzustand zustand(pad_, (datenbank_.ordner() / "Gamepad.xml").string());
     Laufsteuerung laeufe(zustand, pad_, eingabe_, uhr_, marke_);
-    frmHaupt form(zustand.global, zustand.achsendatei, laeufe, prozess_, uhr_);
+    Tatfolge taten;
+    frmHaupt form(zustand.global, zustand.achsendatei, laeufe, prozess_, uhr_, taten);
     form.laden();
     EXPECT_EQ(zustand.global.SchemaName, "Eins");
     const auto achsen = dateiLesen(datenbank_.ordner() / "Gamepad.xml");
