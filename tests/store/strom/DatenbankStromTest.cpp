@@ -223,6 +223,16 @@ TEST_F(EbenenStrom, EinWechselDerScheitertWirdGesagtUndAendertKeineDerDateien) {
     }));
 }
 
+TEST_F(EbenenStrom, EinWechselDerZurueckgenommenWirdIstGanzOderGarNichtZurueck) {
+    for (const int index : {1, 3}) {
+        Schemaschritt schritt;
+        LayerWechseln({{eine, "S"}, index}, {{andere, "S"}, index}, keineMeldung, {}, &schritt);
+        const auto zuruecknehmen = probe([&] { schritt.zuruecknehmen(); }, index == 3);
+        erwarteGanzOderGarNicht(zuruecknehmen);
+        erwarteGesagtUndNichtsVerloren(zuruecknehmen);
+    }
+}
+
 // By itself: it has no journal that names both.
 TEST_F(EbenenStrom, AuchEineAenderungDerZweitenDateiAlleinIstGanzOderGarNicht) {
     erwarteGanzOderGarNicht(probe([&] {
