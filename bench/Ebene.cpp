@@ -221,7 +221,7 @@ BENCHMARK(streubildMischen)
     ->Args({3840, 2160})
     ->Unit(benchmark::kMillisecond);
 
-// From the file to the window: read, mixed, the symbols on it, all that lies on the plane painted.
+// From the file to the window, again: read, the picture that is kept, all that lies on the plane painted.
 void streubildZeigen(benchmark::State& stand) {
     Editor editor(groesse(stand));
     editor.gespielt();
@@ -253,6 +253,28 @@ double neunundneunzigstes(std::vector<double> zeiten) {
     std::ranges::sort(zeiten);
     return zeiten[zeiten.size() * 99 / 100];
 }
+
+// The same in an editor that has not shown it yet.
+void streubildErstmals(benchmark::State& stand) {
+    Editor editor(groesse(stand));
+    editor.gespielt();
+    for (auto _ : stand) {
+        stand.PauseTiming();
+        editor.oeffnen();
+        editor.streubildSchalten(false);
+        stand.ResumeTiming();
+        editor.streubildSchalten(true);
+        stand.PauseTiming();
+        editor.streubildSchalten(false);
+        editor.schliessen();
+        stand.ResumeTiming();
+    }
+}
+BENCHMARK(streubildErstmals)
+    ->Args({1024, 768})
+    ->Args({1920, 1080})
+    ->Args({3840, 2160})
+    ->Unit(benchmark::kMillisecond);
 
 // A line that is picked up follows the mouse, pixel by pixel; beside the mean the 99th of a hundred.
 void linieHinterDerMaus(benchmark::State& stand, bool mitStreubild) {

@@ -149,9 +149,11 @@ void Stickebene::bildSetzen(const QImage& bild) {
 }
 
 void Stickebene::streuungSetzen(std::vector<std::uint32_t> takte) {
-    streutakte_ = std::move(takte);
-    if (!gestreckt_.isNull())
-        grundLegen();
+    streuungAn_ = !takte.empty();
+    if (streuungAn_ && takte != streutakte_) {
+        streutakte_ = std::move(takte);
+        gestreutVeraltet_ = true;
+    }
     update();
 }
 
@@ -169,17 +171,16 @@ void Stickebene::rauschenZeigen(const std::vector<Rauschmarke>& marken) {
     }
 }
 
+/// Where symbols have come or gone all is painted anew, each in its turn, so that it is the same as painted
+/// whole.
 void Stickebene::symboleZeigen() {
-    symboleVeraltet_ = true;
-    update(neuzumalen());
-}
-
-/// Where symbols have come or gone since they were painted.
-QRegion Stickebene::neuzumalen() const {
+    auto neue = symbole_.symbole();
     QRegion flaeche;
-    for (const auto& symbol : symbolunterschied(gemalte_, symbole_.symbole()))
+    for (const auto& symbol : symbolunterschied(gezeigte_, neue))
         flaeche |= symbolumriss(symbol, size()).toAlignedRect();
-    return flaeche & rect();
+    gezeigte_ = std::move(neue);
+    stempelVeraltet_ = true;
+    update(flaeche & rect());
 }
 
 QRectF Stickebene::geraetepixel(const QRect& pixel) const {
@@ -188,7 +189,7 @@ QRectF Stickebene::geraetepixel(const QRect& pixel) const {
 }
 
 /// The picture, which fills the plane, with nothing on it.
-void Stickebene::hintergrundMalen() {
+void Stickebene::bildStrecken() {
     const QSize pixel = (QSizeF(size()) * devicePixelRatioF()).toSize();
     gestreckt_ =
         bild_.isNull() ? QImage() : bild_.scaled(pixel, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -199,49 +200,41 @@ void Stickebene::hintergrundMalen() {
         if (!gemaltes.isNull())
             QPainter(&gestreckt_).drawImage(0, 0, gemaltes);
     }
-    grundLegen();
+    gestreutVeraltet_ = true;
+    if (!streuungAn_)
+        gestreut_ = {};
 }
 
 /// Picture and where the stick was. Its image is used again where that can be.
-void Stickebene::grundLegen() {
+const QImage& Stickebene::gestreut() {
+    if (!std::exchange(gestreutVeraltet_, false))
+        return gestreut_;
     streubild_.setzen(streutakte_, istHell(gestreckt_));
-    if (streubild_.leer()) {
-        hintergrund_ = gestreckt_; // parted as soon as a symbol is painted
-    } else {
-        if (hintergrund_.size() != gestreckt_.size() || !hintergrund_.isDetached())
-            hintergrund_ = QImage(gestreckt_.size(), gestreckt_.format());
-        streubild_.mischen(gestreckt_, hintergrund_, hintergrund_.rect());
-    }
-    gemalte_ = {};
-    symboleVeraltet_ = true;
+    if (streubild_.leer())
+        return gestreut_ = gestreckt_;
+    if (gestreut_.size() != gestreckt_.size() || !gestreut_.isDetached())
+        gestreut_ = QImage(gestreckt_.size(), gestreckt_.format());
+    streubild_.mischen(gestreckt_, gestreut_, gestreut_.rect());
+    return gestreut_;
 }
 
-/// Wipes off what differs, and paints what is there now. All that touches such a place is painted anew there,
-/// in its order, so that it is the same picture as one painted whole.
-void Stickebene::symboleMalen() {
-    QRegion wo;
-    for (const auto& teil : neuzumalen()) {
-        const auto stelle = geraetepixel(teil).toAlignedRect();
-        streubild_.mischen(gestreckt_, hintergrund_, stelle);
-        wo |= stelle;
-    }
-    QPainter maler(&hintergrund_);
-    if (!gemalte_.empty())
-        maler.setClipRegion(wo);
-    maler.scale(devicePixelRatioF(), devicePixelRatioF());
-    symbole_.malen(maler, size(), wo);
-    gemalte_ = symbole_.symbole();
-    symboleVeraltet_ = false;
+void Stickebene::symboleStempeln() {
+    stempel_.setzen(gezeigte_, size(), devicePixelRatioF());
+    stempelVeraltet_ = false;
 }
 
 void Stickebene::paintEvent(QPaintEvent* ereignis) {
-    if (gestreckt_.size() != (QSizeF(size()) * devicePixelRatioF()).toSize())
-        hintergrundMalen();
-    if (symboleVeraltet_)
-        symboleMalen();
+    if (gestreckt_.size() != (QSizeF(size()) * devicePixelRatioF()).toSize()) {
+        bildStrecken();
+        stempelVeraltet_ = true;
+    }
+    if (stempelVeraltet_)
+        symboleStempeln();
+    const auto& grund = streuungAn_ ? gestreut() : gestreckt_;
     QPainter maler(this);
     for (const auto& teil : ereignis->region())
-        maler.drawImage(QRectF(teil), hintergrund_, geraetepixel(teil));
+        maler.drawImage(QRectF(teil), grund, geraetepixel(teil));
+    stempel_.legen(maler, ereignis->region());
 }
 
 void Stickebene::resizeEvent(QResizeEvent*) {

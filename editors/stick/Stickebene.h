@@ -8,6 +8,7 @@
 
 #include "editors/stick/Ebenenteile.h"
 #include "editors/stick/Streubild.h"
+#include "editors/stick/Symbolstempel.h"
 #include "editors/stick/Zonenbild.h"
 #include "store/schema/Linientabelle.h"
 
@@ -61,11 +62,12 @@ public:
 
     /// The picture behind everything, stretched over the plane; none when it is null.
     void bildSetzen(const QImage& bild);
-    /// Where the stick was, ticks by cell as Streudaten has them, over that picture; none: empty.
+    /// Where the stick was, ticks by cell as Streudaten has them, over that picture; none: empty. What was
+    /// shown last is kept: to show the same again costs nothing.
     void streuungSetzen(std::vector<std::uint32_t> takte);
     /// The marks of noise, in plane units, in place of those that are shown.
     void rauschenZeigen(const std::vector<Rauschmarke>& marken);
-    /// The symbols of the fields, drawn onto the picture; show after symboleZeigen.
+    /// The symbols of the fields, which lie on the picture; show after symboleZeigen.
     Zonenbild& symbole() { return symbole_; }
     void symboleZeigen();
 
@@ -98,10 +100,9 @@ private:
 
     void linienBauen();
     void pfeileBauen();
-    void hintergrundMalen();
-    void grundLegen();
-    void symboleMalen();
-    QRegion neuzumalen() const;
+    void bildStrecken();
+    const QImage& gestreut();
+    void symboleStempeln();
     QRectF geraetepixel(const QRect& pixel) const;
 
     std::array<std::array<Linienpaar, LINIENCONTROLS>, RICHTUNGEN> linien_{};
@@ -114,13 +115,16 @@ private:
     std::vector<Ebenenteil*> teile_;
     std::vector<Rauschstreifen*> streifen_; ///< as many as were ever needed
     QImage bild_;
-    std::vector<std::uint32_t> streutakte_;
-    Streubild streubild_;
     Zonenbild symbole_;
-    // Both at the plane's size in device pixels, and kept: to stretch the picture costs more than all
-    // symbols, and to lay out a picture as large as a screen nearly as much.
-    QImage gestreckt_;                ///< the picture by itself; null when it is to be stretched anew
-    QImage hintergrund_;              ///< picture, where the stick was, and symbols
-    std::vector<Feldsymbol> gemalte_; ///< the symbols on it; of new ones only the difference is painted
-    bool symboleVeraltet_ = true;
+    std::vector<Feldsymbol> gezeigte_; ///< the symbols that are shown; of new ones only the difference is
+    Symbolstempel stempel_;
+    bool stempelVeraltet_ = true;
+    // At the plane's size in device pixels, and kept: to stretch the picture, to lay the counts over it and
+    // to paint the symbols each costs more than all the rest of a window.
+    QImage gestreckt_; ///< the picture by itself; null when it is to be stretched anew
+    QImage gestreut_;  ///< the picture and where the stick was
+    bool gestreutVeraltet_ = true;
+    bool streuungAn_ = false;
+    std::vector<std::uint32_t> streutakte_; ///< of the picture that is kept, also while it is off
+    Streubild streubild_;
 };

@@ -11,7 +11,8 @@ constexpr std::array<QRgb, 10> STUETZFARBEN{0xff440154, 0xff482878, 0xff3e4989, 
                                             0xff1f9e89, 0xff35b779, 0xff6dcd59, 0xffb4de2c, 0xfffde725};
 
 constexpr double HELL = 0.5;
-constexpr int PROBEN = 64; ///< places an axis by which a picture is light or dark
+constexpr std::size_t GEMERKTE = 16384; ///< counts below have their colour looked up
+constexpr int PROBEN = 64;              ///< places an axis by which a picture is light or dark
 
 // The fixed quarters make a pixel a shift, a mask and an addition, all three colours at once: at 3840 by 2160
 // there are eight million.
@@ -75,14 +76,23 @@ void Streubild::setzen(const std::vector<std::uint32_t>& takte, bool hellerGrund
     if (leer_)
         return;
     // From the first tick on there is a colour: the scale has its 0 at half a tick.
-    const auto& farben = skala();
     const double ganz = std::log(2.0 * meiste + 1);
-    for (std::size_t i = 0; i < std::min(takte.size(), farben_.size()); ++i)
-        if (takte[i] > 0) {
-            const double wert = std::log(2.0 * takte[i] + 1) / ganz;
-            const auto stufe = (hellerGrund ? 1 - wert : wert) * static_cast<double>(farben.size() - 1);
-            farben_[i] = farben[static_cast<std::size_t>(std::max(0.0, stufe) + 0.5)];
-        }
+    const auto farbeVon = [&farben = skala(), ganz, hellerGrund](std::uint32_t anzahl) {
+        const double wert = std::log(2.0 * anzahl + 1) / ganz;
+        const auto stufe = (hellerGrund ? 1 - wert : wert) * static_cast<double>(farben.size() - 1);
+        return farben[static_cast<std::size_t>(std::max(0.0, stufe) + 0.5)];
+    };
+    // Most cells share few small counts, and a logarithm costs more than all else.
+    std::vector<QRgb> gemerkte(GEMERKTE);
+    for (std::size_t i = 0; i < std::min(takte.size(), farben_.size()); ++i) {
+        const auto anzahl = takte[i];
+        if (anzahl == 0)
+            continue;
+        if (anzahl >= GEMERKTE)
+            farben_[i] = farbeVon(anzahl);
+        else if (farben_[i] = gemerkte[anzahl]; farben_[i] == 0)
+            farben_[i] = gemerkte[anzahl] = farbeVon(anzahl);
+    }
 }
 
 // Cells of a row with one colour are one strip, most of all those in which there is nothing.

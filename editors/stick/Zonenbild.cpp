@@ -71,8 +71,15 @@ QPainterPath pfadVon(const Feldsymbol& symbol, const Abbildung& abbildung) {
     return std::visit([&](const auto& form) { return weg(form, abbildung); }, symbol.form);
 }
 
-void symbolMalen(QPainter& maler, const Feldsymbol& symbol, const Abbildung& abbildung) {
-    const auto pfad = pfadVon(symbol, abbildung);
+} // namespace
+
+QColor symbolfarbwert(std::int32_t farbe) {
+    return QColor(farbe & 0xff, (farbe >> 8) & 0xff, (farbe >> 16) & 0xff);
+}
+
+void symbolMalen(QPainter& maler, const Feldsymbol& symbol, QSizeF groesse) {
+    maler.setRenderHint(QPainter::Antialiasing);
+    const auto pfad = pfadVon(symbol, Abbildung(groesse));
     const auto farbe = symbolfarbwert(symbol.farbe);
     const double breite = stiftbreite(pfad);
     // The halo sets the symbol off from whatever picture lies below it.
@@ -81,12 +88,6 @@ void symbolMalen(QPainter& maler, const Feldsymbol& symbol, const Abbildung& abb
         maler.setPen(QPen(stiftfarbe, staerke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         maler.drawPath(pfad);
     }
-}
-
-} // namespace
-
-QColor symbolfarbwert(std::int32_t farbe) {
-    return QColor(farbe & 0xff, (farbe >> 8) & 0xff, (farbe >> 16) & 0xff);
 }
 
 void Zonenbild::loeschen() {
@@ -103,18 +104,8 @@ void Zonenbild::zeichnen(const Feldsymbol& symbol) {
 }
 
 void Zonenbild::malen(QPainter& maler, QSizeF groesse) const {
-    maler.setRenderHint(QPainter::Antialiasing);
-    const Abbildung abbildung(groesse);
     for (const auto& symbol : symbole_)
-        symbolMalen(maler, symbol, abbildung);
-}
-
-void Zonenbild::malen(QPainter& maler, QSizeF groesse, const QRegion& wo) const {
-    maler.setRenderHint(QPainter::Antialiasing);
-    const Abbildung abbildung(groesse);
-    for (const auto& symbol : symbole_)
-        if (wo.intersects(maler.transform().mapRect(symbolumriss(symbol, groesse)).toAlignedRect()))
-            symbolMalen(maler, symbol, abbildung);
+        symbolMalen(maler, symbol, groesse);
 }
 
 std::vector<QRectF> Zonenbild::flaechen(QSizeF groesse) const {

@@ -6,7 +6,6 @@
 
 #include <QColor>
 #include <QRect>
-#include <QRegion>
 #include <QSizeF>
 
 #include <list>
@@ -28,8 +27,6 @@ public:
     /// Paints all symbols for a plane of `groesse`; plane unit v lies at v * size / 65535. Circles are round:
     /// the smaller of the two scales gives their radius.
     void malen(QPainter& maler, QSizeF groesse) const;
-    /// The same for those only that touch `wo`, in pixels of the device that `maler` paints on.
-    void malen(QPainter& maler, QSizeF groesse, const QRegion& wo) const;
     /// What `malen` touches: a rectangle a symbol.
     std::vector<QRectF> flaechen(QSizeF groesse) const;
 
@@ -38,6 +35,8 @@ private:
     std::map<Feldsymbol, std::list<Feldsymbol>::iterator> stellen_; ///< of each in the list
 };
 
+/// Paints one symbol for a plane of `groesse`, smoothed.
+void symbolMalen(QPainter& maler, const Feldsymbol& symbol, QSizeF groesse);
 /// What painting a symbol touches for a plane of `groesse`.
 QRectF symbolumriss(const Feldsymbol& symbol, QSizeF groesse);
 /// The symbols that make the difference between two pictures of them: those that only one of the two has, and

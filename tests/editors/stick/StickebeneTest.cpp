@@ -36,8 +36,10 @@ public:
         for (const auto& symbol : symbole)
             ebene_->symbole().zeichnen(symbol);
         ebene_->symboleZeigen();
-        return ebene_->grab().toImage();
+        return bild();
     }
+    QImage bild() { return ebene_->grab().toImage(); }
+    Stickebene& stickebene() { return *ebene_; }
 
 private:
     std::unique_ptr<QWidget> form_;
@@ -80,4 +82,72 @@ TEST(Stickebenenbild, StueckweiseGemaltIstEsDasselbeWieImGanzen) {
             EXPECT_EQ(stueckweise.mit(symbole), Ebene(bild).mit(symbole)) << runde;
         }
     }
+}
+
+namespace {
+
+using Takte = std::vector<std::uint32_t>;
+
+Takte takte(std::uint32_t faktor) {
+    Takte alle(std::size_t{256} * 256);
+    for (std::size_t i = 0; i < alle.size(); ++i)
+        alle[i] = i % 3 == 0 ? 0 : static_cast<std::uint32_t>(i * faktor % 1009);
+    return alle;
+}
+
+/// What a plane shows that has never shown anything else.
+QImage neu(const QImage& bild, const Takte& takte, QSize groesse = GROESSE) {
+    Ebene ebene(bild);
+    ebene.stickebene().resize(groesse);
+    ebene.stickebene().streuungSetzen(takte);
+    return ebene.bild();
+}
+
+} // namespace
+
+// The picture of the counts is kept while it is off, and is that of what it is shown for all the same.
+TEST(Stickebenenbild, WasBehaltenWirdIstImmerDasWasGezeigtWerdenSoll) {
+    const auto dunkel = muster(GROESSE);
+    QImage hell(GROESSE, QImage::Format_RGB32);
+    hell.fill(Qt::white);
+    const auto eine = takte(7);
+    const auto andere = takte(31);
+    Ebene ebene(dunkel);
+    const auto zeigt = [&](const QImage& bild, const Takte& streuung, QSize groesse = GROESSE) {
+        ebene.stickebene().streuungSetzen(streuung);
+        EXPECT_EQ(ebene.bild(), neu(bild, streuung, groesse));
+    };
+    zeigt(dunkel, eine);
+    zeigt(dunkel, {});
+    zeigt(dunkel, eine);
+    zeigt(dunkel, andere);
+    zeigt(dunkel, {});
+    ebene.stickebene().bildSetzen(hell);
+    zeigt(hell, {});
+    zeigt(hell, andere);
+    ebene.stickebene().bildSetzen(dunkel);
+    zeigt(dunkel, andere);
+    zeigt(dunkel, {});
+    ebene.stickebene().resize(500, 300);
+    zeigt(dunkel, {}, {500, 300});
+    zeigt(dunkel, andere, {500, 300});
+    zeigt(dunkel, Takte(std::size_t{256} * 256), {500, 300});
+    zeigt(dunkel, eine, {500, 300});
+}
+
+TEST(Stickebenenbild, SymboleLiegenAufDemStreubildUndGehenMitDerGroesse) {
+    const auto symbol = KreisBlauZeichnen({{{20000, 20000}, {20000, 50000}, {50000, 20000}, {50000, 50000}}});
+    Ebene ebene(muster(GROESSE));
+    ebene.mit({symbol});
+    for (const auto groesse : {GROESSE, QSize(400, 300)})
+        for (const auto& streuung : {takte(7), Takte()}) {
+            ebene.stickebene().resize(groesse);
+            ebene.stickebene().streuungSetzen(streuung);
+            Ebene frische(muster(GROESSE));
+            frische.stickebene().resize(groesse);
+            frische.stickebene().streuungSetzen(streuung);
+            const auto ohne = frische.bild();
+            EXPECT_EQ(ebene.bild(), frische.mit({symbol}));
+            EXPECT_NE(ebene.bild(), ohne);
+        }
 }

@@ -120,6 +120,18 @@ TEST(StreubildTest, DerMassstabIstLogarithmisch) {
     EXPECT_NE(bild.pixel(2, 0), grund.pixel(2, 0));
 }
 
+// Colours of small counts are looked up, those of large ones are computed.
+TEST(StreubildTest, JedeAnzahlHatIhreFarbe) {
+    const std::vector<std::uint32_t> anzahlen{1, 2, 3, 999, 16383, 16384, 16385, 1000000, 3, 16383, 1};
+    std::vector<std::uint32_t> takte(std::size_t{ZELLEN} * ZELLEN);
+    std::ranges::copy(anzahlen, takte.begin());
+    const auto bild = gemischt(takte, einfarbig({256, 256}, Qt::black), false);
+    for (std::size_t i = 0; i < anzahlen.size(); ++i) {
+        const auto wert = std::log(2.0 * anzahlen[i] + 1) / std::log(2000001.0);
+        EXPECT_TRUE(istGemisch(bild.pixel(static_cast<int>(i), 0), streufarbe(wert), 0)) << anzahlen[i];
+    }
+}
+
 TEST(StreubildTest, AufHellemBildIstDasHaeufigeDunkel) {
     const auto grund = einfarbig({256, 256}, Qt::white);
     const auto bild = gemischt(raster({{0, 1000}, {1, 1}}), grund, true);

@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <QPaintEvent>
+#include <QTimer>
 
 namespace {
 
@@ -107,6 +108,19 @@ TEST_P(FrmJustEbene, MitDemStickInRuheWirdNichtsGemalt) {
     achse = 40000;
     vergehen(5);
     EXPECT_GT(zaehler.gemalt, 0) << "the point moves";
+}
+
+// What wakes it are the poll, each 5 ms, and the look at which pads there are.
+TEST_P(FrmJustEbene, MitDemStickInRuheWecktNurDieAbfrage) {
+    const auto ohneEditor = uhr_.laufende();
+    editorOeffnen();
+    vergehen(500);
+    EXPECT_EQ(uhr_.laufende(), ohneEditor + 1);
+    std::vector<int> andere;
+    for (const auto* zeitgeber : form().findChildren<QTimer*>())
+        if (zeitgeber->isActive())
+            andere.push_back(zeitgeber->interval());
+    EXPECT_EQ(andere, (std::vector<int>{400}));
 }
 
 TEST_P(FrmJustEbene, NeueSymboleWerdenGleichGemalt) {
