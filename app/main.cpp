@@ -12,6 +12,7 @@
 #include "platform/linux/Waechter.h"
 
 #include <QIcon>
+#include <QImageReader>
 
 #include <cstdio>
 
@@ -22,10 +23,14 @@ void padlistePruefen(const Padliste& liste) {
         meldung(nullptr, text, "Game-Pad-Konfic", QMessageBox::Warning);
 }
 
+/// Read as what they are: to find that out all plugins for pictures would be loaded.
 QIcon programmsymbol() {
     QIcon symbol;
-    for (const auto* groesse : {"16", "32", "48", "128"})
-        symbol.addFile(QString(":/symbol/%1.png").arg(groesse));
+    for (const auto* groesse : {"16", "32", "48", "128"}) {
+        QImageReader leser(QString(":/symbol/%1.png").arg(groesse), "png");
+        leser.setAutoDetectImageFormat(false);
+        symbol.addPixmap(QPixmap::fromImageReader(&leser));
+    }
     return symbol;
 }
 

@@ -3,8 +3,13 @@
 
 #include "editors/common/Farben.h"
 
+#include <QGroupBox>
+#include <QImageReader>
 #include <QPainter>
 #include <QStyleOption>
+#include <qdrawutil.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -30,6 +35,29 @@ void rahmenZiehen(QPainter& maler, const QStyleOption& option, const QRect& plat
     maler.restore();
 }
 
+/// The picture of which the toolkit makes the frame of a group. It would ask each plugin for pictures whether
+/// it knows a format that needs none, which loads them all at the start, and read the file at each painting.
+const QPixmap& rahmenbild() {
+    static const auto bild = [] {
+        QImageReader leser(":/qt-project.org/styles/commonstyle/images/fusion_groupbox.png", "png");
+        leser.setAutoDetectImageFormat(false);
+        return QPixmap::fromImageReader(&leser);
+    }();
+    return bild;
+}
+
+/// As the toolkit does it: below a title, or a box to tick, if there is one.
+void gruppeRahmen(QPainter& maler, const QStyle& stil, const QStyleOption& option, const QWidget* widget) {
+    constexpr int ABSTAND = 3;
+    constexpr int ECKE = 6;
+    const auto* gruppe = qobject_cast<const QGroupBox*>(widget);
+    int oben = ABSTAND;
+    if (!gruppe || gruppe->isCheckable() || !gruppe->title().isEmpty())
+        oben += std::max(stil.pixelMetric(QStyle::PM_IndicatorHeight), option.fontMetrics.height());
+    qDrawBorderPixmap(&maler, option.rect.adjusted(0, oben, 0, 0), QMargins(ECKE, ECKE, ECKE, ECKE),
+                      rahmenbild());
+}
+
 bool hatFokus(const QStyleOption& option) {
     return option.state.testFlag(QStyle::State_HasFocus); // its outline is the highlight's
 }
@@ -38,6 +66,8 @@ bool hatFokus(const QStyleOption& option) {
 
 void Kontraststil::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* maler,
                                  const QWidget* widget) const {
+    if (element == PE_FrameGroupBox && !rahmenbild().isNull())
+        return gruppeRahmen(*maler, *this, *option, widget);
     QProxyStyle::drawPrimitive(element, option, maler, widget);
     switch (element) {
     case PE_IndicatorRadioButton:

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <thread>
 
@@ -58,6 +59,12 @@ public:
     std::filesystem::path kanal(int nummer) const {
         return std::filesystem::read_symlink("/proc/" + std::to_string(kennung_) + "/fd/" +
                                              std::to_string(nummer));
+    }
+
+    /// The files that lie in its memory, line by line.
+    std::string imSpeicher() const {
+        std::ifstream strom("/proc/" + std::to_string(kennung_) + "/maps");
+        return {std::istreambuf_iterator<char>(strom), {}};
     }
 
     /// Whether the process takes the signal as a request to end; waits until it takes any.

@@ -114,6 +114,8 @@ TEST_F(Programmstart, DasHauptfensterTraegtDasSymbolUndDieKlasseDesMenueeintrags
     Window haupt = 0;
     ASSERT_TRUE(Programmprozess::warten([&] { return (haupt = schirm.fenster("Game-Pad-Konfic")) != 0; }));
     EXPECT_THAT(schirm.symbolbreiten(haupt), ::testing::UnorderedElementsAre(16, 32, 48, 128));
+    EXPECT_THAT(prozess.imSpeicher(), ::testing::Not(::testing::HasSubstr("/imageformats/")))
+        << "plugins are loaded for pictures that need none";
     EXPECT_EQ(schirm.klasse(haupt), "gamepad-konfic");
     prozess.senden(SIGTERM);
     EXPECT_EQ(prozess.ausgang(), "exit 0");
