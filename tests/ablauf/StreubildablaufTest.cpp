@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPushButton>
 
 #include <chrono>
 #include <cmath>
@@ -62,11 +63,18 @@ protected:
         takte(10);
         return druecke;
     }
-    Druecke lauf() {
+    /// At its end the first one is saved as a record.
+    Druecke lauf(bool mitschneiden) {
         umschalten();
         EXPECT_NE(laufFenster(), nullptr);
         takte(10);
         const auto druecke = spielen();
+        if (mitschneiden) {
+            control<QPushButton>(*laufFenster(), "cmdMitschnitt").click();
+            auto& meldung = control<QLabel>(*laufFenster(), "lblMitschnitt");
+            EXPECT_TRUE(warten([&] { return meldung.text().startsWith("Gespeichert: "); }))
+                << meldung.text().toStdString();
+        }
         umschalten();
         EXPECT_EQ(laufFenster(), nullptr);
         return druecke;
@@ -108,7 +116,7 @@ TEST_F(Streubildgeschichte, EineLinieKommtAusDemRauschen) {
         .leereLinienAb(Stickseite::Links, 2);
     schema.feld(Stickseite::Links, {0, LINIE_IM_RAUSCHEN, 0, 0}, "2,0,65,0,0");
     programmAuf(schema);
-    const auto vorher = lauf();
+    const auto vorher = lauf(true);
     EXPECT_GT(vorher.irrige, 3);
 
     form_ = &oeffnen("Command1(1)", "frmJust");
@@ -122,6 +130,10 @@ TEST_F(Streubildgeschichte, EineLinieKommtAusDemRauschen) {
     EXPECT_GT(gefaerbte(bild(), ohne), 100) << "where the stick came to rest";
 
     maus(QEvent::MouseButtonPress, LINIE_IM_RAUSCHEN, Qt::LeftButton);
+    EXPECT_TRUE(warten([&] {
+        maus(QEvent::MouseMove, LINIE_IM_RAUSCHEN);
+        return worte().contains(" Mitschnitt vom ");
+    })) << worte().toStdString();
     double ort = LINIE_IM_RAUSCHEN;
     do
         maus(QEvent::MouseMove, ort += 100);
@@ -132,7 +144,7 @@ TEST_F(Streubildgeschichte, EineLinieKommtAusDemRauschen) {
     maus(QEvent::MouseButtonPress, ort, Qt::LeftButton);
     form_->close();
 
-    const auto nachher = lauf();
+    const auto nachher = lauf(false);
     std::printf("%d s each: with the line in the noise %d presses, %d of them at rest; out of it %d and %d\n",
                 spielsekunden(), vorher.alle, vorher.irrige, nachher.alle, nachher.irrige);
     EXPECT_LT(nachher.irrige * 4, vorher.irrige);
