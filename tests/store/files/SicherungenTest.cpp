@@ -9,6 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -56,8 +58,10 @@ TEST_F(SicherungenTest, DieErsteDesTagesHaeltBeideDateienWieSieSind) {
     EXPECT_EQ(schemaIn(gesichertes("Belegung 2026-11-22.twk")), "Eins");
     EXPECT_EQ(dateiLesen(gesichertes("Gamepad 2026-11-22.xml")), achsen);
     datenbank.sql("UPDATE tblTastatur SET Schemaname = 'Zwei'");
+    achsendatei(std::string(achsen).replace(achsen.find("Eins"), 4, "Zwei"));
     sicherungen.sichern(HEUTE);
     EXPECT_EQ(schemaIn(gesichertes("Belegung 2026-11-22.twk")), "Eins") << "that of the morning stays";
+    EXPECT_EQ(dateiLesen(gesichertes("Gamepad 2026-11-22.xml")), achsen);
     sicherungen.sichern(MORGEN);
     EXPECT_EQ(schemaIn(gesichertes("Belegung 2026-11-23.twk")), "Zwei");
 }
@@ -90,6 +94,19 @@ TEST_F(SicherungenTest, BeschaedigtesWirdNichtGesichert) {
     EXPECT_EQ(fehlernummer([&] { sicherungen.sichern(HEUTE); }), 3049);
     EXPECT_THAT(liegende(), IsEmpty());
     EXPECT_TRUE(sicherungen.achsendateiBeschaedigt());
+}
+
+TEST_F(SicherungenTest, EineBeschaedigteAchsendateiHaeltDieDatenbankNichtAuf) {
+    achsendatei("<xml");
+    sicherungen.sichern(HEUTE);
+    EXPECT_THAT(liegende(), ElementsAre("Belegung 2026-11-22.twk"));
+}
+
+TEST_F(SicherungenTest, WasKeineDateiIstHaeltNichtAuf) {
+    ASSERT_EQ(mkfifo(gamepadXml.c_str(), 0600), 0);
+    sicherungen.sichern(HEUTE);
+    EXPECT_THAT(liegende(), ElementsAre("Belegung 2026-11-22.twk"));
+    EXPECT_FALSE(sicherungen.achsendateiBeschaedigt());
 }
 
 TEST_F(SicherungenTest, AuchEinFehlerInEinerSeiteDieNiemandLiestIstEiner) {
@@ -177,14 +194,17 @@ TEST_F(SicherungenTest, ZurueckgesichertesTrittAnDieStelleUndDasBeschaedigteBlei
     sicherungen.sichern(HEUTE);
     beschaedigen();
     const auto kaputte = dateiLesen(datenbank.pfad());
-    dateiSchreiben(datenbank.pfad() + "-journal", "ein Journal");
+    for (const auto* beifile : {"-journal", "-wal", "-shm"})
+        dateiSchreiben(datenbank.pfad() + beifile, beifile);
     const auto gute = sicherungen.neuesteGute(Gesichertes::Datenbank, MORGEN);
     ASSERT_TRUE(gute);
     const auto ablage = sicherungen.zuruecksichern(Gesichertes::Datenbank, *gute);
     EXPECT_EQ(ablage, datenbank.pfad() + ".beschädigt");
     EXPECT_EQ(dateiLesen(ablage), kaputte);
-    EXPECT_EQ(dateiLesen(ablage + "-journal"), "ein Journal");
-    EXPECT_FALSE(std::filesystem::exists(datenbank.pfad() + "-journal"));
+    for (const auto* beifile : {"-journal", "-wal", "-shm"}) {
+        EXPECT_EQ(dateiLesen(ablage + beifile), beifile);
+        EXPECT_FALSE(std::filesystem::exists(datenbank.pfad() + beifile));
+    }
     EXPECT_EQ(schemaIn(datenbank.pfad()), "Eins");
     beschaedigen();
     EXPECT_EQ(sicherungen.zuruecksichern(Gesichertes::Datenbank, *gute), datenbank.pfad() + ".beschädigt 2");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Taking up, renaming and doubling whole `Schema`s.
 #include "store/schema/Schemauebernahme.h"
+#include "store/files/Dateisperre.h"
 #include "store/files/Streubilddateien.h"
 #include "store/schema/Schemaloeschen.h"
 #include "tests/hilfen/Dateien.h"
@@ -115,6 +116,8 @@ TEST_F(Uebernahmetest, SpaltenDerAchsendateiDieNiemandKenntGehenMit) {
     ASSERT_TRUE(gamepadSpeichern(ort.platz().gamepadXml, tabelle));
     schemaUmbenennen(ort.platz(), "S", "Neu");
     EXPECT_THAT(ort.beiwerk(), HasSubstr("Fremd=7 Schema=Neu"));
+    EXPECT_FALSE(lesen("Neu").achsen->contains("Fremd")) << "a file of a Schema has no place for it";
+    schemadatenPruefen(lesen("Neu"));
 }
 
 TEST_F(Uebernahmetest, EinVerdoppeltesStehtNebenDemErsten) {
@@ -305,6 +308,29 @@ TEST_F(Uebernahmetest, DerVermerkEinesLebendenBleibtUndWirdAbgewartet) {
     close(lebender);
     schemaVerdoppeln(ort.platz(), "S", "U");
     EXPECT_FALSE(fs::exists(ort.bilder() / "Halb0L.bmp"));
+    EXPECT_FALSE(fs::exists(vermerk));
+}
+
+// Somebody could have laid it for a file that he would like to see emptied.
+TEST_F(Uebernahmetest, EinVermerkDerWoandershinFuehrtWirdNichtBeschrieben) {
+    const auto fremde = ort.datenbank.ordner() / "fremd";
+    dateiSchreiben(fremde, "meins");
+    fs::create_symlink(fremde, vermerk);
+    const auto vorher = ort.stand();
+    EXPECT_EQ(fehlernummer([&] { aufnehmen("Neu", 5, {"1L.bmp"}); }), 3043);
+    EXPECT_EQ(ort.stand(), vorher);
+    EXPECT_EQ(dateiLesen(fremde), "meins");
+}
+
+TEST_F(Uebernahmetest, EineGesperrteAchsendateiAendertNichts) {
+    const auto vorher = ort.stand();
+    {
+        const Dateisperre andere(ort.platz().gamepadXml);
+        ASSERT_TRUE(andere.frei());
+        EXPECT_EQ(fehlernummer([&] { aufnehmen("Neu", 5, {"1L.bmp"}); }), 3218);
+    }
+    beiwerkAufraeumen(ort.platz()); // as the next start does
+    EXPECT_EQ(ort.stand(), vorher);
     EXPECT_FALSE(fs::exists(vermerk));
 }
 
