@@ -199,6 +199,12 @@ Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
     return lesen();
 }
 
+Sticklinien StickLinienLesen(Database& datenbank, Stickseite seite, const std::string& schemaName) {
+    Recordset satz = linienzeilen(datenbank, seite, schemaName);
+    linienzeilenPruefen(satz, seite, schemaName);
+    return linienAus(satz); // ends with 3021 behind the last row
+}
+
 std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName, const Feldschluessel& feld) {
     Database datenbank = OpenDatabase(datenbankPfad);
@@ -212,7 +218,7 @@ bool stehtKeineAktionAn(Database& datenbank, Stickseite seite, const std::string
 }
 
 bool StickAktionenLoeschen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
-                           int richtung, std::int32_t linie) {
+                           int richtung, std::int32_t linie, Zeilenschritt* schritt) {
     // A file that is locked or can only be read is none in the way of finding that there is nothing to do.
     bool eines = false;
     const bool alleLeer = aktionenAnLinie(datenbank, seite, schemaName, ebene, richtung, linie,
@@ -220,7 +226,7 @@ bool StickAktionenLoeschen(Database& datenbank, Stickseite seite, const std::str
     if (!eines)
         return alleLeer;
     bool frei = false;
-    datenbank.inEinerTransaktion([&] {
+    datenbank.alsSchritt(schritt, [&] {
         frei = aktionenAnLinie(datenbank, seite, schemaName, ebene, richtung, linie,
                                [](Recordset& satz) { satz.Delete(); });
     });

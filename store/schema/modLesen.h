@@ -68,6 +68,9 @@ Sticklinien StickLinienLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName,
                              const std::function<void(std::string_view)>& melden);
 
+/// The same where all rows are there; throws 3021 where one is not.
+Sticklinien StickLinienLesen(Database& datenbank, Stickseite seite, const std::string& schemaName);
+
 /// The action text of a field; empty when it has no row. Throws LaufzeitFehler.
 std::string StickAktionLesen(const std::string& datenbankPfad, Stickseite seite,
                              const std::string& schemaName, const Feldschluessel& feld);
@@ -78,6 +81,7 @@ bool stehtKeineAktionAn(Database& datenbank, Stickseite seite, const std::string
                         int richtung, std::int32_t linie);
 
 /// Deletes the rows of fields at a line that hold a `Leerfeld`, all or none, in a transaction of `datenbank`.
-/// True when no other row is left there. Throws as stehtKeineAktionAn.
+/// True when no other row is left there. `schritt`, where there is one, gets what went. Throws as
+/// stehtKeineAktionAn.
 bool StickAktionenLoeschen(Database& datenbank, Stickseite seite, const std::string& schemaName, int ebene,
-                           int richtung, std::int32_t linie);
+                           int richtung, std::int32_t linie, Zeilenschritt* schritt = nullptr);

@@ -90,6 +90,8 @@ void linienSchreiben(Database& datenbank, Stickseite seite, const std::string& s
         satz.put_Value(ordinal, wert);
         satz.Update();
     });
+    for (satz.MoveFirst(); !satz.get_EOF(); satz.MoveNext())
+        satz.bezeugen();
 }
 
 /// Gives the rows of `satz` whose line satisfies `trifftZu` the line `neu`.
@@ -119,6 +121,22 @@ void aktionenVerschieben(Database& datenbank, Stickseite seite, const std::strin
     linieSetzen(alle, ordinal, neu,
                 [von = std::int64_t{alt} - FANGWEITE, bis = std::int64_t{alt} + FANGWEITE](
                     std::int64_t wert) { return wert > von && wert < bis; });
+}
+
+void aktionSchreiben(Database& datenbank, Stickseite seite, const std::string& schemaName,
+                     const Feldschluessel& feld, const std::string& aktion) {
+    Recordset satz = feldzeilen(datenbank, seite, schemaName, feld);
+    if (satz.get_EOF()) {
+        satz.AddNew();
+        satz.put_Value(0, schemaName);
+        int ordinal = 1;
+        for (const std::int32_t wert : feld)
+            satz.put_Value(ordinal++, std::int64_t{wert});
+    } else {
+        satz.Edit();
+    }
+    satz.put_Value("Aktion", aktion);
+    satz.Update();
 }
 
 } // namespace
@@ -166,36 +184,38 @@ bool TastenbelegungSpeichern(const std::string& datenbankPfad, const std::string
 }
 
 void StickLinienSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                          const Sticklinien& bild) {
+                          const Sticklinien& bild, Zeilenschritt* schritt) {
     Database datenbank = OpenDatabase(datenbankPfad);
     if (!stehenSchonDa(datenbank, seite, schemaName, bild))
-        datenbank.inEinerTransaktion([&] { linienSchreiben(datenbank, seite, schemaName, bild); });
+        datenbank.alsSchritt(schritt, [&] { linienSchreiben(datenbank, seite, schemaName, bild); });
 }
 
 void StickLinieVerlegen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                        const Sticklinien& bild, const Linienumzug& umzug, const Fortgang& weiter) {
+                        const Sticklinien& bild, const Linienumzug& umzug, const Fortgang& weiter,
+                        Zeilenschritt* schritt) {
     Database datenbank = OpenDatabase(datenbankPfad);
     datenbank.fortgangFragen(weiter);
-    datenbank.inEinerTransaktion([&] {
+    datenbank.alsSchritt(schritt, [&] {
         linienSchreiben(datenbank, seite, schemaName, bild);
         aktionenVerschieben(datenbank, seite, schemaName, umzug);
     });
 }
 
 bool StickLinieEntfernen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                         const Sticklinien& bild, int ebene, int richtung, std::int32_t linie) {
+                         const Sticklinien& bild, int ebene, int richtung, std::int32_t linie,
+                         Zeilenschritt* schritt) {
     Database datenbank = OpenDatabase(datenbankPfad);
-    const auto leerfelderLoeschen = [&] {
-        return StickAktionenLoeschen(datenbank, seite, schemaName, ebene, richtung, linie);
+    const auto leerfelderLoeschen = [&](Zeilenschritt* eigener) {
+        return StickAktionenLoeschen(datenbank, seite, schemaName, ebene, richtung, linie, eigener);
     };
     // The file is locked only where there is something to write.
     if (!stehtKeineAktionAn(datenbank, seite, schemaName, ebene, richtung, linie)) {
-        leerfelderLoeschen();
+        leerfelderLoeschen(schritt);
         return false;
     }
     bool entfernt = false;
-    datenbank.inEinerTransaktion([&] {
-        entfernt = leerfelderLoeschen();
+    datenbank.alsSchritt(schritt, [&] {
+        entfernt = leerfelderLoeschen(nullptr);
         if (entfernt)
             linienSchreiben(datenbank, seite, schemaName, bild);
     });
@@ -203,20 +223,9 @@ bool StickLinieEntfernen(const std::string& datenbankPfad, Stickseite seite, con
 }
 
 void StickAktionSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                          const Feldschluessel& feld, const std::string& aktion) {
+                          const Feldschluessel& feld, const std::string& aktion, Zeilenschritt* schritt) {
     Database datenbank = OpenDatabase(datenbankPfad);
-    Recordset satz = feldzeilen(datenbank, seite, schemaName, feld);
-    if (satz.get_EOF()) {
-        satz.AddNew();
-        satz.put_Value(0, schemaName);
-        int ordinal = 1;
-        for (const std::int32_t wert : feld)
-            satz.put_Value(ordinal++, std::int64_t{wert});
-    } else {
-        satz.Edit();
-    }
-    satz.put_Value("Aktion", aktion);
-    satz.Update();
+    datenbank.alsSchritt(schritt, [&] { aktionSchreiben(datenbank, seite, schemaName, feld, aktion); });
 }
 
 void FunktionSpeichern(const std::string& datenbankPfad, const std::string& schemaName, int index) {

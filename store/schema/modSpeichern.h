@@ -29,8 +29,11 @@ bool TastenbelegungSpeichern(const std::string& datenbankPfad, const std::string
 /// Stores the zone lines of a stick, rows 1 to 19, and its `StickSperre`. Only values that differ from what
 /// stands there are written; rows that are missing are laid. Throws LaufzeitFehler, 3021 when there is no row
 /// at all.
+///
+/// Here and below `schritt`, where there is one, gets what was changed; where it is to be taken back, nobody
+/// may have changed a line of the stick since. It stays as it is where nothing had to be written.
 void StickLinienSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                          const Sticklinien& bild);
+                          const Sticklinien& bild, Zeilenschritt* schritt = nullptr);
 
 /// A line of a layer (0 to 2) and direction (0 to 3) that moved.
 struct Linienumzug {
@@ -44,19 +47,22 @@ struct Linienumzug {
 /// Without an action exactly on its old place, those less than 10 beside it follow: rounding may have put
 /// them there. Throws LaufzeitFehler, 9 for another direction.
 void StickLinieVerlegen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                        const Sticklinien& bild, const Linienumzug& umzug, const Fortgang& weiter = {});
+                        const Sticklinien& bild, const Linienumzug& umzug, const Fortgang& weiter = {},
+                        Zeilenschritt* schritt = nullptr);
 
 /// Removes a line: deletes the rows of fields at `linie` that hold a `Leerfeld`, and stores `bild`, the lines
 /// without it, as StickLinienSpeichern does. Where another row is there the line is kept for it: then the
 /// lines are not stored, the `Leerfeld` rows go all the same. True when it was removed. Throws
 /// LaufzeitFehler, 9 for another direction.
 bool StickLinieEntfernen(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                         const Sticklinien& bild, int ebene, int richtung, std::int32_t linie);
+                         const Sticklinien& bild, int ebene, int richtung, std::int32_t linie,
+                         Zeilenschritt* schritt = nullptr);
 
 /// Stores the action text of a field: in its row, the first one if there are more, or in a new one. Throws
 /// LaufzeitFehler.
 void StickAktionSpeichern(const std::string& datenbankPfad, Stickseite seite, const std::string& schemaName,
-                          const Feldschluessel& feld, const std::string& aktion);
+                          const Feldschluessel& feld, const std::string& aktion,
+                          Zeilenschritt* schritt = nullptr);
 
 /// Stores which element of `Option1` was chosen; nothing happens when the `Schema` has no row. Throws
 /// LaufzeitFehler.
