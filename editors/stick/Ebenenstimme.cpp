@@ -78,6 +78,7 @@ void Ebenenstimme::verbinden() {
         markeZeigen();
     });
     connect(&ebene_, &Stickebene::gedrueckt, this, [this] {
+        ansage_.clear();
         if (flaeche_.fraAktionGezeigt()) // whose boxes want the keys; it has just come, or could not be saved
             tafel_.fokusGeben();
         else
@@ -96,7 +97,10 @@ void Ebenenstimme::verbinden() {
 // --- the mouse and the stick ---
 
 void Ebenenstimme::mausBewegt(QPointF wo) {
-    mausZuletzt_ |= std::exchange(maus_, wo) != wo;
+    if (std::exchange(maus_, wo) != wo) {
+        mausZuletzt_ = true;
+        ansage_.clear();
+    }
     ebene_.zustand().ausweichen(ebenenpixel({wo, QSizeF()}, ebene_.size()).topLeft().toPoint());
     zeigen();
 }
@@ -155,11 +159,18 @@ Ebenenlage Ebenenstimme::lage() const {
     return lage;
 }
 
+void Ebenenstimme::ansagen(const std::string& worte) {
+    ansage_ = qt(worte);
+    zeigen();
+}
+
 void Ebenenstimme::zeigen() {
     if (!ebene_.isVisible())
         return;
     streuung_.linienZeigen();
     QStringList zeilen;
+    if (!ansage_.isEmpty())
+        zeilen.push_back(ansage_);
     // Only who tries a line has the record played again: it takes its time.
     const auto* streuung = streuung_.rechnung();
     const auto probe = streuung && zug_.haelt() ? umfeld_.mitschnitt() : Wegprobe{};
@@ -197,9 +208,12 @@ bool Ebenenstimme::tasteGedrueckt(const QKeyEvent& ereignis) {
     if (ereignis.isAutoRepeat() && umschalt && kommtZuFrueh(ereignis.timestamp()))
         return true;
     mausZuletzt_ = false;
+    ansage_.clear();
+    umfeld_.tasteGehalten(ereignis.isAutoRepeat());
     bool gegolten = true;
     const auto beginn = Uhr::now();
     umfeld_.gesichert([&] { gegolten = tastenwahl_.druecken(*taste, umschalt); });
+    umfeld_.tasteGehalten(false);
     schritt_ = {ereignis.timestamp(), Uhr::now() - beginn};
     if (flaeche_.fraAktionGezeigt())
         tafel_.fokusGeben();

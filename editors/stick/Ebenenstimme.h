@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 
 class Aktionstafel;
 class QKeyEvent;
@@ -36,6 +37,8 @@ public:
         std::function<bool()> gesperrt;
         /// Whether a run is on.
         std::function<bool()> testlauf;
+        /// Is told before a key does something whether it is held down.
+        std::function<void(bool)> tasteGehalten;
         /// Shows where the stick was, or no longer.
         std::function<void()> streubildWechseln;
         /// Forgets where the stick was, if the user says so.
@@ -52,6 +55,10 @@ public:
 
     /// Something that the words tell of has changed, or may have.
     void zeigen();
+    /// Says this once, before all else, until the hand does something.
+    void ansagen(const std::string& worte);
+    /// Lines and fields are others now.
+    void felderGeaendert() { markeZeigen(); }
     /// The live point is in a field, where a pad moves it; called at each tick. The words
     /// follow within a tenth of a second.
     void stickSteht(bool padDa, const Stickposition& wo);
@@ -101,4 +108,5 @@ private:
     bool testlauf_ = false;
     int takteSeitWorten_ = 0;
     Tastenschritt schritt_;
+    QString ansage_;
 };

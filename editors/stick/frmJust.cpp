@@ -17,6 +17,7 @@
 #include "editors/stick/Justiertafeln.h"
 #include "editors/stick/Mitschnittleser.h"
 #include "editors/stick/Schiebetafel.h"
+#include "editors/stick/Schrittworte.h"
 #include "editors/stick/Stickebene.h"
 #include "editors/stick/Zustandszeile.h"
 #include "store/files/Streubilddateien.h"
@@ -66,6 +67,7 @@ frmJust::frmJust(const Justiereigenart& art, Laufzustand& zustand, Laufsteuerung
     aufbauen(zeitgeber, tastatur);
     verbinden();
     stimmeGeben();
+    schritttastenGeben();
     liveabfrage_ = zeitgeber.formularzeitgeber([this] { Timer1Takt(); });
 }
 
@@ -126,7 +128,11 @@ void frmJust::padzeileLegen() {
 
 void frmJust::verbinden() {
     connect(ebene_, &Stickebene::gedrueckt, this, [this](Qt::MouseButton taste, QPointF wo) {
+        // Where the right button has nothing to do, it opens the menu.
+        const bool frei = !RechteckBGezeigt() && !zug_.RandX() && !zug_.RandY();
         gesichert([&] { zug_.gedrueckt(maustaste(taste), wo.x(), wo.y()); });
+        if (taste == Qt::RightButton && frei)
+            menueZeigen(ebenenpixel({wo, QSizeF()}, ebene_->size()).topLeft().toPoint());
     });
     connect(ebene_, &Stickebene::bewegt, this,
             [this](QPointF wo) { gesichert([&] { zug_.bewegt(wo.x(), wo.y()); }); });
@@ -151,6 +157,7 @@ void frmJust::stimmeGeben() {
         .gesichert = [this](const std::function<void()>& arbeit) { gesichert(arbeit); },
         .gesperrt = [this] { return (StickSperre_ & sperrbit(stand_.EditorEbene)) != 0; },
         .testlauf = [this] { return laufsteuerung_.geladen(); },
+        .tasteGehalten = [this](bool gehalten) { gehalten_ = gehalten; },
         .streubildWechseln = [this] { tafeln_->streubildSetzen(!tafeln_->streubildGewaehlt()); },
         .streubildZuruecksetzen = [this] { gesichert([&] { streubildZuruecksetzen(); }); },
         .mitschnitt = [this]() -> const Wegprobe& { return mitschnittleser_->probe(stand_.EditorEbene); },
@@ -192,9 +199,10 @@ void frmJust::aktionstafelLegen() {
 // --- load and unload ---
 
 /// An error ends the handler, not the form.
-template <class Arbeit> void frmJust::gesichert(Arbeit&& arbeit) {
-    mitFehlermeldung(this, TITEL, arbeit,
-                     [this](const LaufzeitFehler& fehler) { gesagt_ = fehler.nummer(); });
+void frmJust::gesichert(const std::function<void()>& arbeit) {
+    mitFehlermeldung(
+        this, TITEL, [&] { alsTat(arbeit); },
+        [this](const LaufzeitFehler& fehler) { gesagt_ = fehler.nummer(); });
 }
 
 // What may fail comes first: nothing that others see has changed then.
@@ -203,7 +211,7 @@ void frmJust::laden() {
     const auto gelesen = lesen();
     geladen_ = true;
     mitschnittleserBauen();
-    stand_.linien = gelesen.linien;
+    stand_.linien = gespeicherte_ = gelesen.linien;
     StickSperre_ = gelesen.StickSperre;
     maskeDesSticksSetzen(StickSperre_);
     global_.OffenerEditor = art_.OffenerEditor;
@@ -218,6 +226,7 @@ void frmJust::laden() {
 }
 
 void frmJust::schemaUmbenannt(const std::string& neu) {
+    folge_.umbenennen(schema_, neu);
     schema_ = neu;
     setWindowTitle(titeltext(qt(schema_)));
 }
@@ -279,7 +288,7 @@ void frmJust::freigelegt() {
     if (!geladen_ || zug_.haelt() || QApplication::activeModalWidget())
         return;
     try {
-        stand_.linien = lesen().linien;
+        stand_.linien = gespeicherte_ = lesen().linien;
         Database datenbank = OpenDatabase(global_.DatenbankPfad);
         datenbank.inEinemLesezug([&] { aktionenLesen(datenbank); });
         stimme_->zeigen();
@@ -322,13 +331,16 @@ void frmJust::linienLegen() {
 // The mask is stored with the lines. A run that goes on hears of a change at once; it may be one of another
 // `Schema`, so that the mask of the sticks is not this form's.
 void frmJust::Check2Klick(bool an) {
-    for (int ebene = 0; ebene < EBENEN; ++ebene) {
-        const auto bit = sperrbit(ebene);
-        if (!tafeln_->gewaehlt(ebene) || ((StickSperre_ & bit) != 0) == an)
-            continue;
-        const auto gesetzt = [&](std::int32_t sperre) { return an ? sperre | bit : sperre & ~bit; };
-        StickSperre_ = gesetzt(StickSperre_);
-        maskeDesSticksSetzen(gesetzt((zustand_.*art_.stick).StickSperre));
+    auto maske = StickSperre_;
+    for (int ebene = 0; ebene < EBENEN; ++ebene)
+        if (tafeln_->gewaehlt(ebene))
+            maske = an ? maske | sperrbit(ebene) : maske & ~sperrbit(ebene);
+    if (maske != StickSperre_) {
+        folge_.neu({.ebene = stand_.EditorEbene,
+                    .andere = maskenwechsel(an),
+                    .sperreVorher = StickSperre_,
+                    .sperreNachher = maske});
+        maskeSetzen(maske);
     }
     stimme_->zeigen();
 }
@@ -337,6 +349,12 @@ void frmJust::maskeDesSticksSetzen(std::int32_t maske) {
     auto& vorherige = (zustand_.*art_.stick).StickSperre;
     if (std::exchange(vorherige, maske) != maske)
         laufsteuerung_.eingriff();
+}
+
+void frmJust::maskeSetzen(std::int32_t maske) {
+    const auto laufende = (zustand_.*art_.stick).StickSperre;
+    const auto andere = std::exchange(StickSperre_, maske) ^ maske;
+    maskeDesSticksSetzen((laufende & ~andere) | (maske & andere));
 }
 
 void frmJust::Command1Klick(int index) {
@@ -486,19 +504,25 @@ Feldschluessel frmJust::aktionsschluessel() const {
 void frmJust::fraAktionOeffnen(double x, double y) {
     emit hauptformVerbergen();
     const auto text = StickAktionLesen(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel());
+    alteAktion_ = text;
     tafelklick_ = {x, y};
     aktionstafelLegen();
     aktionstafel_->oeffnen(text, feldanker_ == Feldanker{});
 }
 
 void frmJust::AktionSpeichern() {
+    const auto text = aktionstafel_->aktionstext();
+    Zeilenschritt schritt;
     try {
-        StickAktionSpeichern(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel(),
-                             aktionstafel_->aktionstext());
+        StickAktionSpeichern(global_.DatenbankPfad, art_.seite, schema_, aktionsschluessel(), text, &schritt);
     } catch (const LaufzeitFehler&) {
         aktionstafel_->show(); // with all that is set on it, which is nowhere else yet
         throw;
     }
+    const Feldgitter gitter(stand_.ebene());
+    gespeichert(
+        schritt, gespeicherte_,
+        aktionswechsel(gitter.name(gitter.platz(feldanker_)), aktionsname(alteAktion_), aktionsname(text)));
     Zeichnen();
 }
 
@@ -537,20 +561,31 @@ void frmJust::tafelnZurueckstellen() {
 }
 
 void frmJust::StickLinienSpeichern() {
-    ::StickLinienSpeichern(global_.DatenbankPfad, art_.seite, schema_, {stand_.linien, StickSperre_});
+    Zeilenschritt schritt;
+    ::StickLinienSpeichern(global_.DatenbankPfad, art_.seite, schema_, {stand_.linien, StickSperre_},
+                           &schritt);
+    gespeichert(schritt, stand_.linien);
 }
 
 void frmJust::StickLinieVerlegen(const Linientabelle& linien, std::size_t richtung, std::int32_t neu,
                                  std::int32_t alt) {
     Geduld geduld(this);
-    ::StickLinieVerlegen(global_.DatenbankPfad, art_.seite, schema_, {linien, StickSperre_},
-                         {stand_.EditorEbene, static_cast<int>(richtung), neu, alt},
-                         [&] { return geduld.weiter(); });
+    Zeilenschritt schritt;
+    ::StickLinieVerlegen(
+        global_.DatenbankPfad, art_.seite, schema_, {linien, StickSperre_},
+        {stand_.EditorEbene, static_cast<int>(richtung), neu, alt}, [&] { return geduld.weiter(); },
+        &schritt);
+    gespeichert(schritt, linien);
 }
 
 bool frmJust::StickLinieEntfernen(const Linientabelle& ohne, std::size_t richtung, std::int32_t linie) {
-    return ::StickLinieEntfernen(global_.DatenbankPfad, art_.seite, schema_, {ohne, StickSperre_},
-                                 stand_.EditorEbene, static_cast<int>(richtung), linie);
+    Zeilenschritt schritt;
+    const bool entfernt =
+        ::StickLinieEntfernen(global_.DatenbankPfad, art_.seite, schema_, {ohne, StickSperre_},
+                              stand_.EditorEbene, static_cast<int>(richtung), linie, &schritt);
+    gespeichert(schritt, entfernt ? ohne : gespeicherte_,
+                entfernt || schritt.leer() ? "" : leerfeldloeschung(richtung, linie));
+    return entfernt;
 }
 
 void frmJust::melden(std::string_view text) {

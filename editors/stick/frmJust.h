@@ -9,12 +9,15 @@
 #include "base/LaufzeitFehler.h"
 #include "editors/stick/Justiereigenart.h"
 #include "editors/stick/Linienzug.h"
+#include "editors/stick/Schrittfolge.h"
 #include "editors/stick/Streuansicht.h"
 #include "platform/Zeitgeber.h"
 #include "store/schema/Stickanweisung.h"
+#include "store/schema/Stickschritt.h"
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -74,7 +77,9 @@ private:
     void stimmeGeben();
     Streuansicht::Quelle streuquelle();
 
-    template <class Arbeit> void gesichert(Arbeit&& arbeit);
+    /// What is saved in `arbeit`, by one act of the user, is one step. An error is told.
+    void gesichert(const std::function<void()>& arbeit);
+    void alsTat(const std::function<void()>& arbeit);
     Sticklinien lesen();
     void aktionenLesen(Database& datenbank);
     void bildLaden(int ebene);
@@ -82,6 +87,7 @@ private:
     void Uschalt(int ebene);
     void Check2Klick(bool an);
     void maskeDesSticksSetzen(std::int32_t maske);
+    void maskeSetzen(std::int32_t maske);
     void Command1Klick(int index);
     void streubildZeigen(bool an);
     void streubildZuruecksetzen();
@@ -92,6 +98,18 @@ private:
     void tafelnLegen();
     void aktionstafelLegen();
     Feldschluessel aktionsschluessel() const;
+
+    // frmJustSchritte.cpp: what can be taken back
+    void schritttastenGeben();
+    void gespeichert(const Zeilenschritt& schritt, const Linientabelle& linien,
+                     const std::string& andere = {});
+    void tatAbschliessen();
+    std::string aktionsname(const std::string& text) const;
+    Stickschritt* wendbarer(Schrittrichtung richtung);
+    void schrittWenden(Schrittrichtung richtung);
+    void schrittZeigen(const Stickschritt& schritt, Schrittrichtung richtung);
+    void vonAnderenGeaendert();
+    void menueZeigen(QPoint wo);
 
     bool linieGezeigt(std::size_t richtung, int index) const override;
     double linienort(std::size_t richtung, int index) const override;
@@ -125,6 +143,18 @@ private:
     std::string schema_;           ///< whose lines, actions and pictures these are
     std::int32_t StickSperre_ = 0; ///< as the form shows it; stored with the lines
     bool geladen_ = false;
+    Linientabelle gespeicherte_{}; ///< as they were read or saved last
+    std::string alteAktion_;       ///< of the field whose panel is open
+    Schrittfolge folge_;
+    /// What the act that is on has saved.
+    struct Tat {
+        Linientabelle vorher;
+        Zeilenschritt zeilen;
+        std::string andere;
+    };
+    std::optional<Tat> tat_;
+    int tattiefe_ = 0;                   ///< of acts inside each other: a layer that is chosen in one
+    bool gehalten_ = false;              ///< the act is that of a key that is held down
     int takteSeitBlick_ = 0;             ///< on what was counted
     std::optional<Fehlernummer> gesagt_; ///< the last error told, until the store can be read again
 
