@@ -477,7 +477,11 @@ std::int64_t Verbindung::letzteZeile() const {
 }
 
 std::optional<Zeilenbild> Verbindung::zeilenbild(const Tabelle& tabelle, std::int64_t zeile) {
-    Lauf lauf(*this, tabelle.lesetext(), {zeile});
+    auto& text =
+        lesetexte_[tabelle.ort]; // to make it anew for each of many rows takes longer than to read one
+    if (text.empty())
+        text = tabelle.lesetext();
+    Lauf lauf(*this, text, {zeile});
     if (!lauf.weiter())
         return std::nullopt;
     std::vector<Zelle> zellen;

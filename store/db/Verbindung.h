@@ -139,7 +139,8 @@ private:
     std::string betroffene(int sqliteNummer) const;
     [[noreturn]] void melden(int sqliteNummer) const;
 
-    std::vector<std::string> pfade_; ///< by Dateiteil
+    std::vector<std::string> pfade_;                         ///< by Dateiteil
+    std::unordered_map<std::string, std::string> lesetexte_; ///< by the table's name in a statement
     std::unique_ptr<sqlite3, Schliesser> sqlite_;
     std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Schliesser>> anweisungen_;
     std::unordered_map<std::string, std::shared_ptr<const Tabelle>> tabellen_; ///< by file and name
