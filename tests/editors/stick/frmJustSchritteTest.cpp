@@ -454,12 +454,12 @@ TEST_P(FrmJustSchritte, WasAndereGeaendertHabenWirdGesagtUndNichtsGeschrieben) {
 TEST_P(FrmJustSchritte, EineVonAnderenVerschobeneLinieIstNachherZuSehen) {
     editorOeffnen();
     linieZiehen(20000, 15000);
-    datenbank_.sql("UPDATE " + stick() + " SET Rechts = 50000 WHERE \"index\" = 1");
+    datenbank_.sql("UPDATE " + stick() + " SET Rechts = 50000 WHERE \"index\" = 2"); // one of another row
     Boxleser boxen;
     zurueck();
     EXPECT_EQ(boxen.gesehen(), (std::vector{konflikt()}));
     EXPECT_EQ(linie("Links", 1), "15000");
-    EXPECT_TRUE(stehtX("LRechts(0)", 50000));
+    EXPECT_TRUE(stehtX("LRechts(1)", 50000));
 }
 
 TEST_P(FrmJustSchritte, EinVonAnderenGeloeschtesSchemaBleibtGeloescht) {

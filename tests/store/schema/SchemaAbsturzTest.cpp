@@ -67,6 +67,8 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(, SchemaAbsturz, testing::ValuesIn(grosseTaten()),
                          [](const auto& fall) { return fall.param.name; });
+INSTANTIATE_TEST_SUITE_P(Schritte, SchemaAbsturz, testing::ValuesIn(schritttaten()),
+                         [](const auto& fall) { return fall.param.name; });
 
 } // namespace
 

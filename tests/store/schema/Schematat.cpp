@@ -54,6 +54,30 @@ void tastennamenNachtragen(const std::string& pfad) {
                    dateiLesen(TASTEN_NACHTRAG));
 }
 
+struct Verworfen {};
+
+/// Makes an act again that was taken down and then rolled back: rows of all kinds come, change and go.
+void schrittWiederholen(const std::string& pfad) {
+    Database datenbank = OpenDatabase(pfad);
+    Zeilenschritt schritt;
+    const auto taten = [&] {
+        StickGrundzeilenAnlegen(datenbank, Stickseite::Links, "neu");
+        StickAktionenLoeschen(datenbank, Stickseite::Rechts, "S", 0, 0, 20000);
+        Recordset satz = linienzeilen(datenbank, Stickseite::Rechts, "S");
+        satz.Edit();
+        satz.put_Value("Links", std::int64_t{18000});
+        satz.Update();
+    };
+    try {
+        datenbank.inEinerTransaktion([&] {
+            datenbank.alsSchritt(&schritt, taten);
+            throw Verworfen{};
+        });
+    } catch (const Verworfen&) {
+        schritt.wiederholen(datenbank);
+    }
+}
+
 } // namespace
 
 std::vector<Schematat> grosseTaten() {
@@ -92,6 +116,10 @@ std::vector<Schematat> grosseTaten() {
              SchemaLoeschen({pfad, bilder, ""}, "S", keineMeldung);
          }},
     };
+}
+
+std::vector<Schematat> schritttaten() {
+    return {{"EinWiederholterSchritt", [](const auto& pfad, const auto&) { schrittWiederholen(pfad); }}};
 }
 
 std::vector<Schematat> kleineTaten() {

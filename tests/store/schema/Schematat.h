@@ -16,6 +16,8 @@ struct Schematat {
 
 /// Those that change several rows or tables.
 std::vector<Schematat> grosseTaten();
+/// A step that is made again: it is taken down, rolled back and then written.
+std::vector<Schematat> schritttaten();
 /// Those that change one row.
 std::vector<Schematat> kleineTaten();
 
