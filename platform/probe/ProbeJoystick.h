@@ -41,6 +41,7 @@ public:
         return kannWachen;
     }
     void nichtWachen() override { weckruf_ = {}; }
+    bool wacht() const { return static_cast<bool>(weckruf_); }
     /// Wakes who waits for it where a read would bring something else than the last one did, and only there.
     void melden() {
         if (weckruf_ && stand() != gelesenes_)

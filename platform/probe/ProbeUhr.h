@@ -35,6 +35,8 @@ public:
     std::uint64_t weiter(std::uint32_t id, std::chrono::nanoseconds her = {}) override;
     void vorDemSchlaf(TimerProzedur prozedur) override { vorDemSchlaf_ = std::move(prozedur); }
 
+    bool fragtVorDemSchlaf() const { return static_cast<bool>(vorDemSchlaf_); }
+
     Zeit jetzt() const { return jetzt_; }
     /// Runs all timers that are due up to and including `ziel`, then stands at `ziel`.
     void vorBis(Zeit ziel);

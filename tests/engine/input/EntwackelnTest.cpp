@@ -83,6 +83,19 @@ TEST_F(AchsenfilterTest, DerGroesserWarAlsDasFensterHaeltNochNicht) {
     EXPECT_FALSE(filter.haelt(500, 4)); // runs on to row 30
 }
 
+TEST_F(AchsenfilterTest, DerAnderesHerausgibtHaeltNicht) {
+    fenster(6);
+    for (int runde = 0; runde < 3; ++runde) {
+        proben({510, 510});
+        EXPECT_EQ(filter.ausgabe(), runde < 2 ? 510 : 500); // once the longer run is valid
+        if (runde < 2)
+            proben({500, 500, 500, 500});
+    }
+    EXPECT_FALSE(filter.haelt(510, 2)); // the next sample comes out in a window that was made so small
+    fenster(2);
+    EXPECT_EQ(ausgabeNach(510), 510);
+}
+
 TEST_F(AchsenfilterTest, VorDerErstenProbeIstDieAusgabeNull) {
     EXPECT_EQ(filter.ausgabe(), 0);
 }

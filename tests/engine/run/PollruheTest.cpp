@@ -77,6 +77,8 @@ TEST_F(Pollruhe, SolangeEineTasteImTaktIstRuhtErNicht) {
     pad(8);
     lauf.warten(30);
     EXPECT_FALSE(ruht());
+    EXPECT_FALSE(lauf.fenster->inRuhe()) << "what goes on from here does not do so from the state alone";
+    EXPECT_EQ(lauf.uhr.laufende(), 4U) << "the tick and the smoothing beside the pulse";
     lauf.warten(30);
     EXPECT_EQ(lauf.eingabe.texteAbholen(), (Texte{"+66", "-66"}));
     EXPECT_TRUE(ruht());
@@ -93,6 +95,22 @@ TEST_F(Pollruhe, SolangeWiederholtWirdRuhtErNicht) {
     EXPECT_TRUE(ruht()); // also where the repeat's timer goes on over an empty place
 }
 
+TEST_F(Pollruhe, SolangeDerSchubreglerAufZeitDruecktRuhtErNicht) {
+    lauf.zustand.achsendatei.AchsenLaden();
+    lauf.zustand.achsendatei.GamepadSchreiben("3/0-1-3-0(,,)/0-2-2-0(65,,)/0-3-2-1(66,50,100)");
+    lauf.pad.zustand.dwUpos = 1000;
+    auto& fenster = ruhenLassen();
+    lauf.pad.zustand.dwUpos = 60000;
+    lauf.pad.melden();
+    lauf.warten(40);
+    ASSERT_EQ(lauf.eingabe.texteAbholen(), Texte{"+66"});
+    EXPECT_FALSE(fenster.inRuhe());
+    lauf.pad.zustand.dwUpos = 1000;
+    lauf.warten(300);
+    EXPECT_TRUE(fenster.inRuhe());
+    EXPECT_TRUE(ruht());
+}
+
 TEST_F(Pollruhe, MitDemPruefteilOffenRuhtErNicht) {
     auto& fenster = ruhenLassen();
     fenster.Command1Klick(1); // folds out and halts
@@ -107,6 +125,18 @@ TEST_F(Pollruhe, EndetMitEinerSperreDieEinEditorAufhebt) {
     Schemabau(lauf.datenbank).sperre(Stickseite::Links, 1).ergaenzen();
     lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,70,0,0')");
     lauf.pad.zustand.dwXpos = 1000;
+    ruhenLassen();
+    lauf.zustand.linkerStick.StickSperre = 0;
+    lauf.warten(5);
+    EXPECT_EQ(lauf.eingabe.texteAbholen(), Texte{"+70"});
+}
+
+// The bounds that no evaluation has set hold the upper end, where only the other axis lies outside.
+TEST_F(Pollruhe, EndetMitEinerSperreAuchWoNurDieWaagerechteAusserhalbLiegt) {
+    Schemabau(lauf.datenbank).sperre(Stickseite::Links, 1).ergaenzen();
+    lauf.datenbank.sql("INSERT INTO tblStickAktion VALUES ('S', 0, 27072, 0, 0, 0, '2,0,70,0,0')");
+    lauf.pad.zustand.dwXpos = 1000;
+    lauf.pad.zustand.dwYpos = 0;
     ruhenLassen();
     lauf.zustand.linkerStick.StickSperre = 0;
     lauf.warten(5);
@@ -144,7 +174,11 @@ TEST_F(Pollruhe, WasEinFormularLiestStoertSieNichtUndSiehtWasIst) {
 
 TEST_F(Pollruhe, EinLaufDerAusDerRuheEndetLaesstNichtsZurueck) {
     auto& fenster = ruhenLassen();
+    ASSERT_TRUE(lauf.pad.wacht());
+    ASSERT_TRUE(lauf.uhr.fragtVorDemSchlaf());
     fenster.beenden();
+    EXPECT_FALSE(lauf.pad.wacht());
+    EXPECT_FALSE(lauf.uhr.fragtVorDemSchlaf());
     EXPECT_EQ(lauf.uhr.laufende(), 0U);
     pad(4);
     lauf.warten(1000);
