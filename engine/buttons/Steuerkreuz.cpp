@@ -3,6 +3,7 @@
 
 #include "platform/Joystick.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -62,6 +63,14 @@ bool Steuerkreuz::steht(int richtung) const {
 bool Steuerkreuz::bleibt(std::uint32_t pov) const {
     auto danach = *this;
     return danach.auswerten(pov).empty() && danach == *this;
+}
+
+void Steuerkreuz::codesPruefen() {
+    const auto gibtEs = [](int code) { return std::ranges::find(CODES, code) != CODES.end(); };
+    if (!gibtEs(KreuzCode_))
+        KreuzCode_ = KEIN_CODE;
+    if (!gibtEs(KreuzCodeAlt_))
+        KreuzCodeAlt_ = KEIN_CODE;
 }
 
 std::vector<Kreuzereignis> Steuerkreuz::zentriert() {

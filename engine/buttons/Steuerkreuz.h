@@ -39,11 +39,14 @@ public:
         gang("lauf.kreuz", KreuzCode_, neues.KreuzCode_);
         gang("lauf.kreuzAlt", KreuzCodeAlt_, neues.KreuzCodeAlt_);
         gang("lauf.kreuzPov", KreuzPovAlt_, neues.KreuzPovAlt_);
+        codesPruefen();
     }
     /// Whether a tick with this POV value changes nothing.
     bool bleibt(std::uint32_t pov) const;
 
 private:
+    /// What no direction gives is none: a walk may read anything.
+    void codesPruefen();
     std::vector<Kreuzereignis> zentriert();
     std::vector<Kreuzereignis> gewechselt(int code) const;
 

@@ -6,9 +6,11 @@
 // up when one before them goes, slots do not: from then on place and entry part, and the slot decides.
 #pragma once
 
+#include "base/Regler.h"
 #include "formats/Halteliste.h"
 #include "platform/Zeitgeber.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -57,6 +59,7 @@ public:
             const auto name = "lauf.wiederholen" + std::to_string(platz);
             gang(name, ms);
             gang(name + ".an", an);
+            ms = std::clamp<decltype(ms)>(ms, HSCROLL2_BEREICH.min, HSCROLL2_BEREICH.max);
             if (ms != einer.Interval().count())
                 einer.Interval(std::chrono::milliseconds{ms});
             einer.Enabled(an);

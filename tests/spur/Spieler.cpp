@@ -80,7 +80,7 @@ public:
         , zustand_(pad_, (ordner / GAMEPAD_XML).string())
         , eingabe_([this](const INPUT& ereignis) {
             if (ergebnis_.ereignisse.size() >= HOECHSTENS_EREIGNISSE)
-                throw Szenariofehler("more than ten million events come out");
+                throw Szenariofehler("more than five million events come out");
             ergebnis_.ereignisse.push_back({uhr_.jetzt(), ereignistext(ereignis)});
         }) {
         zustand_.global.DatenbankPfad = (ordner / DATENBANK).string();

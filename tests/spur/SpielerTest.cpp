@@ -108,6 +108,18 @@ TEST(Spieler, EinLaufGehtMittenWeiter) {
               Texte{"15 -65"});
 }
 
+TEST(Spieler, EinZustandDenEsNichtGibtSchadetNicht) {
+    const std::string kreuz = "zustand lauf.wiederholintervall 0\nzustand lauf.kreuz 4711\n"
+                              "zustand lauf.kreuzAlt 31234\n0 lauf\n10 pov 0\n30 pov 65535\n60 ende\n=\n";
+    const std::string belegt = "sql UPDATE tblSteuerKreuz SET Oben = '1,66,0-0-0';\n";
+    EXPECT_EQ(ereignisse(SCHEMA + belegt + kreuz), (Texte{"10 +66", "30 -66"}));
+    const std::string takte =
+        "zustand lauf.wiederholintervall 0\nzustand lauf.wiederholen3 9223372036854775807\n"
+        "zustand lauf.wiederholen3.an 1\nzustand lauf.wiederholen4 -5\n"
+        "zustand lauf.wiederholen4.an 1\n0 lauf\n10 buttons 4\n900 ende\n=\n";
+    EXPECT_EQ(ereignisse(SCHEMA + takte), Texte{"10 +65"});
+}
+
 TEST(Spieler, EineToleranzGiltDerZeitUndNichtDerReihe) {
     const auto spur = SCHEMA + "toleranz 10\n0 start\n10 buttons 4\n30 buttons 0\n60 ende\n=\n";
     EXPECT_EQ(unterschied(spur + "20 +65\n20 -65\n"), "");

@@ -46,7 +46,7 @@
 //                     | regler 2 3 5          0 1 4
 //                     | abs(a,b) m(a,b)       abs(b,a) m(b,a)     of what must come out, this only
 //
-// A trace may be a stranger's: times go to a day, all in all ten million events come or are expected, and
+// A trace may be a stranger's: times go to a day, all in all five million events come or are expected, and
 // statements read and write rows and nothing else.
 //
 // The upper margin of ry is that of rx: the wider margin of the left stick goes there. What the trace says of
@@ -107,8 +107,8 @@ struct Szenario {
     std::vector<Spurereignis> erwartet;
 };
 
-/// So many events a trace expects, or brings, at most.
-inline constexpr std::size_t HOECHSTENS_EREIGNISSE = 10'000'000;
+/// So many events a trace expects in all playings, or brings in one, at most.
+inline constexpr std::size_t HOECHSTENS_EREIGNISSE = 5'000'000;
 
 /// A line that can't be read; the text names the line.
 class Szenariofehler : public std::runtime_error {

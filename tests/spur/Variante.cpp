@@ -134,7 +134,7 @@ private:
         std::optional<milliseconds> ende; // of the last span
         for (const auto& erwartung : erwartungen) {
             if (!erwartung.bis) {
-                alle.push_back({erwartung.zeit, ereignis(erwartung.text)});
+                alle.insert(alle.end(), erwartung.anzahl, {erwartung.zeit, ereignis(erwartung.text)});
                 continue;
             }
             // A span that begins where the last one ends goes on with its ticks.
