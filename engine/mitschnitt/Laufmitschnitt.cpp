@@ -45,8 +45,11 @@ void Laufmitschnitt::laufBeginnt() {
     laeuft_ = false;
     geaendertAb_.reset();
     auto& band = geraete_.band;
-    zustand_.achsendatei.AchsenLaden(); // as the run will
-    auto neuer = grund();
+    auto neuer = zeilen();
+    if (!neuer.empty()) {
+        zustand_.achsendatei.AchsenLaden(); // as the run will; it makes a row where there is none
+        neuer += achsenUndSchub();
+    }
     if (neuer.empty() || neuer != grundAmEnde_ || zustand_.global.SchemaName != schema_)
         band.verwerfen();
     schema_ = zustand_.global.SchemaName;
@@ -144,10 +147,15 @@ std::function<std::string()> Laufmitschnitt::abzug(const std::string& zeitpunkt)
     };
 }
 
-// "" where the rows can't be read, or there are none: such a run ends before it begins.
 std::string Laufmitschnitt::grund() const {
-    std::string text;
+    const auto text = zeilen();
+    return text.empty() ? "" : text + achsenUndSchub();
+}
+
+// "" where the rows can't be read, or there are none: such a run ends before it begins.
+std::string Laufmitschnitt::zeilen() const {
     const auto& global = zustand_.global;
+    std::string text;
     try {
         for (const auto& zeile :
              SchemazeilenLesen(global.DatenbankPfad, global.SchemaName, NAME_IN_DER_SPUR)) {
@@ -158,9 +166,11 @@ std::string Laufmitschnitt::grund() const {
     } catch (const LaufzeitFehler&) {
         return "";
     }
-    if (text.empty())
-        return "";
-    text += "achsen";
+    return text;
+}
+
+std::string Laufmitschnitt::achsenUndSchub() const {
+    std::string text = "achsen";
     for (const auto& name : zustand_.achsendatei.AchsenSchluessel()) {
         text += ' ';
         text += einWort(name) ? name : OHNE_NAMEN;

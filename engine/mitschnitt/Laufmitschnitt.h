@@ -106,6 +106,8 @@ private:
     Merkmale merkmale() const;
     static Dateistand dateistand(const std::string& pfad);
     std::string grund() const;
+    std::string zeilen() const;
+    std::string achsenUndSchub() const;
 
     Laufzustand& zustand_;
     Mitschnittgeraete& geraete_;

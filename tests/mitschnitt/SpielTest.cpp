@@ -11,6 +11,7 @@
 #include "base/Regler.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QRadioButton>
 #include <QScrollBar>
 
@@ -266,6 +267,17 @@ TEST_F(MitschnittForm, WasNurGezeigtWirdAendertNichts) {
     EXPECT_EQ(datenbank_.zeilen("SELECT Funktion FROM tblTastatur;"), Tabellenbild{{"2"}});
     vergehen(1000);
     EXPECT_EQ(gespeichert().find("genau"), std::string::npos);
+}
+
+TEST_F(MitschnittForm, EinSchemaDasEsNichtGibtBekommtKeineAchsen) {
+    schema();
+    control<QComboBox>(haupt(), "Combo1").setEditText("Nirgends");
+    const Boxleser boxen;
+    starter().click();
+    ereignisse();
+    EXPECT_EQ(laufFenster(), nullptr);
+    EXPECT_EQ(boxen.gesehen().size(), 1U);
+    EXPECT_EQ(dateiLesen(datenbank_.ordner() / "Gamepad.xml").find("Nirgends"), std::string::npos);
 }
 
 TEST_F(MitschnittForm, EinFehlerSpeichertSelbstUndSagtWo) {
