@@ -73,8 +73,11 @@ QString systemgrund(int nummer) {
     case EPERM:
     case EROFS:
         return QString("In den Ordner „%1“ darf nicht geschrieben werden.").arg(ORDNER);
+    case ENOTDIR:
+        return QString("„%1“ ist kein Ordner.").arg(ORDNER);
     default:
-        return QString::fromStdString(std::generic_category().message(nummer));
+        return QString("Das System meldet „%1“.")
+            .arg(QString::fromStdString(std::generic_category().message(nummer)));
     }
 }
 

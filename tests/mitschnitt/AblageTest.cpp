@@ -89,6 +89,11 @@ TEST(Mitschnittname, VerlaesstKeinenOrdnerUndVerstecktSichNicht) {
     EXPECT_EQ(mitschnittname("a\nb\x01", ZEIT), "a_b_ " + ZEIT + ".spur");
     EXPECT_EQ(mitschnittname("-rf", ZEIT), "_-rf " + ZEIT + ".spur");
     EXPECT_EQ(mitschnittname("", ZEIT), "_ " + ZEIT + ".spur");
+    EXPECT_EQ(mitschnittname(".x", ZEIT), "_.x " + ZEIT + ".spur");
+    EXPECT_EQ(mitschnittname("a\x7f"
+                             "b",
+                             ZEIT),
+              "a_b " + ZEIT + ".spur");
 }
 
 TEST(Mitschnittname, EinLangerEndetNichtMittenImBuchstaben) {
@@ -139,6 +144,6 @@ TEST_F(Ablage, EinVollerDatentraegerWirdGesagtUndLaesstNichtsLiegen) {
 TEST_F(Ablage, EineDateiAnStelleDesOrdnersWirdGesagt) {
     fs::create_directories(mitschnitte().parent_path());
     dateiSchreiben(mitschnitte(), "nichts");
-    EXPECT_NE(ablegen("eins").fehler, "");
+    EXPECT_EQ(ablegen("eins").fehler, "Der Mitschnitt ist nicht gespeichert: „Mitschnitte“ ist kein Ordner.");
     EXPECT_EQ(dateiLesen(mitschnitte()), "nichts");
 }
