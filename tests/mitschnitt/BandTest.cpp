@@ -195,6 +195,38 @@ TEST_F(Mitschnittuhr, WasRuhtIstNichtSpaet) {
     EXPECT_EQ(eintraege(geraete.band, 1100ms), Texte{});
 }
 
+TEST_F(Mitschnittuhr, WasWaehrendDerRuheGeschiehtHatSeineZeit) {
+    uhr.vorVor(1ms);
+    geraete.uhr.SetTimer(1, 5ms, [] {});
+    uhr.vorVor(10ms);
+    geraete.uhr.ruhen(1);
+    uhr.vorVor(1000ms);
+    EXPECT_EQ(geraete.uhr.stempel(), 1000ms);
+}
+
+TEST_F(Mitschnittuhr, EinZeitgeberOhneIntervallKommtSoOftWieErKann) {
+    uhr.vorVor(1ms);
+    int aufrufe = 0;
+    geraete.uhr.SetTimer(1, 0ms, [&] { ++aufrufe; });
+    uhr.vorBis(100ms);
+    EXPECT_GT(aufrufe, 0);
+    EXPECT_EQ(eintraege(geraete.band, 100ms), Texte{});
+}
+
+TEST_F(Mitschnittuhr, PuenktlichIstNurWasNichtSpaetKam) {
+    std::vector<bool> puenktlich;
+    uhr.vorVor(1ms);
+    geraete.uhr.SetTimer(1, 5ms, [&] { // at 6, 11, and at 19 for 16: the next one is due at 21
+        puenktlich.push_back(geraete.uhr.puenktlich(1, 5ms));
+        puenktlich.push_back(geraete.uhr.puenktlich(1, 2ms));
+    });
+    uhr.vorVor(16ms);
+    uhr.verschlafen(19ms);
+    uhr.vorBis(20ms);
+    EXPECT_EQ(puenktlich, (std::vector<bool>{true, false, true, false, false, false}));
+    EXPECT_FALSE(geraete.uhr.puenktlich(2, 5ms)) << "there is none";
+}
+
 TEST_F(Mitschnittuhr, EinZeitgeberDerSpaeterZaehltStehtMitSeinerNummerDa) {
     uhr.versetzen([](ProbeUhr::Zeit, std::uint32_t nummer) { return nummer == 2 ? 3ms : 0ms; });
     uhr.vorVor(7ms);
