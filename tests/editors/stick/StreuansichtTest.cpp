@@ -93,3 +93,15 @@ TEST_F(StreuansichtTest, SchmaleBaenderStehenHinterDenStreifen) {
     EXPECT_EQ(marken(), (std::vector<Rauschmarke>{{QRectF(20500, 0, 511, 65535), true}}))
         << "512 are enough, and the field at the edge reaches beyond the plane";
 }
+
+TEST_F(StreuansichtTest, WoKeineLinieIstStehtAuchAmRandKeinStreifen) {
+    stand_.ebene()[1] = {30000, 45000, 21000, 40000};
+    daten_.achsen[0].ruhe = {10}; // it rests at 0, as the places do that hold no line
+    daten_.achsen[1].ruhe = {10};
+    EXPECT_EQ(marken(), std::vector<Rauschmarke>{});
+}
+
+TEST_F(StreuansichtTest, VerkehrteLinienLassenKeinBandStehen) {
+    stand_.ebene()[1] = {45000, 30000, 40000, 21000};
+    EXPECT_EQ(marken(), std::vector<Rauschmarke>{});
+}

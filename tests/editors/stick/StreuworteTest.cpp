@@ -96,6 +96,16 @@ TEST_F(StreuworteTest, EineLinieNebenDemRauschenSagtNichts) {
     EXPECT_EQ(linienworte(rechnung_, richtung::LINKS, 20480), "Diese Linie liegt im Rauschen (± 256)");
 }
 
+// It rests where the plane ends, too.
+TEST_F(StreuworteTest, DerRandDerEbeneIstKeineLinie) {
+    auto andere = daten();
+    andere.achsen[0].ruhe = {1000};
+    andere.achsen[0].ruhe[255] = 1000;
+    const Streurechnung rechnung(andere);
+    EXPECT_EQ(rauschworte(rechnung, linien_, {0, 1}), Zeilen{});
+    EXPECT_EQ(rauschworte(rechnung, linien_, {2, 1}), Zeilen{});
+}
+
 TEST_F(StreuworteTest, EinSchmalesFeldSagtEs) {
     linien_[2] = {20480 - 511, 46080 + 512, 0, 0};
     EXPECT_EQ(
@@ -190,6 +200,9 @@ TEST_F(StreuworteTest, DieAktionenHaengenAnDenGespeichertenLinien) {
         zeilen({.maus = Stickposition{12345, 33000}, .linieInDerHand = true, .linien = {LINKE_LINIE}})[0]
             .find("Tastatur: B"),
         std::string::npos);
+    const auto oben =
+        zeilen({.maus = Stickposition{12345, 5000}, .linieInDerHand = true, .linien = {LINKE_LINIE}})[0];
+    EXPECT_NE(oben.find("gilt von Feld links: Tastatur: B"), std::string::npos) << oben;
 }
 
 TEST_F(StreuworteTest, OhneStreubildBleibtAllesWieEsWar) {
@@ -209,6 +222,10 @@ TEST(StreuwortTest, DasBildSagtWorausEsIst) {
     eigene.takte[0] = 60 * 60 * 200;
     eigene.weg = {{0, 6000}};
     EXPECT_EQ(streubildworte(Streurechnung(eigene)), "Streubild aus 60 min, Eintritte aus den letzten 30 s");
+    eigene.weg = {{0, 17800}};
+    EXPECT_EQ(streubildworte(Streurechnung(eigene)), "Streubild aus 60 min, Eintritte aus den letzten 89 s");
+    eigene.weg = {{0, 19000}};
+    EXPECT_EQ(streubildworte(Streurechnung(eigene)), "Streubild aus 60 min, Eintritte aus den letzten 2 min");
     const Wegrechnung weg({{1, 1, 400}});
     EXPECT_EQ(streubildworte(Streurechnung(eigene), {Wegprobe::Stand::Da, &weg, "2026-11-22 11.36.05"}),
               "Streubild aus 60 min, Eintritte aus 2 s Mitschnitt vom 22.11.2026, 11:36 Uhr");

@@ -52,6 +52,7 @@ TEST(WegrechnungTest, InYIstEsWieInX) {
 TEST(WegrechnungTest, NachEinemBruchIstEsKeinEintritt) {
     const Wegrechnung weg({{33000, 33000, 1}, BRUCH, {100, 33000, 1}, {33000, 33000, 1}, {100, 33000, 1}});
     EXPECT_EQ(weg.eintritte(linien(), LINKS), 1);
+    EXPECT_EQ(weg.eintritte(linien(), {0, 0}), 0) << "nor is the break one, which tells no place";
     EXPECT_DOUBLE_EQ(weg.sekunden(), 0.02);
 }
 
