@@ -293,6 +293,7 @@ protected:
         auto fund = fundInDatenbank(platz, schemaname());
         fund.programm = "Game-Pad-Konfic 0.1";
         fund.bilder["0R.bmp"] = [bild] { return bild; };
+        fund.vorschau["0R.bmp"] = bild;
         const auto pruefen = [&](const std::string& name) { return namenshindernis(platz, name); };
         Aufnahmefrage aufnahme(&haupt(), fund, schemaname(), pruefen); // the name is given: a hint shows
         aufnahme.show();

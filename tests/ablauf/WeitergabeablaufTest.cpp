@@ -131,6 +131,7 @@ TEST_F(Weitergabeablauf, AusDemEinenOrdnerInDenAnderenSpieltEsWieZuvor) {
     oeffnen(datenbank_);
     spielen();
     weitergeben();
+    ASSERT_FALSE(HasFailure()) << "there is no file to take up";
     schliessenUndBeenden();
 
     oeffnen(zweite_);
