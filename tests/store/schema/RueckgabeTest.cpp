@@ -52,7 +52,8 @@ protected:
 
 TEST_F(Rueckgabe, EinGeloeschtesSchemaKommtMitAllemZurueck) {
     for (unsigned saat = 1; saat <= 20; ++saat) {
-        const auto name = "Spiel " + std::to_string(saat);
+        std::string name = "Spiel ";
+        name += std::to_string(saat);
         anlegen(name, saat);
         anlegen("T" + name, saat + 100);
         const auto vorher = stand();
