@@ -37,6 +37,8 @@ public:
     void sperren(bool gesperrt);
     /// Makes strips of them, both of one height.
     void zurueckstellen();
+    /// Leaves out what a screen with so much room has none for, of the controls of "Streubild".
+    void streubildEinpassen(const QSize& platz);
     /// Stops sliding for good.
     void anhalten();
 
@@ -59,7 +61,6 @@ private:
     QWidget* umschaltinhalt();
     QWidget* befehlsinhalt();
     QBoxLayout* streubildspalte();
-    void streubildEinpassen(const QSize& platz);
 
     const Stickebene& ebene_;
     Schiebetafel* umschalten_;
