@@ -494,7 +494,8 @@ std::optional<Zeilenbild> Verbindung::zeilenbild(const Tabelle& tabelle, std::in
 void Verbindung::mitschreiben() {
     if (mitschrift_)
         throw LaufzeitFehler(Fehlernummer::KeineTransaktion, "In einem Schritt beginnt kein weiterer.");
-    mitschrift_.emplace(*this);
+    mitschrift_.emplace(
+        [this](const Tabelle& tabelle, std::int64_t zeile) { return zeilenbild(tabelle, zeile); });
 }
 
 Zeilenschritt Verbindung::mitgeschriebenes() {

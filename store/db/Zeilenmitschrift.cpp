@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/db/Zeilenmitschrift.h"
 
-#include "store/db/Verbindung.h"
-
 Zeilenmitschrift::Blatt& Zeilenmitschrift::blatt(Dateiteil teil,
                                                  const std::shared_ptr<const Tabelle>& tabelle) {
     auto& gesuchtes = blaetter_[tabelle->ort];
@@ -15,7 +13,7 @@ void Zeilenmitschrift::vorher(Dateiteil teil, const std::shared_ptr<const Tabell
                               std::int64_t zeile) {
     auto& zeilen = blatt(teil, tabelle).zeilen;
     if (!zeilen.contains(zeile))
-        zeilen[zeile].vorher = verbindung_.zeilenbild(*tabelle, zeile);
+        zeilen[zeile].vorher = leser_(*tabelle, zeile);
 }
 
 void Zeilenmitschrift::neu(Dateiteil teil, const std::shared_ptr<const Tabelle>& tabelle,
@@ -35,7 +33,7 @@ Zeilenschritt Zeilenmitschrift::schritt() const {
     for (const auto& [ort, blatt] : blaetter_) {
         Zeilenschritt::Tabellenteil teil{blatt.teil, blatt.tabelle->name, blatt.tabelle->spaltennamen(), {}};
         for (const auto& [zeile, eintrag] : blatt.zeilen) {
-            auto nachher = verbindung_.zeilenbild(*blatt.tabelle, zeile);
+            auto nachher = leser_(*blatt.tabelle, zeile);
             if (eintrag.bezeugt || eintrag.vorher != nachher)
                 teil.zeilen.push_back({zeile, eintrag.vorher, std::move(nachher)});
         }

@@ -6,13 +6,19 @@
 #include "store/db/Zeilenschritt.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 class Zeilenmitschrift {
 public:
-    explicit Zeilenmitschrift(Verbindung& verbindung) : verbindung_(verbindung) {}
+    /// Gives all columns of a row as it is now; nothing where there is none.
+    using Leser = std::function<std::optional<Zeilenbild>(const Tabelle&, std::int64_t zeile)>;
+
+    explicit Zeilenmitschrift(Leser leser) : leser_(std::move(leser)) {}
 
     /// Comes before a row is changed or deleted. What it was before the first time is what counts.
     void vorher(Dateiteil teil, const std::shared_ptr<const Tabelle>& tabelle, std::int64_t zeile);
@@ -36,6 +42,6 @@ private:
     };
     Blatt& blatt(Dateiteil teil, const std::shared_ptr<const Tabelle>& tabelle);
 
-    Verbindung& verbindung_;
+    Leser leser_;
     std::map<std::string, Blatt> blaetter_; ///< by the table's name in a statement
 };

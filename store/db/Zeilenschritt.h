@@ -7,6 +7,8 @@
 //     datenbank.alsSchritt(&schritt, [&] { ... });      // the act, one transaction
 //     schritt.zuruecknehmen(datenbank);                 // as it was before, one transaction
 //     schritt.wiederholen(datenbank);                   // as the act has left it
+// What works on the database is in Zeilenwendung.cpp: the step itself stands below the connection that makes
+// it.
 //
 // A step is bound to rows by their place in the file (row id) and checks their whole content: where one is
 // not as the step has left it, others have changed it since, and nothing is written. What others do to rows
@@ -23,7 +25,6 @@
 #include <vector>
 
 class Database;
-class Verbindung;
 class Zeilenmitschrift;
 struct Tabelle;
 enum class Dateiteil;
