@@ -25,8 +25,9 @@ class SicherungStrom : public testing::TestWithParam<Gesichertes> {
 protected:
     SicherungStrom() {
         EXPECT_TRUE(gamepadSpeichern(sicherungen.datei(Gesichertes::Achsendatei), leereGamepadtabelle()));
-        sicherungen.sichern({2026, 11, 22});
-        gute = *sicherungen.neuesteGute(GetParam());
+        constexpr Sicherungstag TAG{2026, 11, 22};
+        sicherungen.sichern(TAG);
+        gute = *sicherungen.neuesteGute(GetParam(), TAG);
         dateiSchreiben(datei, KAPUTTES);
         dateiSchreiben(datei + "-journal", JOURNAL);
     }
