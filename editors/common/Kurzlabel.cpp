@@ -11,6 +11,10 @@ QSize Kurzlabel::minimumSizeHint() const {
 
 void Kurzlabel::paintEvent(QPaintEvent*) {
     QPainter maler(this);
+    malen(maler);
+}
+
+void Kurzlabel::malen(QPainter& maler) const {
     maler.drawText(contentsRect(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                    fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
 }

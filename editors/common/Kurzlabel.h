@@ -9,6 +9,9 @@ class Kurzlabel final : public QLabel {
 public:
     using QLabel::QLabel;
     QSize minimumSizeHint() const override;
+    /// Draws what its window shows, but for the background, at the place that the label has in a painter of
+    /// its own.
+    void malen(QPainter& maler) const;
 
 protected:
     void paintEvent(QPaintEvent* ereignis) override;

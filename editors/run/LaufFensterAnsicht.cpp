@@ -206,11 +206,13 @@ QWidget* LaufFensterAnsicht::stand() {
     auto* neben = new QWidget;
     auto* zeilen = new QFormLayout(neben);
     zeilen->setContentsMargins(0, 0, 0, 0);
-    umschaltung_ = benannt(new QLabel("Umschalttaste 2"), "lblUmschalt");
-    gedrueckte_ = benannt(new QLabel("Label1"), feldname("Label1", 0));
-    // It comes for a tick: nothing beside it may move.
-    umschaltung_->setFixedWidth(umschaltung_->sizeHint().width());
+    // They change with each button: nothing beside them may move, nor be asked whether it has to.
+    umschaltung_ = kurzlabel("lblUmschalt", "Umschalttaste 2");
+    gedrueckte_ = kurzlabel(feldname("Label1", 0), "Umschalttaste 2");
+    for (auto* label : {umschaltung_, gedrueckte_})
+        label->setFixedSize(label->sizeHint());
     umschaltung_->clear();
+    gedrueckte_->setText("Label1");
     zeilen->addRow("Ebene betreten:", umschaltung_);
     zeilen->addRow("Knopfmaske:", gedrueckte_); // one number for all: no count of them
     for (QWidget* teil : {zeilen->labelForField(gedrueckte_), static_cast<QWidget*>(gedrueckte_)})

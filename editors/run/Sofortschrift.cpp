@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editors/run/Sofortschrift.h"
 
+#include "editors/common/Kurzlabel.h"
+
 #include <QEvent>
 #include <QImage>
 #include <QLabel>
+#include <QPainter>
 #include <QWindow>
 
 #include <algorithm>
@@ -20,25 +23,50 @@ constexpr auto NACHFRAGE = 10ms;
 
 // What the way to the server takes at once, with room for what else is on it. A larger label is the
 // toolkit's.
-constexpr qsizetype GROESSTES_BILD = 160 * 1024;
+constexpr qsizetype PLATZ = 160 * 1024;
 
 void merken(std::vector<QLabel*>& liste, QLabel& label) {
     if (std::ranges::find(liste, &label) == liste.end())
         liste.push_back(&label);
 }
 
-/// The label as the toolkit would paint it, in pixels of the screen.
+qsizetype bytes(const QLabel& label, qreal masstab) {
+    return qsizetype(4 * masstab * masstab) * label.width() * label.height();
+}
+
+bool aufEinerFarbe(const QLabel& label) {
+    return label.palette().brush(label.backgroundRole()).style() == Qt::SolidPattern;
+}
+
+/// As a painter of the label itself would be, over its background.
+void kurzesMalen(const Kurzlabel& label, QImage& bild) {
+    const auto meter = [](int zoll) { return qRound(zoll / 0.0254); };
+    bild.setDotsPerMeterX(meter(label.logicalDpiX())); // by which a font has its size
+    bild.setDotsPerMeterY(meter(label.logicalDpiY()));
+    bild.fill(label.palette().color(label.backgroundRole()));
+    QPainter maler(&bild);
+    maler.setFont(label.font());
+    maler.setPen(label.palette().color(label.foregroundRole()));
+    maler.setLayoutDirection(label.layoutDirection());
+    label.malen(maler);
+}
+
+/// The label as the toolkit would paint it, in pixels of the screen. What changes all the time is a
+/// Kurzlabel, which is drawn without asking the whole window first whether it is laid out.
 QImage gemalt(QLabel& label, qreal masstab) {
     QImage bild(label.size() * masstab, QImage::Format_RGB32);
     bild.setDevicePixelRatio(masstab);
-    label.render(&bild);
+    if (const auto* kurzes = dynamic_cast<const Kurzlabel*>(&label); kurzes && aufEinerFarbe(label))
+        kurzesMalen(*kurzes, bild);
+    else
+        label.render(&bild);
     return bild;
 }
 
 /// Whether all of the label is in sight, and lies on whole pixels of the screen.
 bool ganzZuSehen(const QLabel& label, qreal masstab) {
     return masstab == std::floor(masstab) && label.visibleRegion() == QRegion(label.rect()) &&
-           qsizetype(4 * masstab * masstab) * label.width() * label.height() <= GROESSTES_BILD;
+           bytes(label, masstab) <= PLATZ;
 }
 
 } // namespace
@@ -110,21 +138,35 @@ Sofortbild::Lage Sofortschrift::lage() const {
 void Sofortschrift::zeichnen() {
     if (offene_.empty())
         return;
+    if (!abseits() || lage() == Sofortbild::Lage::Unbekannt)
+        return nachholen();
+    if (lage() == Sofortbild::Lage::Frei)
+        for (auto platz = PLATZ; !offene_.empty() && erstesZeichnen(platz);)
+            ;
+    if (offene_.empty())
+        takt_.stop();
+    else
+        takt_.start(NACHFRAGE);
+}
+
+/// False where there is no room for it now. What is left is the toolkit's where it can't be drawn at all.
+bool Sofortschrift::erstesZeichnen(qsizetype& platz) {
     const qreal masstab = fenster_.devicePixelRatioF();
     auto& label = *offene_.front();
-    if (!abseits() || lage() == Sofortbild::Lage::Unbekannt || !ganzZuSehen(label, masstab))
-        return nachholen();
-    if (lage() == Sofortbild::Lage::Frei) {
-        offene_.erase(offene_.begin());
-        const auto bild = gemalt(label, masstab);
-        const auto ort = label.mapTo(&fenster_, QPoint()) * masstab;
-        const auto* pixel = reinterpret_cast<const std::uint32_t*>(bild.constBits());
-        bild_->zeigen(
-            {ort.x(), ort.y(), bild.width(), bild.height()},
-            {pixel, static_cast<std::size_t>(bild.width()) * static_cast<std::size_t>(bild.height())});
+    if (!ganzZuSehen(label, masstab)) {
+        nachholen();
+        return false;
     }
-    if (!offene_.empty())
-        takt_.start(NACHFRAGE);
+    platz -= bytes(label, masstab);
+    if (platz < 0)
+        return false;
+    offene_.erase(offene_.begin());
+    const auto bild = gemalt(label, masstab);
+    const auto ort = label.mapTo(&fenster_, QPoint()) * masstab;
+    const auto* pixel = reinterpret_cast<const std::uint32_t*>(bild.constBits());
+    bild_->zeigen({ort.x(), ort.y(), bild.width(), bild.height()},
+                  {pixel, static_cast<std::size_t>(bild.width()) * static_cast<std::size_t>(bild.height())});
+    return true;
 }
 
 void Sofortschrift::nachholen() {

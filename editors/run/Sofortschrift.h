@@ -3,9 +3,10 @@
 //
 // The toolkit paints into memory that it shares with the server of the display, so before it paints where it
 // has painted before it waits until the server has shown that. Under load this takes longer than a poll of
-// the pad may wait. So while the user is elsewhere a changed label is drawn into the window itself, one at a
-// time, the next when the server has shown the last. The toolkit's own copy is behind then; it paints before
-// it shows that again (the window is uncovered), and when the user comes to the window.
+// the pad may wait. So while the user is elsewhere changed labels are drawn into the window itself, as many
+// as the way to the server takes, the next when the server has shown these. The toolkit's own copy is behind
+// then; it paints before it shows that again (the window is uncovered), and when the user comes to the
+// window.
 //
 // The caption, which may change with each key, goes past it in the same way: of what an own one costs the
 // toolkit most is its own book-keeping, and this falls into the middle of a tick.
@@ -33,6 +34,8 @@ public:
     /// Does `aenderung` to the looks of a label of the window; both outlive the window's display.
     void aendern(QLabel& label, const std::function<void()>& aenderung);
     void schreiben(QLabel& label, const QString& text);
+    /// Draws what has changed now, where it can be drawn at all, and not from the event loop.
+    void zeichnen();
     /// Gives the window a title. The toolkit may get to know of it only when the user comes to the window.
     void betiteln(const QString& titel);
     /// The title that was given last.
@@ -44,7 +47,7 @@ protected:
 private:
     bool abseits() const;
     Sofortbild::Lage lage() const;
-    void zeichnen();
+    bool erstesZeichnen(qsizetype& platz);
     void nachholen();
     void fensterDa();
     bool titelVorbei();

@@ -68,7 +68,8 @@ protected:
     }
     static void woandersHin() {
         auto* anzeige = XOpenDisplay(nullptr);
-        XWarpPointer(anzeige, None, DefaultRootWindow(anzeige), 0, 0, 0, 0, 799, 599);
+        XWarpPointer(anzeige, None, DefaultRootWindow(anzeige), 0, 0, 0, 0, DisplayWidth(anzeige, 0) - 1,
+                     DisplayHeight(anzeige, 0) - 1);
         XSetInputFocus(anzeige, None, RevertToNone, CurrentTime);
         XCloseDisplay(anzeige);
         ASSERT_TRUE(warten([] { return !laufFenster()->isActiveWindow() && !laufFenster()->underMouse(); }));
@@ -78,14 +79,15 @@ protected:
 
     /// The label as it is on the screen.
     static QImage aufDemSchirm(QLabel& label) {
-        const auto ort = label.mapTo(label.window(), QPoint());
-        return label.screen()
-            ->grabWindow(label.window()->winId(), ort.x(), ort.y(), label.width(), label.height())
-            .toImage()
-            .convertToFormat(QImage::Format_RGB32);
+        return ausschnitt(label, label.screen()->grabWindow(label.window()->winId()));
     }
-    static QImage wieErSeinSoll(QLabel& label) {
-        return label.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    /// As the toolkit paints it where it has its window.
+    static QImage wieErSeinSoll(QLabel& label) { return ausschnitt(label, label.window()->grab()); }
+    static QImage ausschnitt(QLabel& label, const QPixmap& fenster) {
+        const auto masstab = fenster.devicePixelRatio();
+        const QPointF ort(label.mapTo(label.window(), QPoint()));
+        const QRectF bereich(ort * masstab, QSizeF(label.size()) * masstab);
+        return fenster.toImage().copy(bereich.toAlignedRect()).convertToFormat(QImage::Format_RGB32);
     }
     /// By today's property and by the old one.
     void titelErwarten(const std::string& text) {
@@ -141,6 +143,23 @@ TEST_F(Nebenherspiel, EineEbeneStehtSogleichDa) {
     ASSERT_TRUE(warten([&] { return ebene.text() == "Ebene: Umschalt 2"; })) << ebene.text().toStdString();
     EXPECT_TRUE(QTest::qWaitFor([&] { return stimmt(ebene); }, 1000));
     EXPECT_NE(aufDemSchirm(ebene), vorher);
+}
+
+TEST_F(Nebenherspiel, WasGehaltenWirdStehtGanzDaUndWasDavorStandNichtMehr) {
+    nebenherSpielen();
+    auto& zeile = label("lblGehalten(0)");
+    auto eigene = zeile.font(); // as a striking line has one
+    eigene.setItalic(true);
+    zeile.setFont(eigene);
+    druecken(DREIECK);
+    for (const char* dauer : {", 0 s", ", 1 s"}) {
+        const auto steht = [&] { return zeile.text().endsWith(dauer) && stimmt(zeile); };
+        EXPECT_TRUE(warten(steht)) << zeile.text().toStdString();
+    }
+    loesen(DREIECK);
+    EXPECT_TRUE(warten([&] { return zeile.text() == "Nichts gehalten" && stimmt(zeile); }));
+    for (const auto* name : {"Label1(0)", "lblGehalten(0)", "lblEbene", "lblUmschalt"})
+        EXPECT_GE(label(name).width(), label(name).sizeHint().width()) << name << " is cut";
 }
 
 TEST_F(Nebenherspiel, WerDasFensterAufdecktSiehtWasDarinSteht) {
@@ -202,7 +221,7 @@ TEST_F(Nebenherspiel, EinTitelDenDasToolkitNochDaGlaubtKommtAuchNachdemErVorbeig
 
 int main(int anzahl, char** worte) {
     ::testing::InitGoogleTest(&anzahl, worte);
-    const XServer server;
+    const XServer server("2560x1600x24"); // has room for the window at a scale of 3
     xserver = &server;
     qputenv("DISPLAY", server.anzeige().c_str());
     qunsetenv("WAYLAND_DISPLAY");
