@@ -85,6 +85,12 @@ TEST_F(StreuschreiberForm, WasNichtGehtWirdEinmalGesagtUndErstWiederWennEsDazwis
     EXPECT_EQ(knopf(5).text(), "Schema starten") << "the end of the run is none the worse";
 }
 
+TEST_F(StreuschreiberForm, WasNichtGehtHaeltDasAndereNichtAufUndWirdGesagt) {
+    fs::create_directories(dateien.pfad("S", Stickseite::Links, 0) / "im Weg");
+    EXPECT_EQ(spielen(), std::vector{NICHT_GESPEICHERT});
+    EXPECT_EQ(takte(Stickseite::Rechts), 199U);
+}
+
 TEST_F(StreuschreiberForm, MitDemSchemaGehtWasSeineLaeufeGezaehltHaben) {
     spielen();
     ASSERT_EQ(namenIn(ordner).size(), 2U);
