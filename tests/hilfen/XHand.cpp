@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/hilfen/XHand.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
 
@@ -71,6 +72,21 @@ void XHand::tippen(std::string_view text) {
                                                   : std::string(1, zeichen);
         taste((gross ? "Shift_L+" : "") + name);
     }
+}
+
+unsigned long XHand::aktivesFenster() const {
+    Atom art = 0;
+    int format = 0;
+    unsigned long anzahl = 0;
+    unsigned long rest = 0;
+    unsigned char* inhalt = nullptr;
+    XGetWindowProperty(anzeige_, DefaultRootWindow(anzeige_),
+                       XInternAtom(anzeige_, "_NET_ACTIVE_WINDOW", False), 0, 1, False, XA_WINDOW, &art,
+                       &format, &anzahl, &rest, &inhalt);
+    const unsigned long fenster = anzahl == 1 ? *reinterpret_cast<const unsigned long*>(inhalt) : 0;
+    if (inhalt)
+        XFree(inhalt);
+    return fenster;
 }
 
 void XHand::einzelne(const std::string& keysym, bool unten) {

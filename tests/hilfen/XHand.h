@@ -26,6 +26,9 @@ public:
     /// Types a text of letters without accents, digits, dots and blanks.
     void tippen(std::string_view text);
 
+    /// The window that has the keyboard, as the window manager sees it; 0 for none.
+    unsigned long aktivesFenster() const;
+
 private:
     void einzelne(const std::string& keysym, bool unten);
 
