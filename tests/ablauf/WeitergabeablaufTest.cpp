@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The story of a user who hands a Schema on: out of one data folder as a file, and from there into another,
-// where it plays as it did.
+// Stories of a user and a whole Schema: handed on, out of one data folder as a file and from there into
+// another, where it plays as it did; broken, deleted, and had back each time.
 #include "editors/stick/Ebenenbild.h"
 #include "tests/ablauf/Handablauf.h"
 #include "tests/hilfen/Dateien.h"
 
 #include <QComboBox>
 #include <QImage>
+#include <QPushButton>
 
 #include <functional>
 
@@ -79,6 +80,33 @@ protected:
         EXPECT_TRUE(warten([&] { return schemata(zweite_) == Tabellenbild{{NAME}}; }));
         vorn("frmHaupt");
     }
+    /// A line of the left stick goes where nobody wants it, and comes back.
+    void linieVerlegenUndZuruecknehmen() {
+        klicken(*vorn("frmHaupt").findChild<QPushButton*>("Command1(1)")); // "Bearbeiten" below "Linken Stick"
+        auto& editor = vorn("frmJust");
+        auto& ebene = *editor.findChild<QWidget*>("Stickebene");
+        EXPECT_TRUE(warten([&] { return ebene.hasFocus(); }));
+        const auto heil = datenbank_.inhalt();
+        hand_.taste("Shift_L+Right");
+        EXPECT_TRUE(warten([&] { return datenbank_.inhalt() != heil; })) << "no line has moved";
+        hand_.taste("Control_L+z");
+        EXPECT_TRUE(warten([&] { return datenbank_.inhalt() == heil; }));
+        erwarteText(editor, "rückgängig");
+        schliessen(editor);
+    }
+    void loeschenUndZurueckholen() {
+        const auto vorher = datenbank_.inhalt();
+        const auto vorigesBild = bild(datenbank_);
+        const auto achsen = dateiLesen(datenbank_.ordner() / "Gamepad.xml");
+        knopf(vorn("frmHaupt"), "Schema löschen");
+        EXPECT_TRUE(warten([&] { return schemata(datenbank_) == Tabellenbild{}; }));
+        auto& haupt = vorn("frmHaupt");
+        EXPECT_FALSE(fs::exists(datenbank_.ordner() / "Bilder" / (std::string(NAME) + "0L.bmp")));
+        klicken(*haupt.findChild<QWidget*>("btnRueckgaengig"));
+        EXPECT_TRUE(warten([&] { return datenbank_.inhalt() == vorher; }));
+        EXPECT_EQ(bild(datenbank_), vorigesBild);
+        EXPECT_EQ(dateiLesen(datenbank_.ordner() / "Gamepad.xml"), achsen);
+    }
     /// Dialogs run loops of their own: what is done in one is done when it has the keyboard.
     void sobald(const QString& name, const std::function<void(QWidget&)>& tat) {
         auto* takt = new QTimer(&takte_);
@@ -142,4 +170,23 @@ TEST_F(Weitergabeablauf, AusDemEinenOrdnerInDenAnderenSpieltEsWieZuvor) {
     spielen();
     schliessenUndBeenden();
     EXPECT_EQ(boxen_.size(), 1) << "and no other box on the way";
+}
+
+TEST_F(Weitergabeablauf, WasZerstoertUndGeloeschtWarKommtZurueckUndSpieltAnderswo) {
+    schemaLegen();
+    oeffnen(datenbank_);
+    const auto heil = datenbank_.inhalt();
+    linieVerlegenUndZuruecknehmen();
+    EXPECT_EQ(datenbank_.inhalt(), heil);
+    loeschenUndZurueckholen();
+    boxen_.clear();
+    weitergeben();
+    ASSERT_FALSE(HasFailure()) << "there is no file to take up";
+    schliessenUndBeenden();
+
+    oeffnen(zweite_);
+    aufnehmen();
+    EXPECT_EQ(zweite_.inhalt(), heil);
+    spielen();
+    schliessenUndBeenden();
 }
