@@ -67,7 +67,9 @@ Tatangebot::Tatangebot(Tatfolge& folge) : folge_(folge) {
 void Tatangebot::zeigen() {
     const auto name = folge_.name();
     setVisible(!name.isEmpty());
-    setToolTip(name.isEmpty() ? "" : hinweistext(name + " rückgängig machen"));
+    setEnabled(!name.isEmpty());
+    setToolTip(name.isEmpty() ? "Nimmt das letzte Löschen, Kopieren oder Wechseln zurück"
+                              : hinweistext(name + " rückgängig machen"));
     setAccessibleName(name.isEmpty() ? "" : name + WORT);
     updateGeometry();
     beschriften();

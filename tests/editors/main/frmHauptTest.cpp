@@ -138,7 +138,9 @@ TEST_F(FrmHaupt, JederKnopfLaesstSichAnklickenWoEsEinSchemaGibt) {
                                              {"Command1(6)", true},
                                              {"Command2", true},
                                              {"Command3", true},
-                                             {"Command4", true}}));
+                                             {"Command4", true},
+                                             {"btnRueckgaengig", false}}))
+        << "there is nothing to take back";
 }
 
 TEST_F(FrmHaupt, IstOhneSchemaKurzUndWeistJedenBefehlAb) {
