@@ -9,6 +9,7 @@
 #include "store/schema/Schemazeilen.h"
 
 #include <algorithm>
+#include <sstream>
 #include <sys/stat.h>
 #include <utility>
 
@@ -24,6 +25,16 @@ std::string zustandszeilen(const Zustandsschreiber& schreiber) {
         text += zeile;
         text += '\n';
     }
+    return text;
+}
+
+/// The rows without those of the scroll bars, which a run reads at its start only and saves at its end.
+std::string ohneRegler(const std::string& grund) {
+    std::string text;
+    std::istringstream zeilen(grund);
+    for (std::string zeile; std::getline(zeilen, zeile);)
+        if (!zeile.starts_with("sql INSERT INTO Sensible"))
+            text += zeile + '\n';
     return text;
 }
 
@@ -83,6 +94,19 @@ void Laufmitschnitt::laufEndet() {
 // The end of a run has saved its scroll bars. What an editor has changed, too, the record does not know.
 void Laufmitschnitt::nachDemEnde() {
     grundAmEnde_ = geaendertAb_ ? "" : grund();
+}
+
+// It has saved its scroll bars before it tells of the error.
+void Laufmitschnitt::fehler(int nummer) {
+    vermerken("fehler " + std::to_string(nummer));
+    if (!laeuft_)
+        return;
+    auto danach = grund();
+    if (!geaendertAb_ && ohneRegler(danach) != ohneRegler(grundImLauf_))
+        geaendertAb_ = unveraendertBis_;
+    grundImLauf_ = std::move(danach);
+    merkmale_ = merkmale();
+    unveraendertBis_ = geraete_.uhr.stempel();
 }
 
 void Laufmitschnitt::eingriff() {

@@ -48,7 +48,7 @@ public:
         schritt();
     }
     /// The run was stopped by an error; its end comes as that of any other.
-    void fehler(int nummer) { vermerken("fehler " + std::to_string(nummer)); }
+    void fehler(int nummer);
 
     /// An editor has changed what a run that is on plays by at once, past all files.
     void eingriff();
