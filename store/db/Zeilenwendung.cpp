@@ -6,6 +6,7 @@
 #include "store/db/Zeilenschritt.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -97,8 +98,9 @@ void Zeilenschritt::Wendung::legen(const Tabellenteil& teil, const Tabelle& tabe
         if (frei == 0 && verbindung.zeilenbild(tabelle, zeile.ort))
             frei = neuerOrt(teil, tabelle);
         const std::int64_t ort = frei == 0 ? zeile.ort : frei++;
-        auto parameter = (zeile.*nach)->zellen();
-        parameter.insert(parameter.begin(), ort);
+        std::vector<Zelle> parameter;
+        parameter.emplace_back(ort);
+        std::ranges::move((zeile.*nach)->zellen(), std::back_inserter(parameter));
         erwarteEine(verbindung.schreiben(teil.teil, text, parameter));
         if (verbindung.letzteZeile() != ort) // a column of the table is the place, and says another one
             vonAnderenGeaendert();
