@@ -10,6 +10,7 @@
 // --weg links|rechts FILE   prints where this stick was in a record (formats/Stickweg.h), where the record
 // plays
 //                 again as it says; the file may be a stranger's, so that there is a bound to what that takes
+#include "tests/hilfen/Bauart.h"
 #include "tests/spur/Spieler.h"
 #include "tests/spur/Wegschreiber.h"
 
@@ -119,9 +120,8 @@ std::string stickweg(Stickseite seite, const fs::path& datei) {
 
 /// Exit code.
 int wegZeigen(Stickseite seite, const fs::path& datei) {
-#if !defined(__SANITIZE_ADDRESS__) // which wants room without end
-    begrenzen(RLIMIT_AS, WEG_SPEICHER);
-#endif
+    if (!ADRESSPRUEFER) // which wants room without end
+        begrenzen(RLIMIT_AS, WEG_SPEICHER);
     begrenzen(RLIMIT_CPU, WEG_SEKUNDEN);
     try {
         std::cout << stickweg(seite, datei);
