@@ -31,6 +31,7 @@ constexpr const char* TASTE_ZURUECK = "Ctrl+Z";
 constexpr const char* TASTE_WIEDER = "Ctrl+Shift+Z";
 constexpr const char* TASTE_MENUE = "Ctrl+F10"; // the menu key and Umschalt+F10 open the action of a field
 
+constexpr const char* MENUENAME = "mnuEbene";
 constexpr const char* ZURUECKLEGEN = "Aufgenommene Linie zurücklegen";
 constexpr const char* TAFEL_OFFEN = "Rückgängig geht erst, wenn die Tafel geschlossen ist";
 constexpr const char* NICHTS_ZURUECK = "Nichts rückgängig zu machen";
@@ -53,8 +54,12 @@ void frmJust::schritttastenGeben() {
             new QShortcut(QKeySequence(taste), this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
         kurz->setAutoRepeat(false); // each writes; who holds it too long would lose count
         connect(kurz, &QShortcut::activated, this, [this, tun] {
-            if (!laufsteuerung_.geladen())
-                tun();
+            if (laufsteuerung_.geladen())
+                return;
+            // A menu that is open lets the key pass, and names a step that may not be the next one then.
+            for (auto* menue : findChildren<QMenu*>(MENUENAME))
+                menue->close();
+            tun();
         });
     };
     geben(TASTE_ZURUECK, [this] { gesichert([&] { schrittWenden(Schrittrichtung::Zurueck); }); });
@@ -191,7 +196,7 @@ void frmJust::vonAnderenGeaendert() {
 
 void frmJust::menueZeigen(QPoint wo) {
     auto* menue = new QMenu(this);
-    menue->setObjectName("mnuEbene");
+    menue->setObjectName(MENUENAME);
     menue->setAttribute(Qt::WA_DeleteOnClose);
     const bool inDerHand = zug_.haelt();
     const bool frei = !fraAktionGezeigt();

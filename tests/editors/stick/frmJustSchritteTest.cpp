@@ -350,6 +350,30 @@ TEST_P(FrmJustSchritte, DasMenueKommtAuchPerTaste) {
 
 // --- in between ---
 
+TEST_P(FrmJustSchritte, EineTasteSchliesstDasMenueDasEinenAnderenSchrittNennt) {
+    editorOeffnen();
+    const auto vorher = tabellen();
+    linieZiehen(20000, 15000);
+    linieZiehen(15000, 10000);
+    menueOeffnen();
+    ASSERT_NE(menue(), nullptr);
+    zurueck();
+    EXPECT_EQ(menue(), nullptr);
+    EXPECT_EQ(linie("Links", 1), "15000");
+    menueOeffnen();
+    wieder();
+    EXPECT_EQ(menue(), nullptr);
+    EXPECT_EQ(linie("Links", 1), "10000");
+    menueOeffnen();
+    strg(Qt::Key_F10);
+    EXPECT_EQ(menuezeilen(), (QStringList{"Linie Links 15000 → 10000 rückgängig", "- Wiederherstellen"}));
+    menueSchliessen();
+    EXPECT_EQ(menue(), nullptr); // one, not one above another
+    zurueck();
+    zurueck();
+    EXPECT_EQ(tabellen(), vorher);
+}
+
 TEST_P(FrmJustSchritte, EineLinieInDerHandWirdNurZurueckgelegt) {
     editorOeffnen();
     linieZiehen(45000, 50000);
