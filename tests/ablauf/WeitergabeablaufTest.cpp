@@ -82,7 +82,8 @@ protected:
     }
     /// A line of the left stick goes where nobody wants it, and comes back.
     void linieVerlegenUndZuruecknehmen() {
-        klicken(*vorn("frmHaupt").findChild<QPushButton*>("Command1(1)")); // "Bearbeiten" below "Linken Stick"
+        klicken(
+            *vorn("frmHaupt").findChild<QPushButton*>("Command1(1)")); // "Bearbeiten" below "Linken Stick"
         auto& editor = vorn("frmJust");
         auto& ebene = *editor.findChild<QWidget*>("Stickebene");
         EXPECT_TRUE(warten([&] { return ebene.hasFocus(); }));

@@ -17,7 +17,8 @@ inline const Variante RECHTS{"rechts", false, true};
 inline const std::array<Variante, 4> PRUEFACHSEN{
     {{"lx", false, false}, {"ly", true, false}, {"rx", false, true}, {"ry", true, true}}};
 
-/// An event that must come out: so often at `zeit` or, with `bis`, at each tick of `Im Feld binden` until then.
+/// An event that must come out: so often at `zeit` or, with `bis`, at each tick of `Im Feld binden` until
+/// then.
 struct Erwartung {
     std::chrono::milliseconds zeit{0};
     std::optional<std::chrono::milliseconds> bis;
